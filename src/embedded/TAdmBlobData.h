@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellumo {
+
+class ImageDecoder;
+struct Image;
+
+// The content of one object cell after its wrappers were taken off: the bytes of the embedded file and the extension
+// that tells what they are. Immutable but for the picture and the temporary file, both made when first asked for.
+// Main thread only, but for construction and `data`.
+class TAdmBlobData {
+public:
+    // `fileExtension` without the dot, "" when unknown. Takes the bytes over.
+    TAdmBlobData(std::vector<std::byte> data, std::string fileExtension);
+    // Removes the temporary file, if one was made.
+    ~TAdmBlobData();
+    TAdmBlobData(const TAdmBlobData&) = delete;
+    TAdmBlobData& operator=(const TAdmBlobData&) = delete;
+
+    [[nodiscard]] std::span<const std::byte> data() const { return m_data; }
+    [[nodiscard]] const std::string& fileExtension() const { return m_fileExtension; }
+
+    // The payload as a picture, decoded at the first call and kept; null when it is none.
+    [[nodiscard]] std::shared_ptr<const Image> image(ImageDecoder& decoder);
+
+    // What the grid shows: ".bmp [12 KB]", or "[12 KB]" without an extension.
+    [[nodiscard]] std::string cellDescription() const;
+    // What the detail pane shows: the payload as UTF-8 text, or "[NON-TEXTUAL DATA]" (localised).
+    [[nodiscard]] std::string description() const;
+
+    // The path of a temporary file that holds the payload, made at the first call; "" when it cannot be made (the
+    // next call tries again).
+    [[nodiscard]] std::string createTempFile();
+
+private:
+    std::vector<std::byte> m_data;
+    std::string m_fileExtension;
+    std::shared_ptr<const Image> m_image;
+    bool m_isImageDecoded = false;
+    std::string m_tmpPath;
+};
+
+// Whether files with this extension (any case, without the dot) may be opened in their default application at a double
+// click. False for an empty one.
+[[nodiscard]] bool isSafeFileExtension(std::string_view extension);
+
+} // namespace vellumo

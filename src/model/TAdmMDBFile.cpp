@@ -1,0 +1,108 @@
+#include "model/TAdmMDBFile.h"
+
+#include "text/FileSize.h"
+#include "text/FinderCompare.h"
+#include "text/Format.h"
+#include "text/Messages.h"
+
+namespace vellumo {
+
+TAdmMDBFile::TAdmMDBFile()
+    : m_createDate(std::chrono::system_clock::now())
+    , m_modifyDate(m_createDate)
+    , m_lastOpenDate(m_createDate)
+{
+}
+
+std::string TAdmMDBFile::label() const { return m_ext.empty() ? name() : format("%@.%@", {name(), m_ext}); }
+
+std::string TAdmMDBFile::fullPath() const { return format("%@/%@", {m_path, label()}); }
+
+void TAdmMDBFile::setFullPath(std::string_view fullPath)
+{
+    const auto slash = fullPath.rfind('/');
+    const auto fileName = fullPath.substr(slash == std::string_view::npos ? 0 : slash + 1);
+    m_path = slash == std::string_view::npos ? "." : fullPath.substr(0, slash);
+    const auto dot = fileName.rfind('.');
+    // A dot at the very front marks a hidden file, not an extension.
+    const bool hasExtension = dot != std::string_view::npos && dot > 0 && dot + 1 < fileName.size();
+    setName(std::string(hasExtension ? fileName.substr(0, dot) : fileName));
+    m_ext = hasExtension ? fileName.substr(dot + 1) : std::string_view();
+}
+
+void TAdmMDBFile::setTables(Tables tables)
+{
+    m_tables = std::move(tables);
+    for (const auto& table : m_tables)
+        table->setFile(this);
+}
+
+void TAdmMDBFile::setAllForeignKeys(ForeignKeys foreignKeys)
+{
+    m_allForeignKeys = std::move(foreignKeys);
+    for (const auto& foreignKey : m_allForeignKeys)
+        foreignKey->setFile(this);
+}
+
+void TAdmMDBFile::close()
+{
+    for (const auto& table : m_tables)
+        table->close();
+    m_tables.clear();
+    m_allForeignKeys.clear();
+    m_fActive = false;
+}
+
+TAdmMDBTable* TAdmMDBFile::findTable(std::string_view name) const
+{
+    for (const auto& table : m_tables)
+        if (table->name() == name) return table.get();
+    return nullptr;
+}
+
+TAdmMDBForeignKey* TAdmMDBFile::findForeignKeyByName(std::string_view name) const
+{
+    for (const auto& foreignKey : m_allForeignKeys)
+        if (foreignKey->name() == name) return foreignKey.get();
+    return nullptr;
+}
+
+std::vector<TAdmMDBForeignKey*> TAdmMDBFile::foreignKeysForTable(std::string_view tableName) const
+{
+    std::vector<TAdmMDBForeignKey*> found;
+    for (const auto& foreignKey : m_allForeignKeys)
+        if (foreignKey->referencingTable() == tableName) found.push_back(foreignKey.get());
+    return found;
+}
+
+std::string TAdmMDBFile::dateWithFinderFormat(std::optional<Timestamp> date) const
+{
+    return vellumo::dateWithFinderFormat(date, std::chrono::system_clock::now());
+}
+
+int TAdmMDBFile::compareByName(const TAdmMDBObject& other) const
+{
+    const auto byName = TAdmMDBObject::compareByName(other);
+    const auto* file = dynamic_cast<const TAdmMDBFile*>(&other);
+    return byName != 0 || file == nullptr ? byName : finderCompare(m_path, file->m_path);
+}
+
+int TAdmMDBFile::compareByLastOpenDate(const TAdmMDBFile& other) const
+{
+    if (other.m_lastOpenDate == m_lastOpenDate) return 0;
+    return other.m_lastOpenDate < m_lastOpenDate ? -1 : 1;
+}
+
+std::vector<std::string> TAdmMDBFile::getObjectLabels() const
+{
+    return {localized("Name"), localized("Where"), localized("Size"), localized("Created"), localized("Modified"),
+        localized("Last opened")};
+}
+
+std::vector<InfoValue> TAdmMDBFile::infoValues() const
+{
+    return {label(), m_path, formatComputerFileSize(m_size), dateWithFinderFormat(m_createDate),
+        dateWithFinderFormat(m_modifyDate), dateWithFinderFormat(m_lastOpenDate)};
+}
+
+} // namespace vellumo

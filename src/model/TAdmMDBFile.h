@@ -1,0 +1,93 @@
+#pragma once
+
+#include "model/TAdmMDBTable.h"
+#include "text/DateText.h"
+
+#include <functional>
+#include <optional>
+
+namespace vellumo {
+
+// Told about the progress of `open` on the calling thread: rows read so far, and rows expected in all as the file
+// states them (a hint: real files are off by some, and it may be 0). Returns false to stop.
+using OpenObserver = std::function<bool(std::uint64_t rowsDone, std::uint64_t rowsExpected)>;
+
+struct OpenOptions {
+    OpenObserver observer;    // may be empty
+    unsigned readerCount = 0; // threads that read rows, the calling one included; 0: as many as there are cores
+};
+
+// A database file of the file list. It knows its path and facts from the start; everything inside is read by `open`
+// and kept in memory until `close`. Main thread only.
+class TAdmMDBFile : public TAdmMDBObject {
+public:
+    TAdmMDBFile();
+
+    // The folder without trailing separator, and the extension without dot, as the file name has it; `name` is the
+    // file name without both.
+    [[nodiscard]] const std::string& path() const { return m_path; }
+    void setPath(std::string path) { m_path = std::move(path); }
+    [[nodiscard]] const std::string& fileExtension() const { return m_ext; }
+    void setFileExtension(std::string extension) { m_ext = std::move(extension); }
+    // "folder/name.extension", and "name.extension". A file without an extension has no dot either.
+    [[nodiscard]] std::string fullPath() const;
+    [[nodiscard]] std::string label() const;
+    // Takes folder, name and extension from a full path.
+    void setFullPath(std::string_view fullPath);
+
+    [[nodiscard]] std::uint64_t size() const { return m_size; } // bytes
+    void setSize(std::uint64_t size) { m_size = size; }
+    [[nodiscard]] Timestamp createDate() const { return m_createDate; }
+    void setCreateDate(Timestamp date) { m_createDate = date; }
+    [[nodiscard]] Timestamp modifyDate() const { return m_modifyDate; }
+    void setModifyDate(Timestamp date) { m_modifyDate = date; }
+    [[nodiscard]] Timestamp lastOpenDate() const { return m_lastOpenDate; }
+    void setLastOpenDate(Timestamp date) { m_lastOpenDate = date; }
+
+    // The user tables, sorted by name, and all relations, sorted by name. Never null; empty while inactive.
+    using Tables = std::vector<std::unique_ptr<TAdmMDBTable>>;
+    [[nodiscard]] const Tables& tables() const { return m_tables; }
+    void setTables(Tables tables);
+    using ForeignKeys = std::vector<std::unique_ptr<TAdmMDBForeignKey>>;
+    [[nodiscard]] const ForeignKeys& allForeignKeys() const { return m_allForeignKeys; }
+    void setAllForeignKeys(ForeignKeys foreignKeys);
+
+    // True while the content is loaded.
+    [[nodiscard]] bool active() const { return m_fActive; }
+    void setActive(bool active) { m_fActive = active; }
+
+    // Reads the whole file: true when it is active afterwards. A missing, unreadable or foreign file, a newer format,
+    // and a stop by the observer give false and leave it inactive and empty.
+    [[nodiscard]] bool open(const OpenOptions& options = {});
+    void close();
+
+    [[nodiscard]] TAdmMDBTable* findTable(std::string_view name) const; // exactly this name
+    [[nodiscard]] TAdmMDBForeignKey* findForeignKeyByName(std::string_view name) const;
+    // The relations whose referencing table is exactly this one, in the order of allForeignKeys.
+    [[nodiscard]] std::vector<TAdmMDBForeignKey*> foreignKeysForTable(std::string_view tableName) const;
+
+    [[nodiscard]] std::string dateWithFinderFormat(std::optional<Timestamp> date) const;
+
+    // Equal names are ordered by folder.
+    [[nodiscard]] int compareByName(const TAdmMDBObject& other) const override;
+    // The one opened last comes first.
+    [[nodiscard]] int compareByLastOpenDate(const TAdmMDBFile& other) const;
+
+    [[nodiscard]] std::vector<std::string> getObjectLabels() const override;
+
+protected:
+    [[nodiscard]] std::vector<InfoValue> infoValues() const override;
+
+private:
+    std::string m_path;
+    std::string m_ext;
+    std::uint64_t m_size = 0;
+    Timestamp m_createDate;
+    Timestamp m_modifyDate;
+    Timestamp m_lastOpenDate;
+    Tables m_tables;
+    ForeignKeys m_allForeignKeys;
+    bool m_fActive = false;
+};
+
+} // namespace vellumo

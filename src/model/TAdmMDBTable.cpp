@@ -1,0 +1,82 @@
+#include "model/TAdmMDBTable.h"
+
+#include "model/TAdmMDBFile.h"
+#include "text/Messages.h"
+
+#include <set>
+
+namespace vellumo {
+
+void TAdmMDBTable::setColumns(Columns columns)
+{
+    m_columns = std::move(columns);
+    for (const auto& column : m_columns)
+        column->setTable(this);
+}
+
+void TAdmMDBTable::setIndices(Indices indices)
+{
+    m_indices = std::move(indices);
+    for (const auto& index : m_indices)
+        index->setTable(this);
+}
+
+TAdmMDBColumn* TAdmMDBTable::findColumn(std::string_view name) const
+{
+    for (const auto& column : m_columns)
+        if (column->name() == name) return column.get();
+    return nullptr;
+}
+
+bool TAdmMDBTable::isOLEColumn(std::string_view columnName) const
+{
+    for (const auto& column : m_columns)
+        if (column->isOLE() && column->name() == columnName) return true;
+    return false;
+}
+
+std::vector<TAdmMDBForeignKey*> TAdmMDBTable::foreignKeys() const
+{
+    return m_file == nullptr ? std::vector<TAdmMDBForeignKey*>() : m_file->foreignKeysForTable(name());
+}
+
+void TAdmMDBTable::setColumnPrimaryKey()
+{
+    std::set<std::string_view> keyColumns;
+    for (const auto& index : m_indices)
+        if (index->isPrimaryKey())
+            for (const auto& key : index->keys())
+                keyColumns.insert(key.name);
+    for (const auto& column : m_columns)
+        if (keyColumns.contains(column->name())) column->setIsPrimaryKey(true);
+}
+
+RowStore TAdmMDBTable::emptyRows() const
+{
+    std::vector<std::string> names;
+    std::vector<CellKind> kinds;
+    for (const auto& column : m_columns) {
+        names.push_back(column->name());
+        kinds.push_back(column->isOLE() ? CellKind::Blob : CellKind::Text);
+    }
+    return {std::move(names), std::move(kinds)};
+}
+
+void TAdmMDBTable::close()
+{
+    m_columns.clear();
+    m_rows = RowStore();
+    m_indices.clear();
+}
+
+std::vector<std::string> TAdmMDBTable::getObjectLabels() const
+{
+    return {localized("Name"), localized("Number of rows"), localized("Number of columns")};
+}
+
+std::vector<InfoValue> TAdmMDBTable::infoValues() const
+{
+    return {name(), static_cast<std::int64_t>(m_rows.rowCount()), static_cast<std::int64_t>(m_columns.size())};
+}
+
+} // namespace vellumo

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "model/TAdmMDBColumn.h"
+#include "model/TAdmMDBForeignKey.h"
+#include "model/TAdmMDBIndex.h"
+#include "model/rows/RowStore.h"
+
+#include <memory>
+
+namespace vellumo {
+
+namespace libmdb {
+class TableDef;
+}
+
+// A user table of an open file with its columns, rows and indexes. Filled while the file is opened, only read
+// afterwards (but for the columns' sort order).
+class TAdmMDBTable : public TAdmMDBObject {
+public:
+    [[nodiscard]] TAdmMDBFile* file() const { return m_file; }
+    void setFile(TAdmMDBFile* file) { m_file = file; }
+
+    // In the order in which the table stores them. Never null.
+    using Columns = std::vector<std::unique_ptr<TAdmMDBColumn>>;
+    [[nodiscard]] const Columns& columns() const { return m_columns; }
+    void setColumns(Columns columns);
+    [[nodiscard]] TAdmMDBColumn* findColumn(std::string_view name) const;
+
+    // Column c of the rows is columns()[c].
+    [[nodiscard]] const RowStore& rows() const { return m_rows; }
+    void setRows(RowStore rows) { m_rows = std::move(rows); }
+
+    // Sorted by name. Never null.
+    using Indices = std::vector<std::unique_ptr<TAdmMDBIndex>>;
+    [[nodiscard]] const Indices& indices() const { return m_indices; }
+    void setIndices(Indices indices);
+
+    // Whether some column of exactly this name is an object column.
+    [[nodiscard]] bool isOLEColumn(std::string_view columnName) const;
+    // The relations in which this table holds the foreign key, sorted by name; owned by the file.
+    [[nodiscard]] std::vector<TAdmMDBForeignKey*> foreignKeys() const;
+
+    void getColumnsFromMdbTableDef(const libmdb::TableDef& tableDef);
+    void getIndicesFromMdbTableDef(const libmdb::TableDef& tableDef);
+    // Marks the columns that are keys of a primary-key index.
+    void setColumnPrimaryKey();
+
+    // A store without rows that fits the columns.
+    [[nodiscard]] RowStore emptyRows() const;
+
+    // Empties columns, rows and indexes.
+    void close();
+
+    [[nodiscard]] std::vector<std::string> getObjectLabels() const override;
+
+protected:
+    [[nodiscard]] std::vector<InfoValue> infoValues() const override;
+
+private:
+    TAdmMDBFile* m_file = nullptr; // the owner
+    Columns m_columns;
+    RowStore m_rows;
+    Indices m_indices;
+};
+
+} // namespace vellumo

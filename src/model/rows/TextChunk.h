@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace vellumo {
+
+// The texts of one column for a run of rows, in one block of memory without pointers: the UTF-8 bytes of all texts
+// one after the other, padding to a multiple of 4, then one 32-bit end offset a row. An empty text stands for null.
+// Immutable; may be read by any number of threads.
+class TextChunk {
+public:
+    TextChunk() = default;
+
+    [[nodiscard]] std::uint32_t rowCount() const { return m_rowCount; }
+    [[nodiscard]] std::string_view bytes() const { return {m_block.get(), m_byteCount}; }
+    // Offset just behind each row's text, counted from the first byte. A row's text starts where the one before ends.
+    [[nodiscard]] std::span<const std::uint32_t> ends() const
+    {
+        return {endsOf(m_block.get(), m_byteCount), m_rowCount};
+    }
+    // `row` counts from 0 and is below rowCount().
+    [[nodiscard]] std::string_view text(std::uint32_t row) const
+    {
+        const auto* ends = endsOf(m_block.get(), m_byteCount);
+        const auto start = row == 0 ? 0 : ends[row - 1];
+        return {m_block.get() + start, ends[row] - start};
+    }
+
+private:
+    friend class TextColumnBuilder;
+    struct Free {
+        void operator()(char* block) const { std::free(block); }
+    };
+    using Block = std::unique_ptr<char[], Free>;
+
+    static constexpr std::size_t endsOffset(std::size_t byteCount) { return (byteCount + 3) & ~std::size_t{3}; }
+    static const std::uint32_t* endsOf(const char* block, std::size_t byteCount)
+    {
+        return reinterpret_cast<const std::uint32_t*>(block + endsOffset(byteCount));
+    }
+
+    Block m_block;
+    std::uint32_t m_rowCount = 0;
+    std::uint32_t m_byteCount = 0;
+};
+
+// Collects the texts of one column, row by row, and packs them into a chunk. Its memory is used again for the next
+// chunk, unless a chunk is so large that handing the memory over is cheaper than copying it.
+class TextColumnBuilder {
+public:
+    // Most bytes a chunk can hold.
+    static constexpr std::size_t maximumBytes = 0xFFFFFFFF;
+
+    // Room for `count` more bytes behind those of the text begun; valid until the next call. Throws std::bad_alloc.
+    [[nodiscard]] char* room(std::size_t count)
+    {
+        if (m_capacity - m_byteCount < count) grow(count);
+        return m_bytes.get() + m_byteCount;
+    }
+    // The first `count` bytes of the room now belong to the text.
+    void commit(std::size_t count) { m_byteCount += count; }
+    void append(std::string_view piece);
+    // Ends the text of this row; one that got no bytes is null.
+    void endText() { m_ends.push_back(static_cast<std::uint32_t>(m_byteCount)); }
+
+    [[nodiscard]] std::size_t byteCount() const { return m_byteCount; }
+    // Bytes of the text begun.
+    [[nodiscard]] std::string_view openText() const
+    {
+        const auto start = m_ends.empty() ? 0 : m_ends.back();
+        return {m_bytes.get() + start, m_byteCount - start};
+    }
+
+    // The chunk of all ended texts; the builder is empty again.
+    [[nodiscard]] TextChunk take();
+
+private:
+    void grow(std::size_t count);
+
+    TextChunk::Block m_bytes;
+    std::size_t m_capacity = 0;
+    std::size_t m_byteCount = 0;
+    std::vector<std::uint32_t> m_ends;
+};
+
+} // namespace vellumo

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+namespace vellumo {
+
+struct Alert {
+    enum class Style {
+        Sheet, // attached to the main window
+        Modal, // a panel of its own
+    };
+    std::string title;
+    std::string message;
+    Style style = Style::Sheet;
+
+    bool operator==(const Alert&) const = default;
+};
+
+// Messages with one button. Main thread only.
+class Alerts {
+public:
+    virtual ~Alerts() = default;
+    virtual void show(const Alert& alert) = 0;
+    virtual void beep() = 0;
+};
+
+} // namespace vellumo

@@ -1,0 +1,60 @@
+#include "text/Format.h"
+
+#include "text/Messages.h"
+
+#include <charconv>
+
+namespace vellumo {
+
+namespace {
+
+// Length of the placeholder at the start of `rest`, which begins with "%"; 0 when it is none.
+std::size_t placeholderLength(std::string_view rest)
+{
+    if (rest.starts_with("%@") || rest.starts_with("%d")) return 2;
+    if (rest.starts_with("%ld")) return 3;
+    return 0;
+}
+
+} // namespace
+
+void FormatArg::appendTo(std::string& out) const
+{
+    if (!m_isNumber) {
+        out += m_text;
+        return;
+    }
+    char digits[24];
+    out.append(digits, std::to_chars(digits, digits + sizeof digits, m_number).ptr);
+}
+
+std::string format(std::string_view format, std::initializer_list<FormatArg> args)
+{
+    std::string out;
+    const auto* next = args.begin();
+    while (!format.empty()) {
+        const auto percent = format.find('%');
+        out += format.substr(0, percent);
+        if (percent == std::string_view::npos) break;
+        format.remove_prefix(percent);
+        const auto length = placeholderLength(format);
+        if (format.starts_with("%%")) {
+            out += '%';
+            format.remove_prefix(2);
+        } else if (length > 0 && next != args.end()) {
+            (next++)->appendTo(out);
+            format.remove_prefix(length);
+        } else {
+            out += '%';
+            format.remove_prefix(1);
+        }
+    }
+    return out;
+}
+
+std::string localizedFormat(const char* key, std::initializer_list<FormatArg> args)
+{
+    return format(localized(key), args);
+}
+
+} // namespace vellumo

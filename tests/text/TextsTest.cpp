@@ -1,0 +1,100 @@
+#include "text/DateText.h"
+#include "text/FileSize.h"
+#include "text/Format.h"
+#include "text/Hex.h"
+
+#include <cstdlib>
+#include <ctime>
+#include <gtest/gtest.h>
+
+namespace vellumo {
+namespace {
+
+TEST(Format, FillsPlaceholdersInOrderAndKeepsTheRest)
+{
+    const struct {
+        const char* format;
+        const char* expected;
+    } cases[] = {
+        {"<%@> %@: %@", "<a> 7: %@"},
+        {"%d of %ld files", "a of 7 files"},
+        {"100%% %x %", "100% %x %"},
+        {"%@%@", "a7"},
+        {"", ""},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(format(test.format, {"a", 7}), test.expected) << test.format;
+    EXPECT_EQ(format("%@ left", {"%@"}), "%@ left") << "an argument is not searched for placeholders";
+}
+
+TEST(FileSize, ChangesUnitJustAbove1023)
+{
+    const struct {
+        std::uint64_t bytes;
+        const char* expected;
+    } cases[] = {
+        {0, "0 KB"},
+        {1, "1 KB"},
+        {1024, "1 KB"},
+        {1025, "2 KB"},
+        {1047552, "1023 KB"},
+        {1047553, "1.0 MB"},
+        {1023ULL << 20, "1023.0 MB"},
+        {(1023ULL << 20) + 1, "1.0 GB"},
+        {5ULL << 40, "5120.0 GB"},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(formatComputerFileSize(test.bytes), test.expected) << test.bytes;
+}
+
+TEST(Hex, WritesAllOrNothing)
+{
+    const std::uint8_t bytes[] = {0x00, 0x9A, 0xFF};
+    char out[8] = "untouch";
+    EXPECT_EQ(toHex(nullptr, 0, bytes, 3), 6U);
+    EXPECT_EQ(toHex(out, 5, bytes, 3), 0U);
+    EXPECT_STREQ(out, "untouch");
+    EXPECT_EQ(toHex(out, 6, bytes, 3), 6U);
+    EXPECT_STREQ(out, "009affh");
+}
+
+class DateTextTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        setenv("TZ", "UTC-2", 1); // two hours ahead of UTC
+        tzset();
+    }
+    void TearDown() override
+    {
+        unsetenv("TZ");
+        tzset();
+    }
+    static Timestamp at(long long seconds) { return Timestamp(std::chrono::seconds(seconds)); }
+};
+
+TEST_F(DateTextTest, NamesTheDayByTheRoundedUtcDay)
+{
+    constexpr long long day = 86400;
+    constexpr long long midnight = 16134 * day; // 2014-03-05 00:00 UTC
+    const struct {
+        const char* name;
+        long long date;
+        long long now;
+        const char* expected;
+    } cases[] = {
+        {"same moment", midnight, midnight, "Today 2:00 AM"},
+        {"UTC noon starts a new rounded day", midnight + day / 2 - 1, midnight + day / 2, "Yesterday 1:59 PM"},
+        {"before and after midnight are one rounded day", midnight - 3600, midnight + 3600, "Today 1:00 AM"},
+        {"two days ago", midnight - day, midnight + day, "4/3/2014 2:00 AM"},
+        {"in the future", midnight + 19 * 3600 + 7 * 60, midnight - day, "5/3/2014 9:07 PM"},
+        {"noon", midnight + 10 * 3600, midnight - 9 * day, "5/3/2014 12:00 PM"},
+        {"midnight local", midnight + 22 * 3600, midnight - 9 * day, "6/3/2014 12:00 AM"},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(dateWithFinderFormat(at(test.date), at(test.now)), test.expected) << test.name;
+    EXPECT_EQ(dateWithFinderFormat(std::nullopt, at(0)), "");
+}
+
+} // namespace
+} // namespace vellumo
