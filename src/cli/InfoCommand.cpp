@@ -85,8 +85,9 @@ std::string fileText(const TAdmMDBFile& file)
     if (!file.tables().empty()) text += format("\n%@:\n", {localized("Tables")});
     for (const auto& table : file.tables()) {
         const auto count = table->rows().rowCount();
-        text += format(
-            "    %@\n", {localizedFormat(count == 1 ? "%@ (%ld row)" : "%@ (%ld rows)", {table->name(), count})});
+        text += format("    %@\n",
+            {count == 1 ? localizedFormat("%@ (%ld row)", {table->name(), count})
+                        : localizedFormat("%@ (%ld rows)", {table->name(), count})});
     }
     return text;
 }

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <fstream>
 #include <sys/stat.h>
+#include <thread>
 
 namespace vellumo {
 namespace {
@@ -204,6 +205,19 @@ TEST_F(Program, Exports)
     EXPECT_EQ(result.output, "Export finished.\n<Items> Failed: Unable to create file for export.\n");
 }
 
+// Waits until the program's handler for a signal, which works once, was called.
+void waitUntilHandled(pid_t process, int signal)
+{
+    const auto statusPath = "/proc/" + std::to_string(process) + "/status";
+    for (std::uint64_t caught = ~std::uint64_t{0}; (caught >> (signal - 1) & 1) != 0;) {
+        std::ifstream status(statusPath);
+        for (std::string line; std::getline(status, line);)
+            if (line.starts_with("SigCgt:")) caught = std::stoull(line.substr(7), nullptr, 16);
+        if (!status.eof()) FAIL() << "The program is gone.";
+        std::this_thread::yield();
+    }
+}
+
 // The export hangs in a pipe until it is read: the interruption comes while a table is being written.
 TEST_F(Program, InterruptionEndsTheExportCleanly)
 {
@@ -212,6 +226,7 @@ TEST_F(Program, InterruptionEndsTheExportCleanly)
     std::ifstream pipe(m_out.path("Large.csv"), std::ios::binary);
     pipe.get();
     ::kill(program.process(), SIGINT);
+    waitUntilHandled(program.process(), SIGINT);
     std::size_t received = 0;
     while (pipe.get() != std::ifstream::traits_type::eof())
         ++received;
