@@ -1,11 +1,10 @@
 // Search and sorting of the grid on a table of 1,000,000 rows and 9 columns, each as a ratio to a reference that runs
 // in the same process: a memchr pass over the same bytes, and std::sort of the same texts by their bytes.
+#include "Measure.h"
 #include "browser/GridRows.h"
 #include "model/TAdmMDBTable.h"
 
 #include <algorithm>
-#include <array>
-#include <chrono>
 #include <cstring>
 #include <fmt/format.h>
 #include <functional>
@@ -21,15 +20,12 @@ constexpr int repetitions = 9;
 double medianMs(
     const std::function<void()>& work, const std::function<void()>& prepare = [] {})
 {
-    std::array<double, repetitions> times{};
-    for (auto& time : times) {
+    std::vector<double> times;
+    for (int i = 0; i < repetitions; ++i) {
         prepare();
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        time = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+        times.push_back(1000 * bench::seconds(work));
     }
-    std::sort(times.begin(), times.end());
-    return times[repetitions / 2];
+    return bench::median(std::move(times));
 }
 
 void report(const char* name, double ms, double reference, double limit)

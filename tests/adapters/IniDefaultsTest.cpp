@@ -1,12 +1,15 @@
 #include "adapters/IniDefaults.h"
 
+#include "adapters/Files.h"
 #include "adapters/LockFile.h"
-#include "adapters/TemporaryFolder.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
 
 namespace vellumo {
 namespace {
 
-using namespace testing;
+using namespace test;
 
 // The library is free with empty lines.
 std::string withoutEmptyLines(std::string text)
@@ -18,8 +21,8 @@ std::string withoutEmptyLines(std::string text)
 
 TEST(IniDefaults, KeepsWhatWasSetBetweenRuns)
 {
-    const TemporaryFolder folder;
-    const auto path = folder.file("new/folder/vellumo.ini");
+    const TempFolder folder;
+    const auto path = folder.path("new/folder/vellumo.ini");
     const std::string texts[] = {"/home/a b/Größe", "", " leading", "back\\slash; two\nlines", "true"};
     {
         IniDefaults defaults(path);
@@ -32,7 +35,7 @@ TEST(IniDefaults, KeepsWhatWasSetBetweenRuns)
         EXPECT_FALSE(std::filesystem::exists(path));
         EXPECT_TRUE(defaults.synchronize());
     }
-    EXPECT_EQ(modeOf(path), ownerOnly);
+    EXPECT_TRUE(isPrivate(path));
     const IniDefaults defaults(path);
     EXPECT_EQ(defaults.boolean("jumpBarShown"), true);
     EXPECT_EQ(defaults.boolean("textViewShown"), false);
@@ -44,8 +47,8 @@ TEST(IniDefaults, KeepsWhatWasSetBetweenRuns)
 
 TEST(IniDefaults, LeavesWhatOthersWrote)
 {
-    const TemporaryFolder folder;
-    const auto path = folder.file("vellumo.ini");
+    const TempFolder folder;
+    const auto path = folder.path("vellumo.ini");
     writeFile(path, "# by hand\n[General]\nkept=a\\nb\njumpBarShown=false\n\n[Later]\nkey[de]=Wert\n");
     IniDefaults first(path);
     IniDefaults second(path);
@@ -71,8 +74,8 @@ TEST(IniDefaults, NeverOverwritesWhatItDoesNotUnderstand)
         {"a later version's", "[General]\nversion=2\njumpBarShown=false\n", false},
     };
     for (const auto& test : cases) {
-        const TemporaryFolder folder;
-        const auto path = folder.file("vellumo.ini");
+        const TempFolder folder;
+        const auto path = folder.path("vellumo.ini");
         writeFile(path, test.content);
         IniDefaults defaults(path);
         EXPECT_EQ(defaults.boolean("jumpBarShown"), test.shown) << test.name;
@@ -85,15 +88,15 @@ TEST(IniDefaults, NeverOverwritesWhatItDoesNotUnderstand)
 
 TEST(IniDefaults, ReplacesTheFileBehindASymbolicLink)
 {
-    const TemporaryFolder folder;
-    const auto path = folder.file("vellumo.ini");
-    writeFile(folder.file("real.ini"), "");
-    std::filesystem::create_symlink(folder.file("real.ini"), path);
+    const TempFolder folder;
+    const auto path = folder.path("vellumo.ini");
+    writeFile(folder.path("real.ini"), "");
+    std::filesystem::create_symlink(folder.path("real.ini"), path);
     IniDefaults defaults(path);
     defaults.setBoolean("a", true);
     EXPECT_TRUE(defaults.synchronize());
     EXPECT_TRUE(std::filesystem::is_symlink(path));
-    EXPECT_EQ(withoutEmptyLines(readFile(folder.file("real.ini"))), "[General]\nversion=1\na=true\n");
+    EXPECT_EQ(withoutEmptyLines(readFile(folder.path("real.ini"))), "[General]\nversion=1\na=true\n");
 }
 
 } // namespace

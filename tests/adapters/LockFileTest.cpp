@@ -1,6 +1,9 @@
 #include "adapters/LockFile.h"
 
-#include "adapters/TemporaryFolder.h"
+#include "adapters/Files.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -8,7 +11,7 @@
 namespace vellumo {
 namespace {
 
-using namespace testing;
+using namespace test;
 constexpr std::chrono::milliseconds once{0};
 
 std::string thisHost()
@@ -29,8 +32,8 @@ std::string goneProcess()
 
 TEST(LockFile, KeepsOthersOutUntilUnlocked)
 {
-    const TemporaryFolder folder;
-    const auto path = folder.file("list.lock");
+    const TempFolder folder;
+    const auto path = folder.path("list.lock");
     LockFile first(path);
     LockFile second(path);
     EXPECT_TRUE(first.tryLock(once));
@@ -39,7 +42,7 @@ TEST(LockFile, KeepsOthersOutUntilUnlocked)
     first.unlock();
     EXPECT_FALSE(std::filesystem::exists(path));
     EXPECT_TRUE(second.tryLock(once));
-    EXPECT_FALSE(LockFile(folder.file("missing/list.lock")).tryLock(once));
+    EXPECT_FALSE(LockFile(folder.path("missing/list.lock")).tryLock(once));
 }
 
 TEST(LockFile, TakesOverWhatADeadProcessLeft)
@@ -63,8 +66,8 @@ TEST(LockFile, TakesOverWhatADeadProcessLeft)
         {"cut short", goneProcess() + "\nother", false},
     };
     for (const auto& test : cases) {
-        const TemporaryFolder folder;
-        const auto path = folder.file("list.lock");
+        const TempFolder folder;
+        const auto path = folder.path("list.lock");
         writeFile(path, test.content);
         LockFile lock(path);
         EXPECT_EQ(lock.tryLock(once), test.isTaken) << test.name;

@@ -1,7 +1,8 @@
 #include "adapters/XbelRecentDocuments.h"
 
+#include "adapters/Files.h"
 #include "adapters/LockFile.h"
-#include "adapters/TemporaryFolder.h"
+#include "support/TempFolder.h"
 
 #include <gmock/gmock.h>
 #include <sys/wait.h>
@@ -10,7 +11,7 @@
 namespace vellumo {
 namespace {
 
-using namespace testing;
+using namespace test;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
@@ -67,8 +68,8 @@ protected:
         return settings;
     }
 
-    TemporaryFolder folder;
-    std::string path = folder.file("share/recently-used.xbel");
+    TempFolder folder;
+    std::string path = folder.path("share/recently-used.xbel");
 };
 
 TEST_F(XbelRecentDocumentsTest, ListsWhatWasNotedTheLatestFirst)
@@ -80,7 +81,7 @@ TEST_F(XbelRecentDocumentsTest, ListsWhatWasNotedTheLatestFirst)
     const auto expected = ElementsAre("/data/one.mdb", "/data/two.mdb", "/data/Größe & 'co' 100%.accdb");
     EXPECT_THAT(documents.paths(), expected);
     EXPECT_THAT(XbelRecentDocuments(settings()).paths(), expected);
-    EXPECT_EQ(modeOf(path), ownerOnly);
+    EXPECT_TRUE(isPrivate(path));
     const auto text = readFile(path);
     EXPECT_THAT(text, HasSubstr("<mime:mime-type type=\"application/vnd.ms-access\"/>"));
     EXPECT_THAT(text, HasSubstr("<bookmark:group>Database</bookmark:group>"));
@@ -95,7 +96,7 @@ TEST_F(XbelRecentDocumentsTest, ListsWhatWasNotedTheLatestFirst)
 
 TEST_F(XbelRecentDocumentsTest, LeavesTheEntriesOfOthersByteForByte)
 {
-    std::filesystem::create_directories(folder.file("share"));
+    std::filesystem::create_directories(folder.path("share"));
     const auto others = head + gtkEntry + kdeEntry + foreignMetadataEntry;
     writeFile(path, others + foot);
     XbelRecentDocuments documents(settings());
@@ -104,14 +105,14 @@ TEST_F(XbelRecentDocumentsTest, LeavesTheEntriesOfOthersByteForByte)
     const auto text = readFile(path);
     EXPECT_TRUE(text.starts_with(others + "  <bookmark href=\"file:///data/new.mdb\"")) << text;
     EXPECT_TRUE(text.ends_with("</bookmark>\n" + foot)) << text;
-    EXPECT_EQ(modeOf(path), ownerOnly);
+    EXPECT_TRUE(isPrivate(path));
     documents.clear();
     EXPECT_EQ(readFile(path), others + foot);
 }
 
 TEST_F(XbelRecentDocumentsTest, SharesAnEntryWithOtherPrograms)
 {
-    std::filesystem::create_directories(folder.file("share"));
+    std::filesystem::create_directories(folder.path("share"));
     writeFile(path, head + kdeEntry + gtkEntry + foot);
     XbelRecentDocuments documents(settings());
     documents.note("/data/a&b.mdb");
@@ -142,7 +143,7 @@ TEST_F(XbelRecentDocumentsTest, WritesNothingThatCouldLoseSomething)
         {"root without content", "<xbel version=\"1.0\"/>"},
         {"other prefixes for the same names", "<xbel version=\"1.0\"></xbel>"},
     };
-    std::filesystem::create_directories(folder.file("share"));
+    std::filesystem::create_directories(folder.path("share"));
     for (const auto& test : cases) {
         writeFile(path, test.content);
         XbelRecentDocuments documents(settings());
@@ -157,7 +158,7 @@ TEST_F(XbelRecentDocumentsTest, WritesNothingThatCouldLoseSomething)
 
 TEST_F(XbelRecentDocumentsTest, KeepsForThisRunWhatMayNotBeWritten)
 {
-    const auto globals = folder.file("kdeglobals");
+    const auto globals = folder.path("kdeglobals");
     const struct {
         const char* name;
         const char* globals;
@@ -186,7 +187,7 @@ TEST_F(XbelRecentDocumentsTest, KeepsForThisRunWhatMayNotBeWritten)
 
 TEST_F(XbelRecentDocumentsTest, DoesNotWriteWhileAnotherProgramHoldsTheLock)
 {
-    std::filesystem::create_directories(folder.file("share"));
+    std::filesystem::create_directories(folder.path("share"));
     XbelRecentDocuments documents(settings());
     {
         LockFile other(path + ".lock");
