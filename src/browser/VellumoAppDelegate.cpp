@@ -27,8 +27,7 @@ void VellumoAppDelegate::applicationDidFinishLaunching()
     showFileInformation();
     m_view.navigationDidChange();
     m_view.searchMenuDidChange();
-    refreshRecentFiles();
-    updateStatusBarForNoSelection();
+    refreshRecentFiles(); // with nothing selected it tells the number of files
 }
 
 void VellumoAppDelegate::applicationWillTerminate()

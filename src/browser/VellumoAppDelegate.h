@@ -131,6 +131,8 @@ public:
     // The report was shown, and the wizard's call has returned.
     void exportDidFinish();
     [[nodiscard]] bool isExporting() const { return m_exports.isExporting(); }
+    // Null when there is none.
+    [[nodiscard]] const std::shared_ptr<ExportWizard>& exportWizard() const { return m_exports.wizard(); }
 
     // --- Table windows ---
     void OpenTableInNewWindow(TAdmMDBTable& table);

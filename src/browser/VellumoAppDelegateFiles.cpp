@@ -234,7 +234,11 @@ void VellumoAppDelegate::refreshRecentFiles()
     const auto removed = reconcile(m_desktop.recentDocuments.paths());
     m_files.sortByName();
     reloadTree();
-    if (m_selectedFile == nullptr) deselectAll();
+    if (m_selectedFile == nullptr) {
+        deselectAll();
+        // The number of files may be another one.
+        updateStatusBarForNoSelection();
+    }
     restoreTreeSelection();
     refreshJumpBarMenu();
     setPlaceholderShown(m_files.empty());
