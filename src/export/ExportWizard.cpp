@@ -188,8 +188,8 @@ void ExportWizard::changeFieldDelimiter()
     if (m_exportFileType != ExportFileType::CSV) return;
     const auto delimiter = static_cast<FieldDelimiter>(m_controls.fieldDelimiterPopup.selectedTag);
     auto& symbol = m_controls.decimalSymbolTextField.value;
-    if (delimiter == FieldDelimiter::Comma) symbol = ".";
-    if (delimiter == FieldDelimiter::Semicolon) symbol = ",";
+    if (delimiter == FieldDelimiter::Comma) symbol = '.';
+    if (delimiter == FieldDelimiter::Semicolon) symbol = ',';
     m_view->controlsChanged();
 }
 
