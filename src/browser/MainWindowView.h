@@ -22,7 +22,8 @@ class MainWindowView {
 public:
     virtual ~MainWindowView() = default;
 
-    // The grid and the detail pane of the main window; lives as long as the view.
+    // The grid and the detail pane of the main window; lives as long as the view. Used already while the controller is
+    // being made.
     [[nodiscard]] virtual DataViewPort& dataView() = 0;
 
     // Tree. The view keeps which files are expanded.

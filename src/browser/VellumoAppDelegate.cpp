@@ -224,19 +224,20 @@ void VellumoAppDelegate::fileSearchDidChange(std::string text)
 
 void VellumoAppDelegate::dataSearchDidChange(std::string text)
 {
-    const auto selected = m_dataView.selectedRows().first();
-    const auto remembered = selected ? std::optional(m_dataView.recordAt(*selected)) : std::nullopt;
     m_search.text = std::move(text);
     reloadForSearch();
-    const auto position = remembered ? m_dataView.positionOfRecord(*remembered) : std::nullopt;
-    m_dataView.selectRows(position ? RowSelection::ofRow(*position) : RowSelection());
     updateStatusBarForRecordSelection();
 }
 
+// The selected record stays selected while the search finds it.
 void VellumoAppDelegate::reloadForSearch()
 {
+    const auto selected = m_dataView.selectedRows().first();
+    const auto remembered = selected ? std::optional(m_dataView.recordAt(*selected)) : std::nullopt;
     m_dataView.setSearch(m_search);
     m_dataView.reloadData();
+    const auto position = remembered ? m_dataView.positionOfRecord(*remembered) : std::nullopt;
+    m_dataView.selectRows(position ? RowSelection::ofRow(*position) : RowSelection());
 }
 
 void VellumoAppDelegate::Find() { m_view.focusDataSearchField(); }
@@ -245,15 +246,20 @@ void VellumoAppDelegate::SetSearchOption(int tag)
 {
     if (tag < static_cast<int>(SearchOption::Contains) || tag > static_cast<int>(SearchOption::EndsWith)) return;
     m_search.searchOption = static_cast<SearchOption>(tag);
-    m_view.searchMenuDidChange();
-    reloadForSearch();
+    searchRuleDidChange();
 }
 
 void VellumoAppDelegate::SetCaseForSearch()
 {
     m_search.ignoreCase = !m_search.ignoreCase;
+    searchRuleDidChange();
+}
+
+void VellumoAppDelegate::searchRuleDidChange()
+{
     m_view.searchMenuDidChange();
     reloadForSearch();
+    if (useDataFilter()) updateStatusBarForRecordSelection();
 }
 
 // Navigation

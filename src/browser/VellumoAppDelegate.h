@@ -179,6 +179,7 @@ private:
     void fileSearchDidChange(std::string text);
     void dataSearchDidChange(std::string text);
     void reloadForSearch();
+    void searchRuleDidChange();
     void recordVisit(TAdmMDBTable& table);
     [[nodiscard]] bool showVisitedTable(TAdmMDBTable& table);
     void exportItem(const TreeItem& item, int exportType);

@@ -239,6 +239,7 @@ void VellumoAppDelegate::refreshRecentFiles()
         // The number of files may be another one.
         updateStatusBarForNoSelection();
     }
+    refreshFileInfo(); // size and dates may be others
     restoreTreeSelection();
     refreshJumpBarMenu();
     setPlaceholderShown(m_files.empty());
