@@ -45,7 +45,10 @@ ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent
     m_ui->tableSelectionTableView->setFocus();
 }
 
-ExportDialog::~ExportDialog() { m_wizard->setView(nullptr); }
+ExportDialog::~ExportDialog()
+{
+    if (!m_hasEnded) m_wizard->setView(nullptr);
+}
 
 void ExportDialog::setUpTableList()
 {
@@ -224,6 +227,8 @@ void ExportDialog::endSheet(int returnCode)
     QMetaObject::invokeMethod(
         this,
         [this, returnCode] {
+            m_hasEnded = true;
+            m_wizard->setView(nullptr);
             emit sheetEnded(returnCode);
             deleteLater();
         },
