@@ -9,12 +9,14 @@
 namespace vellumo {
 
 ExportJob::ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, ExportOptions options,
-    const std::atomic<bool>& terminate, MainThread& mainThread, std::function<void(std::size_t)> updateProgress)
+    const std::atomic<bool>& terminate, MainThread& mainThread, SystemLog& systemLog,
+    std::function<void(std::size_t)> updateProgress)
     : m_file(file)
     , m_entries(std::move(entries))
     , m_options(std::move(options))
     , m_terminate(terminate)
     , m_mainThread(mainThread)
+    , m_systemLog(systemLog)
     , m_updateProgress(std::move(updateProgress))
 {
 }

@@ -12,6 +12,7 @@
 namespace vellumo {
 
 class MainThread;
+class SystemLog;
 class TAdmMDBFile;
 class TAdmMDBTable;
 
@@ -29,11 +30,13 @@ class ExportJob {
 public:
     // `entries`: the selected tables. `updateProgress` is called on the main thread. All references outlive the job.
     ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, ExportOptions options,
-        const std::atomic<bool>& terminate, MainThread& mainThread, std::function<void(std::size_t)> updateProgress);
+        const std::atomic<bool>& terminate, MainThread& mainThread, SystemLog& systemLog,
+        std::function<void(std::size_t)> updateProgress);
 
     [[nodiscard]] const TAdmMDBFile& file() const { return m_file; }
     [[nodiscard]] const std::vector<ExportEntry>& entries() const { return m_entries; }
     [[nodiscard]] const ExportOptions& options() const { return m_options; }
+    [[nodiscard]] SystemLog& systemLog() const { return m_systemLog; }
 
     // The user asked to stop. Cheap enough to be polled between two cells.
     [[nodiscard]] bool terminated() const { return m_terminate.load(std::memory_order_relaxed); }
@@ -68,6 +71,7 @@ private:
     ExportOptions m_options;
     const std::atomic<bool>& m_terminate;
     MainThread& m_mainThread;
+    SystemLog& m_systemLog;
     std::function<void(std::size_t)> m_updateProgress;
     int m_successTableCount = 0;
     std::vector<std::string> m_msgLog;

@@ -8,6 +8,7 @@ ExportWriter exportWriterForType(ExportFileType type)
     case ExportFileType::CSV:
     case ExportFileType::TXT:
     case ExportFileType::XML: return exportTextFileThread;
+    case ExportFileType::XLS: return exportXLSThread;
     default: return nullptr;
     }
 }

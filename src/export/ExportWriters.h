@@ -13,6 +13,9 @@ using ExportWriter = void (*)(ExportJob& job);
 // CSV, TXT and XML.
 void exportTextFileThread(ExportJob& job);
 
+// Excel workbooks: one for all tables, or one a table.
+void exportXLSThread(ExportJob& job);
+
 // The writer of a type; null for a code that is no type.
 [[nodiscard]] ExportWriter exportWriterForType(ExportFileType type);
 
