@@ -1,5 +1,6 @@
 #include "export/ExportJob.h"
 
+#include "SQLite Connection/DBSockets/LoadErrorWindow.h"
 #include "model/TAdmMDBFile.h"
 #include "platform/MainThread.h"
 #include "text/Format.h"
@@ -9,6 +10,16 @@
 
 namespace vellumo {
 
+namespace {
+
+LoadErrorWindow& standardErrorWindow()
+{
+    static StandardErrorLoadErrorWindow window;
+    return window;
+}
+
+} // namespace
+
 ExportJob::ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, ExportOptions options,
     const std::atomic<bool>& terminate, MainThread& mainThread, std::function<void(std::size_t)> updateProgress)
     : m_file(file)
@@ -17,6 +28,7 @@ ExportJob::ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, 
     , m_terminate(terminate)
     , m_mainThread(mainThread)
     , m_updateProgress(std::move(updateProgress))
+    , m_loadErrorWindow(&standardErrorWindow())
 {
 }
 

@@ -10,6 +10,7 @@
 
 namespace vellumo {
 
+class LoadErrorWindow;
 class MainThread;
 class TAdmMDBFile;
 class TAdmMDBTable;
@@ -56,6 +57,10 @@ public:
     // Adds a line as it is.
     void log(std::string line) { m_msgLog.push_back(std::move(line)); }
 
+    // Shows that the SQLite library cannot be used, on the thread that calls it. Standard error unless set.
+    [[nodiscard]] LoadErrorWindow& loadErrorWindow() const { return *m_loadErrorWindow; }
+    void setLoadErrorWindow(LoadErrorWindow& window) { m_loadErrorWindow = &window; }
+
     [[nodiscard]] int successTableCount() const { return m_successTableCount; }
     [[nodiscard]] const std::vector<std::string>& msgLog() const { return m_msgLog; }
 
@@ -68,6 +73,7 @@ private:
     const std::atomic<bool>& m_terminate;
     MainThread& m_mainThread;
     std::function<void(std::size_t)> m_updateProgress;
+    LoadErrorWindow* m_loadErrorWindow;
     int m_successTableCount = 0;
     std::vector<std::string> m_msgLog;
 };

@@ -1,5 +1,6 @@
 #include "text/LowerCase.h"
 
+#include <unicode/locid.h>
 #include <unicode/unistr.h>
 
 namespace vellumo {
