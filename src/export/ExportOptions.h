@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vellumo {
+
+// What an export writes. Any other code is carried along, has no extension and starts no writer.
+enum class ExportFileType : std::uint32_t { CSV = 0, TXT = 1, XML = 2, XLS = 3, SQL = 4, SQLite = 5 };
+
+// Without the dot; nullopt for a code that is no type.
+[[nodiscard]] std::optional<std::string_view> fileExtensionByExportFileType(ExportFileType type);
+
+// Tags of the delimiter popups. Any other field delimiter means a comma, any other record delimiter a line feed.
+enum class FieldDelimiter : std::uint32_t { Tab = 0, Semicolon = 1, Comma = 2, Space = 3 };
+enum class RecordDelimiter : std::uint32_t { LF = 0, CR = 1, CRLF = 2 };
+[[nodiscard]] std::string_view fieldDelimiterText(FieldDelimiter delimiter);
+[[nodiscard]] std::string_view recordDelimiterText(RecordDelimiter delimiter);
+
+// Tags of the dialect popup; also the server-type codes of database connections.
+enum class SQLDialect : std::uint32_t { MySQL = 1, PostgreSQL = 2, Oracle = 3, SQLite = 4, SQLServer = 5 };
+[[nodiscard]] bool takesSchemaName(SQLDialect dialect);
+
+// What the user chose, frozen for a writer. Options that do not apply to the type hold their defaults.
+struct ExportOptions {
+    ExportFileType fileType = ExportFileType::CSV;
+    bool isSingleFile = false;
+    std::string path; // single file: the output file; else the output folder
+    bool includeColumnHeader = true;
+    FieldDelimiter fieldDelimiter = FieldDelimiter::Comma;
+    RecordDelimiter recordDelimiter = RecordDelimiter::LF;
+    std::string decimalSymbol = "."; // any text, may be empty
+    std::uint32_t encoding = 4;      // identifier of a text encoding
+    SQLDialect sqlDialect = SQLDialect::MySQL;
+    std::string schemaName;
+    bool exportStructure = true;
+    bool includeDropTable = true; // this and the next two: only with structure
+    bool includeForeignKeys = true;
+    bool includeIndexes = true;
+    bool exportData = true;
+};
+
+// One row of the table list.
+struct ExportEntry {
+    bool selected = false;
+    std::string tableName;
+    std::string exportFileName; // used when each table goes to a file of its own
+
+    // Not selected; the file is named after the table, with the type's extension (a SQLite export has no file a table,
+    // so its entries carry the bare name).
+    [[nodiscard]] static ExportEntry exportEntryWithTableName(std::string_view tableName, ExportFileType type);
+};
+
+} // namespace vellumo

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "export/ExportOptions.h"
+
+namespace vellumo {
+
+class ExportJob;
+
+// Writes all tables of a job, on the thread that it is called on. Counts each table that is completely written and logs
+// each that failed; after a stop nothing half-written is left on disk.
+using ExportWriter = void (*)(ExportJob& job);
+
+// CSV, TXT and XML.
+void exportTextFileThread(ExportJob& job);
+
+// The writer of a type; null for a code that is no type.
+[[nodiscard]] ExportWriter exportWriterForType(ExportFileType type);
+
+} // namespace vellumo

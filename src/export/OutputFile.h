@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace vellumo {
+
+// A file that is written from beginning to end through one large buffer. The first error sticks: what comes after it
+// goes nowhere, and `close` tells. A file that is not closed in the end is discarded. One thread at a time.
+class OutputFile {
+public:
+    OutputFile();
+    ~OutputFile() { discard(); }
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    // Creates the file, or empties an existing one. False when that cannot be done. No file is open before; the object
+    // may be used for one file after the other.
+    [[nodiscard]] bool open(const std::string& path);
+
+    void write(std::string_view bytes)
+    {
+        if (bytes.size() > capacity - m_used) return writeThrough(bytes);
+        std::memcpy(m_buffer.get() + m_used, bytes.data(), bytes.size());
+        m_used += bytes.size();
+    }
+
+    // An earlier write failed.
+    [[nodiscard]] bool failed() const { return m_failed; }
+
+    // Writes what is left. True when every byte got there; otherwise the file is discarded.
+    [[nodiscard]] bool close();
+
+    // Closes the file and removes it; one behind a link is emptied instead, and what is no regular file (a device, a
+    // pipe) stays. Nothing happens when no file is open.
+    void discard();
+
+private:
+    static constexpr std::size_t capacity = std::size_t{256} << 10;
+
+    void writeThrough(std::string_view bytes);
+    void flush();
+    void writeNow(std::string_view bytes);
+    [[nodiscard]] bool closeDescriptor();
+
+    std::unique_ptr<char[]> m_buffer;
+    std::size_t m_used = 0;
+    std::string m_path;
+    int m_descriptor = -1;
+    bool m_failed = false;
+};
+
+} // namespace vellumo
