@@ -10,6 +10,7 @@
 namespace vellumo {
 
 class ImageDecoder;
+class Workspace;
 struct Image;
 
 // The content of one object cell after its wrappers were taken off: the bytes of the embedded file and the extension
@@ -17,7 +18,7 @@ struct Image;
 // Main thread only, but for construction and `data`.
 class TAdmBlobData {
 public:
-    // `fileExtension` without the dot, "" when unknown. Takes the bytes over.
+    // `fileExtension` without the dot, "" when unknown; one that is no UTF-8 counts as unknown. Takes the bytes over.
     TAdmBlobData(std::vector<std::byte> data, std::string fileExtension);
     // Removes the temporary file, if one was made.
     ~TAdmBlobData();
@@ -34,6 +35,9 @@ public:
     [[nodiscard]] std::string cellDescription() const;
     // What the detail pane shows: the payload as UTF-8 text, or "[NON-TEXTUAL DATA]" (localised).
     [[nodiscard]] std::string description() const;
+
+    // The desktop's icon for files of this extension, 16 x 16 pixels; null when it has none.
+    [[nodiscard]] std::shared_ptr<const Image> getFileIcon(Workspace& workspace) const;
 
     // The path of a temporary file that holds the payload, made at the first call; "" when it cannot be made (the
     // next call tries again).

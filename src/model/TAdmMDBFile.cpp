@@ -1,5 +1,6 @@
 #include "model/TAdmMDBFile.h"
 
+#include "model/FileLoader.h"
 #include "text/FileSize.h"
 #include "text/FinderCompare.h"
 #include "text/Format.h"
@@ -42,6 +43,15 @@ void TAdmMDBFile::setAllForeignKeys(ForeignKeys foreignKeys)
     m_allForeignKeys = std::move(foreignKeys);
     for (const auto& foreignKey : m_allForeignKeys)
         foreignKey->setFile(this);
+}
+
+bool TAdmMDBFile::open(const OpenOptions& options)
+{
+    if (m_fActive) return true;
+    FileLoader loader(*this, options);
+    m_fActive = loader.load();
+    if (!m_fActive) close();
+    return m_fActive;
 }
 
 void TAdmMDBFile::close()

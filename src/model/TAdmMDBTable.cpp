@@ -1,11 +1,16 @@
 #include "model/TAdmMDBTable.h"
 
 #include "model/TAdmMDBFile.h"
+#include "model/libmdb/TableDef.h"
 #include "text/Messages.h"
 
 #include <set>
 
 namespace vellumo {
+
+namespace {
+constexpr int textType = 10;
+}
 
 void TAdmMDBTable::setColumns(Columns columns)
 {
@@ -38,6 +43,48 @@ bool TAdmMDBTable::isOLEColumn(std::string_view columnName) const
 std::vector<TAdmMDBForeignKey*> TAdmMDBTable::foreignKeys() const
 {
     return m_file == nullptr ? std::vector<TAdmMDBForeignKey*>() : m_file->foreignKeysForTable(name());
+}
+
+void TAdmMDBTable::getColumnsFromMdbTableDef(const libmdb::TableDef& tableDef, int formatVersion)
+{
+    Columns columns;
+    for (const auto& def : tableDef.columns) {
+        auto column = std::make_unique<TAdmMDBColumn>();
+        column->setName(def.name);
+        column->setDataType(std::string(libmdb::mdb_get_colbacktype_string_fromMdbType(def.typeCode)));
+        // Jet 4 stores two bytes a character and states the size in bytes.
+        if (def.typeCode == textType && def.size > 0)
+            column->setFieldSize(formatVersion != 0 ? def.size / 2 : def.size);
+        column->setIsHyperlink(def.isHyperlink);
+        column->setIsCalculatedType(def.isCalculated);
+        if (def.precision > 0) {
+            column->setPrecision(def.precision);
+            column->setScale(def.scale);
+        }
+        for (const auto& [property, value] : def.properties)
+            column->applyProperty(property, value);
+        columns.push_back(std::move(column));
+    }
+    setColumns(std::move(columns));
+}
+
+void TAdmMDBTable::getIndicesFromMdbTableDef(const libmdb::TableDef& tableDef)
+{
+    Indices indices;
+    for (const auto& def : tableDef.indices) {
+        if (def.keys.empty()) continue;
+        auto index = std::make_unique<TAdmMDBIndex>();
+        index->setName(def.name);
+        index->setIsPrimaryKey(def.type == libmdb::IndexDef::primaryKeyType);
+        index->setIsUnique((def.flags & libmdb::IndexDef::uniqueFlag) != 0);
+        std::vector<IndexKey> keys;
+        for (const auto& key : def.keys)
+            keys.push_back({tableDef.columns[key.column].name, key.isAscending});
+        index->setKeys(std::move(keys));
+        indices.push_back(std::move(index));
+    }
+    sortByName(indices);
+    setIndices(std::move(indices));
 }
 
 void TAdmMDBTable::setColumnPrimaryKey()

@@ -40,7 +40,9 @@ public:
     // The relations in which this table holds the foreign key, sorted by name; owned by the file.
     [[nodiscard]] std::vector<TAdmMDBForeignKey*> foreignKeys() const;
 
-    void getColumnsFromMdbTableDef(const libmdb::TableDef& tableDef);
+    // `formatVersion`: 0 for Jet 3, 1 for Jet 4.
+    void getColumnsFromMdbTableDef(const libmdb::TableDef& tableDef, int formatVersion);
+    // Only indexes with keys are taken.
     void getIndicesFromMdbTableDef(const libmdb::TableDef& tableDef);
     // Marks the columns that are keys of a primary-key index.
     void setColumnPrimaryKey();

@@ -103,13 +103,23 @@ const char* registeredNameOf(const char* alias)
     return nullptr;
 }
 
-std::string registeredNameOf(std::uint32_t identifier)
+std::vector<TextEncoding> listEncodings()
 {
-    for (const auto& common : commonEncodings)
-        if (common.identifier == identifier) return common.registeredName;
-    for (const auto& encoding : availableTextEncodings())
-        if (encoding.identifier == identifier) return encoding.registeredName;
-    return {};
+    std::vector<TextEncoding> encodings;
+    std::set<std::string_view> names;
+    for (int32_t i = 0; i < ucnv_countAvailable(); ++i) {
+        const auto* name = registeredNameOf(ucnv_getAvailableName(i));
+        if (name != nullptr && names.insert(name).second) encodings.push_back(describe(name));
+    }
+    return encodings;
+}
+
+// Null for an identifier that is no encoding.
+const TextEncoding* encodingOf(std::uint32_t identifier)
+{
+    const auto& encodings = availableTextEncodings();
+    const auto found = std::ranges::find(encodings, identifier, &TextEncoding::identifier);
+    return found == encodings.end() ? nullptr : &*found;
 }
 
 // The converter for a registered name; those that would write a byte-order mark are taken by their byte order.
@@ -148,21 +158,16 @@ std::size_t segmentLength(std::string_view text)
 
 } // namespace
 
-std::vector<TextEncoding> availableTextEncodings()
+const std::vector<TextEncoding>& availableTextEncodings()
 {
-    std::vector<TextEncoding> encodings;
-    std::set<std::string_view> names;
-    for (int32_t i = 0; i < ucnv_countAvailable(); ++i) {
-        const auto* name = registeredNameOf(ucnv_getAvailableName(i));
-        if (name != nullptr && names.insert(name).second) encodings.push_back(describe(name));
-    }
+    static const auto encodings = listEncodings();
     return encodings;
 }
 
 std::string textEncodingName(std::uint32_t identifier)
 {
-    const auto registeredName = registeredNameOf(identifier);
-    return registeredName.empty() ? std::string() : describe(registeredName).name;
+    const auto* encoding = encodingOf(identifier);
+    return encoding == nullptr ? std::string() : encoding->name;
 }
 
 std::optional<std::uint32_t> findTextEncoding(std::string_view name)
@@ -210,11 +215,11 @@ TextEncoder::TextEncoder(Converter converter)
 std::optional<TextEncoder> TextEncoder::create(std::uint32_t identifier)
 {
     if (identifier == encodingUTF8) return TextEncoder(nullptr);
-    const auto registeredName = registeredNameOf(identifier);
-    if (registeredName.empty()) return std::nullopt;
+    const auto* encoding = encodingOf(identifier);
+    if (encoding == nullptr) return std::nullopt;
     // Success includes the warning that a name stands for several variants of an encoding.
     UErrorCode status = U_ZERO_ERROR;
-    Converter converter(ucnv_open(converterName(registeredName), &status));
+    Converter converter(ucnv_open(converterName(encoding->registeredName), &status));
     if (U_FAILURE(status)) return std::nullopt;
     ucnv_setFromUCallBack(converter.get(), stopAtEveryProblem, nullptr, nullptr, nullptr, &status);
     ucnv_setFallback(converter.get(), false);

@@ -26,8 +26,9 @@ inline constexpr std::uint32_t encodingISOLatin1 = 5;
 inline constexpr std::uint32_t encodingUTF16 = 10;
 inline constexpr std::uint32_t encodingWindows1252 = 12;
 
-// Every encoding that has a registered name, in no particular order. No locale of the process has an influence.
-[[nodiscard]] std::vector<TextEncoding> availableTextEncodings();
+// Every encoding that has a registered name, in no particular order; the names are in the language of the first call.
+// No locale of the process has an influence on the encodings themselves.
+[[nodiscard]] const std::vector<TextEncoding>& availableTextEncodings();
 
 // The readable name of an encoding; "" for an identifier that is none.
 [[nodiscard]] std::string textEncodingName(std::uint32_t identifier);

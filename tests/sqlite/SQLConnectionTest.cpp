@@ -1,10 +1,9 @@
 #include "SQLite Connection/Connection/SQLConnection.h"
 #include "SQLite Connection/DBSockets/DynamicSQLiteAPISocket.h"
-#include "sqlite/RecordingLoadErrorWindow.h"
+#include "support/RecordingLoadErrorWindow.h"
+#include "support/TempFolder.h"
 
 #include <atomic>
-#include <cstdlib>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -15,15 +14,6 @@ namespace fs = std::filesystem;
 
 class SQLConnectionTest : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        std::string pattern = fs::temp_directory_path() / "vellumo-sqlite-XXXXXX";
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        m_folder = pattern;
-        m_database = m_folder / "a b.sqlite";
-    }
-    void TearDown() override { fs::remove_all(m_folder); }
-
     [[nodiscard]] std::unique_ptr<SQLConnection> connectionTo(const fs::path& path)
     {
         auto connection = std::make_unique<SQLConnection>(ServerType::SQLite, m_window);
@@ -46,9 +36,10 @@ protected:
         return std::string(socket->result()->text(0));
     }
 
-    RecordingLoadErrorWindow m_window;
-    fs::path m_folder;
-    fs::path m_database;
+    test::RecordingLoadErrorWindow m_window;
+    test::TempFolder m_tempFolder;
+    fs::path m_folder{m_tempFolder.path()};
+    fs::path m_database = m_folder / "a b.sqlite";
 };
 
 TEST_F(SQLConnectionTest, CreateMakesAnEmptyDatabaseOnce)

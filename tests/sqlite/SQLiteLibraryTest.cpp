@@ -1,7 +1,7 @@
 #include "SQLite Connection/DBSockets/SQLiteLibrary.h"
 #include "SQLite Connection/Connection/SQLConnection.h"
 #include "SQLite Connection/DBSockets/DynamicSQLiteAPISocket.h"
-#include "sqlite/RecordingLoadErrorWindow.h"
+#include "support/RecordingLoadErrorWindow.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -25,7 +25,7 @@ public:
 
 TEST(SQLiteLibrary, StaysLoadedUntilTheLastSocketGoes)
 {
-    RecordingLoadErrorWindow window;
+    test::RecordingLoadErrorWindow window;
     auto first = std::make_unique<DynamicSQLiteAPISocket>(window);
     auto second = std::make_unique<DynamicSQLiteAPISocket>(window);
     first.reset();
@@ -40,7 +40,7 @@ TEST(SQLiteLibrary, StaysLoadedUntilTheLastSocketGoes)
 TEST(SQLiteLibrary, MissingFileIsShownOnceALoad)
 {
     const LibraryPath path("/nonexistent/libsqlite3.so");
-    RecordingLoadErrorWindow window;
+    test::RecordingLoadErrorWindow window;
     SQLConnection connection(ServerType::SQLite, window);
     connection.setDbFilePath("/tmp/never-made.sqlite");
     EXPECT_FALSE(connection.connect());
@@ -58,7 +58,7 @@ TEST(SQLiteLibrary, MissingFileIsShownOnceALoad)
 TEST(SQLiteLibrary, MissingEntryPointsAreListedInOrder)
 {
     const LibraryPath path(INCOMPLETE_LIBRARY);
-    RecordingLoadErrorWindow window;
+    test::RecordingLoadErrorWindow window;
     EXPECT_FALSE(LoadSQLiteLibrary(window));
     EXPECT_FALSE(IsSQLiteLibraryLoaded());
     ASSERT_EQ(window.shown.size(), 1U);
@@ -71,7 +71,7 @@ TEST(SQLiteLibrary, MissingEntryPointsAreListedInOrder)
 
 TEST(SQLiteLibrary, SocketThatFailedToLoadLeavesOthersTheirLibrary)
 {
-    RecordingLoadErrorWindow window;
+    test::RecordingLoadErrorWindow window;
     auto broken = [&] {
         const LibraryPath path("/nonexistent/libsqlite3.so");
         return std::make_unique<DynamicSQLiteAPISocket>(window);

@@ -1,7 +1,5 @@
 #include "export/sql/SQLDialectFacts.h"
 
-#include "model/AccessTypes.h"
-
 #include <algorithm>
 
 namespace vellumo {
@@ -9,23 +7,8 @@ namespace vellumo {
 namespace {
 
 // The order of the types in a row of facts.
-constexpr AccessType typeOrder[] = {
-    AccessType::Boolean,
-    AccessType::Byte,
-    AccessType::Integer,
-    AccessType::LongInteger,
-    AccessType::Currency,
-    AccessType::Single,
-    AccessType::Double,
-    AccessType::DateTime,
-    AccessType::Binary,
-    AccessType::Text,
-    AccessType::OLE,
-    AccessType::Memo,
-    AccessType::ReplicationId,
-    AccessType::Numeric,
-    AccessType::ComplexValue,
-};
+constexpr std::string_view accessTypes[] = {"Boolean", "Byte", "Integer", "Long Integer", "Currency", "Single", "Double",
+    "DateTime", "Binary", "Text", "OLE", "Memo/Hyperlink", "Replication ID", "Numeric", "Complex Value auto number"};
 
 constexpr SQLDialectFacts mySQL = {
     .dialect = ServerType::MySQL,
@@ -214,10 +197,9 @@ const SQLDialectFacts& sqlDialectFacts(ServerType dialect)
 
 std::string convertMDBTypeToDBSPType(std::string_view accessType, ServerType dialect)
 {
-    const auto* found = std::find_if(std::begin(typeOrder), std::end(typeOrder),
-        [&](AccessType type) { return accessTypeName(static_cast<int>(type)) == accessType; });
-    if (found == std::end(typeOrder)) return std::string(accessType);
-    const auto name = sqlDialectFacts(dialect).types[static_cast<std::size_t>(found - typeOrder)];
+    const auto* found = std::find(std::begin(accessTypes), std::end(accessTypes), accessType);
+    if (found == std::end(accessTypes)) return std::string(accessType);
+    const auto name = sqlDialectFacts(dialect).types[static_cast<std::size_t>(found - accessTypes)];
     return std::string(name.empty() ? accessType : name);
 }
 

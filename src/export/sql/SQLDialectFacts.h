@@ -79,7 +79,7 @@ struct SQLDialectFacts {
     GuidForm guidForm;
 
     // The types of columns, in the order: Boolean, Byte, Integer, Long Integer, Currency, Single, Double, DateTime,
-    // Binary, Text, OLE, Memo/Hyperlink, Replication ID, Numeric, Complex Value auto number. "" for no type of its own.
+    // Binary, Text, OLE, Memo/Hyperlink, Replication ID, Numeric, Complex Value auto number. "": the Access name.
     std::array<std::string_view, 15> types;
 };
 

@@ -1,17 +1,12 @@
 #pragma once
 
-#include "export/ExportJob.h"
-#include "export/ExportWriters.h"
-#include "platform/MainThread.h"
+#include "support/ExportRun.h"
 #include "support/ModelBuilder.h"
+#include "support/TempFolder.h"
 
 #include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <sys/resource.h>
 
 namespace vellumo::test {
@@ -75,26 +70,16 @@ inline std::unique_ptr<TAdmMDBFile> makeShop()
 // Runs SQL exports into a folder of their own.
 class SQLExportFixture : public testing::Test {
 protected:
-    struct Report {
-        std::vector<std::string> log;
-        int successes = 0;
-        std::vector<std::size_t> progress;
-    };
-
-    void SetUp() override
+    SQLExportFixture()
     {
-        std::string pattern = fs::temp_directory_path() / "vellumo-sql-XXXXXX";
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        m_folder = pattern;
         m_options.isSingleFile = true;
         m_options.path = m_folder / "out.sql";
     }
-    void TearDown() override { fs::remove_all(m_folder); }
 
     // Exports all tables of the file. The run is stopped when the progress report with number `m_stopAt` arrives.
-    Report run(ExportWriter writer, const TAdmMDBFile& file)
+    ExportOutcome runExport(ExportWriter writer, const TAdmMDBFile& file)
     {
-        Report report;
+        ExportOutcome report;
         std::vector<ExportEntry> entries;
         for (const auto& table : file.tables())
             entries.push_back(ExportEntry::exportEntryWithTableName(table->name(), ExportFileType::SQL));
@@ -104,7 +89,7 @@ protected:
         });
         writer(job);
         report.log = job.msgLog();
-        report.successes = job.successTableCount();
+        report.successTableCount = job.successTableCount();
         return report;
     }
     [[nodiscard]] std::vector<std::string> filesInFolder() const
@@ -116,11 +101,8 @@ protected:
         return names;
     }
 
-    struct DirectMainThread : MainThread {
-        void performAndWait(const std::function<void()>& work) override { work(); }
-    };
-
-    fs::path m_folder;
+    TempFolder m_tempFolder;
+    fs::path m_folder{m_tempFolder.path()};
     ExportOptions m_options;
     std::size_t m_stopAt = static_cast<std::size_t>(-1);
     std::atomic<bool> m_terminate = false;

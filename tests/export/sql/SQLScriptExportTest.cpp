@@ -12,9 +12,9 @@ class SQLScript : public SQLExportFixture {
 protected:
     [[nodiscard]] std::string scriptOf(const TAdmMDBFile& file)
     {
-        const auto report = run(exportSQLThread, file);
+        const auto report = runExport(exportSQLThread, file);
         EXPECT_THAT(report.log, IsEmpty());
-        EXPECT_EQ(report.successes, static_cast<int>(file.tables().size()));
+        EXPECT_EQ(report.successTableCount, static_cast<int>(file.tables().size()));
         return contentOf(m_options.path);
     }
     [[nodiscard]] std::string scriptOf(const TAdmMDBFile& file, SQLDialect dialect)
@@ -53,8 +53,8 @@ TEST_F(SQLScript, ScriptPerTableIsCompleteInItself)
     m_options.exportData = false;
     m_options.includeDropTable = false;
     m_options.sqlDialect = SQLDialect::SQLite;
-    const auto report = run(exportSQLThread, *shop);
-    EXPECT_EQ(report.successes, 2);
+    const auto report = runExport(exportSQLThread, *shop);
+    EXPECT_EQ(report.successTableCount, 2);
     EXPECT_THAT(report.progress, ElementsAre(0, 1, 1, 2)) << "each start, and the tables done behind each";
     EXPECT_THAT(filesInFolder(), ElementsAre("Customers.sql", "Orders.sql"));
     EXPECT_EQ(contentOf(m_folder / "Customers.sql"), R"(PRAGMA foreign_keys = false;
@@ -77,7 +77,7 @@ PRAGMA foreign_keys = true;
 
     m_options.sqlDialect = SQLDialect::MySQL;
     m_options.includeIndexes = false;
-    run(exportSQLThread, *shop);
+    runExport(exportSQLThread, *shop);
     EXPECT_EQ(contentOf(m_folder / "Orders.sql"), R"(SET NAMES 'UTF8';
 SET FOREIGN_KEY_CHECKS = 0;
 

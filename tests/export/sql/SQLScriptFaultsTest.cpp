@@ -8,11 +8,11 @@ using testing::IsEmpty;
 
 class SQLScriptFaults : public SQLExportFixture {
 protected:
-    Report runPerTable(const TAdmMDBFile& file)
+    ExportOutcome runPerTable(const TAdmMDBFile& file)
     {
         m_options.isSingleFile = false;
         m_options.path = m_folder;
-        return run(exportSQLThread, file);
+        return runExport(exportSQLThread, file);
     }
 };
 
@@ -29,9 +29,9 @@ TEST_F(SQLScriptFaults, ScriptThatCannotBeCreated)
     };
     for (const auto& test : cases) {
         m_options.path = test.path;
-        const auto report = run(exportSQLThread, *shop);
+        const auto report = runExport(exportSQLThread, *shop);
         EXPECT_THAT(report.log, ElementsAre("Unable to create file for export.")) << test.name;
-        EXPECT_EQ(report.successes, 0) << test.name;
+        EXPECT_EQ(report.successTableCount, 0) << test.name;
         EXPECT_THAT(report.progress, IsEmpty()) << test.name;
     }
 }
@@ -45,7 +45,7 @@ TEST_F(SQLScriptFaults, TableWhoseScriptCannotBeCreatedDoesNotStopTheOthers)
     EXPECT_THAT(report.log,
         ElementsAre(
             "<a/b> Failed: Unable to create file for export.", "<e> Failed: Unable to create file for export."));
-    EXPECT_EQ(report.successes, 1);
+    EXPECT_EQ(report.successTableCount, 1);
     EXPECT_THAT(filesInFolder(), ElementsAre("c.d'é.sql", "e.sql"));
 }
 
@@ -54,9 +54,9 @@ TEST_F(SQLScriptFaults, FullDiskLeavesNothing)
     const auto shop = makeShop();
     {
         const FullDisk full(1200); // more than the first table's script, less than both
-        const auto report = run(exportSQLThread, *shop);
+        const auto report = runExport(exportSQLThread, *shop);
         EXPECT_THAT(report.log, ElementsAre("Unable to write file."));
-        EXPECT_EQ(report.successes, 0);
+        EXPECT_EQ(report.successTableCount, 0);
         EXPECT_THAT(filesInFolder(), IsEmpty());
     }
     const auto file = makeFile("/nowhere/x.mdb", makeTable("a", {{"t", "Text"}}, {{"x"}}),
@@ -71,9 +71,9 @@ TEST_F(SQLScriptFaults, FullDeviceIsToldAndStays)
 {
     const auto shop = makeShop();
     m_options.path = "/dev/full";
-    const auto report = run(exportSQLThread, *shop);
+    const auto report = runExport(exportSQLThread, *shop);
     EXPECT_THAT(report.log, ElementsAre("Unable to write file."));
-    EXPECT_EQ(report.successes, 0);
+    EXPECT_EQ(report.successTableCount, 0);
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
@@ -97,9 +97,9 @@ TEST_F(SQLScriptFaults, StopInOneScript)
         m_stopAt = test.stopAt;
         m_terminate = false;
         m_options.sqlDialect = test.dialect;
-        const auto report = run(exportSQLThread, *shop);
+        const auto report = runExport(exportSQLThread, *shop);
         EXPECT_EQ(report.log, test.log) << test.name;
-        EXPECT_EQ(report.successes, test.successes) << test.name;
+        EXPECT_EQ(report.successTableCount, test.successes) << test.name;
         EXPECT_THAT(filesInFolder(), IsEmpty()) << test.name;
     }
 }
@@ -109,9 +109,9 @@ TEST_F(SQLScriptFaults, StopBeforeTheFirstTable)
     const auto shop = makeShop();
     m_terminate = true;
     m_options.includeForeignKeys = false;
-    auto report = run(exportSQLThread, *shop);
+    auto report = runExport(exportSQLThread, *shop);
     EXPECT_THAT(report.log, IsEmpty());
-    EXPECT_EQ(report.successes, 0);
+    EXPECT_EQ(report.successTableCount, 0);
     EXPECT_THAT(report.progress, IsEmpty());
     EXPECT_THAT(runPerTable(*shop).log, IsEmpty());
     EXPECT_THAT(filesInFolder(), IsEmpty());
@@ -123,7 +123,7 @@ TEST_F(SQLScriptFaults, StopInScriptsPerTableKeepsThoseThatAreDone)
     m_stopAt = 2; // the start of the second table
     const auto report = runPerTable(*shop);
     EXPECT_THAT(report.log, ElementsAre("<Orders> Failed: Terminated."));
-    EXPECT_EQ(report.successes, 1);
+    EXPECT_EQ(report.successTableCount, 1);
     EXPECT_THAT(filesInFolder(), ElementsAre("Customers.sql"));
 }
 

@@ -14,7 +14,7 @@ protected:
         m_options.sqlDialect = dialect;
         m_options.exportStructure = false;
         const auto file = makeFile("/nowhere/value.mdb", makeTable("t", {column}, {{cell}}));
-        EXPECT_EQ(run(exportSQLThread, *file).successes, 1);
+        EXPECT_EQ(runExport(exportSQLThread, *file).successTableCount, 1);
         const auto script = contentOf(m_options.path);
         const auto start = script.find("VALUES (") + 8;
         return script.substr(start, script.find(");\n", start) - start);
@@ -100,7 +100,7 @@ TEST_F(SQLValues, EscapingDoesNotLeakBetweenGroups)
     m_options.exportStructure = false;
     const auto file =
         makeFile("/nowhere/groups.mdb", makeTable("t", {{"a", "Text"}}, {{"x"}, {"'"}, {"y"}, {"\\'z"}, {"'\\"}}, 1));
-    run(exportSQLThread, *file);
+    runExport(exportSQLThread, *file);
     EXPECT_THAT(contentOf(m_options.path),
         testing::HasSubstr("INSERT INTO `t` (`a`) VALUES ('x');\nINSERT INTO `t` (`a`) VALUES ('''');\n"
                            "INSERT INTO `t` (`a`) VALUES ('y');\nINSERT INTO `t` (`a`) VALUES ('\\\\''z');\n"

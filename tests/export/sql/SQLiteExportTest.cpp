@@ -9,16 +9,13 @@ using testing::IsEmpty;
 
 class SQLiteExport : public SQLExportFixture {
 protected:
-    void SetUp() override
-    {
-        SQLExportFixture::SetUp();
-        m_options.path = m_folder / "out.sqlite";
-    }
+    SQLiteExport() { m_options.path = m_folder / "out.sqlite"; }
+
     [[nodiscard]] SQLiteReader exported(const TAdmMDBFile& file)
     {
-        const auto report = run(exportSQLiteThread, file);
+        const auto report = runExport(exportSQLiteThread, file);
         EXPECT_THAT(report.log, IsEmpty());
-        EXPECT_EQ(report.successes, static_cast<int>(file.tables().size()));
+        EXPECT_EQ(report.successTableCount, static_cast<int>(file.tables().size()));
         SQLiteReader reader(m_options.path);
         EXPECT_THAT(reader.rows("PRAGMA integrity_check"), ElementsAre("ok"));
         return reader;
@@ -67,7 +64,7 @@ TEST_F(SQLiteExport, OptionsLeaveTheirPartsOut)
 TEST_F(SQLiteExport, ProgressIsReportedAtEachStart)
 {
     const auto shop = makeShop();
-    EXPECT_THAT(run(exportSQLiteThread, *shop).progress, ElementsAre(0, 1));
+    EXPECT_THAT(runExport(exportSQLiteThread, *shop).progress, ElementsAre(0, 1));
 }
 
 TEST_F(SQLiteExport, EveryTypeAndOddNames)

@@ -1,6 +1,6 @@
-#include "SQLite Connection/DBSockets/LoadErrorWindow.h"
 #include "export/sql/SQLExportFixture.h"
 #include "export/sql/SQLiteReader.h"
+#include "support/RecordingLoadErrorWindow.h"
 
 #include <dlfcn.h>
 
@@ -40,30 +40,22 @@ void replaceByFolder()
 
 class SQLiteFaults : public SQLExportFixture {
 protected:
-    void SetUp() override
-    {
-        SQLExportFixture::SetUp();
-        m_options.path = m_folder / "out.sqlite";
-        m_shop = makeShop();
-    }
-    void TearDown() override
-    {
-        unsetenv("VELLUMO_SQLITE_LIBRARY");
-        SQLExportFixture::TearDown();
-    }
-    Report runWith(const Trap& trap)
+    SQLiteFaults() { m_options.path = m_folder / "out.sqlite"; }
+    ~SQLiteFaults() override { unsetenv("VELLUMO_SQLITE_LIBRARY"); }
+
+    ExportOutcome runWith(const Trap& trap)
     {
         theTrap = trap;
         setenv("VELLUMO_SQLITE_LIBRARY", HOOKED_LIBRARY, 1);
         m_hooked = dlopen(HOOKED_LIBRARY, RTLD_NOW);
         reinterpret_cast<void (*)(int (*)(const char*))>(dlsym(m_hooked, "setStatementHook"))(trapStatement);
-        auto report = run(exportSQLiteThread, *m_shop);
+        auto report = runExport(exportSQLiteThread, *m_shop);
         dlclose(m_hooked);
         return report;
     }
 
     void* m_hooked = nullptr;
-    std::unique_ptr<TAdmMDBFile> m_shop;
+    std::unique_ptr<TAdmMDBFile> m_shop = makeShop();
 };
 
 constexpr bool refused = true;
@@ -81,9 +73,9 @@ TEST_F(SQLiteFaults, FileThatCannotBeCreated)
     };
     for (const auto& test : cases) {
         m_options.path = test.path;
-        const auto report = run(exportSQLiteThread, *m_shop);
+        const auto report = runExport(exportSQLiteThread, *m_shop);
         EXPECT_THAT(report.log, ElementsAre("Unable to create file for export.")) << test.name;
-        EXPECT_EQ(report.successes, 0) << test.name;
+        EXPECT_EQ(report.successTableCount, 0) << test.name;
         EXPECT_THAT(report.progress, IsEmpty()) << test.name;
     }
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
@@ -92,15 +84,13 @@ TEST_F(SQLiteFaults, FileThatCannotBeCreated)
 
 TEST_F(SQLiteFaults, MissingLibraryIsShownOnce)
 {
-    struct Recorder : LoadErrorWindow {
-        void show(const LoadError& error) override { shown.push_back(error.label); }
-        std::vector<std::string> shown;
-    } window;
+    RecordingLoadErrorWindow window;
     setenv("VELLUMO_SQLITE_LIBRARY", "/nonexistent.so", 1);
     ExportJob job(*m_shop, {}, m_options, m_terminate, m_mainThread, [](std::size_t) {});
     job.setLoadErrorWindow(window);
     exportSQLiteThread(job);
-    EXPECT_THAT(window.shown, ElementsAre("sqlitelibraryerror: '/nonexistent.so'"));
+    ASSERT_EQ(window.shown.size(), 1U);
+    EXPECT_EQ(window.shown[0].label, "sqlitelibraryerror: '/nonexistent.so'");
     EXPECT_THAT(job.msgLog(), ElementsAre("Unable to create file for export."));
     EXPECT_THAT(filesInFolder(), IsEmpty());
 }
@@ -122,7 +112,7 @@ TEST_F(SQLiteFaults, FailuresBeforeTheFirstTableLeaveNoFile)
     for (const auto& test : cases) {
         const auto report = runWith(test.trap);
         EXPECT_THAT(report.log, ElementsAre(test.log)) << test.name;
-        EXPECT_EQ(report.successes, 0) << test.name;
+        EXPECT_EQ(report.successTableCount, 0) << test.name;
         EXPECT_FALSE(fs::is_regular_file(m_options.path)) << test.name;
         fs::remove(m_options.path);
     }
@@ -158,7 +148,7 @@ TEST_F(SQLiteFaults, StatementsThatFailCostTheirTableOrIndex)
     for (const auto& test : cases) {
         const auto report = runWith(test.trap);
         EXPECT_EQ(report.log, test.log) << test.name;
-        EXPECT_EQ(report.successes, test.successes) << test.name;
+        EXPECT_EQ(report.successTableCount, test.successes) << test.name;
         const SQLiteReader reader(m_options.path);
         EXPECT_EQ(reader.rows("SELECT name FROM sqlite_master WHERE sql IS NOT NULL ORDER BY name"), test.objects)
             << test.name;
@@ -172,7 +162,7 @@ TEST_F(SQLiteFaults, TableThatCannotBeDroppedTakesTheFileWithIt)
     EXPECT_THAT(report.log,
         ElementsAre("<Orders> Failed: Insert record failed.",
             "Have error when executing query: PRAGMA foreign_keys = false;", "Unable to write file."));
-    EXPECT_EQ(report.successes, 0);
+    EXPECT_EQ(report.successTableCount, 0);
     EXPECT_THAT(filesInFolder(), IsEmpty());
 }
 
@@ -183,9 +173,9 @@ TEST_F(SQLiteFaults, FullDiskCostsTheTableThatDoesNotFit)
         makeTable("b", {{"t", "Text"}}, rows), makeTable("c", {{"t", "Text"}}, {{"x"}}));
     {
         const FullDisk full(64 << 10);
-        const auto report = run(exportSQLiteThread, *file);
+        const auto report = runExport(exportSQLiteThread, *file);
         EXPECT_THAT(report.log, ElementsAre("<b> Failed: Insert record failed."));
-        EXPECT_EQ(report.successes, 2);
+        EXPECT_EQ(report.successTableCount, 2);
     }
     const SQLiteReader reader(m_options.path);
     EXPECT_THAT(reader.rows("PRAGMA integrity_check"), ElementsAre("ok"));
@@ -213,7 +203,7 @@ TEST_F(SQLiteFaults, StopDeletesTheDatabase)
         m_terminate = false;
         const auto report = runWith(trap);
         EXPECT_EQ(report.log, test.log) << test.name;
-        EXPECT_EQ(report.successes, test.successes) << test.name;
+        EXPECT_EQ(report.successTableCount, test.successes) << test.name;
         EXPECT_THAT(filesInFolder(), IsEmpty()) << test.name;
     }
     m_terminate = true;

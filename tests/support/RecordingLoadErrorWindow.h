@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace vellumo {
+namespace vellumo::test {
 
 class RecordingLoadErrorWindow : public LoadErrorWindow {
 public:
@@ -13,4 +13,4 @@ public:
     std::vector<LoadError> shown;
 };
 
-} // namespace vellumo
+} // namespace vellumo::test

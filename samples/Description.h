@@ -1,0 +1,132 @@
+#pragma once
+
+#include "samples/JetVersion.h"
+#include "samples/Properties.h"
+#include "samples/Values.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+// What a database to be written holds, in code. Names and texts are UTF-8. Only data: writeDatabase() checks it.
+namespace vellumo::samples {
+
+// Codes as the format stores them.
+enum class ColumnType : std::uint8_t {
+    Boolean = 1,
+    Byte = 2,
+    Integer = 3,
+    Long = 4,
+    Currency = 5,
+    Single = 6,
+    Double = 7,
+    DateTime = 8,
+    Binary = 9,
+    Text = 10,
+    Ole = 11,
+    Memo = 12,
+    Guid = 15,
+    Numeric = 16,
+};
+
+enum class Placement {
+    Usual,    // Binary, Text, Ole and Memo variable, the others fixed
+    Fixed,    // in the fixed part of the row; not for Ole and Memo
+    Variable, // after it; not for Boolean
+};
+
+struct ColumnDescription {
+    std::string name{};
+    ColumnType type = ColumnType::Text;
+    int size = 0; // Text: characters, Binary: bytes; 0 = 255
+    std::optional<int>
+        number{}; // 0..254, the order of the values in a row; by default the place in the list of columns
+    Placement placement = Placement::Usual;
+    int precision = 18;      // Numeric only
+    int scale = 0;           // Numeric only
+    bool autonumber = false; // Long or Guid
+    bool hyperlink = false;  // Memo
+    bool calculated = false;
+    bool compressed = false; // Jet 4: texts are stored compressed where that is shorter
+    bool deleted = false;    // takes a number and room in rows, but is no longer listed in the definition
+    std::vector<Property> properties{};
+};
+
+enum class RowState {
+    Live,
+    Deleted,      // marked as deleted, the bytes still there
+    DeletedEmpty, // the same after the file was compacted: no bytes left
+    Moved,        // the row's place holds a pointer, the row itself lies on another page; scans meet it there
+};
+
+// One value for each entry of TableDescription::columns in that order; missing ones at the end are null.
+struct Row {
+    std::vector<Value> values{};
+    RowState state = RowState::Live;
+    int columnCount = 0; // columns with this number or a higher one were added after the row was written; 0 = none
+    int slack = 0;       // unused bytes between values and offsets; tables with variable columns only
+};
+
+// Fills `row` with the row number `index` (0, 1, ..; asked for in this order, each once) or returns false: there are no
+// more. On entry `row` is a live row whose values are those of the row before, so that their memory can be used again.
+using RowSource = std::function<bool(std::size_t index, Row& row)>;
+
+[[nodiscard]] RowSource rowsOf(std::vector<Row> rows);
+[[nodiscard]] RowSource rowsOf(std::vector<std::vector<Value>> rows);
+
+struct IndexColumn {
+    std::string column{};
+    bool ascending = true;
+};
+
+struct IndexDescription {
+    std::string name{};
+    std::vector<IndexColumn> columns{}; // 1 to 10
+    bool primary = false;               // implies unique and required
+    bool unique = false;
+    bool ignoreNulls = false;
+    bool required = false;
+    std::optional<int> number{}; // by default the place in the list of indexes; leave out numbers to make gaps
+};
+
+struct TableDescription {
+    std::string name{};
+    std::vector<ColumnDescription> columns{}; // in stored order
+    std::vector<IndexDescription> indexes{};
+    RowSource rows{}; // empty = no rows
+    std::vector<Property> properties{};
+    std::uint32_t flags = 0;                       // catalog flags: 8 hidden, 2 and 0x80000000 system
+    std::optional<std::uint32_t> statedRowCount{}; // a row count to state in place of the true one
+};
+
+struct RelationDescription {
+    std::string name{};
+    std::string table{}; // the referencing one
+    std::vector<std::string> columns{};
+    std::string referencedTable{};
+    std::vector<std::string> referencedColumns{}; // pairwise; when enforced, the columns of a unique index
+    bool oneToOne = false;
+    bool enforced = true;
+    bool cascadeUpdates = false;
+    bool cascadeDeletes = false;
+};
+
+// An entry of the catalog that is no table of this file.
+struct CatalogEntry {
+    std::string name{};
+    int type = 5; // 4 and 6 linked tables, 5 query, -32768 form ..
+    std::uint32_t flags = 0;
+};
+
+struct DatabaseDescription {
+    JetVersion version = JetVersion::Jet4;
+    std::vector<TableDescription> tables{};
+    std::vector<RelationDescription> relations{};
+    std::vector<CatalogEntry> otherEntries{};
+    Date created{45000.5};         // 2023-03-15 12:00
+    std::uint32_t databaseKey = 0; // pages are encoded with it when it is not 0
+};
+
+} // namespace vellumo::samples

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "samples/Description.h"
+
+#include <cstdint>
+#include <vector>
+
+// The tables that describe the others. Their definitions lie at fixed pages.
+namespace vellumo::samples {
+
+constexpr std::uint32_t objectsPage = 2;
+constexpr std::uint32_t acesPage = 3;
+constexpr std::uint32_t queriesPage = 4;
+constexpr std::uint32_t relationshipsPage = 5;
+
+// A row of MSysObjects.
+struct CatalogRow {
+    std::uint32_t id = 0; // of a table: its definition page
+    std::uint32_t parentId = 0;
+    std::string name;
+    int type = 1;
+    std::uint32_t flags = 0;
+    Bytes properties; // empty = none
+};
+
+// MSysObjects: containers and system tables, then the given rows.
+[[nodiscard]] TableDescription objectsTable(JetVersion version, Date created, const std::vector<CatalogRow>& rows);
+[[nodiscard]] TableDescription acesTable(JetVersion version);
+[[nodiscard]] TableDescription queriesTable(JetVersion version);
+[[nodiscard]] TableDescription relationshipsTable(
+    JetVersion version, const std::vector<RelationDescription>& relations);
+
+// The rows of the description's tables (`tablePages`: their definition pages), relations and other entries.
+// nullopt when a property cannot be represented; `failedTable` is then the table's name.
+[[nodiscard]] std::optional<std::vector<CatalogRow>> catalogRows(
+    const DatabaseDescription& description, const std::vector<std::uint32_t>& tablePages, std::string& failedTable);
+
+} // namespace vellumo::samples

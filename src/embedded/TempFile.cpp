@@ -1,0 +1,42 @@
+#include "embedded/TempFile.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace vellumo {
+
+namespace {
+
+std::string tempFolder()
+{
+    const auto* folder = std::getenv("TMPDIR");
+    return folder != nullptr && *folder != '\0' ? folder : "/tmp";
+}
+
+bool writeAll(int descriptor, Bytes content)
+{
+    while (!content.empty()) {
+        const auto written = ::write(descriptor, content.data(), content.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
+        content = content.subspan(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+} // namespace
+
+std::string writeTempFile(Bytes content, const std::string& suffix)
+{
+    auto path = tempFolder() + "/Vellumo-XXXXXXXXX" + suffix;
+    const auto descriptor = mkstemps(path.data(), static_cast<int>(suffix.size()));
+    if (descriptor < 0) return {};
+    const auto isWritten = writeAll(descriptor, content);
+    // Some file systems tell only at the end that the disk is full.
+    if (::close(descriptor) == 0 && isWritten) return path;
+    ::unlink(path.c_str());
+    return {};
+}
+
+} // namespace vellumo

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "export/ExportOptions.h"
+
+#include <string>
+#include <vector>
+
+namespace vellumo {
+
+// The state of the controls of the export dialog, as a front end shows them and the user changes them.
+
+template <typename Value> struct Control {
+    Value value{};
+    bool isVisible = true;
+    bool isEnabled = true;
+};
+using CheckBox = Control<bool>;
+using TextField = Control<std::string>;
+
+struct PopupItem {
+    std::string title; // localised
+    std::uint32_t tag = 0;
+};
+
+struct Popup {
+    std::vector<PopupItem> items;
+    std::uint32_t selectedTag = 0;
+    bool isVisible = true;
+    bool isEnabled = true;
+};
+
+// A choice of the encoding popup.
+struct EncodingEntry {
+    std::uint32_t encoding = 0;
+    std::string encodingName; // readable, localised
+
+    [[nodiscard]] static EncodingEntry encodingEntryWithEncoding(std::uint32_t encoding);
+};
+[[nodiscard]] bool SortEncoding(const EncodingEntry& left, const EncodingEntry& right);
+
+struct ExportControls {
+    CheckBox exportSingleFileCheckBox;
+    std::string exportPathLabel; // localised, with the colon
+    TextField exportPathTextField;
+    bool isFileNameColumnVisible = true; // of the table list
+    CheckBox includeColumnHeaderCheckBox;
+    Popup fieldDelimiterPopup;  // tags: FieldDelimiter
+    Popup recordDelimiterPopup; // tags: RecordDelimiter
+    TextField decimalSymbolTextField;
+    Popup encodingPopup;  // tags: identifiers of text encodings
+    Popup sqlFormatPopup; // tags: SQLDialect
+    TextField schemaNameTextField;
+    CheckBox exportStructureCheckBox;
+    CheckBox includeDropTableCheckBox;
+    CheckBox includeForeignKeyCheckBox;
+    CheckBox includeIndexCheckBox;
+    CheckBox exportDataCheckBox;
+    bool isOkButtonEnabled = false;
+};
+
+// The controls as a dialog for this type begins. `isWholeFile`: it is opened for all tables, not for one.
+[[nodiscard]] ExportControls controlsForType(ExportFileType type, bool isWholeFile);
+
+// Whether the type lets the user choose between one file and a file a table, or always writes one file.
+[[nodiscard]] bool hasSingleFileMode(ExportFileType type);
+
+// What the controls say, for a writer.
+[[nodiscard]] ExportOptions optionsFromControls(ExportFileType type, const ExportControls& controls);
+
+} // namespace vellumo

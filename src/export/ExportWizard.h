@@ -1,0 +1,148 @@
+#pragma once
+
+#include "export/ExportControls.h"
+#include "export/ExportJob.h"
+#include "export/ExportWriters.h"
+
+#include <memory>
+#include <optional>
+#include <thread>
+#include <variant>
+
+namespace vellumo {
+
+class Alerts;
+class Defaults;
+class FilePanels;
+class LoadErrorWindow;
+class SystemLog;
+
+// What the wizard needs of the desktop. All outlive it.
+struct ExportPorts {
+    MainThread& mainThread;
+    Defaults& defaults;
+    FilePanels& filePanels;
+    Alerts& alerts;
+    SystemLog& systemLog;
+    LoadErrorWindow* loadErrorWindow = nullptr; // called on the worker; null: standard error
+};
+
+// Told what has changed, so that the dialog and the progress sheet can follow. Main thread only.
+class ExportWizardView {
+public:
+    virtual ~ExportWizardView() = default;
+    virtual void controlsChanged() { }
+    virtual void reloadTableList() { }
+    // The dialog closes. 1: the export shall start; 0: cancelled.
+    virtual void endSheet(int /*returnCode*/) { }
+    virtual void progressChanged() { }
+    virtual void endProgressSheet() { }
+    // The report was shown. The wizard must not be destroyed inside this call: its worker still waits for it.
+    virtual void exportFinished() { }
+};
+
+struct ExportProgress {
+    std::string label; // localised
+    std::size_t value = 0;
+    std::size_t maximum = 0;
+};
+
+struct ExportReport {
+    std::string title; // localised, as is the body
+    std::string body;
+};
+
+// A cell of the table list: nothing, the check mark, or a text.
+using TableListValue = std::variant<std::monostate, bool, std::string>;
+
+struct TableListColumn {
+    std::string_view identifier;
+    std::string header; // localised
+    bool isVisible = true;
+};
+
+// The export dialog without its widgets, and the export that follows it. First the user sets the options: a front end
+// puts what was entered into `controls()` and calls the action of that control. Then `startExport` runs the writer on a
+// thread of its own, which reports through the main-thread port, and in the end the report appears as an alert.
+// Main thread only, but for `stop`.
+class ExportWizard {
+public:
+    // `file` outlives the wizard and is opened if it is not; one that cannot be opened has no tables to export.
+    // `selectedTable` null: all tables are selected.
+    ExportWizard(
+        TAdmMDBFile& file, const TAdmMDBTable* selectedTable, ExportFileType exportFileType, const ExportPorts& ports);
+    // Not while an export runs: its end needs the main thread.
+    ~ExportWizard();
+    ExportWizard(const ExportWizard&) = delete;
+    ExportWizard& operator=(const ExportWizard&) = delete;
+
+    // Not owned; null for none.
+    void setView(ExportWizardView* view);
+
+    [[nodiscard]] ExportFileType exportFileType() const { return m_exportFileType; }
+    [[nodiscard]] const ExportControls& controls() const { return m_controls; }
+    [[nodiscard]] ExportControls& controls() { return m_controls; }
+
+    // The table list. Columns: "selected", "tablename", "filename".
+    [[nodiscard]] std::vector<TableListColumn> tableListColumns() const;
+    [[nodiscard]] std::size_t numberOfRowsInTableView() const;
+    [[nodiscard]] TableListValue objectValueForTableColumn(std::string_view column, std::size_t row) const;
+    [[nodiscard]] bool shouldEditTableColumn(std::string_view column, std::size_t row) const;
+    void setObjectValueForTableColumn(const TableListValue& value, std::string_view column, std::size_t row);
+    [[nodiscard]] const std::vector<ExportEntry>& tableEntries() const { return m_tableEntries; }
+
+    // Actions of the controls.
+    void selectAll() { markAllTableEntriesAsSelected(true); }
+    void deselectAll() { markAllTableEntriesAsSelected(false); }
+    void selectExportPath();
+    void exportSingleFile();
+    void changeFieldDelimiter();
+    void changeSQLFormat();
+    void exportTableStructure();
+    void exportTableData() { enableOkButtonCheck(); }
+    void enableOkButtonCheck();
+    void ok();
+    void cancel();
+
+    // Drops the entries that are not selected and starts the writer. False when the type has none. Once only.
+    bool startExport();
+    // Asks the writer to stop. Any thread, and signal handlers.
+    void stop() { m_terminate = true; }
+
+    [[nodiscard]] const ExportProgress& progress() const { return m_progress; }
+    // Set when the export has finished.
+    [[nodiscard]] const std::optional<ExportReport>& report() const { return m_report; }
+    // Finished, was not stopped, and every table succeeded.
+    [[nodiscard]] bool succeeded() const;
+
+private:
+    void layOutControls();
+    void markAllTableEntriesAsSelected(bool selected);
+    void updateExportSingleFileLabels();
+    [[nodiscard]] bool chooseExportFolder();
+    void takeExportPath(std::string path);
+    void storeExportPath();
+    [[nodiscard]] std::string extension() const;
+    void runWriter(ExportWriter writer);
+    void updateProgressPanel(std::size_t index);
+    void exportThreadFinished();
+
+    TAdmMDBFile& m_exportFile;
+    ExportFileType m_exportFileType;
+    ExportPorts m_ports;
+    ExportWizardView m_noView;
+    ExportWizardView* m_view = &m_noView;
+    ExportControls m_controls;
+    std::vector<ExportEntry> m_tableEntries;
+    std::size_t m_selectedTableCount = 0;
+    bool m_selectedTable; // opened for the whole file, without a particular table
+    bool m_isTableListDetached = false;
+    std::string m_bookmarkedFolder; // the stored folder; "" once the user has chosen another path
+    std::atomic<bool> m_terminate = false;
+    ExportProgress m_progress;
+    std::optional<ExportReport> m_report;
+    std::unique_ptr<ExportJob> m_job;
+    std::thread m_worker;
+};
+
+} // namespace vellumo

@@ -1,0 +1,205 @@
+#include "export/ExportJob.h"
+#include "export/ExportWriters.h"
+#include "export/OutputFile.h"
+#include "export/TextFrame.h"
+#include "model/TAdmMDBTable.h"
+#include "text/Messages.h"
+#include "text/TextEncoding.h"
+
+#include <optional>
+
+namespace vellumo {
+
+namespace {
+
+enum class CellForm { Bare, Quoted, Decimal };
+
+CellForm cellForm(const TAdmMDBColumn& column, bool isXML)
+{
+    const auto& type = column.dataType();
+    if (type == "Currency" || type == "Single" || type == "Double") return CellForm::Decimal;
+    const bool isText = type == "Text" || type == "Memo/Hyperlink" || type == "DateTime" || type == "Binary";
+    return isText && !isXML ? CellForm::Quoted : CellForm::Bare;
+}
+
+bool holds(std::string_view bytes, char what) { return bytes.find(what) != std::string_view::npos; }
+
+// The walk down one column of a row group.
+struct ColumnCursor {
+    CellForm form = CellForm::Bare;
+    bool isDirect = true; // every cell's bytes are what is written, but for quotes around them
+    const char* bytes = nullptr;
+    const std::uint32_t* ends = nullptr; // null: there are no texts
+    std::uint32_t start = 0;
+
+    std::string_view take(std::uint32_t row)
+    {
+        if (ends == nullptr) return {};
+        const auto from = std::exchange(start, ends[row]);
+        return {bytes + from, start - from};
+    }
+};
+
+// Writes one table after the other. Each piece of text is converted by itself, and written as C strings are: up to its
+// first zero byte. So encodings with zero bytes in their texts give cut output.
+class TextFileWriter {
+public:
+    TextFileWriter(ExportJob& job, TextEncoder encoder)
+        : m_job(job)
+        , m_encoder(std::move(encoder))
+    {
+    }
+
+    void writeFile(const ExportEntry& entry, const TAdmMDBTable& table);
+
+private:
+    // These are false when a text cannot be represented in the encoding.
+    [[nodiscard]] bool writeTable(const TAdmMDBTable& table);
+    [[nodiscard]] bool writeRows(const TAdmMDBTable& table, const std::vector<TextPieces>& gapPieces);
+    [[nodiscard]] bool writeGroup(
+        const RowGroup& group, const TAdmMDBTable& table, const std::vector<std::string>& gaps);
+    [[nodiscard]] bool writeCell(std::string_view text, const ColumnCursor& column);
+    [[nodiscard]] bool writeConverted(std::string_view text, CellForm form);
+    [[nodiscard]] bool appendPiece(std::string_view piece, std::string& bytes);
+    [[nodiscard]] std::optional<std::string> joined(const TextPieces& pieces);
+
+    [[nodiscard]] ColumnCursor cursor(const TextChunk& chunk, const TAdmMDBColumn& column) const;
+    [[nodiscard]] bool mustEnd() const { return m_job.terminated() || m_out.failed(); }
+    void fail(const ExportEntry& entry, const char* reasonKey);
+
+    ExportJob& m_job;
+    TextEncoder m_encoder;
+    OutputFile m_out;
+    std::string m_piece; // both used again for every cell that needs them
+    std::string m_bytes;
+};
+
+void TextFileWriter::writeFile(const ExportEntry& entry, const TAdmMDBTable& table)
+{
+    if (!m_out.open(m_job.outputPath(entry))) return fail(entry, exportReason::cannotCreate);
+    const bool isRepresentable = writeTable(table);
+    if (m_job.terminated()) return fail(entry, exportReason::terminated);
+    if (!isRepresentable) return fail(entry, exportReason::notRepresentable);
+    if (!m_out.close()) return fail(entry, exportReason::cannotWrite);
+    m_job.tableSucceeded();
+}
+
+void TextFileWriter::fail(const ExportEntry& entry, const char* reasonKey)
+{
+    m_out.discard();
+    m_job.logFailure(entry.tableName, localized(reasonKey));
+}
+
+bool TextFileWriter::writeTable(const TAdmMDBTable& table)
+{
+    const auto frame = textFrame(table, m_job.options());
+    const auto begin = joined(frame.begin);
+    if (!begin) return false;
+    m_out.write(*begin);
+    if (!table.rows().empty() && !writeRows(table, frame.gaps)) return false;
+    const auto end = joined(frame.end);
+    if (end) m_out.write(*end);
+    return end.has_value();
+}
+
+bool TextFileWriter::writeRows(const TAdmMDBTable& table, const std::vector<TextPieces>& gapPieces)
+{
+    std::vector<std::string> gaps;
+    for (const auto& pieces : gapPieces) {
+        auto gap = joined(pieces);
+        if (!gap) return false;
+        gaps.push_back(std::move(*gap));
+    }
+    for (const auto& group : table.rows().groups()) {
+        if (!writeGroup(group, table, gaps)) return false;
+        if (mustEnd()) break;
+    }
+    return true;
+}
+
+bool TextFileWriter::writeGroup(const RowGroup& group, const TAdmMDBTable& table, const std::vector<std::string>& gaps)
+{
+    std::vector<ColumnCursor> columns;
+    for (std::size_t c = 0; c < group.texts.size(); ++c)
+        columns.push_back(cursor(group.texts[c], *table.columns()[c]));
+    for (std::uint32_t row = 0; row < group.rowCount; ++row) {
+        for (std::size_t c = 0; c < columns.size(); ++c) {
+            if (mustEnd()) return true;
+            m_out.write(gaps[c]);
+            if (!writeCell(columns[c].take(row), columns[c])) return false;
+        }
+        m_out.write(gaps.back());
+    }
+    return true;
+}
+
+ColumnCursor TextFileWriter::cursor(const TextChunk& chunk, const TAdmMDBColumn& column) const
+{
+    if (chunk.rowCount() == 0) return {}; // an object column
+    const auto& options = m_job.options();
+    const auto bytes = chunk.bytes();
+    ColumnCursor cursor{
+        cellForm(column, options.fileType == ExportFileType::XML), true, bytes.data(), chunk.ends().data(), 0};
+    const bool isRewritten = (cursor.form == CellForm::Quoted && holds(bytes, '"'))
+        || (cursor.form == CellForm::Decimal && options.decimalSymbol != "." && holds(bytes, '.'));
+    cursor.isDirect = !isRewritten && !holds(bytes, '\0') && m_encoder.keeps(bytes) && m_encoder.keeps("\"");
+    return cursor;
+}
+
+bool TextFileWriter::writeCell(std::string_view text, const ColumnCursor& column)
+{
+    if (text.empty()) return true;
+    if (!column.isDirect) return writeConverted(text, column.form);
+    if (column.form == CellForm::Quoted) m_out.write("\"");
+    m_out.write(text);
+    if (column.form == CellForm::Quoted) m_out.write("\"");
+    return true;
+}
+
+bool TextFileWriter::writeConverted(std::string_view text, CellForm form)
+{
+    m_piece.clear();
+    m_bytes.clear();
+    switch (form) {
+    case CellForm::Bare: m_piece = text; break;
+    case CellForm::Quoted: appendQuoted(text, m_piece); break;
+    case CellForm::Decimal: appendReplaced(text, '.', m_job.options().decimalSymbol, m_piece); break;
+    }
+    if (!appendPiece(m_piece, m_bytes)) return false;
+    m_out.write(m_bytes);
+    return true;
+}
+
+bool TextFileWriter::appendPiece(std::string_view piece, std::string& bytes)
+{
+    const auto start = bytes.size();
+    if (!m_encoder.append(piece, bytes)) return false;
+    const auto zero = bytes.find('\0', start);
+    if (zero != std::string::npos) bytes.resize(zero);
+    return true;
+}
+
+std::optional<std::string> TextFileWriter::joined(const TextPieces& pieces)
+{
+    std::string bytes;
+    for (const auto& piece : pieces)
+        if (!appendPiece(piece, bytes)) return std::nullopt;
+    return bytes;
+}
+
+} // namespace
+
+void exportTextFileThread(ExportJob& job)
+{
+    auto encoder = TextEncoder::create(job.options().encoding);
+    if (!encoder) {
+        job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable&) {
+            job.logFailure(entry.tableName, localized(exportReason::notRepresentable));
+        });
+        return;
+    }
+    TextFileWriter writer(job, std::move(*encoder));
+    job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable& table) { writer.writeFile(entry, table); });
+}
+
+} // namespace vellumo

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "model/libmdb/Database.h"
+#include "model/libmdb/RowReader.h"
+#include "model/rows/RowStore.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vellumo {
+
+// Reads the rows of the tables of one file with several readers at once: each has a handle of its own and takes
+// ranges of the table's pages, whose rows are joined in page order. The calling thread is one of the readers.
+class TableRowsLoader {
+public:
+    // Told, on the calling thread, how many rows of the table have been read; returns false to stop.
+    using Observer = std::function<bool(std::size_t rowsDone)>;
+
+    // `database` is the calling thread's handle; the others are opened from `path` when a table is worth it.
+    TableRowsLoader(libmdb::Database& database, std::string path, unsigned readerCount);
+    ~TableRowsLoader();
+
+    // Fills `rows`, which is empty and has the table's columns. False when stopped; `rows` stays empty then.
+    [[nodiscard]] bool load(const libmdb::TableDef& table, RowStore& rows, const Observer& observer);
+
+private:
+    struct Work;
+
+    [[nodiscard]] std::size_t helperCount(std::size_t rangeCount);
+    void readRanges(libmdb::Database& database, Work& work, const Observer* observer);
+
+    libmdb::Database& m_database;
+    std::string m_path;
+    unsigned m_readerCount;
+    std::vector<std::unique_ptr<libmdb::Database>> m_helperDatabases;
+};
+
+} // namespace vellumo

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/MainThread.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+
+namespace vellumo {
+
+// The main thread of a program without an event loop: the thread that made the queue runs what others ask for while it
+// waits in `runUntil`.
+class MainThreadQueue : public MainThread {
+public:
+    void performAndWait(const std::function<void()>& work) override;
+
+    // Main thread only. `isDone` is asked at first, and again after each piece of work.
+    void runUntil(const std::function<bool()>& isDone);
+
+private:
+    struct Task {
+        const std::function<void()>* work;
+        bool isDone = false;
+    };
+    const std::thread::id m_mainThread = std::this_thread::get_id();
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<Task*> m_tasks;
+};
+
+} // namespace vellumo

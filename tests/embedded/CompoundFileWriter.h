@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vellumo::testing {
+
+using Buffer = std::vector<std::byte>;
+
+// Sets a little-endian number inside `buffer`, or adds one at its end.
+void putU16(Buffer& buffer, std::size_t offset, unsigned value);
+void putU32(Buffer& buffer, std::size_t offset, std::uint32_t value);
+void addU16(Buffer& buffer, unsigned value);
+void addU32(Buffer& buffer, std::uint32_t value);
+
+// What to write: streams in the root, or in one storage each ("Folder/Name").
+struct CompoundFileContent {
+    unsigned bigShift = 9;
+    unsigned smallShift = 6;
+    std::vector<std::pair<std::string, Buffer>> streams;
+};
+
+// A whole compound file, and where its parts stand, for those who want to damage it.
+struct CompoundFile {
+    Buffer bytes;
+    std::size_t blockSize = 0;
+    std::vector<std::uint32_t> tableBlocks; // of the big-block table
+    std::uint32_t smallTableBlock = 0;      // first block
+    std::uint32_t directoryBlock = 0;       // first block
+    std::vector<std::uint32_t> firstBlocks; // per stream, in its own kind of blocks
+
+    [[nodiscard]] std::size_t offsetOfBlock(std::size_t block) const { return (block + 1) * blockSize; }
+    // The entry of the big-block table for `block`.
+    [[nodiscard]] std::size_t offsetOfLink(std::size_t block) const;
+    // Of the first block's entries.
+    [[nodiscard]] std::size_t offsetOfSmallLink(std::size_t block) const;
+    [[nodiscard]] std::size_t offsetOfEntry(std::size_t entry) const;
+};
+
+// Entry 0 is the root; every stream takes the next entry, after that of its folder. The entries of one folder are
+// chained by their right siblings.
+[[nodiscard]] CompoundFile writeCompoundFile(const CompoundFileContent& content);
+
+} // namespace vellumo::testing

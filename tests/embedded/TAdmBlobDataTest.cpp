@@ -1,0 +1,182 @@
+#include "embedded/TAdmBlobData.h"
+#include "embedded/OleCells.h"
+#include "platform/ImageDecoder.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+namespace vellumo {
+namespace {
+
+using namespace testing;
+using namespace std::string_literals;
+
+constexpr const char* notText = "[NON-TEXTUAL DATA]";
+
+TEST(TAdmBlobData, DescriptionIsTheTextIfItIsOne)
+{
+    const struct {
+        const char* name;
+        std::string bytes;
+        std::string expected;
+    } cases[] = {
+        {"empty", "", ""},
+        {"lines and all white space", "a\tb\r\nc\v\f d\x7F", "a\tb\r\nc\v\f d\x7F"},
+        {"control character", "ab\x1F", notText},
+        {"zero as second byte", "a\0b"s, notText},
+        {"zero as first byte", "\0ab"s, "\0ab"s},
+        {"Latin 1 after the first byte", "caf\xE9", notText},
+        {"UTF-8 after the first byte", "caf\u00E9", notText},
+        {"Latin 1 as first byte", "\xE9t", "\u00E9t"},
+        {"Latin 1 alone", "\xFF", "\u00FF"},
+        {"UTF-8 mark", "\xEF\xBB\xBFtext", notText},
+        {"binary behind the sample", std::string(2000, 'a') + '\1', std::string(2000, 'a') + '\1'},
+        {"binary at the end of the sample", std::string(1999, 'a') + '\1', notText},
+        {"UTF-8 behind the sample", std::string(2000, 'a') + "\u00E9", std::string(2000, 'a') + "\u00E9"},
+        {"no UTF-8 behind the sample", std::string(2000, 'a') + '\xE9', notText},
+        {"Latin 1 behind the sample of Latin 1", '\xE9' + std::string(1999, 'a') + '\xE8',
+            "\u00E9" + std::string(1999, 'a') + "\u00E8"},
+        {"UTF-16 little-endian",
+            "\xFF\xFE"
+            "A\0\xE9\0\x3D\xD8\x00\xDE"s,
+            "A\u00E9\U0001F600"},
+        {"UTF-16 big-endian",
+            "\xFE\xFF"
+            "\0A\0\xE9\xD8\x3D\xDE\x00"s,
+            "A\u00E9\U0001F600"},
+        {"UTF-16 mark alone", "\xFE\xFF"s, ""},
+        {"UTF-16 with half a character",
+            "\xFF\xFE"
+            "A\0B"s,
+            notText},
+        {"UTF-16 ends with a lead surrogate", "\xFF\xFE\x3D\xD8"s, notText},
+        {"UTF-16 lead surrogate before a letter",
+            "\xFF\xFE\x3D\xD8"
+            "A\0"s,
+            notText},
+        {"UTF-16 trail surrogate first", "\xFF\xFE\x00\xDE\x3D\xD8"s, notText},
+        {"UTF-32 little-endian", "\xFF\xFE\0\0A\0\0\0\x00\xF6\x01\x00"s, "A\U0001F600"},
+        {"UTF-32 big-endian", "\0\0\xFE\xFF\0\0\0A\x00\x01\xF6\x00"s, "A\U0001F600"},
+        {"UTF-32 with half a character", "\xFF\xFE\0\0A\0"s, notText},
+        {"UTF-32 surrogate", "\xFF\xFE\0\0\x00\xD8\0\0"s, notText},
+        {"UTF-32 beyond the last character", "\xFF\xFE\0\0\x00\x00\x11\x00"s, notText},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(TAdmBlobData(bytesOf(test.bytes), "").description(), test.expected) << test.name;
+}
+
+TEST(TAdmBlobData, CellShowsExtensionAndSize)
+{
+    EXPECT_EQ(TAdmBlobData(Buffer(12 * 1024), "bmp").cellDescription(), ".bmp [12 KB]");
+    EXPECT_EQ(TAdmBlobData({}, "").cellDescription(), "[0 KB]");
+    EXPECT_EQ(TAdmBlobData(Buffer(1), "\xE9").cellDescription(), "[1 KB]") << "an extension that is no UTF-8";
+}
+
+class CountingDecoder : public ImageDecoder {
+public:
+    std::shared_ptr<const Image> decode(std::span<const std::byte> bytes) override
+    {
+        ++calls;
+        return bytes.empty() ? nullptr : std::make_shared<const Image>(Image{1, 1, {1, 2, 3, 4}});
+    }
+    int calls = 0;
+};
+
+TEST(TAdmBlobData, PictureIsDecodedOnceAtFirstAsk)
+{
+    CountingDecoder decoder;
+    TAdmBlobData picture(bytesOf("x"), "");
+    TAdmBlobData none({}, "");
+    EXPECT_EQ(decoder.calls, 0);
+    EXPECT_NE(picture.image(decoder), nullptr);
+    EXPECT_EQ(picture.image(decoder), picture.image(decoder));
+    EXPECT_EQ(none.image(decoder), nullptr);
+    EXPECT_EQ(none.image(decoder), nullptr);
+    EXPECT_EQ(decoder.calls, 2);
+}
+
+TEST(SafeFileExtension, IsTrueForDocumentsAndMediaAlone)
+{
+    for (const auto* safe : {"txt", "pdf", "PDF", "DocX", "264", "raw", "accdb"})
+        EXPECT_TRUE(isSafeFileExtension(safe)) << safe;
+    for (const auto* unsafe : {"", "exe", "sh", "docm", "html", "pdf ", ".pdf", "jpeg", "desktop"})
+        EXPECT_FALSE(isSafeFileExtension(unsafe)) << unsafe;
+}
+
+// A temporary folder of its own for each test.
+class BlobTempFile : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        auto path = (std::filesystem::temp_directory_path() / "vellumo-test-XXXXXX").string();
+        ASSERT_NE(mkdtemp(path.data()), nullptr);
+        m_folder = path;
+        if (const auto* before = std::getenv("TMPDIR")) m_before = before;
+        setenv("TMPDIR", path.c_str(), 1);
+    }
+    void TearDown() override
+    {
+        std::filesystem::remove_all(m_folder);
+        if (m_before.empty())
+            unsetenv("TMPDIR");
+        else
+            setenv("TMPDIR", m_before.c_str(), 1);
+    }
+    std::filesystem::path m_folder;
+    std::string m_before;
+};
+
+TEST_F(BlobTempFile, LivesAsLongAsTheBlob)
+{
+    {
+        TAdmBlobData blob(bytesOf("payload"), "txt");
+        const std::filesystem::path path = blob.createTempFile();
+        EXPECT_EQ(path.parent_path(), m_folder);
+        EXPECT_EQ(path.extension(), ".txt");
+        EXPECT_EQ(path.filename().string().size(), "Vellumo-XXXXXXXXX.txt"s.size());
+        EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0600));
+        EXPECT_EQ(blob.createTempFile(), path.string());
+        std::string content;
+        EXPECT_TRUE(std::getline(std::ifstream(path), content));
+        EXPECT_EQ(content, "payload");
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+}
+
+TEST_F(BlobTempFile, NameWithoutExtensionHasNoDot)
+{
+    TAdmBlobData blob(bytesOf("payload"), "");
+    EXPECT_EQ(std::filesystem::path(blob.createTempFile()).extension(), "");
+}
+
+TEST_F(BlobTempFile, CannotBeMadeOutsideTheFolder)
+{
+    TAdmBlobData blob(bytesOf("payload"), "x/../../y");
+    EXPECT_EQ(blob.createTempFile(), "");
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+}
+
+TEST_F(BlobTempFile, FailedWriteLeavesNothingAndIsTriedAgain)
+{
+    TAdmBlobData blob(Buffer(5000), "bin");
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    // Files end after 1000 bytes, as on a full disk.
+    const rlimit small{1000, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const auto path = blob.createTempFile();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+
+    EXPECT_EQ(path, "");
+    EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+    EXPECT_EQ(std::filesystem::file_size(blob.createTempFile()), 5000U);
+}
+
+} // namespace
+} // namespace vellumo

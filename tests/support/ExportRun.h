@@ -1,0 +1,49 @@
+#pragma once
+
+#include "export/ExportJob.h"
+#include "export/ExportWriters.h"
+#include "model/TAdmMDBFile.h"
+#include "platform/MainThread.h"
+
+#include <atomic>
+#include <functional>
+#include <vector>
+
+// Runs a writer on the calling thread.
+namespace vellumo::test {
+
+class DirectMainThread : public MainThread {
+public:
+    void performAndWait(const std::function<void()>& work) override { work(); }
+};
+
+struct ExportOutcome {
+    int successTableCount = 0;
+    std::vector<std::string> log;
+    std::vector<std::size_t> progress; // the numbers reported
+};
+
+// All tables of the file, each to its default file name. `stopAt`: the table at whose beginning the user stops, -1 for
+// none. `fileNames`: output file names to use instead, in table order.
+inline ExportOutcome runWriter(ExportWriter writer, const TAdmMDBFile& file, const ExportOptions& options,
+    int stopAt = -1, const std::vector<std::string>& fileNames = {})
+{
+    std::vector<ExportEntry> entries;
+    for (const auto& table : file.tables())
+        entries.push_back(ExportEntry::exportEntryWithTableName(table->name(), options.fileType));
+    for (std::size_t i = 0; i < fileNames.size(); ++i)
+        entries.at(i).exportFileName = fileNames[i];
+    DirectMainThread mainThread;
+    std::atomic<bool> terminate = false;
+    ExportOutcome outcome;
+    ExportJob job(file, entries, options, terminate, mainThread, [&](std::size_t index) {
+        outcome.progress.push_back(index);
+        if (static_cast<int>(index) == stopAt) terminate = true;
+    });
+    writer(job);
+    outcome.successTableCount = job.successTableCount();
+    outcome.log = job.msgLog();
+    return outcome;
+}
+
+} // namespace vellumo::test
