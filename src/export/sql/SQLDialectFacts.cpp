@@ -7,8 +7,9 @@ namespace vellumo {
 namespace {
 
 // The order of the types in a row of facts.
-constexpr std::string_view accessTypes[] = {"Boolean", "Byte", "Integer", "Long Integer", "Currency", "Single", "Double",
-    "DateTime", "Binary", "Text", "OLE", "Memo/Hyperlink", "Replication ID", "Numeric", "Complex Value auto number"};
+constexpr std::string_view accessTypes[] = {"Boolean", "Byte", "Integer", "Long Integer", "Currency", "Single",
+    "Double", "DateTime", "Binary", "Text", "OLE", "Memo/Hyperlink", "Replication ID", "Numeric",
+    "Complex Value auto number"};
 
 constexpr SQLDialectFacts mySQL = {
     .dialect = ServerType::MySQL,
