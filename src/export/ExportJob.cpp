@@ -1,5 +1,6 @@
 #include "export/ExportJob.h"
 
+#include "SQLite Connection/DBSockets/LoadErrorWindow.h"
 #include "model/TAdmMDBFile.h"
 #include "platform/MainThread.h"
 #include "text/Format.h"
@@ -7,6 +8,16 @@
 #include <filesystem>
 
 namespace vellumo {
+
+namespace {
+
+LoadErrorWindow& standardErrorWindow()
+{
+    static StandardErrorLoadErrorWindow window;
+    return window;
+}
+
+} // namespace
 
 ExportJob::ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, ExportOptions options,
     const std::atomic<bool>& terminate, MainThread& mainThread, SystemLog& systemLog,
@@ -18,6 +29,7 @@ ExportJob::ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, 
     , m_mainThread(mainThread)
     , m_systemLog(systemLog)
     , m_updateProgress(std::move(updateProgress))
+    , m_loadErrorWindow(&standardErrorWindow())
 {
 }
 

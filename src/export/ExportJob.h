@@ -11,6 +11,7 @@
 
 namespace vellumo {
 
+class LoadErrorWindow;
 class MainThread;
 class SystemLog;
 class TAdmMDBFile;
@@ -60,6 +61,10 @@ public:
     // Adds a line as it is.
     void log(std::string line) { m_msgLog.push_back(std::move(line)); }
 
+    // Shows that the SQLite library cannot be used, on the thread that calls it. Standard error unless set.
+    [[nodiscard]] LoadErrorWindow& loadErrorWindow() const { return *m_loadErrorWindow; }
+    void setLoadErrorWindow(LoadErrorWindow& window) { m_loadErrorWindow = &window; }
+
     [[nodiscard]] int successTableCount() const { return m_successTableCount; }
     [[nodiscard]] const std::vector<std::string>& msgLog() const { return m_msgLog; }
 
@@ -73,6 +78,7 @@ private:
     MainThread& m_mainThread;
     SystemLog& m_systemLog;
     std::function<void(std::size_t)> m_updateProgress;
+    LoadErrorWindow* m_loadErrorWindow;
     int m_successTableCount = 0;
     std::vector<std::string> m_msgLog;
 };

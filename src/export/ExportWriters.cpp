@@ -9,6 +9,8 @@ ExportWriter exportWriterForType(ExportFileType type)
     case ExportFileType::TXT:
     case ExportFileType::XML: return exportTextFileThread;
     case ExportFileType::XLS: return exportXLSThread;
+    case ExportFileType::SQL: return exportSQLThread;
+    case ExportFileType::SQLite: return exportSQLiteThread;
     default: return nullptr;
     }
 }
