@@ -58,7 +58,7 @@ void PatternScanner::chooseAnchors()
     m_second = anchorAt(second);
 }
 
-bool PatternScanner::standsAt(const char* text) const
+bool PatternScanner::isEqual(const char* text) const
 {
     if (!m_ignoreCase) return std::memcmp(text, m_pattern.data(), m_pattern.size()) == 0;
     for (std::size_t i = 0; i < m_pattern.size(); ++i)
@@ -91,13 +91,13 @@ std::size_t PatternScanner::find(std::string_view text, std::size_t from) const
             | static_cast<std::uint32_t>(_mm_movemask_epi8(high)) << 16;
         for (; mask != 0; mask &= mask - 1) {
             const auto found = place + static_cast<std::size_t>(std::countr_zero(mask));
-            if (standsAt(text.data() + found)) return found;
+            if (isEqual(text.data() + found)) return found;
         }
     }
 #endif
     for (; place < starts; ++place) {
         const auto* at = text.data() + place;
-        if (isCandidate(at, m_first) && isCandidate(at, m_second) && standsAt(at)) return place;
+        if (isCandidate(at, m_first) && isCandidate(at, m_second) && isEqual(at)) return place;
     }
     return std::string_view::npos;
 }

@@ -18,8 +18,6 @@ public:
     [[nodiscard]] std::size_t size() const { return m_pattern.size(); }
     // Offset of the first occurrence at or behind `from`; std::string_view::npos when there is none.
     [[nodiscard]] std::size_t find(std::string_view text, std::size_t from) const;
-    // Whether the pattern stands at `text`, which has size() bytes.
-    [[nodiscard]] bool standsAt(const char* text) const;
 
 private:
     // A byte of the pattern that has to be right before the rest is compared.
@@ -28,6 +26,7 @@ private:
         std::uint8_t caseBit = 0; // set in the text's byte before comparing
         std::uint8_t value = 0;
     };
+    [[nodiscard]] bool isEqual(const char* text) const;
     [[nodiscard]] Anchor anchorAt(std::size_t offset) const;
     void chooseAnchors();
     [[nodiscard]] bool isCandidate(const char* text, const Anchor& anchor) const

@@ -15,9 +15,13 @@ struct RowRange {
     std::uint32_t end;
 };
 
-// Appends the agreeing rows among `ranges` of one group; `firstRow` is the number of the group's first row.
-void searchGroup(const RowGroup& group, std::size_t firstRow, std::span<const RowRange> ranges, TextMatcher& matcher,
-    std::vector<std::uint8_t>& marks, std::vector<std::uint32_t>& found)
+// Gaps up to this many rows are searched along with their neighbours and left out afterwards: their few bytes lie in
+// the search's step anyway, and starting anew costs more.
+constexpr std::uint32_t bridgedGap = 4;
+
+// Sets the marks of the group's agreeing rows within `ranges` to 1, all others to 0.
+void markGroup(
+    const RowGroup& group, std::span<const RowRange> ranges, TextMatcher& matcher, std::vector<std::uint8_t>& marks)
 {
     marks.assign(group.rowCount, 0);
     for (const auto& chunk : group.texts) {
@@ -25,20 +29,16 @@ void searchGroup(const RowGroup& group, std::size_t firstRow, std::span<const Ro
         for (const auto& range : ranges)
             matcher.match(chunk, range.first, range.end, marks);
     }
-    for (const auto& range : ranges)
-        for (auto row = range.first; row < range.end; ++row)
-            if (marks[row] != 0) found.push_back(static_cast<std::uint32_t>(firstRow + row));
 }
 
-// The runs of consecutive numbers at the head of `candidates` that lie in one group; takes them off.
-std::vector<RowRange> takeRanges(std::span<const std::uint32_t>& candidates, std::size_t firstRow, std::size_t endRow)
+// The candidates of a group whose first row is number `firstRow`, as few ranges.
+std::vector<RowRange> rangesOf(std::span<const std::uint32_t> candidates, std::size_t firstRow)
 {
     std::vector<RowRange> ranges;
-    while (!candidates.empty() && candidates.front() < endRow) {
-        const auto row = static_cast<std::uint32_t>(candidates.front() - firstRow);
-        if (ranges.empty() || ranges.back().end != row) ranges.push_back({row, row});
-        ++ranges.back().end;
-        candidates = candidates.subspan(1);
+    for (const auto candidate : candidates) {
+        const auto row = static_cast<std::uint32_t>(candidate - firstRow);
+        if (ranges.empty() || row - ranges.back().end > bridgedGap) ranges.push_back({row, row});
+        ranges.back().end = row + 1;
     }
     return ranges;
 }
@@ -61,7 +61,9 @@ std::vector<std::uint32_t> filterData(const RowStore& rows, const SearchSettings
     for (std::size_t i = 0; i < rows.groups().size(); ++i) {
         const auto& group = rows.groups()[i];
         const RowRange all{0, group.rowCount};
-        searchGroup(group, rows.firstRow(i), {&all, 1}, matcher, marks, found);
+        markGroup(group, {&all, 1}, matcher, marks);
+        for (std::uint32_t row = 0; row < group.rowCount; ++row)
+            if (marks[row] != 0) found.push_back(static_cast<std::uint32_t>(rows.firstRow(i) + row));
     }
     return found;
 }
@@ -73,11 +75,16 @@ std::vector<std::uint32_t> filterData(
     TextMatcher matcher(settings);
     std::vector<std::uint8_t> marks;
     std::vector<std::uint32_t> found;
-    for (std::size_t i = 0; i < rows.groups().size() && !candidates.empty(); ++i) {
-        const auto& group = rows.groups()[i];
+    auto next = candidates.begin();
+    for (std::size_t i = 0; i < rows.groups().size() && next != candidates.end(); ++i) {
         const auto firstRow = rows.firstRow(i);
-        const auto ranges = takeRanges(candidates, firstRow, firstRow + group.rowCount);
-        if (!ranges.empty()) searchGroup(group, firstRow, ranges, matcher, marks, found);
+        const auto end = std::lower_bound(next, candidates.end(), firstRow + rows.groups()[i].rowCount);
+        const std::span<const std::uint32_t> inGroup(next, end);
+        next = end;
+        if (inGroup.empty()) continue;
+        markGroup(rows.groups()[i], rangesOf(inGroup, firstRow), matcher, marks);
+        for (const auto candidate : inGroup)
+            if (marks[candidate - firstRow] != 0) found.push_back(candidate);
     }
     return found;
 }

@@ -33,9 +33,9 @@ void TextMatcher::match(const TextChunk& chunk, std::uint32_t first, std::uint32
         const bool needsFolding = m_ignoreCase && !isAscii(cells.text);
         // ASCII texts fold to ASCII texts.
         if (needsFolding) {
-            matchCells(folded(cells), &marks[row]);
+            markAgreeing(folded(cells), &marks[row]);
         } else if (!m_ignoreCase || m_isAsciiPattern) {
-            matchCells(cells, &marks[row]);
+            markAgreeing(cells, &marks[row]);
         }
         row += count;
     }
@@ -61,48 +61,33 @@ TextMatcher::Cells TextMatcher::folded(const Cells& cells)
     return {textUpTo(end), 0, m_foldedEnds};
 }
 
-void TextMatcher::matchCells(const Cells& cells, std::uint8_t* marks) const
-{
-    if (m_option == SearchOption::Contains) {
-        markContaining(cells, marks);
-    } else {
-        markAgreeing(cells, marks);
-    }
-}
-
-void TextMatcher::markContaining(const Cells& cells, std::uint8_t* marks) const
-{
-    auto cell = cells.ends.begin();
-    for (auto hit = m_pattern.find(cells.text, 0); hit != std::string_view::npos;) {
-        cell = std::upper_bound(cell, cells.ends.end(), cells.start + hit);
-        const std::size_t cellEnd = *cell - cells.start;
-        // A hit that reaches into the next cell is none.
-        const bool isInside = hit + m_pattern.size() <= cellEnd;
-        if (isInside) marks[cell - cells.ends.begin()] = 1;
-        hit = m_pattern.find(cells.text, isInside ? cellEnd : hit + 1);
-    }
-}
-
 void TextMatcher::markAgreeing(const Cells& cells, std::uint8_t* marks) const
 {
-    auto start = cells.start;
-    for (const auto end : cells.ends) {
-        if (end - start >= m_pattern.size() && agrees(cells.text.substr(start - cells.start, end - start))) *marks = 1;
-        start = end;
-        ++marks;
+    const auto size = m_pattern.size();
+    std::size_t cell = 0;
+    std::size_t cellStart = 0;
+    for (auto hit = m_pattern.find(cells.text, 0); hit != std::string_view::npos;) {
+        for (; cells.ends[cell] - cells.start <= hit; ++cell)
+            cellStart = cells.ends[cell] - cells.start;
+        const std::size_t cellEnd = cells.ends[cell] - cells.start;
+        if (agrees(hit, cellStart, cellEnd)) marks[cell] = 1;
+        // Whatever the option, this cell is decided, but for its end. A hit that reaches into the next cell is none,
+        // and so are those behind it in this cell.
+        const bool maySkipToEnd = m_option == SearchOption::EndsWith && hit + size < cellEnd;
+        hit = m_pattern.find(cells.text, maySkipToEnd ? cellEnd - size : cellEnd);
     }
 }
 
-// `cell` is at least as long as the pattern.
-bool TextMatcher::agrees(std::string_view cell) const
+bool TextMatcher::agrees(std::size_t hit, std::size_t cellStart, std::size_t cellEnd) const
 {
+    const auto hitEnd = hit + m_pattern.size();
     switch (m_option) {
-    case SearchOption::BeginsWith: return m_pattern.standsAt(cell.data());
-    case SearchOption::Equals: return cell.size() == m_pattern.size() && m_pattern.standsAt(cell.data());
-    case SearchOption::EndsWith: return m_pattern.standsAt(cell.data() + cell.size() - m_pattern.size());
-    case SearchOption::Contains: break;
+    case SearchOption::Contains: return hitEnd <= cellEnd;
+    case SearchOption::BeginsWith: return hit == cellStart && hitEnd <= cellEnd;
+    case SearchOption::Equals: return hit == cellStart && hitEnd == cellEnd;
+    case SearchOption::EndsWith: return hitEnd == cellEnd;
     }
-    return m_pattern.find(cell, 0) != std::string_view::npos;
+    return false;
 }
 
 } // namespace vellumo

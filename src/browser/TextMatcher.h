@@ -26,10 +26,9 @@ private:
     };
 
     [[nodiscard]] Cells folded(const Cells& cells);
-    void matchCells(const Cells& cells, std::uint8_t* marks) const;
-    void markContaining(const Cells& cells, std::uint8_t* marks) const;
     void markAgreeing(const Cells& cells, std::uint8_t* marks) const;
-    [[nodiscard]] bool agrees(std::string_view cell) const;
+    // Whether an occurrence at `hit` makes the cell agree that lies there.
+    [[nodiscard]] bool agrees(std::size_t hit, std::size_t cellStart, std::size_t cellEnd) const;
 
     SearchOption m_option;
     bool m_ignoreCase;

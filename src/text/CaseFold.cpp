@@ -20,6 +20,17 @@ std::uint64_t load8(const char* bytes)
     return value;
 }
 
+void store8(std::uint64_t value, char* bytes) { std::memcpy(bytes, &value, sizeof value); }
+
+// Eight ASCII bytes in lower case.
+std::uint64_t foldAscii8(std::uint64_t bytes)
+{
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    const auto fromA = bytes + ones * (0x80 - 'A');       // high bit: at least 'A'
+    const auto behindZ = bytes + ones * (0x80 - 'Z' - 1); // high bit: above 'Z'
+    return bytes | (fromA & ~behindZ & highBits) >> 2;
+}
+
 char foldAscii(char byte) { return static_cast<char>(byte | ((byte >= 'A' && byte <= 'Z') ? 0x20 : 0)); }
 
 // What a character folds to, in UTF-8.
@@ -139,8 +150,8 @@ FoldedEnd foldCaseInto(std::string_view text, char* out)
         constexpr std::size_t blockSize = 16;
         const auto* block = text.data() + i;
         if (i + blockSize <= text.size() && ((load8(block) | load8(block + 8)) & highBits) == 0) {
-            for (std::size_t k = 0; k < blockSize; ++k)
-                result.end[k] = foldAscii(block[k]);
+            store8(foldAscii8(load8(block)), result.end);
+            store8(foldAscii8(load8(block + 8)), result.end + 8);
             result.end += blockSize;
             i += blockSize;
             continue;

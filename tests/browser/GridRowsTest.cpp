@@ -1,14 +1,14 @@
 #include "browser/GridRows.h"
 
-#include "browser/TableMaker.h"
+#include "support/ModelBuilder.h"
 
 #include <gmock/gmock.h>
 
 namespace vellumo {
 namespace {
 
+using test::makeTable;
 using ::testing::ElementsAre;
-using testing::makeTable;
 
 std::vector<std::uint32_t> listOf(GridRows& grid)
 {
@@ -29,7 +29,7 @@ protected:
             table->columns()[i]->setSortOrder(i == column ? order : 0);
     }
 
-    std::unique_ptr<TAdmMDBTable> table = makeTable({{"Name", "Text"}, {"Price", "Currency"}, {"Place", "Text"}},
+    std::unique_ptr<TAdmMDBTable> table = makeTable("T", {{"Name", "Text"}, {"Price", "Currency"}, {"Place", "Text"}},
         {{"Pear", "10.0000", "Rome"}, {"apple", "9.0000", "Paris"}, {"Plum", "", "Rome"}, {"pear", "9.0000", ""},
             {"Fig", "100.0000", "Peru"}});
     GridRows grid;
@@ -93,7 +93,7 @@ TEST_F(GridRowsTest, AnotherTableOrNoneStartsAfresh)
     sortBy(0, 1);
     grid.setSearch({"pear", SearchOption::Equals, true});
     EXPECT_THAT(listOf(grid), ElementsAre(3, 0));
-    const auto second = makeTable({{"Name", "Text"}}, {{"x"}, {"Pear"}});
+    const auto second = makeTable("T", {{"Name", "Text"}}, {{"x"}, {"Pear"}});
     grid.setTable(second.get());
     EXPECT_THAT(listOf(grid), ElementsAre(1));
     grid.setTable(nullptr);

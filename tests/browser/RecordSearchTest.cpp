@@ -1,7 +1,8 @@
 #include "browser/RecordSearch.h"
 
-#include "browser/TableMaker.h"
+#include "browser/ColumnMaker.h"
 
+#include <array>
 #include <gmock/gmock.h>
 #include <random>
 #include <unicode/bytestream.h>
@@ -11,9 +12,10 @@
 namespace vellumo {
 namespace {
 
+using test::makeColumn;
+using test::makeTable;
+using test::null;
 using ::testing::ElementsAre;
-using testing::makeColumn;
-using testing::makeTable;
 using Found = std::vector<std::uint32_t>;
 
 constexpr auto contains = SearchOption::Contains;
@@ -64,8 +66,9 @@ TEST(RecordSearch, FindsByOptionAndCase)
 
 TEST(RecordSearch, LooksAtEveryColumnButObjects)
 {
-    const auto table = makeTable({{"A", "Text"}, {"O", "OLE"}, {"N", "Long Integer"}},
-        {{"x", "bmp", "1"}, {"bmp", "", "2"}, {"y", "x", "21"}, {"", "", ""}});
+    const auto table = makeTable("T", {{"A", "Text"}, {"O", "OLE"}, {"N", "Long Integer"}},
+        {{"x", test::makeBlob("2", "bmp"), "1"}, {"bmp", null, "2"}, {"y", test::makeBlob("x", "x"), "21"},
+            {null, null, null}});
     EXPECT_THAT(filterData(table->rows(), {"bmp", contains, true}), ElementsAre(1));
     EXPECT_THAT(filterData(table->rows(), {"2", contains, true}), ElementsAre(1, 2));
     const Found candidates = {0, 2, 3};
@@ -113,10 +116,13 @@ TEST(RecordSearch, AgreesWithTheSlowSearchOnRandomTables)
     for (int round = 0; round < 300; ++round) {
         // Some tables hold texts long enough for the search's wide steps, or more cells than it takes at once.
         const auto longest = round % 3 == 0 ? 90U : 7U;
-        std::vector<std::vector<std::string>> cells(round % 10 == 0 ? 1300 : 60);
-        for (auto& row : cells)
+        std::vector<std::array<std::string, 2>> cells(round % 10 == 0 ? 1300 : 60);
+        std::vector<test::Row> rows;
+        for (auto& row : cells) {
             row = {randomText(random, longest), randomText(random, 3)};
-        const auto table = makeTable({{"A", "Text"}, {"B", "Memo/Hyperlink"}}, cells, 700);
+            rows.push_back({row[0], row[1]});
+        }
+        const auto table = makeTable("T", {{"A", "Text"}, {"B", "Memo/Hyperlink"}}, rows, 700);
         const SearchSettings settings{
             randomText(random, 2) + "s", static_cast<SearchOption>(random() % 4), random() % 2 == 0};
         Found expected;

@@ -1,6 +1,6 @@
 #include "browser/RowOrder.h"
 
-#include "browser/TableMaker.h"
+#include "browser/ColumnMaker.h"
 #include "text/FinderCompare.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 namespace vellumo {
 namespace {
 
-using testing::makeColumn;
+using test::makeColumn;
 using Rows = std::vector<std::uint32_t>;
 
 RowOrder orderOf(const TAdmMDBTable& table) { return {table.rows(), 0, sortKindOf(table.columns()[0]->dataType())}; }
