@@ -3,7 +3,6 @@
 #include "model/TAdmMDBFile.h"
 #include "platform/MainThread.h"
 #include "text/Format.h"
-#include "text/Messages.h"
 
 #include <filesystem>
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "export/ExportOptions.h"
+#include "text/Messages.h"
 
 #include <atomic>
 #include <functional>
@@ -16,10 +17,10 @@ class TAdmMDBTable;
 
 // Keys of the reasons that writers share.
 namespace exportReason {
-inline constexpr const char* cannotCreate = "Unable to create file for export.";
-inline constexpr const char* cannotWrite = "Unable to write file.";
-inline constexpr const char* notRepresentable = "Text cannot be represented in the selected encoding.";
-inline constexpr const char* terminated = "Terminated.";
+inline constexpr const char* cannotCreate = messageKey("Unable to create file for export.");
+inline constexpr const char* cannotWrite = messageKey("Unable to write file.");
+inline constexpr const char* notRepresentable = messageKey("Text cannot be represented in the selected encoding.");
+inline constexpr const char* terminated = messageKey("Terminated.");
 } // namespace exportReason
 
 // What a writer sees of an export, and where it reports to. Belongs to the writer's thread while that runs; the file is

@@ -173,7 +173,7 @@ void ExportWizard::exportSingleFile()
 void ExportWizard::updateExportSingleFileLabels()
 {
     const bool isSingleFile = m_controls.exportSingleFileCheckBox.value;
-    m_controls.exportPathLabel = format("%@:", {localized(isSingleFile ? "Export file" : "Export path")});
+    m_controls.exportPathLabel = format("%@:", {isSingleFile ? localized("Export file") : localized("Export path")});
     m_controls.isFileNameColumnVisible = !isSingleFile;
     auto& path = m_controls.exportPathTextField.value;
     if (path.empty()) return;
@@ -273,7 +273,7 @@ void ExportWizard::updateProgressPanel(std::size_t index)
 void ExportWizard::exportThreadFinished()
 {
     m_view->endProgressSheet();
-    m_report = {localized(m_terminate ? "Export terminated." : "Export finished."), reportBody(*m_job)};
+    m_report = {m_terminate ? localized("Export terminated.") : localized("Export finished."), reportBody(*m_job)};
     m_ports.alerts.show({m_report->title, m_report->body, Alert::Style::Sheet});
     m_view->exportFinished();
 }

@@ -1,0 +1,105 @@
+#include "cli/CommandLine.h"
+#include "cli/ConsoleFile.h"
+#include "cli/ConsoleOutput.h"
+#include "cli/WholeNumber.h"
+#include "embedded/TAdmBlobData.h"
+#include "export/OutputFile.h"
+#include "text/Format.h"
+#include "text/Messages.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <memory>
+
+namespace vellumo {
+
+namespace {
+
+struct BlobOptions {
+    std::string file;
+    std::string table;
+    std::string column;
+    std::int64_t row = 0; // counts from 1
+    std::string to;
+};
+
+// The text as one part of a path: names and extensions come from the database.
+std::string pathPart(std::string text)
+{
+    std::ranges::replace_if(
+        text, [](char c) { return c == '/' || static_cast<unsigned char>(c) < 0x20; }, '_');
+    return text;
+}
+
+std::string outputPath(const BlobOptions& options, const TAdmBlobData& blob)
+{
+    std::error_code error;
+    if (!std::filesystem::is_directory(options.to, error)) return options.to;
+    const auto dot = blob.fileExtension().empty() ? "" : ".";
+    return format(
+        "%@/%@-%@%@%@", {options.to, pathPart(options.column), options.row, dot, pathPart(blob.fileExtension())});
+}
+
+bool writeFile(const std::string& path, std::span<const std::byte> bytes)
+{
+    OutputFile out;
+    if (!out.open(path)) return false;
+    out.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    return out.close();
+}
+
+// Null, with a message printed, when there is nothing to extract.
+std::shared_ptr<TAdmBlobData> findBlob(const TAdmMDBTable& table, const BlobOptions& options)
+{
+    const auto& rows = table.rows();
+    const auto column = rows.columnIndex(options.column);
+    if (!column) {
+        printError(localizedFormat("There is no column \"%@\".", {options.column}));
+    } else if (rows.kinds()[*column] != CellKind::Blob) {
+        printError(localizedFormat("The column \"%@\" does not hold objects.", {options.column}));
+    } else if (static_cast<std::size_t>(options.row) > rows.rowCount()) {
+        printError(localizedFormat("There is no row %ld.", {options.row}));
+    } else {
+        const auto value = rows.value(static_cast<std::size_t>(options.row) - 1, *column);
+        if (const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value)) return *blob;
+        printError(localized("The cell is empty."));
+    }
+    return nullptr;
+}
+
+ExitStatus extractBlob(const BlobOptions& options)
+{
+    if (options.to.empty()) return wrongUsage(localized("--to must not be empty."));
+    const auto file = openDatabase(options.file);
+    if (!file) return ExitStatus::Failed;
+    const auto* table = findTableOrComplain(*file, options.table);
+    const auto blob = table == nullptr ? nullptr : findBlob(*table, options);
+    if (!blob) return ExitStatus::Failed;
+    const auto path = outputPath(options, *blob);
+    std::error_code error;
+    const bool isDatabase = std::filesystem::equivalent(path, options.file, error);
+    if (isDatabase || !writeFile(path, blob->data()))
+        return failed(localizedFormat("File (%@) cannot be written", {path}));
+    return ExitStatus::Done;
+}
+
+} // namespace
+
+void addBlobCommand(CLI::App& app, Command& command)
+{
+    auto options = std::make_shared<BlobOptions>();
+    auto* sub = app.add_subcommand("blob", localized("Write the file that is embedded in a cell"));
+    sub->add_option("FILE", options->file, localized("The database"))->required();
+    sub->add_option("TABLE", options->table, localized("The table"))->required();
+    sub->add_option("COLUMN", options->column, localized("A column of objects"))->required();
+    sub->add_option("ROW", options->row, localized("The row, counted from 1 in stored order"))
+        ->required()
+        ->check(wholeNumberFrom(1));
+    sub->add_option("--to", options->to,
+           localized("The file to write, or a folder for a file named by column and row, with the content's extension"))
+        ->required()
+        ->type_name("PATH");
+    sub->callback([options, &command] { command = [options] { return extractBlob(*options); }; });
+}
+
+} // namespace vellumo

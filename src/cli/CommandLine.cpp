@@ -1,0 +1,62 @@
+#include "cli/CommandLine.h"
+
+#include "cli/ConsoleOutput.h"
+#include "text/Format.h"
+#include "text/Messages.h"
+
+#include <CLI/CLI.hpp>
+
+namespace vellumo {
+
+namespace {
+
+void describeApp(CLI::App& app)
+{
+    app.name("vellumo-cli");
+    app.description(localized("Shows and exports Microsoft Access databases. Never writes to them."));
+    app.set_help_flag("-h,--help", localized("Print this help and exit"));
+    app.set_version_flag("--version", "vellumo-cli " VELLUMO_VERSION, localized("Print the version and exit"));
+    app.require_subcommand(1);
+    app.footer(localized("Exit status: 0 done; 1 a file cannot be opened, something asked for is not in it, or output "
+                         "could not be written; 2 wrong usage."));
+}
+
+// The parser takes "--option=" for an option whose value follows. As two arguments it is what the user means: an empty
+// value.
+std::vector<std::string> withEmptyValues(const std::vector<std::string>& arguments)
+{
+    std::vector<std::string> result;
+    for (const auto& argument : arguments) {
+        const bool isEmptyValue = argument.starts_with("--") && argument.find('=') == argument.size() - 1;
+        result.push_back(isEmptyValue ? argument.substr(0, argument.size() - 1) : argument);
+        if (isEmptyValue) result.emplace_back();
+    }
+    return result;
+}
+
+} // namespace
+
+ExitStatus runCommandLine(const std::vector<std::string>& arguments)
+{
+    CLI::App app;
+    Command command;
+    describeApp(app);
+    addInfoCommand(app, command);
+    addRowsCommand(app, command);
+    addBlobCommand(app, command);
+    addExportCommand(app, command);
+    try {
+        auto remaining = withEmptyValues(arguments);
+        std::ranges::reverse(remaining); // the order in which the parser takes them
+        app.parse(std::move(remaining));
+    } catch (const CLI::Success& helpOrVersion) {
+        app.exit(helpOrVersion, std::cout, std::cerr);
+        std::cout.flush();
+        return finishOutput(ExitStatus::Done);
+    } catch (const CLI::Error& error) {
+        return wrongUsage(localizedFormat("%@ (--help tells more)", {error.what()}));
+    }
+    return finishOutput(command());
+}
+
+} // namespace vellumo

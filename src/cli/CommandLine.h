@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace vellumo {
+
+// Exit statuses.
+enum class ExitStatus {
+    Done = 0,
+    Failed = 1,     // a file cannot be opened, something asked for is not in it, or output could not be written
+    WrongUsage = 2, // the command line makes no sense
+};
+
+// What the command line asks for; set while it is parsed, run afterwards.
+using Command = std::function<ExitStatus()>;
+
+// Each adds a subcommand, which puts what it is asked for into `command`.
+void addInfoCommand(CLI::App& app, Command& command);
+void addRowsCommand(CLI::App& app, Command& command);
+void addBlobCommand(CLI::App& app, Command& command);
+void addExportCommand(CLI::App& app, Command& command);
+
+// The whole program; `arguments` without the program's name.
+[[nodiscard]] ExitStatus runCommandLine(const std::vector<std::string>& arguments);
+
+} // namespace vellumo

@@ -1,0 +1,50 @@
+#include "cli/Interrupt.h"
+
+#include "export/ExportWizard.h"
+
+#include <atomic>
+#include <csignal>
+
+namespace vellumo {
+
+namespace {
+
+// Signal handlers may touch lock-free atomics only.
+static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<ExportWizard*>::is_always_lock_free);
+std::atomic<bool> isInterrupted = false;
+std::atomic<ExportWizard*> target = nullptr;
+
+void onInterrupt(int)
+{
+    isInterrupted = true;
+    if (auto* wizard = target.load()) wizard->stop();
+}
+
+} // namespace
+
+void handleSignals()
+{
+    struct sigaction action { };
+    action.sa_handler = onInterrupt;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction inherited { };
+        // One that the caller had ignored (nohup) stays so.
+        if (::sigaction(signal, nullptr, &inherited) == 0 && inherited.sa_handler != SIG_IGN)
+            ::sigaction(signal, &action, nullptr);
+    }
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool interrupted() { return isInterrupted; }
+
+InterruptTarget::InterruptTarget(ExportWizard& wizard)
+{
+    target = &wizard;
+    // The signal may have come just before.
+    if (isInterrupted) wizard.stop();
+}
+
+InterruptTarget::~InterruptTarget() { target = nullptr; }
+
+} // namespace vellumo

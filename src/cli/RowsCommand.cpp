@@ -1,0 +1,103 @@
+#include "cli/CommandLine.h"
+#include "cli/ConsoleFile.h"
+#include "cli/ConsoleOutput.h"
+#include "cli/Interrupt.h"
+#include "cli/WholeNumber.h"
+#include "embedded/TAdmBlobData.h"
+#include "text/Format.h"
+#include "text/Messages.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace vellumo {
+
+namespace {
+
+struct RowsOptions {
+    std::string file;
+    std::string table;
+    std::string search;
+    std::string match = "contains";
+    bool isCaseSensitive = false;
+    std::string sort;
+    std::int64_t limit = INT64_MAX;
+    std::string unavailable; // the option given that this version cannot honour
+};
+
+// What a copied cell holds: the value's description, "" for what is only shown in its place, and no character that
+// separates cells or rows.
+std::string copiedText(const CellValue& value)
+{
+    std::string text;
+    if (const auto* cellText = std::get_if<std::string_view>(&value)) text = *cellText;
+    if (const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value)) text = (*blob)->description();
+    if (text == localized("[NON-TEXTUAL DATA]") || text == localized("[NULL]")) return {};
+    std::ranges::replace_if(
+        text, [](char c) { return c == '\n' || c == '\t'; }, ' ');
+    return text;
+}
+
+std::string copiedRow(const RowRecord& record, std::size_t columnCount)
+{
+    std::string line;
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        if (column > 0) line += '\t';
+        line += copiedText(record.value(column));
+    }
+    if (columnCount > 0) line += '\n';
+    return line;
+}
+
+ExitStatus showRows(const RowsOptions& options)
+{
+    if (!options.unavailable.empty())
+        return wrongUsage(localizedFormat("%@: not available in this version.", {options.unavailable}));
+    const auto file = openDatabase(options.file);
+    if (!file) return ExitStatus::Failed;
+    const auto* table = findTableOrComplain(*file, options.table);
+    if (table == nullptr) return ExitStatus::Failed;
+    const auto& rows = table->rows();
+    const auto count = std::min(rows.rowCount(), static_cast<std::size_t>(options.limit));
+    for (std::size_t row = 0; row < count; ++row) {
+        if (interrupted()) return failed(localized("Interrupted."));
+        if (!writeOutput(copiedRow(rows.record(row), rows.columnCount()))) break;
+    }
+    return ExitStatus::Done;
+}
+
+// Search and order are not made yet: their options are known, and refused rather than ignored.
+constexpr const char* unavailableOptions[] = {"--search", "--match", "--case-sensitive", "--sort"};
+
+void addSelectionOptions(CLI::App& sub, RowsOptions& options)
+{
+    sub.add_option("--search", options.search, localized("Only rows in which a value matches this text"))
+        ->type_name("TEXT");
+    sub.add_option("--match", options.match, localized("How a value matches: contains, begins, equals or ends"))
+        ->check(CLI::IsMember({"contains", "begins", "equals", "ends"}));
+    sub.add_flag("--case-sensitive", options.isCaseSensitive, localized("Tell capital letters from small ones"));
+    sub.add_option("--sort", options.sort, localized("Order by this column, descending with \":desc\" behind it"))
+        ->type_name("COLUMN[:desc]");
+}
+
+} // namespace
+
+void addRowsCommand(CLI::App& app, Command& command)
+{
+    auto options = std::make_shared<RowsOptions>();
+    auto* sub =
+        app.add_subcommand("rows", localized("Print the rows of a table, one a line, values separated by tabs"));
+    sub->add_option("FILE", options->file, localized("The database"))->required();
+    sub->add_option("TABLE", options->table, localized("The table"))->required();
+    addSelectionOptions(*sub, *options);
+    sub->add_option("--limit", options->limit, localized("Print at most this many rows"))
+        ->check(wholeNumberFrom(0))
+        ->type_name("N");
+    sub->callback([options, sub, &command] {
+        for (const auto* name : unavailableOptions)
+            if (sub->count(name) > 0) options->unavailable = name;
+        command = [options] { return showRows(*options); };
+    });
+}
+
+} // namespace vellumo

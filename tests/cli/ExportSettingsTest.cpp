@@ -1,0 +1,108 @@
+#include "cli/ExportSettings.h"
+#include "export/ExportWizard.h"
+#include "support/ExportFakes.h"
+#include "support/ExportRun.h"
+#include "support/ModelBuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace vellumo {
+namespace {
+
+using test::makeFile;
+using test::makeTable;
+
+ExportSettings settingsFor(const char* format, void (*change)(ExportSettings&))
+{
+    ExportSettings settings;
+    settings.format = format;
+    settings.to = "/out";
+    change(settings);
+    return settings;
+}
+
+TEST(ExportSettings, ComplainsAboutWhatDoesNotApply)
+{
+    using S = ExportSettings;
+    const struct {
+        const char* format;
+        void (*change)(S&);
+        const char* complaint; // "" for none
+    } cases[] = {
+        {"csv", [](S&) {}, ""},
+        {"csv", [](S& s) { s.to.clear(); }, "--to must not be empty."},
+        {"csv", [](S& s) { s.isSingleFile = true; }, "--single-file does not apply to csv."},
+        {"xls", [](S& s) { s.isSingleFile = s.noHeader = true; }, ""},
+        {"sqlite", [](S& s) { s.isSingleFile = true; }, ""},
+        {"sql", [](S& s) { s.noHeader = true; }, "--no-header does not apply to sql."},
+        {"csv", [](S& s) { s.fieldDelimiter = "semicolon"; }, ""},
+        {"csv", [](S& s) { s.fieldDelimiter = "tab"; }, "--field-delimiter tab does not apply to csv."},
+        {"txt", [](S& s) { s.fieldDelimiter = "space"; }, ""},
+        {"xml", [](S& s) { s.fieldDelimiter = "comma"; }, "--field-delimiter does not apply to xml."},
+        {"xml", [](S& s) { s.recordDelimiter = "crlf"; }, "--record-delimiter does not apply to xml."},
+        {"xml", [](S& s) { s.decimalSymbol = s.encoding = "ascii"; }, ""},
+        {"csv", [](S& s) { s.decimalSymbol = "\xFF"; }, "An argument is not valid UTF-8."},
+        {"csv", [](S& s) { s.encoding = "klingon"; }, "Unknown encoding: klingon"},
+        {"sql", [](S& s) { s.encoding = "UTF-8"; }, "--encoding does not apply to sql."},
+        {"sql", [](S& s) { s.schema = "s"; }, "--schema does not apply to mysql."},
+        {"sql", [](S& s) { s.schema = "s", s.dialect = "oracle"; }, ""},
+        {"sql", [](S& s) { s.schema = "s", s.dialect = "sqlite"; }, "--schema does not apply to sqlite."},
+        {"sqlite", [](S& s) { s.dialect = "sqlite"; }, "--dialect does not apply to sqlite."},
+        {"sql", [](S& s) { s.noStructure = s.noIndexes = true; }, ""},
+        {"sql", [](S& s) { s.noStructure = s.noData = true; }, "Neither structure nor data is to be exported."},
+        {"sqlite", [](S& s) { s.noStructure = true; }, "--no-structure does not apply to sqlite."},
+        {"sqlite", [](S& s) { s.noForeignKeys = s.noIndexes = s.noData = true; }, ""},
+        {"csv", [](S& s) { s.noData = true; }, "--no-data does not apply to csv."},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(complaintAbout(settingsFor(c.format, c.change)).value_or(""), c.complaint) << c.format;
+}
+
+ExportOptions entered(const char* format, void (*change)(ExportSettings&))
+{
+    test::DirectMainThread mainThread;
+    test::FakeDefaults defaults;
+    test::FakeFilePanels panels;
+    test::FakeAlerts alerts;
+    test::FakeSystemLog log;
+    const auto file = makeFile("/data/Shop.mdb", makeTable("T", {}));
+    const auto settings = settingsFor(format, change);
+    ExportWizard wizard(*file, nullptr, exportFileType(settings), {mainThread, defaults, panels, alerts, log});
+    enterSettings(settings, wizard);
+    EXPECT_TRUE(wizard.controls().isOkButtonEnabled) << format;
+    EXPECT_TRUE(panels.asked.empty()) << format;
+    return optionsFromControls(wizard.exportFileType(), wizard.controls());
+}
+
+TEST(ExportSettings, AreEnteredAsTheUserWould)
+{
+    using S = ExportSettings;
+    auto options = entered("csv", [](S&) {});
+    EXPECT_TRUE(!options.isSingleFile && options.includeColumnHeader && options.encoding == 4);
+    EXPECT_EQ(options.path, "/out");
+
+    options = entered("csv", [](S& s) { s.fieldDelimiter = "semicolon"; });
+    EXPECT_EQ(options.decimalSymbol, ",");
+    options = entered("csv", [](S& s) { s.fieldDelimiter = "semicolon", s.decimalSymbol = ""; });
+    EXPECT_EQ(options.decimalSymbol, "");
+    options = entered("txt",
+        [](S& s) { s.fieldDelimiter = "space", s.recordDelimiter = "crlf", s.encoding = "cp1252", s.noHeader = true; });
+    EXPECT_EQ(options.fieldDelimiter, FieldDelimiter::Space);
+    EXPECT_EQ(options.recordDelimiter, RecordDelimiter::CRLF);
+    EXPECT_TRUE(options.encoding == 12 && !options.includeColumnHeader);
+
+    options = entered("sql", [](S& s) { s.dialect = "sqlserver", s.schema = "dbo", s.noDropTable = true; });
+    EXPECT_EQ(options.sqlDialect, SQLDialect::SQLServer);
+    EXPECT_EQ(options.schemaName, "dbo");
+    EXPECT_TRUE(!options.isSingleFile && !options.includeDropTable && options.includeForeignKeys
+        && options.includeIndexes && options.exportStructure && options.exportData);
+    options = entered("sql", [](S& s) { s.isSingleFile = s.noStructure = true; });
+    EXPECT_TRUE(options.isSingleFile && !options.exportStructure && options.exportData);
+    options = entered("sqlite", [](S& s) { s.noData = s.noIndexes = s.noForeignKeys = true; });
+    EXPECT_TRUE(options.isSingleFile && options.exportStructure && !options.exportData && !options.includeIndexes
+        && !options.includeForeignKeys);
+    EXPECT_EQ(options.path, "/out");
+}
+
+} // namespace
+} // namespace vellumo

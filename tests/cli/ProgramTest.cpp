@@ -1,0 +1,264 @@
+#include "embedded/OleCells.h"
+#include "samples/DatabaseWriter.h"
+#include "support/ProgramRun.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fstream>
+#include <sys/stat.h>
+#include <thread>
+
+namespace vellumo {
+namespace {
+
+using samples::ColumnDescription;
+using samples::ColumnType;
+using samples::Value;
+using test::ProgramResult;
+using test::RunningProgram;
+using test::runProgram;
+using test::TempFolder;
+using ::testing::HasSubstr;
+
+Value pictureCell()
+{
+    const auto cell = vellumo::testing::objectCell("PBrush", vellumo::testing::bytesOf("BM\xFFpicture"));
+    const auto* first = reinterpret_cast<const std::uint8_t*>(cell.data());
+    return samples::Bytes(first, first + cell.size());
+}
+
+// A small shop, and a table that is larger than all buffers between the writer of a file and its reader.
+class Program : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        s_folder = std::make_unique<TempFolder>();
+        samples::DatabaseDescription shop;
+        auto& items = shop.tables.emplace_back();
+        items.name = "Items";
+        items.columns = {{.name = "ID", .type = ColumnType::Long}, {.name = "Name"},
+            {.name = "Price", .type = ColumnType::Double}, {.name = "Picture", .type = ColumnType::Ole}};
+        items.indexes = {{.name = "Key", .columns = {{"ID"}}, .primary = true}};
+        items.rows = samples::rowsOf({
+            {std::int64_t{1}, std::string("Tea\tand\nmilk"), 2.5, pictureCell()},
+            {std::int64_t{2}, std::string("K\u00E4se")},
+        });
+        auto& large = shop.tables.emplace_back();
+        large.name = "Large";
+        large.columns = {{.name = "T"}};
+        large.rows = [](std::size_t index, samples::Row& row) {
+            row.values = {std::string(200, 'x')};
+            return index < 20'000;
+        };
+        const auto written = samples::writeDatabase(shop, database());
+        ASSERT_TRUE(written.ok()) << written.error;
+        s_folder->write("broken.mdb", "not a database");
+    }
+    static void TearDownTestSuite() { s_folder.reset(); }
+
+    static std::string database() { return s_folder->path("Shop.mdb"); }
+    static ProgramResult run(std::vector<std::string> arguments, const std::string& output = "")
+    {
+        for (auto& argument : arguments)
+            if (argument == "FILE") argument = database();
+        return runProgram("vellumo-cli", arguments, output);
+    }
+
+    static std::unique_ptr<TempFolder> s_folder;
+    TempFolder m_out;
+};
+std::unique_ptr<TempFolder> Program::s_folder;
+
+TEST_F(Program, ErrorsAreOneLineAndTellBetweenUsageAndFailure)
+{
+    const struct {
+        const char* name;
+        std::vector<std::string> arguments;
+        int status;
+        const char* error;
+    } cases[] = {
+        {"nothing", {}, 2, "A subcommand is required"},
+        {"unknown option", {"info", "FILE", "--jsn"}, 2, "--jsn"},
+        {"no file named", {"info"}, 2, "FILE is required"},
+        {"missing file", {"info", "/nowhere/a.mdb"}, 1, "File (/nowhere/a.mdb) cannot be opened"},
+        {"line break in a name", {"info", "a\nb"}, 1, "File (a b) cannot be opened"},
+        {"a folder", {"info", "/"}, 1, "File (/) cannot be opened"},
+        {"not a database", {"info", s_folder->path("broken.mdb")}, 1, "cannot be opened"},
+        {"missing table", {"info", "FILE", "items"}, 1, "There is no table \"items\"."},
+        {"search", {"rows", "FILE", "Items", "--search", "x"}, 2, "--search: not available"},
+        {"sort", {"rows", "FILE", "Items", "--sort", "ID:desc"}, 2, "--sort: not available"},
+        {"case", {"rows", "FILE", "Items", "--case-sensitive"}, 2, "--case-sensitive: not available"},
+        {"unknown match", {"rows", "FILE", "Items", "--match", "like"}, 2, "--match"},
+        {"negative limit", {"rows", "FILE", "Items", "--limit", "-1"}, 2, "-1 is not a whole number"},
+        {"row 0", {"blob", "FILE", "Items", "Picture", "0", "--to", "x"}, 2, "0 is not a whole number from 1 on"},
+        {"no such row", {"blob", "FILE", "Items", "Picture", "3", "--to", "x"}, 1, "There is no row 3."},
+        {"empty cell", {"blob", "FILE", "Items", "Picture", "2", "--to", "x"}, 1, "The cell is empty."},
+        {"no such column", {"blob", "FILE", "Items", "Photo", "1", "--to", "x"}, 1, "no column \"Photo\""},
+        {"no objects", {"blob", "FILE", "Items", "Name", "1", "--to", "x"}, 1, "does not hold objects"},
+        {"blob over the database", {"blob", "FILE", "Items", "Picture", "1", "--to", "FILE"}, 1, "cannot be written"},
+        {"format missing", {"export", "FILE", "--to", "x"}, 2, "--format is required"},
+        {"unknown format", {"export", "FILE", "--format", "pdf", "--to", "x"}, 2, "pdf"},
+        {"usage comes before the file", {"export", "/no", "--format", "csv", "--to", "x", "--schema", "s"}, 2,
+            "--schema does not apply to csv."},
+        {"one value a --table", {"export", "FILE", "--format", "csv", "--to", "x", "--table", "a", "b"}, 2, "b"},
+        {"missing table to export", {"export", "FILE", "--format", "csv", "--to", "x", "--table", "[a]"}, 1,
+            "There is no table \"[a]\"."},
+    };
+    for (const auto& c : cases) {
+        const auto result = run(c.arguments);
+        EXPECT_EQ(result.status, c.status) << c.name;
+        EXPECT_THAT(result.errors, HasSubstr(c.error)) << c.name;
+        EXPECT_EQ(std::ranges::count(result.errors, '\n'), 1) << c.name;
+        EXPECT_EQ(result.output, "") << c.name;
+    }
+}
+
+TEST_F(Program, PrintsRows)
+{
+    const struct {
+        const char* name;
+        std::vector<std::string> arguments;
+        const char* output;
+    } cases[] = {
+        {"all", {"rows", "FILE", "Items"}, "1\tTea and milk\t2.5\t\n2\tK\u00E4se\t\t\n"},
+        {"one", {"rows", "FILE", "Items", "--limit", "1"}, "1\tTea and milk\t2.5\t\n"},
+        {"none", {"rows", "FILE", "Items", "--limit=0"}, ""},
+    };
+    for (const auto& c : cases) {
+        const auto result = run(c.arguments);
+        EXPECT_EQ(result.output, c.output) << c.name;
+        EXPECT_EQ(result.errors, "") << c.name;
+        EXPECT_EQ(result.status, 0) << c.name;
+    }
+}
+
+TEST_F(Program, ShowsInformation)
+{
+    auto result = run({"info", "FILE"});
+    EXPECT_THAT(result.output, HasSubstr("Name: Shop.mdb\nWhere: " + s_folder->path() + "\nSize: "));
+    EXPECT_THAT(result.output, HasSubstr("\nTables:\n    Items (2 rows)\n    Large (20000 rows)\n"));
+    result = run({"info", "FILE", "Items"});
+    EXPECT_THAT(
+        result.output, HasSubstr("Name: Items\nNumber of rows: 2\nNumber of columns: 4\n\nColumns:\n    Name: ID\n"));
+    EXPECT_THAT(result.output, HasSubstr("\n\nIndexes:\n    Name: Key\n"));
+    result = run({"info", "FILE", "Large", "--json"});
+    EXPECT_EQ(result.output, R"({
+  "table": {
+    "Name": "Large",
+    "Number of rows": 20000,
+    "Number of columns": 1
+  },
+  "columns": [
+    {
+      "Name": "T",
+      "Type": "Text",
+      "Size": 255
+    }
+  ],
+  "indexes": [],
+  "relations": []
+}
+)");
+    result = run({"info", "FILE", "--json"});
+    EXPECT_THAT(result.output, HasSubstr(R"(
+  "tables": [
+    {
+      "name": "Items",
+      "rows": 2
+    },)"));
+}
+
+TEST_F(Program, ExtractsObjects)
+{
+    EXPECT_EQ(run({"blob", "FILE", "Items", "Picture", "1", "--to", m_out.path("file")}).status, 0);
+    EXPECT_EQ(m_out.read("file"), "BM\xFFpicture");
+    EXPECT_EQ(run({"blob", "FILE", "Items", "Picture", "1", "--to", m_out.path()}).status, 0);
+    EXPECT_EQ(m_out.read("Picture-1.bmp"), "BM\xFFpicture");
+}
+
+TEST_F(Program, Exports)
+{
+    auto result = run({"export", "FILE", "--format", "csv", "--to", m_out.path()});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "Export finished.\n2 tables exported successfully.\n");
+    EXPECT_EQ(result.errors, ""); // no bar where there is no terminal
+    EXPECT_EQ(m_out.read("Items.csv"),
+        "\"ID\",\"Name\",\"Price\",\"Picture\"\n1,\"Tea\tand\nmilk\",2.5,\n2,\"K\u00E4se\",,\n");
+
+    result = run({"export", "FILE", "--format", "txt", "--to", m_out.path(), "--table", "Items", "--no-header",
+        "--field-delimiter", "tab", "--record-delimiter", "crlf", "--decimal-symbol=", "--encoding", "latin1"});
+    EXPECT_EQ(result.output, "Export finished.\n1 table exported successfully.\n");
+    EXPECT_EQ(m_out.read("Items.txt"), "1\t\"Tea\tand\nmilk\"\t25\t\r\n2\t\"K\xE4se\"\t\t\r\n");
+    EXPECT_FALSE(m_out.exists("Large.txt"));
+
+    result = run({"export", "FILE", "--format", "xml", "--to", m_out.path(), "--encoding", "us-ascii"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output,
+        "Export finished.\n1 table exported successfully.\n"
+        "<Items> Failed: Text cannot be represented in the selected encoding.\n");
+    EXPECT_FALSE(m_out.exists("Items.xml"));
+
+    result = run({"export", "FILE", "--format", "csv", "--to", m_out.path("missing"), "--table", "Items"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "Export finished.\n<Items> Failed: Unable to create file for export.\n");
+}
+
+// Waits until the program's handler for a signal, which works once, was called.
+void waitUntilHandled(pid_t process, int signal)
+{
+    const auto statusPath = "/proc/" + std::to_string(process) + "/status";
+    for (std::uint64_t caught = ~std::uint64_t{0}; (caught >> (signal - 1) & 1) != 0;) {
+        std::ifstream status(statusPath);
+        for (std::string line; std::getline(status, line);)
+            if (line.starts_with("SigCgt:")) caught = std::stoull(line.substr(7), nullptr, 16);
+        if (!status.eof()) FAIL() << "The program is gone.";
+        std::this_thread::yield();
+    }
+}
+
+// The export hangs in a pipe until it is read: the interruption comes while a table is being written.
+TEST_F(Program, InterruptionEndsTheExportCleanly)
+{
+    ASSERT_EQ(::mkfifo(m_out.path("Large.csv").c_str(), 0600), 0);
+    const RunningProgram program("vellumo-cli", {"export", database(), "--format", "csv", "--to", m_out.path()});
+    std::ifstream pipe(m_out.path("Large.csv"), std::ios::binary);
+    pipe.get();
+    ::kill(program.process(), SIGINT);
+    waitUntilHandled(program.process(), SIGINT);
+    std::size_t received = 0;
+    while (pipe.get() != std::ifstream::traits_type::eof())
+        ++received;
+    const auto result = program.wait();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "Export terminated.\n1 table exported successfully.\n<Large> Failed: Terminated.\n");
+    EXPECT_LT(received, 20'000U * 200);
+    EXPECT_TRUE(m_out.exists("Items.csv"));
+}
+
+TEST_F(Program, LostOutputIsAFailure)
+{
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP();
+    const std::vector<std::vector<std::string>> commands = {{"--help"}, {"info", "FILE"}, {"rows", "FILE", "Large"},
+        {"export", "FILE", "--format", "csv", "--to", m_out.path()}};
+    for (const auto& command : commands) {
+        const auto result = run(command, "/dev/full");
+        EXPECT_EQ(result.status, 1) << command[0];
+        EXPECT_EQ(result.errors, "vellumo-cli: Unable to write to standard output.\n") << command[0];
+    }
+}
+
+TEST_F(Program, HelpNamesEveryOption)
+{
+    EXPECT_THAT(run({"--version"}).output, ::testing::MatchesRegex("vellumo-cli [0-9.]+\n"));
+    const auto help = run({"export", "--help"});
+    EXPECT_EQ(help.status, 0);
+    for (const auto* option : {"--format", "--to", "--table", "--single-file", "--no-header", "--field-delimiter",
+             "--record-delimiter", "--decimal-symbol", "--encoding", "--dialect", "--schema", "--no-structure",
+             "--no-drop-table", "--no-foreign-keys", "--no-indexes", "--no-data"})
+        EXPECT_THAT(help.output, HasSubstr(std::string("\n  ") + option + " ")) << option;
+}
+
+} // namespace
+} // namespace vellumo

@@ -1,0 +1,36 @@
+#include "cli/ProgressBar.h"
+
+#include <gtest/gtest.h>
+
+namespace vellumo {
+namespace {
+
+TEST(ProgressBar, LineFitsTheWidth)
+{
+    const struct {
+        const char* name;
+        const char* label;
+        std::uint64_t done;
+        std::uint64_t total;
+        std::size_t width;
+        const char* line;
+    } cases[] = {
+        {"nothing done", "Opening", 0, 10, 35, "Opening [                    ]   0%"},
+        {"half", "Opening", 5, 10, 35, "Opening [##########          ]  50%"},
+        {"all", "Opening", 10, 10, 35, "Opening [####################] 100%"},
+        {"more than expected", "Opening", 11, 10, 35, "Opening [####################] 100%"},
+        {"nothing expected", "Opening", 3, 0, 35, "Opening [                    ]   0%"},
+        {"no more than 40 columns of bar", "A", 1, 1, 99, "A [########################################] 100%"},
+        {"label cut between characters", "\u00C4\u00D6\u00DC\u00E4\u00F6\u00FC", 1, 1, 20,
+            "\u00C4\u00D6 [##########] 100%"},
+        {"control characters", "a\033\nb", 1, 1, 22, "a??b [##########] 100%"},
+        {"no room for a bar", "Opening", 1, 2, 17, " 50%"},
+        {"no room for a number", "Opening", 1, 2, 2, " 5"},
+        {"no room", "Opening", 1, 2, 0, ""},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(progressLine(c.label, c.done, c.total, c.width), c.line) << c.name;
+}
+
+} // namespace
+} // namespace vellumo
