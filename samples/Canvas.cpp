@@ -165,7 +165,8 @@ Bytes encodeBmp(const Canvas& canvas)
     for (int y = canvas.height(); y-- > 0;) {
         for (int x = 0; x < canvas.width(); ++x) {
             const auto color = canvas.at(x, y);
-            out.insert(out.end(), {color.blue, color.green, color.red});
+            for (const auto channel : {color.blue, color.green, color.red})
+                out.push_back(channel);
         }
         while ((out.size() - headerSize) % 4 != 0)
             out.push_back(0);
@@ -180,14 +181,17 @@ Bytes encodePng(const Canvas& canvas)
         raw.push_back(0); // no filter
         for (int x = 0; x < canvas.width(); ++x) {
             const auto color = canvas.at(x, y);
-            raw.insert(raw.end(), {color.red, color.green, color.blue});
+            for (const auto channel : {color.red, color.green, color.blue})
+                raw.push_back(channel);
         }
     }
     Bytes header;
     appendBigEndian(header, static_cast<std::uint32_t>(canvas.width()));
     appendBigEndian(header, static_cast<std::uint32_t>(canvas.height()));
-    header.insert(header.end(), {8, 2, 0, 0, 0}); // 8 bits a channel, RGB
-    Bytes out{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+    for (const std::uint8_t byte : {8, 2, 0, 0, 0}) // 8 bits a channel, RGB
+        header.push_back(byte);
+    Bytes out;
+    appendText(out, "\x89PNG\r\n\x1A\n");
     appendPngChunk(out, "IHDR", header);
     appendPngChunk(out, "IDAT", zlibStream(raw));
     appendPngChunk(out, "IEND", {});

@@ -38,7 +38,7 @@ bool fillMillionRow(std::size_t index, std::size_t rowCount, Row& row)
     Random random(index);
     row.values.resize(9);
     auto& name = textOf(row.values[0]);
-    name = "Item ";
+    name = "Item No. ";
     name += std::to_string(random.below(1'000'000));
     textOf(row.values[1]) = cities[static_cast<std::size_t>(random.below(8))];
     row.values[2] = random.below(256);

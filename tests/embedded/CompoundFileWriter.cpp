@@ -242,7 +242,7 @@ Change resizeTo(std::size_t size)
     return [=](Buffer& buffer) { buffer.resize(size); };
 }
 
-Change both(Change first, Change second)
+Change both(const Change& first, const Change& second)
 {
     return [=](Buffer& buffer) { first(buffer), second(buffer); };
 }

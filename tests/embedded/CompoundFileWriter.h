@@ -23,7 +23,7 @@ using Change = std::function<void(Buffer&)>;
 [[nodiscard]] Change set16(std::size_t offset, unsigned value);
 [[nodiscard]] Change set32(std::size_t offset, std::uint32_t value);
 [[nodiscard]] Change resizeTo(std::size_t size);
-[[nodiscard]] Change both(Change first, Change second);
+[[nodiscard]] Change both(const Change& first, const Change& second);
 
 // What to write: streams in the root, or in one storage each ("Folder/Name").
 struct CompoundFileContent {
