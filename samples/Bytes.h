@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <concepts>
 #include <cstdint>
@@ -26,9 +27,9 @@ template <std::integral T> void putNumber(std::uint8_t* at, T number)
 // The type says how many bytes are written: appendNumber<std::uint16_t>(out, 3).
 template <std::integral T> void appendNumber(Bytes& out, std::type_identity_t<T> number)
 {
-    std::uint8_t bytes[sizeof(T)];
-    putNumber<T>(bytes, number);
-    out.insert(out.end(), bytes, bytes + sizeof(T));
+    const auto at = out.size();
+    out.resize(at + sizeof(T));
+    putNumber<T>(&out[at], number);
 }
 
 inline void appendSingle(Bytes& out, float number)
@@ -41,7 +42,12 @@ inline void appendDouble(Bytes& out, double number)
     appendNumber<std::uint64_t>(out, std::bit_cast<std::uint64_t>(number));
 }
 
-inline void appendBytes(Bytes& out, ByteSpan bytes) { out.insert(out.end(), bytes.begin(), bytes.end()); }
+inline void appendBytes(Bytes& out, ByteSpan bytes)
+{
+    const auto at = out.size();
+    out.resize(at + bytes.size());
+    std::copy(bytes.begin(), bytes.end(), out.begin() + static_cast<std::ptrdiff_t>(at));
+}
 
 inline ByteSpan asBytes(std::string_view text)
 {

@@ -222,6 +222,31 @@ void addU32(Buffer& buffer, std::uint32_t value)
     putU32(buffer, buffer.size() - 4, value);
 }
 
+Change set8(std::size_t offset, unsigned value)
+{
+    return [=](Buffer& buffer) { buffer[offset] = static_cast<std::byte>(value); };
+}
+
+Change set16(std::size_t offset, unsigned value)
+{
+    return [=](Buffer& buffer) { putU16(buffer, offset, value); };
+}
+
+Change set32(std::size_t offset, std::uint32_t value)
+{
+    return [=](Buffer& buffer) { putU32(buffer, offset, value); };
+}
+
+Change resizeTo(std::size_t size)
+{
+    return [=](Buffer& buffer) { buffer.resize(size); };
+}
+
+Change both(const Change& first, const Change& second)
+{
+    return [=](Buffer& buffer) { first(buffer), second(buffer); };
+}
+
 std::size_t CompoundFile::offsetOfLink(std::size_t block) const
 {
     const auto perBlock = blockSize / 4;

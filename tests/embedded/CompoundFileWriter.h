@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,6 +16,14 @@ void putU16(Buffer& buffer, std::size_t offset, unsigned value);
 void putU32(Buffer& buffer, std::size_t offset, std::uint32_t value);
 void addU16(Buffer& buffer, unsigned value);
 void addU32(Buffer& buffer, std::uint32_t value);
+
+// Damage to a good buffer, for tables of cases.
+using Change = std::function<void(Buffer&)>;
+[[nodiscard]] Change set8(std::size_t offset, unsigned value);
+[[nodiscard]] Change set16(std::size_t offset, unsigned value);
+[[nodiscard]] Change set32(std::size_t offset, std::uint32_t value);
+[[nodiscard]] Change resizeTo(std::size_t size);
+[[nodiscard]] Change both(const Change& first, const Change& second);
 
 // What to write: streams in the root, or in one storage each ("Folder/Name").
 struct CompoundFileContent {

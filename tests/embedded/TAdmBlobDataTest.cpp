@@ -71,7 +71,7 @@ TEST(TAdmBlobData, DescriptionIsTheTextIfItIsOne)
 
 TEST(TAdmBlobData, CellShowsExtensionAndSize)
 {
-    EXPECT_EQ(TAdmBlobData(Buffer(12 * 1024), "bmp").cellDescription(), ".bmp [12 KB]");
+    EXPECT_EQ(TAdmBlobData(Buffer(12288), "bmp").cellDescription(), ".bmp [12 KB]");
     EXPECT_EQ(TAdmBlobData({}, "").cellDescription(), "[0 KB]");
     EXPECT_EQ(TAdmBlobData(Buffer(1), "\xE9").cellDescription(), "[1 KB]") << "an extension that is no UTF-8";
 }

@@ -64,7 +64,7 @@ bool Storage::appendBigTableBlock(std::uint32_t index)
 
 Bytes Storage::bigBlock(std::uint32_t index) const
 {
-    // The header takes the place of one block. 33 + 31 bits fit into the offset.
+    // The header takes the place of one block. The shift is below 31, so the offset fits.
     const auto offset = (std::uint64_t{index} + 1) << m_header.bigShift;
     if (offset >= m_file.size()) return {};
     return m_file.subspan(offset, std::min(m_header.bigBlockSize(), m_file.size() - offset));
@@ -82,27 +82,27 @@ Bytes Storage::smallBlock(std::uint32_t index) const
     return block.subspan(start, std::min(m_header.smallBlockSize(), block.size() - start));
 }
 
-std::vector<Bytes> Storage::bigChain(std::uint32_t start) const
+std::vector<Bytes> Storage::chain(
+    const AllocTable& table, std::uint32_t start, BlockAt blockAt, std::size_t blockSize) const
 {
     std::vector<Bytes> blocks;
-    for (const auto index : m_bigTable.follow(start)) {
-        const auto block = bigBlock(index);
+    for (const auto index : table.follow(start)) {
+        const auto block = (this->*blockAt)(index);
         if (!block.empty()) blocks.push_back(block);
         // What comes after a gap would stand in the wrong place.
-        if (block.size() < m_header.bigBlockSize()) break;
+        if (block.size() < blockSize) break;
     }
     return blocks;
 }
 
+std::vector<Bytes> Storage::bigChain(std::uint32_t start) const
+{
+    return chain(m_bigTable, start, &Storage::bigBlock, m_header.bigBlockSize());
+}
+
 std::vector<Bytes> Storage::smallChain(std::uint32_t start) const
 {
-    std::vector<Bytes> blocks;
-    for (const auto index : m_smallTable.follow(start)) {
-        const auto block = smallBlock(index);
-        if (!block.empty()) blocks.push_back(block);
-        if (block.size() < m_header.smallBlockSize()) break;
-    }
-    return blocks;
+    return chain(m_smallTable, start, &Storage::smallBlock, m_header.smallBlockSize());
 }
 
 std::vector<Bytes> Storage::blocksOf(const DirEntry& entry) const

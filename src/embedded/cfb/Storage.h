@@ -40,6 +40,9 @@ private:
     // Empty when the block lies outside the file; short when the file ends inside it.
     [[nodiscard]] Bytes bigBlock(std::uint32_t index) const;
     [[nodiscard]] Bytes smallBlock(std::uint32_t index) const;
+    using BlockAt = Bytes (Storage::*)(std::uint32_t) const;
+    [[nodiscard]] std::vector<Bytes> chain(
+        const AllocTable& table, std::uint32_t start, BlockAt blockAt, std::size_t blockSize) const;
     [[nodiscard]] std::vector<Bytes> bigChain(std::uint32_t start) const;
     [[nodiscard]] std::vector<Bytes> smallChain(std::uint32_t start) const;
 

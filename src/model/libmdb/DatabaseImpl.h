@@ -24,7 +24,8 @@ using TableDefPtr = std::unique_ptr<MdbTableDef, TableDefFree>;
 struct Database::Impl : PageFile {
     Impl(HandlePtr openHandle, std::uint64_t sizeOfFile);
 
-    [[nodiscard]] std::uint32_t pageCount() const override { return m_pageCount; }
+    // Whole pages in the file.
+    [[nodiscard]] std::uint32_t pageCount() const { return m_pageCount; }
     [[nodiscard]] std::span<const std::uint8_t> row(std::uint32_t pointer) override;
     // A page read into the library's second buffer; empty when it cannot be read. Valid until the next call.
     [[nodiscard]] std::span<const std::uint8_t> otherPage(std::uint32_t page);

@@ -50,11 +50,16 @@ bool LongValue::append(std::span<const std::uint8_t> piece, std::size_t length)
 void LongValue::readChain(std::uint32_t pointer, std::size_t length, PageFile& file)
 {
     m_gathered.clear();
-    // Links of one value lie on different pages, so a longer chain is a circle.
-    auto linksLeft = file.pageCount();
-    while (m_gathered.size() < length && pointer != 0 && linksLeft-- > 0) {
+    // A circle is found by comparing with one pointer of the chain, taken anew after 1, 2, 4, .. links.
+    std::uint32_t anchor = 0;
+    std::size_t linksToNextAnchor = 1;
+    for (std::size_t links = 0; m_gathered.size() < length && pointer != 0 && pointer != anchor; ++links) {
+        if (links == linksToNextAnchor) {
+            anchor = pointer;
+            linksToNextAnchor *= 2;
+        }
         const auto row = file.row(pointer);
-        if (row.size() < linkSize || !append(row.subspan(linkSize), length)) break;
+        if (row.size() <= linkSize || !append(row.subspan(linkSize), length)) break;
         pointer = load32(row.data());
     }
     m_bytes = m_gathered;

@@ -16,7 +16,8 @@ class PageFile;
 class LongValue {
 public:
     // `longValueBudget`: bytes that the long values of a table may still take in all. A sound file stores each value
-    // once, so they never take more than the file has; a damaged one can name the same pages from every row.
+    // once, so they never take more than the file has; a damaged one can name the same pages from every row. Twice the
+    // file's size leaves room for a few damaged values among good ones.
     explicit LongValue(std::uint64_t longValueBudget)
         : m_budget(longValueBudget)
     {

@@ -9,8 +9,6 @@ namespace vellumo::libmdb {
 class PageFile {
 public:
     virtual ~PageFile() = default;
-    // Whole pages in the file.
-    [[nodiscard]] virtual std::uint32_t pageCount() const = 0;
     // The row that a pointer (page << 8 | row number) leads to, without its flags; empty when there is none. Valid
     // until the next call.
     [[nodiscard]] virtual std::span<const std::uint8_t> row(std::uint32_t pointer) = 0;

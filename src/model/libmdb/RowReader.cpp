@@ -35,7 +35,7 @@ RowReader::RowReader(Database& database, const TableDef& table, ObjectDecoder de
     , m_table(table)
     , m_decodeObject(std::move(decodeObject))
     , m_rules{database.impl().isJet3(), &database.impl().codePage}
-    , m_longValue(database.fileSize())
+    , m_longValue(2 * database.fileSize())
     , m_library(std::make_unique<Library>())
 {
     auto opened = LibraryTable::open(database.impl(), table.definitionPage, nullptr);

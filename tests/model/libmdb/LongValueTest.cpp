@@ -14,9 +14,6 @@ using namespace std::string_literals;
 class FakePages : public PageFile {
 public:
     std::map<std::uint32_t, std::string> rows;
-    std::uint32_t pages = 20;
-
-    [[nodiscard]] std::uint32_t pageCount() const override { return pages; }
     [[nodiscard]] std::span<const std::uint8_t> row(std::uint32_t pointer) override
     {
         ++reads;
@@ -46,6 +43,9 @@ TEST(LongValue, IsGatheredFromWhereItLies)
     pages.rows[0xA01] = number(0xA00);
     pages.rows[0xB00] = number(0xFFFFFF00) + "lost";
     pages.rows[0xC00] = "abc";
+    pages.rows[0xD00] = number(0xD01) + "start";
+    pages.rows[0xD01] = number(0xD02) + "a";
+    pages.rows[0xD02] = number(0xD01) + "b";
     const struct {
         const char* name;
         std::string stored;
@@ -63,7 +63,8 @@ TEST(LongValue, IsGatheredFromWhereItLies)
         {"in a row that is missing", header(0x40000005, 0x555), "", false},
         {"chain", header(22, 0x600), "first second third and", true},
         {"chain that ends early", header(500, 0x600), "first second third and slack", false},
-        {"chain to itself", header(12, 0x900), "roundroundro", true},
+        {"chain to itself", header(500, 0x900), "roundround", false},
+        {"circle behind a start", header(500, 0xD00), "startaba", false},
         {"circle without bytes", header(12, 0xA00), "", false},
         {"chain that leads out", header(12, 0xB00), "lost", false},
         {"link too short for its pointer", header(12, 0xC00), "", false},

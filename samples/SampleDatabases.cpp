@@ -1,0 +1,269 @@
+#include "samples/SampleDatabases.h"
+
+#include "samples/Illustrations.h"
+#include "samples/OleObjects.h"
+#include "samples/Random.h"
+
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace vellumo::samples {
+namespace {
+
+using Rows = std::vector<std::vector<Value>>;
+
+constexpr auto longMin = std::numeric_limits<std::int32_t>::min();
+constexpr auto longMax = std::numeric_limits<std::int32_t>::max();
+constexpr auto currencyMin = std::numeric_limits<std::int64_t>::min();
+constexpr auto currencyMax = std::numeric_limits<std::int64_t>::max();
+
+ColumnDescription column(std::string name, ColumnType type, int size = 0)
+{
+    return {.name = std::move(name), .type = type, .size = size};
+}
+
+// Writes over the text that is there, so that no memory is asked for a row.
+std::string& textOf(Value& value)
+{
+    if (!std::holds_alternative<std::string>(value)) value.emplace<std::string>();
+    return std::get<std::string>(value);
+}
+
+bool fillMillionRow(std::size_t index, std::size_t rowCount, Row& row)
+{
+    constexpr std::array<const char*, 8> cities = {
+        "Aberdeen", "Bordeaux", "Köln", "Dunedin", "Évora", "Faro", "Gdańsk", "Hobart"};
+    if (index >= rowCount) return false;
+    Random random(index);
+    row.values.resize(9);
+    auto& name = textOf(row.values[0]);
+    name = "Item No. ";
+    name += std::to_string(random.below(1'000'000));
+    textOf(row.values[1]) = cities[static_cast<std::size_t>(random.below(8))];
+    row.values[2] = random.below(256);
+    row.values[3] = random.below(65536) - 32768;
+    row.values[4] = static_cast<std::int64_t>(index + 1);
+    row.values[5] = random.below(100'000'000) / 1000.0;
+    row.values[6] = Date{36526.0 + random.below(9000) + random.below(86400) / 86400.0};
+    row.values[7] = Currency{std::int64_t{random.below(2'000'000)} * 100};
+    row.values[8] = random.below(2) == 1;
+    return true;
+}
+
+// Columns of the types in turn.
+TableDescription wideTable()
+{
+    using enum ColumnType;
+    constexpr std::array types = {
+        Text, Long, Double, DateTime, Boolean, ColumnType::Currency, Integer, Byte, Single, Memo};
+    TableDescription table{.name = "Wide"};
+    for (std::size_t i = 0; i < 255; ++i)
+        table.columns.push_back(column("Column " + std::to_string(i + 1), types[i % types.size()], 20));
+    table.rows = [](std::size_t index, Row& row) {
+        if (index >= 200) return false;
+        Random random(index);
+        row.values.assign(255, {});
+        for (std::size_t i = 0; i < row.values.size(); ++i) {
+            const int number = random.below(250);
+            if (number % 5 == 0 && i % 10 != 4) continue; // null
+            switch (i % 10) {
+            case 0: row.values[i] = "r" + std::to_string(number); break;
+            case 1:
+            case 6:
+            case 7: row.values[i] = number; break;
+            case 2: row.values[i] = number / 8.0; break;
+            case 3: row.values[i] = Date{40000.0 + number}; break;
+            case 4: row.values[i] = number % 2 == 0; break;
+            case 5: row.values[i] = samples::Currency{number * 2500}; break;
+            case 8: row.values[i] = static_cast<float>(number) / 4; break;
+            default: row.values[i] = LongValue{"memo", LongStorage::Single}; break;
+            }
+        }
+        return true;
+    };
+    return table;
+}
+
+Bytes patternBytes(std::size_t size)
+{
+    Bytes bytes(size);
+    for (std::size_t i = 0; i < size; ++i)
+        bytes[i] = static_cast<std::uint8_t>(i * 7 + i / 251);
+    return bytes;
+}
+
+TableDescription objectsTable()
+{
+    TableDescription table{.name = "Objects"};
+    table.columns = {
+        column("ID", ColumnType::Long), column("Kind", ColumnType::Text, 80), column("Content", ColumnType::Ole)};
+    table.indexes = {{.name = "PrimaryKey", .columns = {{"ID"}}, .primary = true}};
+    Rows rows;
+    const auto add = [&](std::string kind, Value content) {
+        rows.push_back({static_cast<std::int64_t>(rows.size() + 1), std::move(kind), std::move(content)});
+    };
+    const auto picture = encodeBmp(drawProduct(Motif::Candle, {226, 190, 116}));
+    for (const auto& oleClass : oleClasses()) {
+        add(oleClass.className, documentObject(oleClass, patternBytes(700)));
+        add(oleClass.className, documentObject(oleClass, patternBytes(20000)));
+    }
+    add("PBrush", pictureObject(picture));
+    add("Package", packageObject("notes.txt", asBytes("A few notes.\n")));
+    add("Attachment", attachmentRecord("bin", patternBytes(3000), AttachmentStorage::Stored));
+    add("Attachment", attachmentRecord("bin", patternBytes(30000), AttachmentStorage::Deflated));
+    add("unknown class", oleObject("Invented.Thing.1", "Thing", patternBytes(100)));
+    add("no object", Bytes{1, 2, 3});
+    add("null", {});
+    for (int i = 0; i < 200; ++i)
+        add("PBrush", pictureObject(picture));
+    table.rows = rowsOf(std::move(rows));
+    return table;
+}
+
+std::vector<ColumnDescription> typeColumns()
+{
+    using enum ColumnType;
+    std::vector<ColumnDescription> columns = {column("ID", Long), column("Boolean", Boolean), column("Byte", Byte),
+        column("Integer", Integer), column("Long", Long), column("Currency", ColumnType::Currency),
+        column("Single", Single), column("Double", Double), column("DateTime", DateTime), column("Binary", Binary, 50),
+        column("Text", Text, 100), column("Memo", Memo), column("OLE", Ole), column("GUID", ColumnType::Guid),
+        column("Numeric", ColumnType::Numeric), column("Hyperlink", Memo), column("FixedText", Text, 8)};
+    columns[0].autonumber = true;
+    columns[14].precision = 28;
+    columns[14].scale = 4;
+    columns[15].hyperlink = true;
+    columns[16].placement = Placement::Fixed;
+    for (auto& made : columns)
+        made.compressed = made.type == Text || made.type == Memo;
+    return columns;
+}
+
+// No characters outside code page 1252, so that both versions can hold them.
+Rows typeRows()
+{
+    constexpr Numeric largest{true, {0, 0x204FCE5E, 0x3E250261, 0x0FFFFFFF}}; // 10^28 - 1
+    const Guid ascending{{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15}};
+    Guid highest;
+    highest.bytes.fill(0xFF);
+    return {
+        {1, true, 255, 32767, longMax, Currency{currencyMax}, std::numeric_limits<float>::max(),
+            std::numeric_limits<double>::max(), dateOf(9999, 12, 31, 23, 59, 59), Bytes{0, 0xFF, 0}, "Grüße", "memo",
+            Bytes{0, 1, 2}, highest, largest, "Home#http://home.example/#", "fixed"},
+        {2, false, 0, -32768, longMin, Currency{currencyMin}, std::numeric_limits<float>::lowest(),
+            std::numeric_limits<double>::lowest(), Date{-657434}, Bytes(50), std::string(100, 'x'),
+            std::string(9000, 'm'), patternBytes(10000), Guid{}, numericOf(-10000), "#http://only.example/#",
+            "12345678"},
+        {3, false, 0, 0, 0, Currency{0}, 0.0F, 0.0, Date{0}, Bytes{}, "", "", Bytes{}, Guid{}, numericOf(0), "", ""},
+        {4, true, 1, -1, -1, Currency{-1}, 0.1F, 0.1, Date{-1.25}, Bytes{'a', 'b'}, "€ ‘quoted’", "two\r\nlines",
+            patternBytes(60), ascending, numericOf(123456789), "a#b#c", "é"},
+        {5, true, 2, 7, 7, Currency{12345}, -1e-30F, 1e-300, Date{45000.999999}, Bytes{' '}, " blanks ", " ",
+            patternBytes(3000), ascending, numericOf(-1), {}, " x "},
+        {6},
+    };
+}
+
+TableDescription typesTable()
+{
+    TableDescription table{.name = "Types"};
+    table.columns = typeColumns();
+    table.rows = rowsOf(typeRows());
+    table.indexes = {{.name = "PrimaryKey", .columns = {{"ID"}}, .primary = true},
+        {.name = "ByText", .columns = {{"Text", false}, {"Long"}}},
+        {.name = "Key", .columns = {{"GUID"}}, .unique = true, .ignoreNulls = true}};
+    table.properties = {textProperty("Description", "Every type")};
+    table.columns[10].properties = {textProperty("Description", "Up to 100 characters"),
+        booleanProperty("Required", false), booleanProperty("AllowZeroLength", true),
+        memoProperty("DefaultValue", "\"none\"")};
+    table.columns[5].properties = {byteProperty("DecimalPlaces", 255)};
+    return table;
+}
+
+// Stored in another order than numbered, with a deleted column in between.
+TableDescription rowStatesTable()
+{
+    TableDescription table{.name = "Rows"};
+    table.columns = {column("Added later", ColumnType::Text, 20), column("Name", ColumnType::Text, 20),
+        column("Dropped", ColumnType::Double), column("ID", ColumnType::Long), column("Flag", ColumnType::Boolean)};
+    const int numbers[] = {4, 1, 2, 0, 3};
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
+        table.columns[i].number = numbers[i];
+    table.columns[2].deleted = true;
+    const auto row = [](int id, RowState state, int columnCount = 0, int slack = 0) {
+        return Row{{"new " + std::to_string(id), "name " + std::to_string(id), {}, id, id % 2 == 1}, state, columnCount,
+            slack};
+    };
+    table.rows = rowsOf(std::vector<Row>{row(1, RowState::Live, 4), row(2, RowState::Deleted), row(3, RowState::Moved),
+        row(4, RowState::Live, 2), row(5, RowState::DeletedEmpty), row(6, RowState::Live, 0, 9),
+        row(7, RowState::Live)});
+    return table;
+}
+
+TableDescription memosTable()
+{
+    TableDescription table{.name = "Memos"};
+    table.columns = {column("ID", ColumnType::Long), column("Note", ColumnType::Memo), column("Blob", ColumnType::Ole)};
+    const auto text = [](int count) {
+        std::string lines;
+        for (int i = 0; i < count; ++i)
+            lines += "line " + std::to_string(i) + "\n";
+        return lines;
+    };
+    table.rows = rowsOf(Rows{
+        {1, LongValue{text(3), LongStorage::Inline}, LongValue{patternBytes(40), LongStorage::Inline}},
+        {2, LongValue{text(30), LongStorage::Single}, LongValue{patternBytes(900), LongStorage::Single}},
+        {3, LongValue{text(2000), LongStorage::Chain}, LongValue{patternBytes(70000), LongStorage::Chain}},
+        {4, LongValue{text(8), LongStorage::Chain, 10}, LongValue{patternBytes(21), LongStorage::Chain, 7}},
+        {5, LongValue{"", LongStorage::Inline}, LongValue{Bytes{}, LongStorage::Single}},
+        {6},
+    });
+    return table;
+}
+
+} // namespace
+
+DatabaseDescription millionDatabase(std::size_t rowCount)
+{
+    using enum ColumnType;
+    TableDescription table{.name = "Rows"};
+    table.columns = {column("Name", Text, 50), column("City", Text, 50), column("Level", Byte),
+        column("Offset", Integer), column("Number", Long), column("Measure", Double), column("Date", DateTime),
+        column("Price", ColumnType::Currency), column("Active", Boolean)};
+    table.rows = [rowCount](std::size_t index, Row& row) { return fillMillionRow(index, rowCount, row); };
+    DatabaseDescription database;
+    database.tables.push_back(std::move(table));
+    return database;
+}
+
+DatabaseDescription wideDatabase()
+{
+    DatabaseDescription database;
+    database.tables = {wideTable(), objectsTable()};
+    return database;
+}
+
+DatabaseDescription manyTablesDatabase(std::size_t tableCount)
+{
+    DatabaseDescription database;
+    for (std::size_t i = 1; i <= tableCount; ++i) {
+        TableDescription table{.name = "Table " + std::to_string(i)};
+        table.columns = {column("ID", ColumnType::Long), column("Text", ColumnType::Text, 40),
+            column("Amount", ColumnType::Currency)};
+        table.indexes = {{.name = "PrimaryKey", .columns = {{"ID"}}, .primary = true}};
+        const auto first = static_cast<std::int64_t>(i);
+        table.rows =
+            rowsOf(Rows{{1, "first of " + table.name, Currency{first}}, {2, "second", {}}, {3, {}, Currency{0}}});
+        database.tables.push_back(std::move(table));
+    }
+    return database;
+}
+
+DatabaseDescription typesDatabase(JetVersion version)
+{
+    DatabaseDescription database;
+    database.version = version;
+    database.tables = {typesTable(), rowStatesTable(), memosTable()};
+    return database;
+}
+
+} // namespace vellumo::samples

@@ -1,0 +1,42 @@
+#include "adapters/PrivateFile.h"
+
+#include <filesystem>
+#include <fstream>
+#include <glib.h>
+#include <glib/gstdio.h>
+#include <iterator>
+
+namespace vellumo {
+
+std::optional<std::string> readSmallFile(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file) return std::nullopt;
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    if (file.bad()) return std::nullopt;
+    return content;
+}
+
+bool mayExist(const std::string& path)
+{
+    std::error_code failed;
+    return std::filesystem::status(path, failed).type() != std::filesystem::file_type::not_found;
+}
+
+bool makeFolderFor(const std::string& path)
+{
+    const auto folder = std::filesystem::path(path).parent_path();
+    return folder.empty() || g_mkdir_with_parents(folder.c_str(), 0700) == 0;
+}
+
+bool writePrivateFile(const std::string& path, std::string_view content)
+{
+    if (!makeFolderFor(path)) return false;
+    std::error_code failed;
+    const auto file = std::filesystem::canonical(path, failed);
+    return g_file_set_contents_full(failed ? path.c_str() : file.c_str(), content.data(),
+               static_cast<gssize>(content.size()), G_FILE_SET_CONTENTS_CONSISTENT, 0600, nullptr)
+        != FALSE;
+}
+
+} // namespace vellumo

@@ -1,0 +1,271 @@
+#include "adapters/XbelRecentDocuments.h"
+
+#include "adapters/BookmarkText.h"
+#include "adapters/LockFile.h"
+#include "adapters/PrivateFile.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <functional>
+#include <glib.h>
+#include <memory>
+
+namespace vellumo {
+
+namespace {
+
+constexpr const char* mimeType = "application/vnd.ms-access";
+constexpr const char* documentGroup = "Database"; // one of the groups that KDE's programs know
+
+template <auto release> struct Release {
+    template <typename T> void operator()(T* object) const { release(object); }
+};
+using Bookmarks = std::unique_ptr<GBookmarkFile, Release<g_bookmark_file_free>>;
+using GlibText = std::unique_ptr<char, Release<g_free>>;
+using GlibTexts = std::unique_ptr<char*, Release<g_strfreev>>;
+
+// Null when the library does not take the text as it is.
+Bookmarks parse(std::string_view text)
+{
+    Bookmarks bookmarks(g_bookmark_file_new());
+    return g_bookmark_file_load_from_data(bookmarks.get(), text.data(), text.size(), nullptr) != FALSE
+        ? std::move(bookmarks)
+        : nullptr;
+}
+
+std::string textOf(GBookmarkFile* bookmarks)
+{
+    gsize length = 0;
+    const GlibText text(g_bookmark_file_to_data(bookmarks, &length, nullptr));
+    return text ? std::string(text.get(), length) : std::string();
+}
+
+std::vector<std::string> urisOf(GBookmarkFile* bookmarks)
+{
+    gsize count = 0;
+    const GlibTexts uris(g_bookmark_file_get_uris(bookmarks, &count));
+    return {uris.get(), uris.get() + count};
+}
+
+bool isOurs(GBookmarkFile* bookmarks, const std::string& uri, const XbelSettings& settings)
+{
+    return g_bookmark_file_has_application(bookmarks, uri.c_str(), settings.application.c_str(), nullptr) != FALSE;
+}
+
+std::int64_t timeOfOurs(GBookmarkFile* bookmarks, const std::string& uri, const XbelSettings& settings)
+{
+    GDateTime* time = nullptr;
+    g_bookmark_file_get_application_info(
+        bookmarks, uri.c_str(), settings.application.c_str(), nullptr, nullptr, &time, nullptr);
+    return time == nullptr ? 0 : g_date_time_to_unix(time) * G_USEC_PER_SEC + g_date_time_get_microsecond(time);
+}
+
+std::string uriOf(const std::string& path)
+{
+    const GlibText uri(g_filename_to_uri(path.c_str(), nullptr, nullptr));
+    return uri ? uri.get() : "";
+}
+
+// "" when the URI names no file of this machine.
+std::string pathOf(const std::string& uri)
+{
+    const GlibText path(g_filename_from_uri(uri.c_str(), nullptr, nullptr));
+    return path ? path.get() : "";
+}
+
+// The text of a bookmark file with its entries told apart.
+struct Document {
+    std::string text;
+    Bookmarks bookmarks; // the text as the library reads it
+    BookmarkText marks;
+
+    [[nodiscard]] std::string_view entry(const BookmarkText::Entry& place) const
+    {
+        return std::string_view(text).substr(place.start, place.end - place.start);
+    }
+    // A file that holds this entry only.
+    [[nodiscard]] Bookmarks parseAlone(const BookmarkText::Entry& place) const
+    {
+        return parse(fmt::format("{}{}</xbel>", std::string_view(text).substr(0, marks.headEnd()), entry(place)));
+    }
+};
+
+// nullopt when the text is no bookmark file that can be read in full.
+std::optional<Document> readDocument(std::string text)
+{
+    auto bookmarks = parse(text);
+    auto marks = findBookmarks(text);
+    if (!bookmarks || !marks) return std::nullopt;
+    return Document{std::move(text), std::move(bookmarks), std::move(*marks)};
+}
+
+// Whether an entry holds metadata of others, which the library drops when it writes the entry.
+bool hasForeignMetadata(std::string_view entry)
+{
+    constexpr std::string_view owner = "owner=\"http://freedesktop.org\"";
+    for (auto start = entry.find("<metadata"); start != std::string_view::npos;
+         start = entry.find("<metadata", start + 1))
+        if (entry.substr(start, entry.find('>', start) - start).find(owner) == std::string_view::npos) return true;
+    return false;
+}
+
+// The one entry of `bookmarks` as text.
+std::string entryText(GBookmarkFile* bookmarks)
+{
+    const auto document = readDocument(textOf(bookmarks));
+    if (!document || document->marks.entries.size() != 1) return {};
+    return std::string(document->entry(document->marks.entries.front()));
+}
+
+// Takes the entry out, with its indentation and its line end.
+void cut(std::string& text, BookmarkText::Entry place)
+{
+    while (place.start > 0 && (text[place.start - 1] == ' ' || text[place.start - 1] == '\t'))
+        --place.start;
+    if (place.end < text.size() && text[place.end] == '\n') ++place.end;
+    text.erase(place.start, place.end - place.start);
+}
+
+void addOurs(GBookmarkFile* bookmarks, const std::string& uri, const XbelSettings& settings)
+{
+    const GlibText known(g_bookmark_file_get_mime_type(bookmarks, uri.c_str(), nullptr));
+    if (!known) g_bookmark_file_set_mime_type(bookmarks, uri.c_str(), mimeType);
+    if (g_bookmark_file_has_group(bookmarks, uri.c_str(), documentGroup, nullptr) == FALSE)
+        g_bookmark_file_add_group(bookmarks, uri.c_str(), documentGroup);
+    g_bookmark_file_add_application(bookmarks, uri.c_str(), settings.application.c_str(), settings.command.c_str());
+}
+
+// The entry for `uri`; nullptr when there is none.
+const BookmarkText::Entry* findEntry(const Document& document, const std::string& uri)
+{
+    const auto isIn = [&](GBookmarkFile* bookmarks) {
+        return g_bookmark_file_has_item(bookmarks, uri.c_str()) != FALSE;
+    };
+    if (!isIn(document.bookmarks.get())) return nullptr;
+    for (const auto& place : document.marks.entries)
+        if (const auto alone = document.parseAlone(place); alone && isIn(alone.get())) return &place;
+    return nullptr;
+}
+
+// The text with an entry of ours for `uri` at the end; nullopt when that cannot be had without loss.
+std::optional<std::string> withEntry(const std::string& text, const std::string& uri, const XbelSettings& settings)
+{
+    auto document = readDocument(text);
+    if (!document) return std::nullopt;
+    Bookmarks ours(g_bookmark_file_new());
+    auto end = document->marks.close;
+    if (const auto* place = findEntry(*document, uri)) {
+        if (hasForeignMetadata(document->entry(*place))) return std::nullopt;
+        ours = document->parseAlone(*place);
+        const auto size = document->text.size();
+        cut(document->text, *place);
+        end -= size - document->text.size();
+    }
+    addOurs(ours.get(), uri, settings);
+    document->text.insert(end, fmt::format("  {}\n", entryText(ours.get())));
+    const auto result = parse(document->text);
+    return result && isOurs(result.get(), uri, settings) ? std::optional(document->text) : std::nullopt;
+}
+
+// Takes our name from an entry, and the entry away when it bears no other.
+void forget(Document& document, const BookmarkText::Entry& place, const XbelSettings& settings)
+{
+    const auto alone = document.parseAlone(place);
+    if (!alone) return;
+    for (const auto& uri : urisOf(alone.get())) {
+        if (!isOurs(alone.get(), uri, settings)) return;
+        gsize count = 0;
+        const GlibTexts applications(g_bookmark_file_get_applications(alone.get(), uri.c_str(), &count, nullptr));
+        if (count == 1) {
+            cut(document.text, place);
+        } else if (!hasForeignMetadata(document.entry(place))) {
+            g_bookmark_file_remove_application(alone.get(), uri.c_str(), settings.application.c_str(), nullptr);
+            document.text.replace(place.start, place.end - place.start, entryText(alone.get()));
+        }
+    }
+}
+
+std::optional<std::string> withoutOurs(const std::string& text, const XbelSettings& settings)
+{
+    auto document = readDocument(text);
+    if (!document) return std::nullopt;
+    // From the last to the first: the places of those before stay right.
+    const auto entries = document->marks.entries;
+    for (auto place = entries.rbegin(); place != entries.rend(); ++place)
+        forget(*document, *place, settings);
+    return parse(document->text) ? std::optional(document->text) : std::nullopt;
+}
+
+// Replaces the file's text by what `edit` makes of it (nullopt: leave it); false when nothing could be written.
+bool rewrite(
+    const XbelSettings& settings, const std::function<std::optional<std::string>(const std::string& text)>& edit)
+{
+    if (!makeFolderFor(settings.path)) return false;
+    LockFile lock(settings.path + ".lock");
+    if (!lock.tryLock(settings.lockPatience)) return false;
+    const Bookmarks empty(g_bookmark_file_new());
+    const auto text = mayExist(settings.path) ? readSmallFile(settings.path) : textOf(empty.get());
+    if (!text) return false;
+    const auto edited = edit(*text);
+    return edited && (*edited == *text || writePrivateFile(settings.path, *edited));
+}
+
+} // namespace
+
+XbelSettings userXbelSettings()
+{
+    return {
+        fmt::format("{}/recently-used.xbel", g_get_user_data_dir()), "vellumo", "vellumo %u", userRecentFilesPolicy()};
+}
+
+XbelRecentDocuments::XbelRecentDocuments(XbelSettings settings)
+    : m_settings(std::move(settings))
+{
+}
+
+// In the order of the file. Empty when it cannot be read.
+std::vector<XbelRecentDocuments::Noted> XbelRecentDocuments::storedDocuments() const
+{
+    const auto bookmarks = parse(readSmallFile(m_settings.path).value_or(""));
+    std::vector<Noted> noted;
+    if (!bookmarks) return noted;
+    for (const auto& uri : urisOf(bookmarks.get()))
+        if (isOurs(bookmarks.get(), uri, m_settings))
+            if (auto path = pathOf(uri); !path.empty())
+                noted.push_back({std::move(path), timeOfOurs(bookmarks.get(), uri, m_settings)});
+    return noted;
+}
+
+std::vector<std::string> XbelRecentDocuments::paths() const
+{
+    auto noted = storedDocuments();
+    noted.insert(noted.end(), m_thisRunOnly.begin(), m_thisRunOnly.end());
+    // Of two noted at the same time, the one further down was noted later.
+    std::reverse(noted.begin(), noted.end());
+    std::stable_sort(noted.begin(), noted.end(), [](const Noted& a, const Noted& b) { return a.time > b.time; });
+    std::vector<std::string> paths;
+    for (auto& document : noted)
+        if (std::find(paths.begin(), paths.end(), document.path) == paths.end())
+            paths.push_back(std::move(document.path));
+    return paths;
+}
+
+void XbelRecentDocuments::note(const std::string& path)
+{
+    std::erase_if(m_thisRunOnly, [&](const Noted& noted) { return noted.path == path; });
+    const auto uri = uriOf(path);
+    if (!uri.empty() && mayBeNoted(m_settings.policy, path)
+        && rewrite(m_settings, [&](const std::string& text) { return withEntry(text, uri, m_settings); }))
+        return;
+    m_thisRunOnly.push_back({path, g_get_real_time()});
+}
+
+void XbelRecentDocuments::clear()
+{
+    m_thisRunOnly.clear();
+    if (!mayExist(m_settings.path)) return;
+    // A list that cannot be written stays as it is; the next start shows it again.
+    static_cast<void>(rewrite(m_settings, [&](const std::string& text) { return withoutOurs(text, m_settings); }));
+}
+
+} // namespace vellumo

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "model/rows/RowStore.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vellumo {
+
+// How a value has to agree with the search text. The numbers are the tags of the search menu's items.
+enum class SearchOption : std::uint32_t { Contains = 0, BeginsWith = 1, Equals = 2, EndsWith = 3 };
+
+// What the data search field and its menu ask for. An empty text asks for nothing: every record is shown.
+struct SearchSettings {
+    std::string text; // UTF-8
+    SearchOption searchOption = SearchOption::Contains;
+    bool ignoreCase = true;
+
+    bool operator==(const SearchSettings&) const = default;
+};
+
+// The numbers of the records in which at least one text value agrees with the settings, ascending; all records when the
+// text is empty. Null and object cells never agree. With case ignored two texts are compared in their full Unicode case
+// folding, so "STRASSE" finds "Straße" and "k" finds the Kelvin sign; with case honoured byte by byte.
+[[nodiscard]] std::vector<std::uint32_t> filterData(const RowStore& rows, const SearchSettings& settings);
+
+// The same, looking only at the records `candidates` (ascending numbers).
+[[nodiscard]] std::vector<std::uint32_t> filterData(
+    const RowStore& rows, const SearchSettings& settings, std::span<const std::uint32_t> candidates);
+
+// True when every record that agrees with `next` also agrees with `previous`, so that only the records found for
+// `previous` need a look.
+[[nodiscard]] bool isNarrower(const SearchSettings& next, const SearchSettings& previous);
+
+} // namespace vellumo

@@ -1,0 +1,222 @@
+#include "adapters/XbelRecentDocuments.h"
+
+#include "adapters/Files.h"
+#include "adapters/LockFile.h"
+#include "support/TempFolder.h"
+
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vellumo {
+namespace {
+
+using namespace test;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+// Entries as other desktop programs write them: indented or not, quoted or not, with metadata of their own.
+const std::string head = R"(<?xml version="1.0" encoding="UTF-8"?>
+<xbel version="1.0"
+      xmlns:bookmark="http://www.freedesktop.org/standards/desktop-bookmarks"
+      xmlns:mime="http://www.freedesktop.org/standards/shared-mime-info"
+>
+)";
+const std::string gtkEntry =
+    R"(  <bookmark href="file:///home/a/b%20c.txt" added="2024-01-02T03:04:05.678901Z" modified="2024-01-02T03:04:05.678904Z" visited="2024-01-02T03:04:05.678902Z">
+    <info>
+      <metadata owner="http://freedesktop.org">
+        <mime:mime-type type="text/plain"/>
+        <bookmark:applications>
+          <bookmark:application name="Text > Editor" exec="&apos;gedit %u&apos;" modified="2024-01-02T03:04:05.678903Z" count="3"/>
+        </bookmark:applications>
+      </metadata>
+    </info>
+  </bookmark>
+)";
+const std::string kdeEntry =
+    R"(<!-- <bookmark href="x"> --> <bookmark visited='2024-05-06T07:08:09.123Z' added='2024-05-06T07:08:09.123Z' modified='2024-05-06T07:08:09.123Z' href='file:///data/a&amp;b.mdb'>
+  <info>
+   <metadata owner="http://freedesktop.org"><mime:mime-type type="application/vnd.ms-access"/>
+    <bookmark:groups><bookmark:group>Office</bookmark:group></bookmark:groups>
+    <bookmark:applications><bookmark:application exec="kexi %u" count="1" name="org.kde.kexi" modified="2024-05-06T07:08:09.123Z"/></bookmark:applications>
+   </metadata>
+  </info>
+ </bookmark>
+)";
+const std::string foreignMetadataEntry =
+    R"(  <bookmark href="file:///data/f.mdb" added="2024-01-02T03:04:05Z" modified="2024-01-02T03:04:05Z" visited="2024-01-02T03:04:05Z">
+    <info>
+      <metadata owner="http://example.org" rating="5"/>
+      <metadata owner="http://freedesktop.org">
+        <mime:mime-type type="application/vnd.ms-access"/>
+        <bookmark:applications>
+          <bookmark:application name="other" exec="&apos;other %u&apos;" modified="2024-01-02T03:04:05Z" count="1"/>
+        </bookmark:applications>
+      </metadata>
+    </info>
+  </bookmark>
+)";
+const std::string foot = "</xbel>\n<!-- the end -->\n";
+
+class XbelRecentDocumentsTest : public ::testing::Test {
+protected:
+    [[nodiscard]] XbelSettings settings() const
+    {
+        XbelSettings settings{path, "vellumo", "vellumo %u", {}};
+        settings.lockPatience = std::chrono::milliseconds(0);
+        return settings;
+    }
+
+    TempFolder folder;
+    std::string path = folder.path("share/recently-used.xbel");
+};
+
+TEST_F(XbelRecentDocumentsTest, ListsWhatWasNotedTheLatestFirst)
+{
+    XbelRecentDocuments documents(settings());
+    EXPECT_THAT(documents.paths(), ElementsAre());
+    for (const auto* file : {"/data/one.mdb", "/data/Größe & 'co' 100%.accdb", "/data/two.mdb", "/data/one.mdb"})
+        documents.note(file);
+    const auto expected = ElementsAre("/data/one.mdb", "/data/two.mdb", "/data/Größe & 'co' 100%.accdb");
+    EXPECT_THAT(documents.paths(), expected);
+    EXPECT_THAT(XbelRecentDocuments(settings()).paths(), expected);
+    EXPECT_TRUE(isPrivate(path));
+    const auto text = readFile(path);
+    EXPECT_THAT(text, HasSubstr("<mime:mime-type type=\"application/vnd.ms-access\"/>"));
+    EXPECT_THAT(text, HasSubstr("<bookmark:group>Database</bookmark:group>"));
+    EXPECT_THAT(text, HasSubstr("name=\"vellumo\" exec=\"&apos;vellumo %u&apos;\""));
+    EXPECT_THAT(text, HasSubstr("count=\"2\""));
+    auto elsewhere = settings();
+    elsewhere.application = "other";
+    EXPECT_THAT(XbelRecentDocuments(elsewhere).paths(), ElementsAre());
+    documents.clear();
+    EXPECT_THAT(XbelRecentDocuments(settings()).paths(), ElementsAre());
+}
+
+TEST_F(XbelRecentDocumentsTest, LeavesTheEntriesOfOthersByteForByte)
+{
+    std::filesystem::create_directories(folder.path("share"));
+    const auto others = head + gtkEntry + kdeEntry + foreignMetadataEntry;
+    writeFile(path, others + foot);
+    XbelRecentDocuments documents(settings());
+    documents.note("/data/new.mdb");
+    documents.note("/data/newer.mdb");
+    const auto text = readFile(path);
+    EXPECT_TRUE(text.starts_with(others + "  <bookmark href=\"file:///data/new.mdb\"")) << text;
+    EXPECT_TRUE(text.ends_with("</bookmark>\n" + foot)) << text;
+    EXPECT_TRUE(isPrivate(path));
+    documents.clear();
+    EXPECT_EQ(readFile(path), others + foot);
+}
+
+TEST_F(XbelRecentDocumentsTest, SharesAnEntryWithOtherPrograms)
+{
+    std::filesystem::create_directories(folder.path("share"));
+    writeFile(path, head + kdeEntry + gtkEntry + foot);
+    XbelRecentDocuments documents(settings());
+    documents.note("/data/a&b.mdb");
+    EXPECT_THAT(documents.paths(), ElementsAre("/data/a&b.mdb"));
+    EXPECT_THAT(readFile(path), HasSubstr("name=\"org.kde.kexi\""));
+    documents.clear();
+    EXPECT_THAT(documents.paths(), ElementsAre());
+    const auto text = readFile(path);
+    EXPECT_THAT(text, HasSubstr(R"(name="org.kde.kexi" exec="kexi %u" modified="2024-05-06T07:08:09.123000Z")"));
+    EXPECT_THAT(text, HasSubstr("<bookmark:group>Office</bookmark:group>"));
+    EXPECT_THAT(text, HasSubstr(gtkEntry));
+    EXPECT_THAT(text, ::testing::Not(HasSubstr("vellumo")));
+}
+
+TEST_F(XbelRecentDocumentsTest, WritesNothingThatCouldLoseSomething)
+{
+    const struct {
+        const char* name;
+        std::string content;
+    } cases[] = {
+        {"cut short", (head + gtkEntry).substr(0, head.size() + 200)},
+        {"not closed", head + gtkEntry},
+        {"no XML", "recent files"},
+        {"empty file", ""},
+        {"metadata with children of its own",
+            head + "<bookmark href=\"file:///x\"><info><metadata owner=\"o\"><y/></metadata></info></bookmark>" + foot},
+        {"a shared entry with metadata of others", head + foreignMetadataEntry + foot},
+        {"root without content", "<xbel version=\"1.0\"/>"},
+        {"other prefixes for the same names", "<xbel version=\"1.0\"></xbel>"},
+    };
+    std::filesystem::create_directories(folder.path("share"));
+    for (const auto& test : cases) {
+        writeFile(path, test.content);
+        XbelRecentDocuments documents(settings());
+        documents.note("/data/f.mdb");
+        EXPECT_EQ(readFile(path), test.content) << test.name;
+        EXPECT_THAT(documents.paths(), ElementsAre("/data/f.mdb")) << test.name;
+        documents.clear();
+        EXPECT_EQ(readFile(path), test.content) << test.name;
+        EXPECT_THAT(documents.paths(), ElementsAre()) << test.name;
+    }
+}
+
+TEST_F(XbelRecentDocumentsTest, KeepsForThisRunWhatMayNotBeWritten)
+{
+    const auto globals = folder.path("kdeglobals");
+    const struct {
+        const char* name;
+        const char* globals;
+        const char* noted;
+        bool isWritten;
+    } cases[] = {
+        {"no switches", "", "/data/.x/a.mdb", true},
+        {"recent files off", "[RecentDocuments]\nUseRecent=false\n", "/data/a.mdb", false},
+        {"hidden files ignored: a hidden one", "[RecentDocuments]\nIgnoreHidden=true\n", "/data/.x/a.mdb", false},
+        {"hidden files ignored: another", "[RecentDocuments]\nIgnoreHidden=true\n", "/data/x.y/a.mdb", true},
+        {"in the temporary folder", "", "/temporary/a.mdb", false},
+        {"beside the temporary folder", "", "/temporary2/a.mdb", true},
+    };
+    for (const auto& test : cases) {
+        writeFile(globals, test.globals);
+        std::filesystem::remove(path);
+        auto mine = settings();
+        mine.policy = readRecentFilesPolicy(globals);
+        mine.policy.temporaryFolder = "/temporary";
+        XbelRecentDocuments documents(mine);
+        documents.note(test.noted);
+        EXPECT_EQ(std::filesystem::exists(path), test.isWritten) << test.name;
+        EXPECT_THAT(documents.paths(), ElementsAre(test.noted)) << test.name;
+    }
+}
+
+TEST_F(XbelRecentDocumentsTest, DoesNotWriteWhileAnotherProgramHoldsTheLock)
+{
+    std::filesystem::create_directories(folder.path("share"));
+    XbelRecentDocuments documents(settings());
+    {
+        LockFile other(path + ".lock");
+        ASSERT_TRUE(other.tryLock(std::chrono::milliseconds(0)));
+        documents.note("/data/a.mdb");
+        EXPECT_FALSE(std::filesystem::exists(path));
+    }
+    documents.note("/data/b.mdb");
+    EXPECT_THAT(documents.paths(), ElementsAre("/data/b.mdb", "/data/a.mdb"));
+    EXPECT_THAT(XbelRecentDocuments(settings()).paths(), ElementsAre("/data/b.mdb"));
+}
+
+TEST_F(XbelRecentDocumentsTest, ProgramsThatWriteAtOnceLoseNothing)
+{
+    constexpr int processes = 4;
+    constexpr int documentsEach = 50;
+    auto patient = settings();
+    patient.lockPatience = std::chrono::minutes(2);
+    for (int process = 0; process < processes; ++process) {
+        if (fork() != 0) continue;
+        XbelRecentDocuments documents(patient);
+        for (int i = 0; i < documentsEach; ++i)
+            documents.note("/data/" + std::to_string(process) + '-' + std::to_string(i) + ".mdb");
+        _exit(0);
+    }
+    for (int process = 0; process < processes; ++process)
+        wait(nullptr);
+    EXPECT_EQ(XbelRecentDocuments(settings()).paths().size(), std::size_t{processes * documentsEach});
+}
+
+} // namespace
+} // namespace vellumo
