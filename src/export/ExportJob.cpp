@@ -61,7 +61,8 @@ std::string ExportJob::singleFilePath() const { return unlessSource(m_options.pa
 std::string ExportJob::unlessSource(std::string path) const
 {
     std::error_code error;
-    return std::filesystem::equivalent(path, m_file.fullPath(), error) ? std::string() : path;
+    if (std::filesystem::equivalent(path, m_file.fullPath(), error)) return {};
+    return path;
 }
 
 void ExportJob::logFailure(std::string_view tableName, std::string_view reason)
