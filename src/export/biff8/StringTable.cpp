@@ -96,8 +96,7 @@ std::uint32_t StringTable::numberOf(std::string_view text, std::uint64_t hash)
 std::uint32_t StringTable::addText(std::string_view text)
 {
     const auto place = m_count % blockTexts;
-    // Not value-initialised: only places that are in use are read.
-    if (place == 0) m_blocks.push_back(std::unique_ptr<Block>(new Block));
+    if (place == 0) m_blocks.push_back(std::make_unique_for_overwrite<Block>());
     m_blocks.back()->starts[place] = text.data();
     m_blocks.back()->lengths[place] = static_cast<std::uint32_t>(text.size());
     return m_count++;
