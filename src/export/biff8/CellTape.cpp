@@ -35,8 +35,7 @@ void CellTape::beginSheet()
 void CellTape::makeRoom()
 {
     if (!m_blocks.empty() && blockSize - m_blocks.back().used >= longestEntry) return;
-    // Not value-initialised: every byte is written before it is read.
-    m_blocks.push_back({0, std::unique_ptr<std::byte[]>(new std::byte[blockSize])});
+    m_blocks.push_back({0, std::make_unique_for_overwrite<std::byte[]>(blockSize)});
 }
 
 template <typename T> std::byte* CellTape::put(T value)

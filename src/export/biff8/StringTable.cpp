@@ -1,6 +1,8 @@
 #include "export/biff8/StringTable.h"
 
 #include <cstring>
+#include <new>
+#include <sys/mman.h>
 
 namespace vellumo::biff8 {
 
@@ -68,14 +70,14 @@ void StringTable::settle(const Waiting& waiting)
 
 void StringTable::prefetch(std::uint64_t hash) const
 {
-    const auto& segment = m_segments[hash >> 56];
+    const auto& segment = m_segments[hash >> 61];
     if (segment.capacity == 0) return;
     __builtin_prefetch(&segment.slots[firstSlot(static_cast<std::uint32_t>(hash), segment.capacity)]);
 }
 
 std::uint32_t StringTable::numberOf(std::string_view text, std::uint64_t hash)
 {
-    auto& segment = m_segments[hash >> 56];
+    auto& segment = m_segments[hash >> 61];
     const auto tag = static_cast<std::uint32_t>(hash);
     // At most two thirds are in use, so that the search below stays short and always ends.
     if (std::uint64_t{segment.used} * 3 >= std::uint64_t{segment.capacity} * 2)
@@ -94,8 +96,7 @@ std::uint32_t StringTable::numberOf(std::string_view text, std::uint64_t hash)
 std::uint32_t StringTable::addText(std::string_view text)
 {
     const auto place = m_count % blockTexts;
-    // Not value-initialised: only places that are in use are read.
-    if (place == 0) m_blocks.push_back(std::unique_ptr<Block>(new Block));
+    if (place == 0) m_blocks.push_back(std::make_unique_for_overwrite<Block>());
     m_blocks.back()->starts[place] = text.data();
     m_blocks.back()->lengths[place] = static_cast<std::uint32_t>(text.size());
     return m_count++;
@@ -116,11 +117,29 @@ void StringTable::insert(Segment& segment, Slot slot)
     ++segment.used;
 }
 
+// Slots for at least `capacity` texts, all free; `capacity` becomes what they hold. Large parts get huge pages where
+// the system has them: nearly every look-up goes to another page, and translating its address would take as long again.
+StringTable::Slots StringTable::freeSlots(std::uint32_t& capacity)
+{
+    constexpr std::size_t hugePage = std::size_t{2} << 20;
+    auto size = capacity * sizeof(Slot);
+    const auto alignment = size < hugePage ? alignof(std::max_align_t) : hugePage;
+    size = (size + alignment - 1) / alignment * alignment;
+    Slots slots(static_cast<Slot*>(std::aligned_alloc(alignment, size)));
+    if (!slots) throw std::bad_alloc();
+    // Only advice: without huge pages all works the same.
+    if (alignment == hugePage) static_cast<void>(madvise(slots.get(), size, MADV_HUGEPAGE));
+    capacity = static_cast<std::uint32_t>(size / sizeof(Slot));
+    for (std::uint32_t i = 0; i < capacity; ++i)
+        slots[i].number = freeSlot;
+    return slots;
+}
+
 void StringTable::rebuild(Segment& segment, std::uint32_t capacity, std::uint32_t belowNumber)
 {
-    Segment rebuilt{std::make_unique<Slot[]>(capacity), capacity, 0};
-    for (std::uint32_t i = 0; i < capacity; ++i)
-        rebuilt.slots[i].number = freeSlot;
+    Segment rebuilt;
+    rebuilt.slots = freeSlots(capacity);
+    rebuilt.capacity = capacity;
     for (std::uint32_t i = 0; i < segment.capacity; ++i)
         if (segment.slots[i].number < belowNumber) insert(rebuilt, segment.slots[i]);
     segment = std::move(rebuilt);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -44,20 +45,25 @@ private:
         std::array<std::uint32_t, blockTexts> lengths;
     };
 
-    // A hash table in 256 parts that grow one by one, again so that growing needs little extra room. A full entry's tag
+    // A hash table in 8 parts that grow one by one, again so that growing needs little extra room. A full entry's tag
     // tells nearly always whether the text can be the one; growing needs the tags alone.
     struct Slot {
         std::uint32_t tag;
         std::uint32_t number;
     };
+    struct Free {
+        void operator()(Slot* slots) const { std::free(slots); }
+    };
+    using Slots = std::unique_ptr<Slot[], Free>;
     struct Segment {
-        std::unique_ptr<Slot[]> slots;
+        Slots slots;
         std::uint32_t capacity = 0;
         std::uint32_t used = 0;
     };
-    static constexpr std::size_t segmentCount = 256;
+    static constexpr std::size_t segmentCount = 8;
     static constexpr std::uint32_t freeSlot = 0xFFFFFFFF;
 
+    static Slots freeSlots(std::uint32_t& capacity);
     static void insert(Segment& segment, Slot slot);
     static void rebuild(Segment& segment, std::uint32_t capacity, std::uint32_t belowNumber);
     void settle(const Waiting& waiting);
