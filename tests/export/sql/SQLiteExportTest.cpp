@@ -95,5 +95,48 @@ TEST_F(SQLiteExport, ManyGroupsKeepTheirOrder)
         ElementsAre("5000|5000|1667|3333"));
 }
 
+// Of each column only what differs between two rows; numbers are left to SQLite to compare.
+std::string rowCondition(const TAdmMDBTable& table, std::size_t row)
+{
+    std::string condition;
+    for (std::size_t c = 0; c < table.columns().size(); ++c) {
+        const auto value = table.rows().value(row, c);
+        const auto* text = std::get_if<std::string_view>(&value);
+        if (text == nullptr) continue;
+        if (!condition.empty()) condition += " AND ";
+        condition += '"' + table.columns()[c]->name() + "\" = '";
+        for (const char character : *text)
+            condition += character == '\'' ? "''" : character == '\\' ? "\\\\" : std::string(1, character);
+        condition += '\'';
+    }
+    return condition;
+}
+
+TEST_F(SQLiteExport, RealDatabaseArrivesWhole)
+{
+    TAdmMDBFile file;
+    file.setFullPath(VELLUMO_SOURCE_DIR "/../shared/corpus/nwind-jet3.mdb");
+    if (!file.open()) GTEST_SKIP() << "no corpus here";
+    const auto database = exported(file);
+    std::size_t indexCount = 0;
+    for (const auto& table : file.tables()) {
+        const auto quoted = '"' + table->name() + '"';
+        const auto rowCount = table->rows().rowCount();
+        EXPECT_THAT(database.rows("SELECT count(*) FROM " + quoted), ElementsAre(std::to_string(rowCount)));
+        for (std::size_t row = 0; row < rowCount; row += 37)
+            EXPECT_THAT(
+                database.rows("SELECT 1 FROM " + quoted + " WHERE " + rowCondition(*table, row)), ElementsAre("1"))
+                << table->name() << " row " << row;
+        EXPECT_EQ(database.rows("SELECT DISTINCT id FROM pragma_foreign_key_list('" + table->name() + "')").size(),
+            table->foreignKeys().size())
+            << table->name();
+        for (const auto& index : table->indices())
+            if (!index->isPrimaryKey()) ++indexCount;
+    }
+    EXPECT_GT(indexCount, 0U);
+    EXPECT_THAT(database.rows("SELECT count(*) FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL"),
+        ElementsAre(std::to_string(indexCount)));
+}
+
 } // namespace
 } // namespace vellumo::test
