@@ -83,7 +83,7 @@ protected:
         std::vector<ExportEntry> entries;
         for (const auto& table : file.tables())
             entries.push_back(ExportEntry::exportEntryWithTableName(table->name(), ExportFileType::SQL));
-        ExportJob job(file, entries, m_options, m_terminate, m_mainThread, [&](std::size_t index) {
+        ExportJob job(file, entries, m_options, m_terminate, m_mainThread, m_systemLog, [&](std::size_t index) {
             if (report.progress.size() == m_stopAt) m_terminate = true;
             report.progress.push_back(index);
         });
@@ -107,6 +107,7 @@ protected:
     std::size_t m_stopAt = static_cast<std::size_t>(-1);
     std::atomic<bool> m_terminate = false;
     DirectMainThread m_mainThread;
+    FakeSystemLog m_systemLog;
 };
 
 } // namespace vellumo::test

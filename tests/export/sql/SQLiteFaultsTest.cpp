@@ -86,7 +86,7 @@ TEST_F(SQLiteFaults, MissingLibraryIsShownOnce)
 {
     RecordingLoadErrorWindow window;
     setenv("VELLUMO_SQLITE_LIBRARY", "/nonexistent.so", 1);
-    ExportJob job(*m_shop, {}, m_options, m_terminate, m_mainThread, [](std::size_t) {});
+    ExportJob job(*m_shop, {}, m_options, m_terminate, m_mainThread, m_systemLog, [](std::size_t) {});
     job.setLoadErrorWindow(window);
     exportSQLiteThread(job);
     ASSERT_EQ(window.shown.size(), 1U);
