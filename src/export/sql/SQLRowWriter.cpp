@@ -3,8 +3,6 @@
 #include "embedded/TAdmBlobData.h"
 #include "export/sql/SQLText.h"
 
-#include <algorithm>
-
 namespace vellumo {
 
 SQLRowWriter::SQLRowWriter(
@@ -29,28 +27,6 @@ bool SQLRowWriter::isPlain(SQLCellForm form, std::string_view texts) const
     const auto has = [&](char character) { return texts.find(character) != std::string_view::npos; };
     if (form == SQLCellForm::Decimal) return m_decimalSymbol == "." || !has('.');
     return !has('\'') && !has('\\');
-}
-
-std::string SQLRowWriter::withDecimalSymbol(std::string_view text) const
-{
-    std::string out;
-    for (const char character : text) {
-        if (character == '.')
-            out += m_decimalSymbol;
-        else
-            out += character;
-    }
-    return out;
-}
-
-std::string SQLRowWriter::guidLiteral(SQLCellForm form, std::string_view text)
-{
-    std::string literal(text);
-    if (text.front() != '{' || text.back() != '}') return literal;
-    literal.front() = '\'';
-    literal.back() = '\'';
-    if (form == SQLCellForm::CompactGuidLiteral) std::erase(literal, '-');
-    return literal;
 }
 
 std::string SQLRowWriter::blobLiteral(std::size_t column, std::uint32_t row) const

@@ -67,7 +67,8 @@ private:
     {
         switch (column.layout.form) {
         case SQLCellForm::Bare: return sink.write(text);
-        case SQLCellForm::Decimal: return column.isPlain ? sink.write(text) : sink.write(withDecimalSymbol(text));
+        case SQLCellForm::Decimal:
+            return column.isPlain ? sink.write(text) : writeReplaced(sink, text, '.', m_decimalSymbol);
         case SQLCellForm::Literal: return writeLiteral(sink, column.isPlain, text);
         case SQLCellForm::IsoDate: return writeIsoDate(sink, column.isPlain, text);
         case SQLCellForm::ToDate:
@@ -75,7 +76,7 @@ private:
             writeLiteral(sink, column.isPlain, text);
             return sink.write(", 'MM/DD/YYYY HH24:MI:SS')");
         case SQLCellForm::GuidLiteral:
-        case SQLCellForm::CompactGuidLiteral: return sink.write(guidLiteral(column.layout.form, text));
+        case SQLCellForm::CompactGuidLiteral: return writeGuid(sink, column.layout.form, text);
         }
     }
 
@@ -106,8 +107,29 @@ private:
         writeLiteral(sink, isPlain || date.has_value(), date ? std::string_view(date->data(), date->size()) : text);
     }
 
-    [[nodiscard]] static std::string guidLiteral(SQLCellForm form, std::string_view text);
-    [[nodiscard]] std::string withDecimalSymbol(std::string_view text) const;
+    template <typename Sink> static void writeGuid(Sink& sink, SQLCellForm form, std::string_view text)
+    {
+        if (text.front() != '{' || text.back() != '}') return sink.write(text);
+        text = text.substr(1, text.size() - 2);
+        sink.write("'");
+        if (form == SQLCellForm::CompactGuidLiteral)
+            writeReplaced(sink, text, '-', "");
+        else
+            sink.write(text);
+        sink.write("'");
+    }
+
+    template <typename Sink>
+    static void writeReplaced(Sink& sink, std::string_view text, char character, std::string_view replacement)
+    {
+        for (auto at = text.find(character); at != std::string_view::npos; at = text.find(character)) {
+            sink.write(text.substr(0, at));
+            sink.write(replacement);
+            text.remove_prefix(at + 1);
+        }
+        sink.write(text);
+    }
+
     // "" for a null cell.
     [[nodiscard]] std::string blobLiteral(std::size_t column, std::uint32_t row) const;
     [[nodiscard]] bool isPlain(SQLCellForm form, std::string_view texts) const;

@@ -37,6 +37,7 @@ private:
     void writeScript(const ExportEntry& entry, const TAdmMDBTable& table);
     void finishScript(const TAdmMDBTable& table);
 
+    void takeName(const TAdmMDBTable& table);
     void writeTable(const TAdmMDBTable& table);
     void writeStructure(const TAdmMDBTable& table);
     void writeIndexesBehindTable(const TAdmMDBTable& table);
@@ -62,7 +63,10 @@ void SQLScriptExport::writeOneScript()
 {
     if (!m_file.open(m_job.singleFilePath())) return m_job.log(localized(exportReason::cannotCreate));
     m_file.write(m_facts.header);
-    m_job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) { writeNextTable(table); });
+    m_job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
+        takeName(table);
+        writeNextTable(table);
+    });
     if (hasFinalPass() && !m_isAbandoned) writeFinalPass();
     finishOneScript();
 }
@@ -126,7 +130,10 @@ void SQLScriptExport::finishOneScript()
 
 void SQLScriptExport::writeScriptPerTable()
 {
-    m_job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable& table) { writeScript(entry, table); });
+    m_job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable& table) {
+        takeName(table);
+        writeScript(entry, table);
+    });
 }
 
 void SQLScriptExport::writeScript(const ExportEntry& entry, const TAdmMDBTable& table)
@@ -151,9 +158,14 @@ void SQLScriptExport::finishScript(const TAdmMDBTable& table)
     m_job.updateProgress(static_cast<std::size_t>(m_job.successTableCount()));
 }
 
-void SQLScriptExport::writeTable(const TAdmMDBTable& table)
+// Also of a table whose script cannot be created: another index must not get its name.
+void SQLScriptExport::takeName(const TAdmMDBTable& table)
 {
     if (m_facts.sharesIndexNames) m_names.take(table.name());
+}
+
+void SQLScriptExport::writeTable(const TAdmMDBTable& table)
+{
     if (m_options.exportStructure) writeStructure(table);
     if (m_options.exportData) writeRows(table);
 }
