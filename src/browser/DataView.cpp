@@ -1,0 +1,233 @@
+#include "browser/DataView.h"
+
+#include "browser/CopiedText.h"
+#include "embedded/TAdmBlobData.h"
+#include "text/Format.h"
+#include "text/Messages.h"
+
+#include <numeric>
+
+namespace vellumo {
+
+namespace {
+
+GridColumn gridColumn(const TAdmMDBColumn& column)
+{
+    return {column.name(), column.isPrimaryKey(), column.isOLE(), column.textAlignForCell(), column.sortOrder()};
+}
+
+int nextDirection(int direction)
+{
+    if (direction == 0) return 1;
+    return direction == 1 ? -1 : 0;
+}
+
+bool isPlaceholder(std::string_view text)
+{
+    return text == noFieldsText() || text == nonTextualDataText() || text == nullText();
+}
+
+} // namespace
+
+const char* sortIndicatorName(int headerTag)
+{
+    if (headerTag == 1) return "NSAscendingSortIndicator";
+    return headerTag == -1 ? "NSDescendingSortIndicator" : "";
+}
+
+DataView::DataView(DataViewPort& port, const DesktopPorts& desktop, bool textViewShow)
+    : m_port(port)
+    , m_desktop(desktop)
+    , m_isTextViewShown(textViewShow)
+{
+    m_port.setTextViewShown(textViewShow);
+}
+
+void DataView::updateDataTableToShowMDBTable(const TAdmMDBTable* table)
+{
+    if (table != m_rows.table()) {
+        m_rows.setTable(table);
+        m_selectedRows = {};
+        m_clickedRow = {};
+    }
+    m_columns.clear();
+    if (table != nullptr)
+        for (const auto& column : table->columns())
+            m_columns.push_back(gridColumn(*column));
+    m_displayOrder.resize(m_columns.size());
+    std::iota(m_displayOrder.begin(), m_displayOrder.end(), std::size_t{0});
+    m_selectedRows.clipTo(m_rows.rowCount());
+    m_port.gridColumnsDidChange();
+    m_port.selectedRowsDidChange();
+}
+
+void DataView::reloadData()
+{
+    m_selectedRows.clipTo(m_rows.rowCount());
+    m_port.gridRowsDidChange();
+    m_port.selectedRowsDidChange();
+}
+
+GridValue DataView::getValueForTableColumn(std::size_t column, std::size_t row) const
+{
+    return vellumo::getValueForTableColumn(m_rows.table(), column, m_rows.rowAt(row));
+}
+
+std::optional<std::size_t> DataView::positionOfRecord(std::size_t record) const { return m_rows.positionOfRow(record); }
+
+void DataView::tableViewSelectionDidChange(RowSelection selection)
+{
+    m_selectedRows = std::move(selection);
+    m_selectedRows.clipTo(m_rows.rowCount());
+    if (m_selectionListener) m_selectionListener();
+}
+
+void DataView::selectRows(RowSelection selection)
+{
+    if (selection == m_selectedRows) return;
+    tableViewSelectionDidChange(std::move(selection));
+    m_port.selectedRowsDidChange();
+}
+
+void DataView::didClickTableColumn(std::size_t column)
+{
+    if (column >= m_columns.size()) return;
+    ChangeSortIndictor(column);
+    applySortOrder(column);
+    reloadData();
+}
+
+void DataView::ChangeSortIndictor(std::size_t column)
+{
+    const auto direction = nextDirection(m_columns[column].headerTag);
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        setSortIndicator(i, i == column ? direction : 0);
+    m_port.sortIndicatorsDidChange();
+}
+
+void DataView::setSortIndicator(std::size_t column, int order) { m_columns[column].headerTag = order; }
+
+// The order lives in the model, so every view of the table follows it.
+void DataView::applySortOrder(std::size_t clickedColumn)
+{
+    const auto& clicked = m_columns[clickedColumn];
+    for (const auto& column : m_rows.table()->columns())
+        column->setSortOrder(column->name() == clicked.identifier ? clicked.headerTag : 0);
+}
+
+void DataView::displayTextViewContent(const GridValue& value)
+{
+    m_detail = {};
+    const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value);
+    const auto image = blob == nullptr ? nullptr : (*blob)->image(m_desktop.imageDecoder);
+    if (image) {
+        m_detail.blob = *blob;
+        m_detail.image = image;
+    } else if (!std::holds_alternative<std::monostate>(value)) {
+        std::string buffer;
+        m_detail.text = valueDescription(value, buffer);
+        m_detail.isGrey = isPlaceholder(m_detail.text);
+    }
+    m_port.detailDidChange();
+}
+
+void DataView::openBlobAsFile()
+{
+    if (!m_detail.blob) return;
+    // Without a temporary file there is nothing to open.
+    if (const auto path = m_detail.blob->createTempFile(); !path.empty()) m_desktop.workspace.openFile(path);
+}
+
+void DataView::ShowHideBottomTextView(bool isShown)
+{
+    m_isTextViewShown = isShown;
+    m_port.setTextViewShown(isShown);
+}
+
+void DataView::ShowHideJumpBar(bool isShown) { m_port.setJumpBarShown(isShown); }
+
+void DataView::setEditedColumn(std::size_t column, std::size_t row)
+{
+    selectRows(RowSelection::ofRow(row));
+    m_port.focusCell(column, row);
+    displayTextViewContent(getValueForTableColumn(column, row));
+}
+
+bool DataView::keyDown(int keyCode)
+{
+    if (keyCode != leftArrowKey && keyCode != rightArrowKey) return false;
+    if (numberOfRows() == 0 || m_columns.empty()) return false;
+    // The left arrow leads to the last column and the right arrow to the first.
+    setEditedColumn(
+        keyCode == leftArrowKey ? m_displayOrder.back() : m_displayOrder.front(), m_selectedRows.first().value_or(0));
+    return true;
+}
+
+IconClick DataView::handleDragIconWithColumn(std::size_t column, std::size_t row, int clickCount)
+{
+    using enum IconClick::Outcome;
+    const auto value = getValueForTableColumn(column, row);
+    const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value);
+    if (blob == nullptr || clickCount < 1 || clickCount > 2) return {LeftToGrid, {}};
+    if (clickCount == 2 && !(*blob)->image(m_desktop.imageDecoder) && !isSafeFileExtension((*blob)->fileExtension()))
+        return {LeftToGrid, {}};
+    const auto path = (*blob)->createTempFile();
+    if (path.empty()) return {Nothing, {}};
+    if (clickCount == 1) return {DragFile, path};
+    m_desktop.workspace.openFile(path);
+    return {Opened, {}};
+}
+
+bool DataView::validateMenuItem(GridCommand command)
+{
+    switch (command) {
+    case GridCommand::SelectAll:
+    case GridCommand::JumpToRow: return numberOfRows() > 0;
+    case GridCommand::DeselectAll: return !m_selectedRows.isEmpty();
+    case GridCommand::Copy: return m_clickedRow || !m_selectedRows.isEmpty();
+    case GridCommand::Other: break;
+    }
+    return false;
+}
+
+void DataView::copy()
+{
+    const auto rows = rowsToCopy();
+    if (!rows.isEmpty()) m_desktop.pasteboard.setText(copiedText(rows));
+}
+
+// A click on a selected row stands for all selected rows.
+RowSelection DataView::rowsToCopy() const
+{
+    if (!m_clickedRow || m_selectedRows.contains(*m_clickedRow)) return m_selectedRows;
+    return RowSelection::ofRow(*m_clickedRow);
+}
+
+std::string DataView::copiedText(const RowSelection& rows) const
+{
+    std::string text;
+    std::string buffer;
+    for (const auto& [first, last] : rows.ranges())
+        for (auto row = first; row <= last; ++row) {
+            for (const auto column : m_displayOrder)
+                appendCopiedValue(valueDescription(getValueForTableColumn(column, row), buffer), text);
+            endCopiedRow(text);
+        }
+    return text;
+}
+
+void DataView::JumpToRow() { m_port.askForRow(localized("Jump to row"), localizedFormat("%@:", {localized("Row")})); }
+
+void DataView::jumpToRowConfirmed(long number)
+{
+    if (number < 1 || static_cast<std::size_t>(number) > numberOfRows()) {
+        m_desktop.alerts.beep();
+        return;
+    }
+    const auto row = static_cast<std::size_t>(number) - 1;
+    selectRows(RowSelection::ofRow(row));
+    m_port.scrollToRow(row);
+    m_port.focusGrid();
+}
+
+} // namespace vellumo

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "browser/DataViewPort.h"
+#include "browser/DesktopPorts.h"
+#include "browser/GridRows.h"
+#include "browser/GridValue.h"
+#include "browser/RowSelection.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vellumo {
+
+// How one grid column looks. Column c shows column c of the table.
+struct GridColumn {
+    // The picture in front of the title of a primary-key column; the title's baseline is raised by so many points.
+    static constexpr const char* keyImageName = "OV_Key";
+    static constexpr int keyBaselineOffset = 4;
+
+    std::string identifier; // the column's name, which is also the header's title
+    bool hasKeyImage = false;
+    bool isImageAndText = false; // cells draw a file-type icon in front of the text
+    TextAlignment alignment = TextAlignment::Natural;
+    int headerTag = 0; // the sort direction shown: 1 ascending, -1 descending, 0 none
+};
+
+// "NSAscendingSortIndicator", "NSDescendingSortIndicator", or "" for none.
+[[nodiscard]] const char* sortIndicatorName(int headerTag);
+
+// What the pane below the grid shows.
+struct DetailContent {
+    std::shared_ptr<TAdmBlobData> blob; // set when a picture is shown
+    std::shared_ptr<const Image> image; // never null when `blob` is set
+    std::string text = noFieldsText();  // without a picture
+    bool isGrey = true;                 // a placeholder rather than a value
+};
+
+// The commands of the grid's menus.
+enum class GridCommand { SelectAll, DeselectAll, Copy, JumpToRow, Other };
+
+// What came of a click on the icon of a blob cell.
+struct IconClick {
+    enum class Outcome { LeftToGrid, DragFile, Opened, Nothing };
+    Outcome outcome = Outcome::LeftToGrid;
+    std::string path; // DragFile: the file to drag
+};
+
+// One table's rows in a grid above a detail pane, without the widgets. Positions are rows of the grid (sorted and
+// searched), counted from 0. Main thread only.
+class DataView {
+public:
+    static constexpr int leftArrowKey = 123;
+    static constexpr int rightArrowKey = 124;
+
+    // `port` and the interfaces outlive the view.
+    DataView(DataViewPort& port, const DesktopPorts& desktop, bool textViewShow);
+    // Called after the rows selected in the grid have changed.
+    void setSelectionListener(std::function<void()> listener) { m_selectionListener = std::move(listener); }
+
+    // Shows a table, or nothing. The rows selected stay selected when it is the table shown already.
+    void updateDataTableToShowMDBTable(const TAdmMDBTable* table);
+    [[nodiscard]] const TAdmMDBTable* table() const { return m_rows.table(); }
+    // The search takes effect with the reload.
+    void setSearch(SearchSettings settings) { m_rows.setSearch(std::move(settings)); }
+    // Brings the row list up to date; selected rows that are gone are dropped.
+    void reloadData();
+
+    // The grid's questions. `row` is below what numberOfRows last said.
+    [[nodiscard]] const std::vector<GridColumn>& columns() const { return m_columns; }
+    // The columns in the order in which the user has put them; initially as they are.
+    void setDisplayOrder(std::vector<std::size_t> columns) { m_displayOrder = std::move(columns); }
+    std::size_t numberOfRows() { return m_rows.rowCount(); }
+    [[nodiscard]] GridValue getValueForTableColumn(std::size_t column, std::size_t row) const;
+    // The record (row number of the table's store) at a position, and back; nullopt when the search hides it.
+    [[nodiscard]] std::size_t recordAt(std::size_t row) const { return m_rows.rowAt(row); }
+    [[nodiscard]] std::optional<std::size_t> positionOfRecord(std::size_t record) const;
+
+    // Selection. The port tells what the user selected and which row was clicked for a menu (nullopt: none).
+    [[nodiscard]] const RowSelection& selectedRows() const { return m_selectedRows; }
+    void tableViewSelectionDidChange(RowSelection selection);
+    void setClickedRow(std::optional<std::size_t> row) { m_clickedRow = row; }
+    // Selects exactly these rows and tells the port.
+    void selectRows(RowSelection selection);
+
+    // A click on a header: turns the direction, sorts by the column, and reloads.
+    void didClickTableColumn(std::size_t column);
+    // The direction of the header turns from none to ascending to descending to none; all others turn to none.
+    void ChangeSortIndictor(std::size_t column);
+    void setSortIndicator(std::size_t column, int order);
+
+    // Detail pane.
+    [[nodiscard]] const DetailContent& detail() const { return m_detail; }
+    void displayTextViewContent(const GridValue& value);
+    // Opens the file of the picture shown with its default application.
+    void openBlobAsFile();
+    void ShowHideBottomTextView(bool isShown);
+    void ShowHideJumpBar(bool isShown);
+    [[nodiscard]] bool isTextViewShown() const { return m_isTextViewShown; }
+
+    // Makes a cell the current one and shows its value below; nothing is edited.
+    void setEditedColumn(std::size_t column, std::size_t row);
+    // Returns false for a key that is left to the grid.
+    bool keyDown(int keyCode);
+    // `clickCount` 1 starts a drag of the object's file, 2 opens it if that is safe.
+    [[nodiscard]] IconClick handleDragIconWithColumn(std::size_t column, std::size_t row, int clickCount);
+
+    // Menu commands.
+    [[nodiscard]] bool validateMenuItem(GridCommand command);
+    void copy();
+    void JumpToRow();
+    // The answer to the sheet; counts from 1.
+    void jumpToRowConfirmed(long number);
+
+private:
+    [[nodiscard]] RowSelection rowsToCopy() const;
+    [[nodiscard]] std::string copiedText(const RowSelection& rows) const;
+    void applySortOrder(std::size_t clickedColumn);
+
+    DataViewPort& m_port;
+    DesktopPorts m_desktop;
+    std::function<void()> m_selectionListener;
+    GridRows m_rows;
+    std::vector<GridColumn> m_columns;
+    std::vector<std::size_t> m_displayOrder; // all of m_columns, once each
+    RowSelection m_selectedRows;
+    std::optional<std::size_t> m_clickedRow;
+    DetailContent m_detail;
+    bool m_isTextViewShown;
+};
+
+} // namespace vellumo

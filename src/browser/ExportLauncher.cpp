@@ -1,0 +1,38 @@
+#include "browser/ExportLauncher.h"
+
+#include "browser/MainWindowView.h"
+
+namespace vellumo {
+
+namespace {
+
+// A wizard and the file that it must not outlive.
+struct Session {
+    std::shared_ptr<TAdmMDBFile> file;
+    ExportWizard wizard;
+};
+
+} // namespace
+
+void ExportLauncher::begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType)
+{
+    auto& exportFile = *file;
+    const ExportPorts ports{
+        m_desktop.mainThread, m_desktop.defaults, m_desktop.filePanels, m_desktop.alerts, m_desktop.systemLog};
+    const std::shared_ptr<Session> session(
+        new Session{std::move(file), {exportFile, selectedTable, static_cast<ExportFileType>(exportType), ports}});
+    m_wizard = std::shared_ptr<ExportWizard>(session, &session->wizard);
+    m_view.beginExportSheet(m_wizard);
+}
+
+void ExportLauncher::sheetDidEnd(int returnCode)
+{
+    if (!m_wizard) return;
+    if (returnCode > 0) m_view.beginExportProgressSheet(m_wizard);
+    // Nothing runs for a type without a writer, so nothing would ever report its end.
+    if (returnCode <= 0 || !m_wizard->startExport()) m_wizard.reset();
+}
+
+void ExportLauncher::exportDidFinish() { m_wizard.reset(); }
+
+} // namespace vellumo

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "browser/DesktopPorts.h"
+#include "export/ExportWizard.h"
+
+#include <memory>
+
+namespace vellumo {
+
+class MainWindowView;
+
+// Takes an export from its dialog to its end. One at a time.
+class ExportLauncher {
+public:
+    // Both outlive the launcher.
+    ExportLauncher(MainWindowView& view, const DesktopPorts& desktop)
+        : m_view(view)
+        , m_desktop(desktop)
+    {
+    }
+
+    // Shows the dialog. `selectedTable` null: all tables of the file. `exportType`: 0 to 5, or -1.
+    void begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType);
+    // The dialog has ended: starts the export for a positive code, releases the wizard for another.
+    void sheetDidEnd(int returnCode);
+    // Releases the wizard.
+    void exportDidFinish();
+
+    // From the beginning of the dialog to the report: the model has to stay as it is.
+    [[nodiscard]] bool isExporting() const { return m_wizard != nullptr && !m_wizard->report(); }
+    // Null when there is none.
+    [[nodiscard]] const std::shared_ptr<ExportWizard>& wizard() const { return m_wizard; }
+
+private:
+    MainWindowView& m_view;
+    DesktopPorts m_desktop;
+    std::shared_ptr<ExportWizard> m_wizard;
+};
+
+} // namespace vellumo

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "model/TAdmMDBFile.h"
+#include "platform/FileFacts.h"
+
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellumo {
+
+// The files that the user has brought in, open or not, in display order. Closing a file and telling others that it goes
+// is the caller's business.
+class FileList {
+public:
+    // Shared, since an export keeps its file while the list may let go of it.
+    using Files = std::vector<std::shared_ptr<TAdmMDBFile>>;
+
+    // `facts` outlives the list.
+    explicit FileList(const FileFactsSource& facts)
+        : m_facts(facts)
+    {
+    }
+
+    [[nodiscard]] const Files& recentFiles() const { return m_recentFiles; }
+    [[nodiscard]] bool empty() const { return m_recentFiles.empty(); }
+    [[nodiscard]] bool contains(const TAdmMDBFile* file) const;
+    // Null when the file is not of the list.
+    [[nodiscard]] std::shared_ptr<TAdmMDBFile> share(const TAdmMDBFile& file) const;
+
+    // A new, unopened entry at the front or at the end. A file that cannot be looked at has size 0 and today's dates.
+    TAdmMDBFile& createNewMDBFile(std::string_view path, bool insertFront);
+    // The same at the end, for a file that the recent documents name.
+    TAdmMDBFile& addDocument(std::string_view path);
+    // The last entry with the folder and the name of `path`, whatever its extension; null when there is none.
+    [[nodiscard]] TAdmMDBFile* findByFolderAndName(std::string_view path) const;
+    // Takes an entry out and hands it over; null when it is not of the list.
+    std::shared_ptr<TAdmMDBFile> remove(const TAdmMDBFile& file);
+    Files removeAll();
+
+    // What tells the list from the recent documents.
+    struct Difference {
+        std::vector<TAdmMDBFile*> vanished; // were among the documents once and are no longer
+        std::vector<std::string> unlisted;  // documents without an entry, in their order
+    };
+    // Compares by full path, and takes fresh facts for every entry that is among the documents. An entry that never was
+    // among them (it could not be opened, or the desktop keeps no such list) does not count as vanished.
+    [[nodiscard]] Difference compareWith(const std::vector<std::string>& documents);
+
+    // Equal files keep their order.
+    void sortByLastOpenDate();
+    void sortByName();
+
+private:
+    void takeFacts(TAdmMDBFile& file) const;
+
+    const FileFactsSource& m_facts;
+    Files m_recentFiles;
+    std::set<const TAdmMDBFile*> m_documented; // entries that were seen among the recent documents
+};
+
+} // namespace vellumo

@@ -1,0 +1,22 @@
+#include "browser/FileOpener.h"
+
+namespace vellumo {
+
+OpenResult FileOpener::open(const std::shared_ptr<TAdmMDBFile>& file)
+{
+    if (file->active()) return OpenResult::Opened;
+    bool isStopped = false;
+    const auto observer = [&](std::uint64_t rowsDone, std::uint64_t rowsExpected) {
+        isStopped = isStopped || !m_view.openDidProgress(rowsDone, rowsExpected);
+        return !isStopped;
+    };
+    m_isOpening = true;
+    m_view.openDidBegin(*file);
+    const bool isOpen = file->open({observer, 0});
+    m_view.openDidEnd();
+    m_isOpening = false;
+    if (isOpen) return OpenResult::Opened;
+    return isStopped ? OpenResult::Stopped : OpenResult::Failed;
+}
+
+} // namespace vellumo

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "browser/MainWindowView.h"
+
+#include <memory>
+
+namespace vellumo {
+
+enum class OpenResult { Opened, Failed, Stopped };
+
+// Opens files while the window shows how far it is and lets the user stop.
+class FileOpener {
+public:
+    // `view` outlives the opener.
+    explicit FileOpener(MainWindowView& view)
+        : m_view(view)
+    {
+    }
+
+    // Opened also for a file that is open already. Stopped: by the user, so there is nothing to complain about.
+    [[nodiscard]] OpenResult open(const std::shared_ptr<TAdmMDBFile>& file);
+    // True during `open`, when the window may call in while it redraws.
+    [[nodiscard]] bool isOpening() const { return m_isOpening; }
+
+private:
+    MainWindowView& m_view;
+    bool m_isOpening = false;
+};
+
+} // namespace vellumo

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "browser/ChildWindowPort.h"
+#include "browser/DataViewPort.h"
+#include "browser/InformationPane.h"
+#include "browser/TreeItem.h"
+#include "browser/ViewToggles.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace vellumo {
+
+class ChildWindow;
+class ExportWizard;
+
+// The main window as the controller sees it. Each call says what changed; what it changed to is asked of the
+// VellumoAppDelegate. But for openDidProgress no call waits for the user, and none calls back before it returns. Main
+// thread only.
+class MainWindowView {
+public:
+    virtual ~MainWindowView() = default;
+
+    // The grid and the detail pane of the main window; lives as long as the view. Used already while the controller is
+    // being made.
+    [[nodiscard]] virtual DataViewPort& dataView() = 0;
+
+    // Tree. The view keeps which files are expanded.
+    // All rows anew; the selected row is VellumoAppDelegate::treeSelection().
+    virtual void reloadTree() = 0;
+    // The tables of this file go: the tree shows none of them and forgets them.
+    virtual void fileWillClose(TAdmMDBFile& file) = 0;
+    virtual void expandTreeItem(TAdmMDBFile& file) = 0;
+    virtual void collapseTreeItem(TAdmMDBFile& file) = 0;
+    virtual void treeSelectionDidChange() = 0;
+    // To the selected row.
+    virtual void scrollToTreeSelection() = 0;
+
+    // Information pane.
+    virtual void informationBarDidChange() = 0; // which buttons are shown, which one is selected
+    virtual void informationDidReload(InformationType type) = 0;
+    virtual void informationDetailsDidChange(InformationType type) = 0; // the property list beside a name list
+
+    virtual void statusTextDidChange() = 0;
+    virtual void placeholderDidChange() = 0;
+    // Shows or hides the part and gives its menu item and button their new looks.
+    virtual void viewToggleDidChange(ViewToggle toggle) = 0;
+
+    // Whether Back and Next can be used; both in toolbar and menu.
+    virtual void navigationDidChange() = 0;
+    virtual void deselectAllForToolbarItems() = 0;
+
+    // Comes after every click into the tree, so the menus are better made when they are about to open.
+    virtual void jumpBarMenuDidChange() = 0;
+    virtual void jumpBarSelectionDidChange() = 0;
+
+    virtual void searchMenuDidChange() = 0;
+    virtual void focusDataSearchField() = 0;
+
+    // The time while a file is opened. Until openDidEnd the window takes no input but Stop.
+    virtual void openDidBegin(const TAdmMDBFile& file) = 0;
+    // Numbers as OpenObserver has them; may let the window redraw. Returns false to stop.
+    [[nodiscard]] virtual bool openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) = 0;
+    virtual void openDidEnd() = 0;
+
+    // The export dialog as a sheet; it ends with VellumoAppDelegate::exportSheetDidEnd.
+    virtual void beginExportSheet(const std::shared_ptr<ExportWizard>& wizard) = 0;
+    // The sheet with progress and Stop, on which the job reports.
+    virtual void beginExportProgressSheet(const std::shared_ptr<ExportWizard>& wizard) = 0;
+
+    // A window for one table. The port keeps `window` and may ask it from now on, but not yet during this call.
+    [[nodiscard]] virtual std::unique_ptr<ChildWindowPort> createChildWindow(ChildWindow& window) = 0;
+    [[nodiscard]] virtual bool isFullScreen() const = 0;
+    virtual void bringToFront() = 0;
+};
+
+} // namespace vellumo

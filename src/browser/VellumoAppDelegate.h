@@ -1,0 +1,212 @@
+#pragma once
+
+#include "browser/ChildWindowManager.h"
+#include "browser/DataView.h"
+#include "browser/DesktopPorts.h"
+#include "browser/ExportLauncher.h"
+#include "browser/FileList.h"
+#include "browser/FileOpener.h"
+#include "browser/InformationPane.h"
+#include "browser/JumpBarMenu.h"
+#include "browser/MainWindowView.h"
+#include "browser/SearchMenu.h"
+#include "browser/SelectionHistory.h"
+#include "browser/TreeDataSource.h"
+#include "browser/ViewToggles.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellumo {
+
+// The program's controller: the list of files, what is selected, and what all parts of the main window show. The window
+// forwards what the user does and asks for what it draws. Paths are absolute. Main thread only.
+//
+// While a file is opened or an export runs the model must stay as it is: what would change the file list is ignored
+// until then.
+class VellumoAppDelegate {
+public:
+    // Where a command on a file comes from: the menu of a tree row, which means the row clicked, or anything else,
+    // which means the file selected. A table's row stands for its file.
+    enum class Sender { TreeMenu, Other };
+    enum class SearchField { File, Data };
+
+    // `mainWindow` and the interfaces outlive the controller.
+    VellumoAppDelegate(MainWindowView& mainWindow, const DesktopPorts& desktop);
+    VellumoAppDelegate(const VellumoAppDelegate&) = delete;
+    VellumoAppDelegate& operator=(const VellumoAppDelegate&) = delete;
+
+    // --- The program's life ---
+    void applicationDidFinishLaunching();
+    void applicationWillTerminate();
+    void applicationShouldHandleReopen(bool hasVisibleWindows);
+    // Files that the desktop hands over.
+    void applicationOpenFiles(const std::vector<std::string>& paths);
+
+    // --- File list ---
+    [[nodiscard]] const FileList::Files& recentFiles() const { return m_files.recentFiles(); }
+    TAdmMDBFile& createNewMDBFile(std::string_view path, bool insertFront);
+    // A new, unopened entry at the front. An entry listed under the same folder and name is dropped with all that was
+    // shown of it: its tables leave the history, and their windows close.
+    TAdmMDBFile& findMDBFileByPath(std::string_view path);
+    // Brings the list in line with the recent documents.
+    void refreshRecentFiles();
+    void clearRecentDocuments();
+    void OpenFile();
+    void OpenSelectedFile(Sender sender);
+    // The file stays in the list, unopened.
+    void closeFile(TAdmMDBFile& file);
+    void CloseSelectedFile(Sender sender);
+    void RemoveSelectedFile(Sender sender);
+    void RemoveOtherFiles(Sender sender);
+    void ShowInFinder(Sender sender);
+    // Files dragged onto the tree: accepted (and copied) when at least one is a database, wherever they are dropped.
+    [[nodiscard]] bool validateDrop(const std::vector<std::string>& paths) const;
+    void acceptDrop(const std::vector<std::string>& paths);
+    [[nodiscard]] bool isPlaceholderShown() const { return m_isPlaceholderShown; }
+
+    // --- Tree ---
+    [[nodiscard]] TreeDataSource& tree() { return m_tree; }
+    [[nodiscard]] TreeItemText objectValueByItem(const TreeItem& item) const;
+    // The selected row; none while a filter hides what is selected.
+    [[nodiscard]] const TreeItem& treeSelection() const { return m_treeSelection; }
+    // The user selected a row, or none.
+    void outlineViewSelectionDidChange(const TreeItem& item);
+    // The row under the pointer while a menu of the tree is open; none otherwise.
+    void setClickedTreeItem(const TreeItem& item) { m_clickedItem = item; }
+    void OnSingleClickfileTree(const TreeItem& item);
+    void OnDoubleClickFileTree();
+
+    // --- Selection and what it shows ---
+    [[nodiscard]] TAdmMDBFile* selectedFile() const { return m_selectedFile; }
+    [[nodiscard]] TAdmMDBTable* selectedTable() const { return m_selectedTable; }
+    void selectionDidChange(const TreeItem& item);
+    [[nodiscard]] const InformationPane& information() const { return m_information; }
+    void InformationTypeChange(InformationType type);
+    // A row of the name list of columns, indexes or relations was selected.
+    void informationEntryDidChange(InformationType type, std::size_t index);
+    // Rows are selected, headers clicked and so on at the data view itself.
+    [[nodiscard]] DataView& dataView() { return m_dataView; }
+    [[nodiscard]] const std::string& statusText() const { return m_statusText; }
+    void updateStatusBarForNoSelection();
+    void updateStatusBarForFileSelection();
+    void updateStatusBarForTableSelection();
+    void updateStatusBarForRecordSelection();
+
+    // --- View toggles ---
+    [[nodiscard]] const ViewToggles& toggles() const { return m_toggles; }
+    void ToggleTreeView() { toggle(ViewToggle::FileTree); }
+    void ToggleInformationView() { toggle(ViewToggle::InformationView); }
+    void ToggleTextView() { toggle(ViewToggle::TextView); }
+    void ToggleJumpBar() { toggle(ViewToggle::JumpBar); }
+    void ToggleNumRows() { toggle(ViewToggle::NumRows); }
+
+    // --- Search ---
+    void controlTextDidChange(SearchField field, std::string text);
+    void Find();
+    [[nodiscard]] const SearchSettings& search() const { return m_search; }
+    // `tag` of an option item; another one does nothing.
+    void SetSearchOption(int tag);
+    void SetCaseForSearch();
+    [[nodiscard]] bool useFileFilter() const { return m_tree.useFileFilter(); }
+    [[nodiscard]] bool useDataFilter() const { return !m_search.text.empty(); }
+
+    // --- Navigation ---
+    [[nodiscard]] const SelectionHistory& history() const { return m_history; }
+    void PreviousSelectedTable();
+    void NextSelectedTable();
+    [[nodiscard]] const JumpBarMenu& jumpBar() const { return m_jumpBar; }
+    // An item of the jump bar was selected.
+    void jumpBarDidSelectItem(const TreeItem& item);
+    void refreshJumpBarMenu();
+    void updateJumpBarSelection();
+
+    // --- Export ---
+    // `tag` of the toolbar item or menu item: 1 CSV, 2 TXT, 3 XML, 4 XLS, 5 SQL, 6 SQLite.
+    void Export(int tag);
+    // The dialog ended with this code, and its wizard's call has returned.
+    void exportSheetDidEnd(int returnCode);
+    // The report was shown, and the wizard's call has returned.
+    void exportDidFinish();
+    [[nodiscard]] bool isExporting() const { return m_exports.isExporting(); }
+    // Null when there is none.
+    [[nodiscard]] const std::shared_ptr<ExportWizard>& exportWizard() const { return m_exports.wizard(); }
+
+    // --- Table windows ---
+    void OpenTableInNewWindow(TAdmMDBTable& table);
+    // The table of the clicked row.
+    void OpenSelectedTableInNewWindow();
+    // Null before the first window.
+    [[nodiscard]] ChildWindowManager* childWinManager() { return m_childWinManager.get(); }
+
+    [[nodiscard]] MainWindowView& mainWindow() { return m_view; }
+    [[nodiscard]] const DesktopPorts& desktop() const { return m_desktop; }
+
+private:
+    // Files.
+    [[nodiscard]] bool isBusy() const { return m_opener.isOpening() || m_exports.isExporting(); }
+    [[nodiscard]] TAdmMDBFile* targetFile(Sender sender) const;
+    void bringIn(const std::string& path);
+    void bringInDatabases(const std::vector<std::string>& paths);
+    void showOpenFailure(const std::string& fileName, Alert::Style style);
+    void letGoOf(TAdmMDBFile& file);
+    [[nodiscard]] std::shared_ptr<TAdmMDBFile> dropEntry(TAdmMDBFile& file);
+    [[nodiscard]] FileList::Files reconcile(const std::vector<std::string>& documents);
+    void restoreTreeSelection();
+
+    // Tree and selection.
+    void reloadTree();
+    void selectTreeItem(const TreeItem& item);
+    void setTreeSelection(const TreeItem& item);
+    void deselectAll();
+    void clearSelection();
+    void showFileInformation();
+    void showTableInformation();
+    void showInGrid(const TAdmMDBTable* table);
+    void refreshFileInfo();
+    void refreshTableInfo();
+    void refreshColumnInfo();
+    void refreshIndexInfo();
+    void refreshRelationInfo();
+    void setStatusText(std::string text);
+    void setPlaceholderShown(bool isShown);
+
+    // The rest.
+    void toggle(ViewToggle toggle);
+    void applyToggle(ViewToggle toggle);
+    void fileSearchDidChange(std::string text);
+    void dataSearchDidChange(std::string text);
+    void reloadForSearch();
+    void searchRuleDidChange();
+    void recordVisit(TAdmMDBTable& table);
+    [[nodiscard]] bool showVisitedTable(TAdmMDBTable& table);
+    void exportItem(const TreeItem& item, int exportType);
+
+    MainWindowView& m_view;
+    DesktopPorts m_desktop;
+    FileList m_files;
+    TreeDataSource m_tree;
+    DataView m_dataView;
+    InformationPane m_information;
+    ViewToggles m_toggles;
+    SelectionHistory m_history;
+    JumpBarMenu m_jumpBar;
+    FileOpener m_opener;
+    ExportLauncher m_exports;
+    std::unique_ptr<ChildWindowManager> m_childWinManager;
+
+    TreeItem m_treeSelection;
+    TreeItem m_clickedItem;
+    TAdmMDBFile* m_selectedFile = nullptr;
+    TAdmMDBTable* m_selectedTable = nullptr;
+    bool m_isNothingShown = true; // selectionDidChange was told last that nothing is selected
+    SearchSettings m_search;
+    std::string m_statusText;
+    bool m_isPlaceholderShown = false;
+    bool m_JumpBarMenuRefresh = false; // selections that rebuilding the menu causes are to be ignored
+    bool m_performBackForward = false; // selections are no visits
+};
+
+} // namespace vellumo

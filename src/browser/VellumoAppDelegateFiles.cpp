@@ -1,0 +1,317 @@
+// The file list half of the controller: bringing files in, closing and removing them, and the tree that shows them.
+
+#include "browser/DroppedPath.h"
+#include "browser/VellumoAppDelegate.h"
+#include "text/Format.h"
+#include "text/Messages.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace vellumo {
+
+// Bringing files in
+
+TAdmMDBFile& VellumoAppDelegate::createNewMDBFile(std::string_view path, bool insertFront)
+{
+    return m_files.createNewMDBFile(path, insertFront);
+}
+
+TAdmMDBFile& VellumoAppDelegate::findMDBFileByPath(std::string_view path)
+{
+    auto* listed = m_files.findByFolderAndName(path);
+    // The old entry lives until the tree has let go of it.
+    const auto old = listed == nullptr ? nullptr : dropEntry(*listed);
+    auto& file = createNewMDBFile(path, true);
+    reloadTree();
+    return file;
+}
+
+void VellumoAppDelegate::OpenFile()
+{
+    if (isBusy()) return;
+    const auto paths = m_desktop.filePanels.openFiles({"accdb", "mdb"});
+    for (const auto& path : paths.value_or(std::vector<std::string>()))
+        bringIn(path);
+    refreshRecentFiles();
+    m_view.deselectAllForToolbarItems();
+}
+
+void VellumoAppDelegate::applicationOpenFiles(const std::vector<std::string>& paths)
+{
+    if (isBusy()) return;
+    refreshRecentFiles();
+    bringInDatabases(paths);
+}
+
+bool VellumoAppDelegate::validateDrop(const std::vector<std::string>& paths) const
+{
+    return std::any_of(paths.begin(), paths.end(), isDatabasePath);
+}
+
+void VellumoAppDelegate::acceptDrop(const std::vector<std::string>& paths)
+{
+    if (!isBusy()) bringInDatabases(paths);
+}
+
+void VellumoAppDelegate::bringInDatabases(const std::vector<std::string>& paths)
+{
+    for (const auto& dropped : paths) {
+        const auto path = pathOutsideContainer(dropped, m_desktop.homeFolder);
+        if (!isDatabasePath(path)) continue;
+        bringIn(path);
+        refreshRecentFiles();
+    }
+}
+
+void VellumoAppDelegate::bringIn(const std::string& path)
+{
+    // One spelling of a path: the recent documents and the list are compared by it.
+    auto& file = findMDBFileByPath(std::filesystem::path(path).lexically_normal().string());
+    const auto result = m_opener.open(m_files.share(file));
+    if (result != OpenResult::Opened) {
+        m_selectedFile = nullptr;
+        if (result == OpenResult::Failed) showOpenFailure(file.label(), Alert::Style::Modal);
+        return;
+    }
+    m_desktop.recentDocuments.note(file.fullPath());
+    reloadTree();
+    m_view.expandTreeItem(file);
+    m_selectedFile = &file;
+    selectTreeItem(TreeItem::of(file));
+    m_view.scrollToTreeSelection();
+}
+
+void VellumoAppDelegate::showOpenFailure(const std::string& fileName, Alert::Style style)
+{
+    m_desktop.alerts.show({localized("Error"), localizedFormat("File (%@) cannot be opened", {fileName}), style});
+}
+
+// Commands on a file of the list
+
+TAdmMDBFile* VellumoAppDelegate::targetFile(Sender sender) const
+{
+    return sender == Sender::TreeMenu ? m_clickedItem.file : m_selectedFile;
+}
+
+void VellumoAppDelegate::OpenSelectedFile(Sender sender)
+{
+    auto* target = targetFile(sender);
+    if (target == nullptr || isBusy()) return;
+    const auto result = m_opener.open(m_files.share(*target));
+    if (result == OpenResult::Failed) showOpenFailure(target->label(), Alert::Style::Sheet);
+    if (result != OpenResult::Opened) return;
+    m_desktop.recentDocuments.note(target->fullPath());
+    refreshRecentFiles();
+    m_view.expandTreeItem(*target);
+    if (m_treeSelection.isNone()) selectTreeItem(TreeItem::of(*target));
+    updateStatusBarForFileSelection();
+}
+
+void VellumoAppDelegate::OnDoubleClickFileTree()
+{
+    const auto item = m_treeSelection;
+    if (item.isNone()) return;
+    if (item.isTable()) {
+        OpenTableInNewWindow(*item.table);
+    } else {
+        m_selectedFile = item.file;
+        OpenSelectedFile(Sender::Other);
+    }
+    refreshJumpBarMenu();
+}
+
+void VellumoAppDelegate::ShowInFinder(Sender sender)
+{
+    if (const auto* target = targetFile(sender)) m_desktop.workspace.revealFile(target->fullPath());
+}
+
+// Nothing may point to a table of the file any longer.
+void VellumoAppDelegate::letGoOf(TAdmMDBFile& file)
+{
+    m_history.removeTablesOf(file);
+    m_view.navigationDidChange();
+    if (m_childWinManager) m_childWinManager->closeChildrenForFile(file);
+    m_jumpBar.clear();
+    m_view.jumpBarMenuDidChange();
+    if (m_childWinManager) m_childWinManager->clearJumpBarMenus();
+    m_tree.removeTablesOf(file);
+    if (m_treeSelection.isTable() && m_treeSelection.file == &file) m_treeSelection = {};
+    if (m_clickedItem.file == &file) m_clickedItem = {};
+    if (m_selectedTable != nullptr && m_selectedTable->file() == &file) m_selectedTable = nullptr;
+    if (m_dataView.table() != nullptr && m_dataView.table()->file() == &file) showInGrid(nullptr);
+}
+
+void VellumoAppDelegate::closeFile(TAdmMDBFile& file)
+{
+    letGoOf(file);
+    if (m_selectedFile == nullptr) showInGrid(nullptr);
+    m_view.fileWillClose(file);
+    file.close();
+}
+
+// Takes the file out of the list. It lives as long as the result, which is to be kept until the tree was reloaded.
+std::shared_ptr<TAdmMDBFile> VellumoAppDelegate::dropEntry(TAdmMDBFile& file)
+{
+    letGoOf(file);
+    m_view.fileWillClose(file);
+    if (m_treeSelection.file == &file) m_treeSelection = {};
+    if (m_selectedFile == &file) m_selectedFile = nullptr;
+    return m_files.remove(file);
+}
+
+void VellumoAppDelegate::CloseSelectedFile(Sender sender)
+{
+    auto* target = targetFile(sender);
+    if (target == nullptr || isBusy()) return;
+    const bool isSelected = target == m_selectedFile;
+    if (isSelected) clearSelection();
+    closeFile(*target);
+    reloadTree();
+    refreshJumpBarMenu();
+    // Another file's row stays selected, wherever it has moved.
+    if (isSelected) deselectAll();
+    updateStatusBarForFileSelection();
+}
+
+void VellumoAppDelegate::RemoveSelectedFile(Sender sender)
+{
+    auto* target = targetFile(sender);
+    if (target == nullptr || isBusy()) return;
+    const auto path = target->fullPath();
+    if (target == m_selectedFile) clearSelection();
+    closeFile(*target);
+    const auto removed = dropEntry(*target);
+    auto documents = m_desktop.recentDocuments.paths();
+    m_desktop.recentDocuments.clear();
+    std::erase(documents, path);
+    // Noting puts a document at the front: backwards, so that the order survives.
+    for (auto document = documents.rbegin(); document != documents.rend(); ++document)
+        m_desktop.recentDocuments.note(*document);
+    refreshRecentFiles();
+    updateStatusBarForNoSelection();
+}
+
+void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
+{
+    auto* target = targetFile(sender);
+    if (target == nullptr || isBusy()) return;
+    if (target != m_selectedFile) clearSelection();
+    FileList::Files removed;
+    for (const auto& file : FileList::Files(recentFiles())) {
+        if (file.get() == target) continue;
+        closeFile(*file);
+        removed.push_back(dropEntry(*file));
+    }
+    m_desktop.recentDocuments.clear();
+    // The extension is left off here, unlike anywhere else.
+    m_desktop.recentDocuments.note(format("%@/%@.", {target->path(), target->name()}));
+    refreshRecentFiles();
+    updateStatusBarForFileSelection();
+}
+
+// The recent documents
+
+void VellumoAppDelegate::clearRecentDocuments()
+{
+    if (isBusy()) return;
+    m_desktop.recentDocuments.clear();
+    clearSelection();
+    for (const auto& file : recentFiles())
+        closeFile(*file);
+    const auto removed = m_files.removeAll();
+    m_treeSelection = {};
+    m_clickedItem = {};
+    reloadTree();
+    refreshJumpBarMenu();
+    updateStatusBarForFileSelection();
+    setPlaceholderShown(true);
+}
+
+void VellumoAppDelegate::refreshRecentFiles()
+{
+    if (isBusy()) return;
+    const auto removed = reconcile(m_desktop.recentDocuments.paths());
+    m_files.sortByName();
+    reloadTree();
+    if (m_selectedFile == nullptr) {
+        deselectAll();
+        // The number of files may be another one.
+        updateStatusBarForNoSelection();
+    }
+    refreshFileInfo(); // size and dates may be others
+    restoreTreeSelection();
+    refreshJumpBarMenu();
+    setPlaceholderShown(m_files.empty());
+}
+
+// Returns the files that left the list.
+FileList::Files VellumoAppDelegate::reconcile(const std::vector<std::string>& documents)
+{
+    const auto [vanished, unlisted] = m_files.compareWith(documents);
+    if (!vanished.empty() || !unlisted.empty()) m_files.sortByLastOpenDate();
+    FileList::Files removed;
+    for (auto* file : vanished) {
+        if (file->active()) {
+            m_view.collapseTreeItem(*file);
+            closeFile(*file);
+        }
+        removed.push_back(dropEntry(*file));
+    }
+    for (const auto& document : unlisted)
+        m_files.addDocument(document);
+    return removed;
+}
+
+void VellumoAppDelegate::restoreTreeSelection()
+{
+    const TreeItem selected{m_selectedFile, m_selectedTable};
+    if (m_tree.contains(selected))
+        selectTreeItem(selected);
+    else if (m_selectedFile != nullptr)
+        selectTreeItem(TreeItem::of(*m_selectedFile));
+    m_view.scrollToTreeSelection();
+}
+
+// Tree
+
+TreeItemText VellumoAppDelegate::objectValueByItem(const TreeItem& item) const
+{
+    return m_tree.objectValueByItem(item, m_toggles.isShown(ViewToggle::NumRows));
+}
+
+void VellumoAppDelegate::reloadTree()
+{
+    m_tree.reload();
+    if (!m_tree.contains(m_treeSelection)) m_treeSelection = {};
+    m_view.reloadTree();
+}
+
+// As if the user had selected the row; one that the tree does not show cannot be selected.
+void VellumoAppDelegate::selectTreeItem(const TreeItem& item)
+{
+    if (item == m_treeSelection || !m_tree.contains(item)) return;
+    setTreeSelection(item);
+    selectionDidChange(item);
+}
+
+// Moves the selected row alone.
+void VellumoAppDelegate::setTreeSelection(const TreeItem& item)
+{
+    m_treeSelection = item;
+    m_view.treeSelectionDidChange();
+}
+
+void VellumoAppDelegate::deselectAll()
+{
+    setTreeSelection({});
+    if (!m_isNothingShown) selectionDidChange({});
+}
+
+void VellumoAppDelegate::setPlaceholderShown(bool isShown)
+{
+    m_isPlaceholderShown = isShown;
+    m_view.placeholderDidChange();
+}
+
+} // namespace vellumo

@@ -1,0 +1,275 @@
+#include "browser/DataView.h"
+#include "FakeWindow.h"
+#include "platform/MainThreadQueue.h"
+#include "support/DesktopFakes.h"
+#include "support/ExportFakes.h"
+#include "support/ModelBuilder.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vellumo {
+namespace {
+
+using namespace test;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+// A grid over one table: a key column, a text column and an object column.
+class DataViewTest : public ::testing::Test {
+protected:
+    void show(const std::vector<test::Row>& rows)
+    {
+        m_table = makeTable("T", {{"Id", "Long Integer", true}, {"Text", "Text"}, {"Object", "OLE"}}, rows);
+        m_table->columns()[1]->setTextAlign("2");
+        view.updateDataTableToShowMDBTable(m_table.get());
+        port.events.clear();
+    }
+
+    MainThreadQueue mainThread;
+    FakeAlerts alerts;
+    FakeDefaults defaults;
+    FakeFileFacts fileFacts;
+    FakeFilePanels filePanels;
+    FakeImageDecoder imageDecoder;
+    FakePasteboard pasteboard;
+    FakeRecentDocuments recent;
+    FakeSystemLog systemLog;
+    FakeWorkspace workspace;
+    FakeDataView port;
+    DataView view{port,
+        {alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recent, systemLog, workspace,
+            ""},
+        false};
+
+private:
+    std::unique_ptr<TAdmMDBTable> m_table;
+};
+
+std::string tags(const DataView& view)
+{
+    std::string tags;
+    for (const auto& column : view.columns())
+        tags += column.identifier + std::to_string(column.headerTag) + " ";
+    return tags;
+}
+
+TEST_F(DataViewTest, ColumnsTellHowTheyLook)
+{
+    show({});
+    const auto& columns = view.columns();
+    ASSERT_EQ(columns.size(), 3U);
+    EXPECT_TRUE(columns[0].hasKeyImage);
+    EXPECT_FALSE(columns[1].hasKeyImage);
+    EXPECT_EQ(columns[0].alignment, TextAlignment::Natural);
+    EXPECT_EQ(columns[1].alignment, TextAlignment::Center);
+    EXPECT_FALSE(columns[1].isImageAndText);
+    EXPECT_TRUE(columns[2].isImageAndText);
+    view.updateDataTableToShowMDBTable(nullptr);
+    EXPECT_THAT(view.columns(), IsEmpty());
+    EXPECT_EQ(view.numberOfRows(), 0U);
+}
+
+TEST_F(DataViewTest, ClicksTurnOneHeaderAndClearTheOthers)
+{
+    show({{"10", "b", null}, {"9", "a", null}, {"-5", "c", null}});
+    const struct {
+        std::size_t column;
+        const char* tags;
+        const char* ids;
+    } clicks[] = {
+        {0, "Id1 Text0 Object0 ", "-5 9 10 "},
+        {0, "Id-1 Text0 Object0 ", "10 9 -5 "},
+        {0, "Id0 Text0 Object0 ", "10 9 -5 "},
+        {0, "Id1 Text0 Object0 ", "-5 9 10 "},
+        {1, "Id0 Text1 Object0 ", "9 10 -5 "},
+    };
+    for (const auto& click : clicks) {
+        view.didClickTableColumn(click.column);
+        EXPECT_EQ(tags(view), click.tags);
+        std::string ids;
+        for (std::size_t row = 0; row < view.numberOfRows(); ++row)
+            ids += cellDisplayText(view.getValueForTableColumn(0, row)) + " ";
+        EXPECT_EQ(ids, click.ids) << click.tags;
+    }
+    view.updateDataTableToShowMDBTable(view.table());
+    EXPECT_EQ(tags(view), "Id0 Text1 Object0 ") << "restored from the table";
+    view.didClickTableColumn(7);
+    EXPECT_EQ(tags(view), "Id0 Text1 Object0 ");
+}
+
+TEST_F(DataViewTest, DetailPaneTellsValuesFromPlaceholders)
+{
+    show({{"1", "[NULL]", makeBlob("IMAGE...", "png")}, {null, "long\ttext", makeBlob("plain", "txt")},
+        {"3", null, makeBlob(std::string_view("\x01\x02", 2), "bin")}});
+    const struct {
+        const char* name;
+        std::size_t row;
+        std::size_t column;
+        const char* text;
+        bool isGrey;
+    } cells[] = {
+        {"text", 1, 1, "long\ttext", false},
+        {"null", 1, 0, "[NULL]", true},
+        {"a text that reads like null", 0, 1, "[NULL]", true},
+        {"object with text", 1, 2, "plain", false},
+        {"object without text", 2, 2, "[NON-TEXTUAL DATA]", true},
+    };
+    for (const auto& cell : cells) {
+        view.setEditedColumn(cell.column, cell.row);
+        EXPECT_EQ(view.detail().text, cell.text) << cell.name;
+        EXPECT_EQ(view.detail().isGrey, cell.isGrey) << cell.name;
+        EXPECT_EQ(view.detail().image, nullptr) << cell.name;
+    }
+    view.setEditedColumn(2, 0);
+    EXPECT_NE(view.detail().image, nullptr);
+    view.openBlobAsFile();
+    EXPECT_EQ(workspace.opened.size(), 1U);
+    view.displayTextViewContent({});
+    EXPECT_EQ(view.detail().text, "No fields selected");
+    EXPECT_TRUE(view.detail().isGrey);
+    view.openBlobAsFile();
+    EXPECT_EQ(workspace.opened.size(), 1U) << "no picture is shown any longer";
+}
+
+TEST_F(DataViewTest, CopiesRowsAsLinesOfTabbedFields)
+{
+    show({{"a", "b\tc", null}, {"1", "two\nlines\r", makeBlob("x\ty", "txt")},
+        {null, "[NULL]", makeBlob(std::string_view("\x01\x02", 2), "bin")}});
+    const std::string first = "a\tb c\t\n";
+    const std::string second = "1\ttwo lines\r\tx y\n";
+    const std::string third = "\t\t\n";
+    const struct {
+        const char* name;
+        std::vector<RowSelection::Range> selected;
+        std::optional<std::size_t> clicked;
+        std::vector<std::string> copied;
+    } cases[] = {
+        {"nothing", {}, {}, {}},
+        {"clicked alone", {}, 0, {first}},
+        {"selected alone", {{1, 1}}, {}, {second}},
+        {"clicked among the selected", {{2, 2}, {0, 0}}, 2, {first + third}},
+        {"clicked beside the selected", {{0, 1}}, 2, {third}},
+        {"all", {{0, 2}}, {}, {first + second + third}},
+    };
+    for (const auto& test : cases) {
+        pasteboard.texts.clear();
+        view.tableViewSelectionDidChange(RowSelection(test.selected));
+        view.setClickedRow(test.clicked);
+        view.copy();
+        EXPECT_EQ(pasteboard.texts, test.copied) << test.name;
+    }
+    view.setDisplayOrder({1, 0, 2});
+    view.setClickedRow(0);
+    view.tableViewSelectionDidChange({});
+    view.copy();
+    EXPECT_EQ(pasteboard.texts.back(), "b c\ta\t\n") << "columns moved by the user";
+}
+
+TEST_F(DataViewTest, ArrowKeysGoToTheOtherEnd)
+{
+    show({});
+    EXPECT_FALSE(view.keyDown(123)) << "no rows";
+    show({{"1", "a", null}, {"2", "b", null}});
+    EXPECT_TRUE(view.keyDown(123));
+    EXPECT_EQ(port.events, (std::vector<std::string>{"focus 2,0", "detail"}));
+    EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(0));
+    view.tableViewSelectionDidChange(RowSelection::ofRow(1));
+    EXPECT_TRUE(view.keyDown(124));
+    EXPECT_EQ(view.detail().text, "2");
+    EXPECT_FALSE(view.keyDown(125));
+}
+
+TEST_F(DataViewTest, JumpsToRowsThatExist)
+{
+    show({{"1", "a", null}, {"2", "b", null}});
+    view.JumpToRow();
+    for (const long number : {0L, 3L, -1L})
+        view.jumpToRowConfirmed(number);
+    EXPECT_EQ(alerts.beeps, 3);
+    EXPECT_TRUE(view.selectedRows().isEmpty());
+    view.jumpToRowConfirmed(2);
+    EXPECT_THAT(port.events, ElementsAre("Jump to row / Row:", "scroll 1", "focus grid"));
+    EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(1));
+}
+
+TEST_F(DataViewTest, MenuItemsAreEnabledForWhatThereIs)
+{
+    using enum GridCommand;
+    const auto enabled = [&] {
+        std::string names;
+        for (const auto& [command, name] :
+            {std::pair{SelectAll, "all "}, {DeselectAll, "none "}, {Copy, "copy "}, {JumpToRow, "jump "}, {Other, "?"}})
+            if (view.validateMenuItem(command)) names += name;
+        return names;
+    };
+    show({});
+    EXPECT_EQ(enabled(), "");
+    show({{"1", "a", null}});
+    EXPECT_EQ(enabled(), "all jump ");
+    view.setClickedRow(0);
+    EXPECT_EQ(enabled(), "all copy jump ");
+    view.setClickedRow({});
+    view.tableViewSelectionDidChange(RowSelection::ofRow(0));
+    EXPECT_EQ(enabled(), "all none copy jump ");
+}
+
+TEST_F(DataViewTest, IconClicksDragAnyObjectAndOpenSafeOnes)
+{
+    using enum IconClick::Outcome;
+    show({{"1", "a", makeBlob("IMAGE", "exe")}, {"2", "b", makeBlob("MZ", "exe")}, {"3", "c", makeBlob("x", "TXT")},
+        {"4", "d", null}});
+    const struct {
+        const char* name;
+        std::size_t column;
+        std::size_t row;
+        int clicks;
+        IconClick::Outcome outcome;
+        std::size_t openedSoFar;
+    } cases[] = {
+        {"drag", 2, 1, 1, DragFile, 0},
+        {"open a program", 2, 1, 2, LeftToGrid, 0},
+        {"open a picture of any name", 2, 0, 2, Opened, 1},
+        {"open a text", 2, 2, 2, Opened, 2},
+        {"null", 2, 3, 1, LeftToGrid, 2},
+        {"text cell", 1, 0, 2, LeftToGrid, 2},
+        {"third click", 2, 2, 3, LeftToGrid, 2},
+    };
+    for (const auto& test : cases) {
+        const auto click = view.handleDragIconWithColumn(test.column, test.row, test.clicks);
+        EXPECT_EQ(click.outcome, test.outcome) << test.name;
+        EXPECT_EQ(std::filesystem::exists(click.path), test.outcome == DragFile) << test.name;
+        EXPECT_EQ(workspace.opened.size(), test.openedSoFar) << test.name;
+    }
+}
+
+TEST_F(DataViewTest, ASelectionShrinksWithTheRows)
+{
+    show({{"1", "a", null}, {"2", "b", null}, {"3", "b", null}});
+    view.tableViewSelectionDidChange(RowSelection({{1, 2}}));
+    view.setSearch({"b", SearchOption::Contains, true});
+    view.reloadData();
+    EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(1));
+    view.updateDataTableToShowMDBTable(view.table());
+    EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(1)) << "the same table shown again";
+}
+
+TEST(RowSelection, JoinsRanges)
+{
+    const RowSelection rows({{7, 9}, {0, 1}, {2, 3}, {8, 12}});
+    EXPECT_EQ(rows.ranges(), (std::vector<RowSelection::Range>{{0, 3}, {7, 12}}));
+    EXPECT_EQ(rows.count(), 10U);
+    std::string members;
+    for (std::size_t row = 0; row < 15; ++row)
+        members += rows.contains(row) ? 'x' : '.';
+    EXPECT_EQ(members, "xxxx...xxxxxx..");
+    for (const auto& [rowCount, left] : {std::pair{20, 10}, {13, 10}, {12, 9}, {7, 4}, {3, 3}, {0, 0}}) {
+        auto clipped = rows;
+        clipped.clipTo(static_cast<std::size_t>(rowCount));
+        EXPECT_EQ(clipped.count(), static_cast<std::size_t>(left)) << rowCount;
+    }
+}
+
+} // namespace
+} // namespace vellumo

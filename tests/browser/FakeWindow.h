@@ -1,0 +1,101 @@
+#pragma once
+
+#include "browser/MainWindowView.h"
+
+#include <string>
+#include <vector>
+
+// Windows that keep what they were told.
+namespace vellumo::test {
+
+class FakeDataView : public DataViewPort {
+public:
+    void gridColumnsDidChange() override { events.emplace_back("columns"); }
+    void gridRowsDidChange() override { events.emplace_back("rows"); }
+    void sortIndicatorsDidChange() override { events.emplace_back("indicators"); }
+    void selectedRowsDidChange() override { }
+    void scrollToRow(std::size_t row) override { events.push_back("scroll " + std::to_string(row)); }
+    void focusGrid() override { events.emplace_back("focus grid"); }
+    void focusCell(std::size_t column, std::size_t row) override
+    {
+        events.push_back("focus " + std::to_string(column) + "," + std::to_string(row));
+    }
+    void detailDidChange() override { events.emplace_back("detail"); }
+    void setTextViewShown(bool isShown) override { isTextViewShown = isShown; }
+    void setJumpBarShown(bool isShown) override { isJumpBarShown = isShown; }
+    void askForRow(const std::string& title, const std::string& prompt) override
+    {
+        events.push_back(title + " / " + prompt);
+    }
+
+    std::vector<std::string> events;
+    bool isTextViewShown = false;
+    bool isJumpBarShown = false;
+};
+
+class FakeChildWindow : public ChildWindowPort {
+public:
+    explicit FakeChildWindow(std::vector<std::string>& log)
+        : m_log(log)
+    {
+    }
+    ~FakeChildWindow() override { m_log.push_back("closed " + title); }
+    DataViewPort& dataView() override { return view; }
+    void setTitle(const std::string& newTitle) override { title = newTitle; }
+    void setLevel(WindowLevel newLevel) override { level = newLevel; }
+    void makeKey() override { m_log.push_back("key " + title); }
+    void jumpBarMenuDidChange() override { }
+    void jumpBarSelectionDidChange() override { }
+
+    FakeDataView view;
+    std::string title;
+    WindowLevel level = WindowLevel::Normal;
+
+private:
+    std::vector<std::string>& m_log;
+};
+
+class FakeWindow : public MainWindowView {
+public:
+    DataViewPort& dataView() override { return data; }
+    void reloadTree() override { }
+    void fileWillClose(TAdmMDBFile& file) override { events.push_back("will close " + file.name()); }
+    void expandTreeItem(TAdmMDBFile& file) override { events.push_back("expand " + file.name()); }
+    void collapseTreeItem(TAdmMDBFile& file) override { events.push_back("collapse " + file.name()); }
+    void treeSelectionDidChange() override { }
+    void scrollToTreeSelection() override { }
+    void informationBarDidChange() override { }
+    void informationDidReload(InformationType) override { }
+    void informationDetailsDidChange(InformationType) override { }
+    void statusTextDidChange() override { }
+    void placeholderDidChange() override { }
+    void viewToggleDidChange(ViewToggle) override { }
+    void navigationDidChange() override { }
+    void deselectAllForToolbarItems() override { events.emplace_back("toolbar"); }
+    void jumpBarMenuDidChange() override { }
+    void jumpBarSelectionDidChange() override { }
+    void searchMenuDidChange() override { }
+    void focusDataSearchField() override { events.emplace_back("search field"); }
+    void openDidBegin(const TAdmMDBFile& file) override { events.push_back("opening " + file.name()); }
+    bool openDidProgress(std::uint64_t, std::uint64_t) override { return !stopsOpening; }
+    void openDidEnd() override { events.emplace_back("opening ended"); }
+    void beginExportSheet(const std::shared_ptr<ExportWizard>&) override { events.emplace_back("export sheet"); }
+    void beginExportProgressSheet(const std::shared_ptr<ExportWizard>&) override
+    {
+        events.emplace_back("progress sheet");
+    }
+    std::unique_ptr<ChildWindowPort> createChildWindow(ChildWindow&) override
+    {
+        return std::make_unique<FakeChildWindow>(childEvents);
+    }
+    bool isFullScreen() const override { return isFull; }
+    void bringToFront() override { events.emplace_back("front"); }
+
+    FakeDataView data;
+    std::vector<std::string> events;
+    std::vector<std::string> childEvents;
+    bool stopsOpening = false;
+    bool isFull = false;
+};
+
+} // namespace vellumo::test
