@@ -1,0 +1,25 @@
+#pragma once
+
+#include "text/Messages.h"
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+// The border between the UTF-8 of the logic and the texts of Qt.
+namespace vellumo {
+
+inline QString toQString(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+inline std::string fromQString(const QString& text) { return text.toStdString(); }
+
+// A key of the message table, translated.
+inline QString localizedText(const char* key) { return toQString(localized(key)); }
+
+} // namespace vellumo
+
+// What the code made from the layout files calls for each text. The context is not used: keys have none.
+inline QString uiText(const char* key, const char* /*context*/) { return vellumo::localizedText(key); }

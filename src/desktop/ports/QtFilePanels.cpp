@@ -1,0 +1,93 @@
+#include "desktop/ports/QtFilePanels.h"
+
+#include "desktop/QtText.h"
+#include "text/Format.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace vellumo {
+
+namespace {
+
+// "*.mdb *.MDB": the filters of some desktops tell case apart.
+QString patterns(const std::vector<std::string>& extensions)
+{
+    QStringList list;
+    for (const auto& extension : extensions)
+        list << "*." + toQString(extension) << "*." + toQString(extension).toUpper();
+    return list.join(' ');
+}
+
+QString nameFilter(const std::string& title, const std::vector<std::string>& extensions)
+{
+    return toQString(title) + " (" + patterns(extensions) + ")";
+}
+
+// The nearest folder above the path that exists.
+QString existingFolder(const QString& path)
+{
+    QFileInfo info(path);
+    while (!info.isDir() && info.absolutePath() != info.absoluteFilePath())
+        info.setFile(info.absolutePath());
+    return info.absoluteFilePath();
+}
+
+} // namespace
+
+QWidget* QtFilePanels::parent() const
+{
+    QWidget* active = QApplication::activeWindow();
+    return active != nullptr ? active : m_mainWindow.data();
+}
+
+bool QtFilePanels::run(QFileDialog& dialog)
+{
+    dialog.setWindowModality(Qt::WindowModal);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
+    m_folder = dialog.directory().absolutePath();
+    return true;
+}
+
+std::optional<std::vector<std::string>> QtFilePanels::openFiles(const std::vector<std::string>& extensions)
+{
+    QFileDialog dialog(parent(), localizedText("Open MDB files"), m_folder);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.setNameFilters({nameFilter(localized("Access databases"), extensions)});
+    if (!run(dialog)) return std::nullopt;
+    std::vector<std::string> paths;
+    for (const auto& path : dialog.selectedFiles())
+        paths.push_back(fromQString(QFileInfo(path).absoluteFilePath()));
+    return paths;
+}
+
+std::optional<std::string> QtFilePanels::chooseFolder(const std::string& initial)
+{
+    const auto start = initial.empty() ? m_folder : existingFolder(toQString(initial));
+    QFileDialog dialog(parent(), localizedText("Choose the folder to export to"), start);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (!run(dialog)) return std::nullopt;
+    return fromQString(QFileInfo(dialog.selectedFiles().first()).absoluteFilePath());
+}
+
+std::optional<std::string> QtFilePanels::saveFile(const std::string& extension, const std::string& suggestedName)
+{
+    auto start = m_folder;
+    if (start.isEmpty()) start = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    QFileDialog dialog(parent(), localizedText("Save as"), start);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    if (!extension.empty()) {
+        dialog.setNameFilters({nameFilter(localizedFormat("%@ files", {"." + extension}), {extension})});
+        dialog.setDefaultSuffix(toQString(extension));
+    }
+    dialog.selectFile(toQString(suggestedName));
+    if (!run(dialog)) return std::nullopt;
+    return fromQString(QFileInfo(dialog.selectedFiles().first()).absoluteFilePath());
+}
+
+} // namespace vellumo

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/FilePanels.h"
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+class QFileDialog;
+
+namespace vellumo {
+
+// The desktop's own file dialogs, on the window that is active when they are asked for.
+class QtFilePanels : public FilePanels {
+public:
+    // Used where no window is active.
+    void setMainWindow(QWidget* window) { m_mainWindow = window; }
+
+    [[nodiscard]] std::optional<std::vector<std::string>> openFiles(
+        const std::vector<std::string>& extensions) override;
+    [[nodiscard]] std::optional<std::string> chooseFolder(const std::string& initial) override;
+    [[nodiscard]] std::optional<std::string> saveFile(
+        const std::string& extension, const std::string& suggestedName) override;
+
+private:
+    [[nodiscard]] QWidget* parent() const;
+    [[nodiscard]] bool run(QFileDialog& dialog);
+
+    QPointer<QWidget> m_mainWindow;
+    QString m_folder; // where the last panel was left; "" at first
+};
+
+} // namespace vellumo
