@@ -31,12 +31,12 @@ struct GridColumn {
 
 // What the pane below the grid shows.
 struct DetailContent {
-    std::shared_ptr<TAdmBlobData> blob; // set when a picture is shown
-    std::shared_ptr<const Image> image; // never null when `blob` is set
+    std::shared_ptr<TAdmBlobData> blob;   // set when a picture is shown
+    std::shared_ptr<const Image> image;   // never null when `blob` is set
     std::shared_ptr<TAdmBlobData> object; // the object that is shown, as a picture or otherwise; null for a text
     std::string objectName;               // a name for its file, without extension
-    std::string text = noFieldsText();  // without a picture
-    bool isGrey = true;                 // a placeholder rather than a value
+    std::string text = noFieldsText();    // without a picture
+    bool isGrey = true;                   // a placeholder rather than a value
 };
 
 // The commands of the grid's menus.

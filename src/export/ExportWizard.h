@@ -77,6 +77,7 @@ public:
     // Not owned; null for none.
     void setView(ExportWizardView* view);
 
+    [[nodiscard]] const TAdmMDBFile& exportFile() const { return m_exportFile; }
     [[nodiscard]] ExportFileType exportFileType() const { return m_exportFileType; }
     [[nodiscard]] const ExportControls& controls() const { return m_controls; }
     [[nodiscard]] ExportControls& controls() { return m_controls; }

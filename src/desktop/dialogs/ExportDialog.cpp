@@ -1,0 +1,233 @@
+#include "desktop/dialogs/ExportDialog.h"
+
+#include "browser/ToolbarDescription.h"
+#include "desktop/QtText.h"
+#include "desktop/dialogs/ExportTableModel.h"
+#include "model/TAdmMDBFile.h"
+#include "text/Format.h"
+#include "ui_ExportWizard.h"
+
+#include <QPushButton>
+#include <QShortcut>
+
+namespace vellumo {
+
+namespace {
+
+// The toolbar's name for it, such as "Export CSV".
+std::string commandTitle(ExportFileType type)
+{
+    for (const auto& item : toolbarItems())
+        if (item.command == ToolbarCommand::Export && exportTypeByTag(item.exportTag) == static_cast<int>(type))
+            return item.label();
+    return localized("Export");
+}
+
+} // namespace
+
+ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent)
+    : QDialog(parent)
+    , m_wizard(std::move(wizard))
+    , m_ui(std::make_unique<Ui::ExportWizard>())
+    , m_tables(new ExportTableModel(*m_wizard, this))
+{
+    m_ui->setupUi(this);
+    const auto& file = m_wizard->exportFile();
+    setWindowTitle(
+        toQString(format("%@ – %@.%@", {commandTitle(m_wizard->exportFileType()), file.name(), file.fileExtension()})));
+    setUpTableList();
+    setUpHints();
+    connectCheckBoxes();
+    connectFields();
+    connectButtons();
+    m_wizard->setView(this);
+    controlsChanged();
+    m_ui->tableSelectionTableView->setFocus();
+}
+
+ExportDialog::~ExportDialog() { m_wizard->setView(nullptr); }
+
+void ExportDialog::setUpTableList()
+{
+    auto* view = m_ui->tableSelectionTableView;
+    view->setModel(m_tables);
+    auto* header = view->horizontalHeader();
+    header->setSectionResizeMode(ExportTableModel::Selected, QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(ExportTableModel::TableName, QHeaderView::Stretch);
+    header->setSectionResizeMode(ExportTableModel::FileName, QHeaderView::Stretch);
+    view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
+    if (m_tables->rowCount() > 0) view->setCurrentIndex(m_tables->index(0, ExportTableModel::TableName));
+    // The space bar works on whole rows, whichever cell has the frame.
+    auto* space = new QShortcut(QKeySequence(Qt::Key_Space), view, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(space, &QShortcut::activated, this, &ExportDialog::toggleSelectedRows);
+}
+
+void ExportDialog::setUpHints()
+{
+    m_hintLabels = {{m_ui->tablesHint, ExportHint::Place::Tables}, {m_ui->contentsHint, ExportHint::Place::Contents},
+        {m_ui->encodingHint, ExportHint::Place::Encoding}, {m_ui->pathHint, ExportHint::Place::Path}};
+}
+
+void ExportDialog::connectCheckBox(QCheckBox* box, CheckBox ExportControls::*control, Action action)
+{
+    connect(box, &QCheckBox::clicked, this, [=, this](bool isChecked) {
+        (m_wizard->controls().*control).value = isChecked;
+        perform(action);
+    });
+    m_refreshers.emplace_back([=, this] {
+        const auto& state = m_wizard->controls().*control;
+        box->setChecked(state.value);
+        box->setEnabled(state.isEnabled);
+        m_ui->optionsLayout->setRowVisible(box, state.isVisible);
+    });
+}
+
+void ExportDialog::connectPopup(QComboBox* box, Popup ExportControls::*control, Action action)
+{
+    for (const auto& item : (m_wizard->controls().*control).items)
+        box->addItem(toQString(item.title), item.tag);
+    connect(box, &QComboBox::activated, this, [=, this](int index) {
+        (m_wizard->controls().*control).selectedTag = box->itemData(index).toUInt();
+        perform(action);
+    });
+    m_refreshers.emplace_back([=, this] {
+        const auto& state = m_wizard->controls().*control;
+        box->setCurrentIndex(box->findData(state.selectedTag));
+        box->setEnabled(state.isEnabled);
+        m_ui->optionsLayout->setRowVisible(box, state.isVisible);
+    });
+}
+
+void ExportDialog::connectTextField(QLineEdit* field, TextField ExportControls::*control, Action action)
+{
+    connect(field, &QLineEdit::textEdited, this, [=, this](const QString& text) {
+        (m_wizard->controls().*control).value = fromQString(text);
+        perform(action);
+    });
+    m_refreshers.emplace_back([=, this] {
+        const auto& state = m_wizard->controls().*control;
+        // Setting the same text would move the cursor while the user types.
+        if (const auto text = toQString(state.value); field->text() != text) field->setText(text);
+        field->setEnabled(state.isEnabled);
+        if (m_ui->optionsLayout->indexOf(field) >= 0) m_ui->optionsLayout->setRowVisible(field, state.isVisible);
+    });
+}
+
+void ExportDialog::perform(Action action)
+{
+    if (action == nullptr)
+        showHints();
+    else
+        (*m_wizard.*action)();
+}
+
+void ExportDialog::connectCheckBoxes()
+{
+    using Controls = ExportControls;
+    connectCheckBox(
+        m_ui->exportSingleFileCheckBox, &Controls::exportSingleFileCheckBox, &ExportWizard::exportSingleFile);
+    connectCheckBox(m_ui->includeColumnHeaderCheckBox, &Controls::includeColumnHeaderCheckBox, nullptr);
+    connectCheckBox(
+        m_ui->exportStructureCheckBox, &Controls::exportStructureCheckBox, &ExportWizard::exportTableStructure);
+    connectCheckBox(m_ui->includeDropTableCheckBox, &Controls::includeDropTableCheckBox, nullptr);
+    connectCheckBox(m_ui->includeForeignKeyCheckBox, &Controls::includeForeignKeyCheckBox, nullptr);
+    connectCheckBox(m_ui->includeIndexCheckBox, &Controls::includeIndexCheckBox, nullptr);
+    connectCheckBox(m_ui->exportDataCheckBox, &Controls::exportDataCheckBox, &ExportWizard::exportTableData);
+}
+
+void ExportDialog::connectFields()
+{
+    using Controls = ExportControls;
+    connectPopup(m_ui->fieldDelimiterPopup, &Controls::fieldDelimiterPopup, &ExportWizard::changeFieldDelimiter);
+    connectPopup(m_ui->recordDelimiterPopup, &Controls::recordDelimiterPopup, nullptr);
+    connectPopup(m_ui->encodingPopup, &Controls::encodingPopup, nullptr);
+    connectPopup(m_ui->sqlFormatPopup, &Controls::sqlFormatPopup, &ExportWizard::changeSQLFormat);
+    connectTextField(m_ui->decimalSymbolTextField, &Controls::decimalSymbolTextField, nullptr);
+    connectTextField(m_ui->schemaNameTextField, &Controls::schemaNameTextField, nullptr);
+    connectTextField(m_ui->exportPathTextField, &Controls::exportPathTextField, &ExportWizard::enableOkButtonCheck);
+}
+
+void ExportDialog::connectButtons()
+{
+    const auto forward = [this](QPushButton* button, Action action) {
+        connect(button, &QPushButton::clicked, this, [=, this] { perform(action); });
+    };
+    forward(m_ui->selectAllButton, &ExportWizard::selectAll);
+    forward(m_ui->deselectAllButton, &ExportWizard::deselectAll);
+    forward(m_ui->exportPathButton, &ExportWizard::selectExportPath);
+    auto* ok = m_ui->buttonBox->button(QDialogButtonBox::Ok);
+    ok->setText(localizedText("Exp&ort"));
+    ok->setDefault(true);
+    connect(m_ui->buttonBox, &QDialogButtonBox::accepted, this, &ExportDialog::accept);
+    connect(m_ui->buttonBox, &QDialogButtonBox::rejected, this, &ExportDialog::reject);
+    // A new file name may be one that exists.
+    connect(m_tables, &ExportTableModel::dataChanged, this, &ExportDialog::showHints);
+}
+
+void ExportDialog::toggleSelectedRows()
+{
+    auto* view = m_ui->tableSelectionTableView;
+    const auto current = view->currentIndex();
+    if (!current.isValid()) return;
+    const auto currentBox = current.siblingAtColumn(ExportTableModel::Selected);
+    const auto state = currentBox.data(Qt::CheckStateRole) == Qt::Checked ? Qt::Unchecked : Qt::Checked;
+    m_tables->setData(currentBox, state, Qt::CheckStateRole);
+    for (const auto& row : view->selectionModel()->selectedRows(ExportTableModel::Selected))
+        m_tables->setData(row, state, Qt::CheckStateRole);
+}
+
+void ExportDialog::controlsChanged()
+{
+    for (const auto& refresh : m_refreshers)
+        refresh();
+    showRows();
+    showHints();
+    m_ui->buttonBox->button(QDialogButtonBox::Ok)->setEnabled(m_wizard->controls().isOkButtonEnabled);
+}
+
+void ExportDialog::showRows()
+{
+    const auto& controls = m_wizard->controls();
+    m_ui->exportPathLabel->setText("&" + toQString(controls.exportPathLabel));
+    m_ui->tableSelectionTableView->setColumnHidden(ExportTableModel::FileName, !controls.isFileNameColumnVisible);
+}
+
+void ExportDialog::showHints()
+{
+    const auto hints = exportHints(*m_wizard);
+    for (const auto& [label, place] : m_hintLabels)
+        label->show(hints, place);
+    m_ui->optionsLayout->setRowVisible(m_ui->encodingHint, !m_ui->encodingHint->text().isEmpty());
+    m_ui->optionsLayout->setRowVisible(m_ui->contentsHint, !m_ui->contentsHint->text().isEmpty());
+    m_ui->exportPathTextField->setAccessibleDescription(m_ui->pathHint->text());
+    m_ui->encodingPopup->setAccessibleDescription(m_ui->encodingHint->text());
+    QStringList missing;
+    for (const auto& hint : hints)
+        if (hint.kind == ExportHint::Kind::Missing) missing << toQString(hint.text);
+    auto* ok = m_ui->buttonBox->button(QDialogButtonBox::Ok);
+    ok->setToolTip(missing.join('\n'));
+    ok->setAccessibleDescription(missing.join(' '));
+}
+
+void ExportDialog::reloadTableList() { m_tables->reload(); }
+
+void ExportDialog::accept()
+{
+    if (m_wizard->controls().isOkButtonEnabled) m_wizard->ok();
+}
+
+void ExportDialog::reject() { m_wizard->cancel(); }
+
+void ExportDialog::endSheet(int returnCode)
+{
+    done(returnCode);
+    QMetaObject::invokeMethod(
+        this,
+        [this, returnCode] {
+            emit sheetEnded(returnCode);
+            deleteLater();
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace vellumo

@@ -1,0 +1,162 @@
+#include "export/ExportHints.h"
+
+#include "export/ExportWizard.h"
+#include "model/TAdmMDBFile.h"
+#include "text/Format.h"
+#include "text/TextEncoding.h"
+
+#include <filesystem>
+#include <set>
+#include <unistd.h>
+
+namespace vellumo {
+
+namespace {
+
+using Kind = ExportHint::Kind;
+using Place = ExportHint::Place;
+
+// An unusual character tells nothing here; a letter of ASCII has zero bytes in every encoding of fixed wider units.
+bool writesZeroBytes(std::uint32_t encoding)
+{
+    auto encoder = TextEncoder::create(encoding);
+    std::string bytes;
+    return encoder && encoder->append("a", bytes) && bytes.find('\0') != std::string::npos;
+}
+
+bool isUsableFileName(const std::string& name)
+{
+    return !name.empty() && name != "." && name != ".." && name.find('/') == std::string::npos;
+}
+
+class Collector {
+public:
+    explicit Collector(const ExportWizard& wizard)
+        : m_wizard(wizard)
+        , m_path(wizard.controls().exportPathTextField.value)
+        , m_isSingleFile(wizard.controls().exportSingleFileCheckBox.value)
+    {
+    }
+
+    std::vector<ExportHint> collect()
+    {
+        collectTables();
+        if (!m_isSingleFile) collectFileNames();
+        collectContents();
+        collectEncoding();
+        collectPath();
+        return std::move(m_hints);
+    }
+
+private:
+    void add(Kind kind, Place place, std::string text) { m_hints.push_back({kind, place, std::move(text)}); }
+    void warn(Place place, std::string text) { add(Kind::Warning, place, std::move(text)); }
+
+    void collectTables();
+    void collectFileNames();
+    void collectContents();
+    void collectEncoding();
+    void collectPath();
+    void collectTargets();
+    void collectReplaced(const std::vector<std::string>& names);
+    [[nodiscard]] std::vector<std::string> targetPaths() const;
+
+    const ExportWizard& m_wizard;
+    const std::string& m_path;
+    const bool m_isSingleFile;
+    std::vector<ExportHint> m_hints;
+};
+
+void Collector::collectTables()
+{
+    const auto& entries = m_wizard.tableEntries();
+    if (entries.empty())
+        add(Kind::Missing, Place::Tables, localized("The file has no tables to export."));
+    else if (std::ranges::none_of(entries, &ExportEntry::selected))
+        add(Kind::Missing, Place::Tables, localized("Select at least one table."));
+}
+
+void Collector::collectFileNames()
+{
+    std::set<std::string> names;
+    for (const auto& entry : m_wizard.tableEntries()) {
+        if (!entry.selected) continue;
+        if (!isUsableFileName(entry.exportFileName))
+            return warn(Place::Tables, localizedFormat("“%@” cannot be the name of a file.", {entry.exportFileName}));
+        if (!names.insert(entry.exportFileName).second)
+            return warn(Place::Tables,
+                localizedFormat("Several tables go to the file “%@”; only the last one will be left in it.",
+                    {entry.exportFileName}));
+    }
+}
+
+void Collector::collectContents()
+{
+    const auto& controls = m_wizard.controls();
+    if (!controls.exportStructureCheckBox.value && !controls.exportDataCheckBox.value)
+        add(Kind::Missing, Place::Contents, localized("Select the structure, the rows or both."));
+}
+
+void Collector::collectEncoding()
+{
+    const auto& popup = m_wizard.controls().encodingPopup;
+    if (popup.isVisible && writesZeroBytes(popup.selectedTag))
+        warn(Place::Encoding,
+            localized("Each text is written up to its first zero byte. This encoding has zero bytes in common "
+                      "letters, so the output will be cut."));
+}
+
+void Collector::collectPath()
+{
+    if (m_path.empty())
+        return add(Kind::Missing, Place::Path,
+            m_isSingleFile ? localized("Choose the file to export to.") : localized("Choose the folder to export to."));
+    const auto folder = m_isSingleFile ? std::filesystem::path(m_path).parent_path() : std::filesystem::path(m_path);
+    const auto shownFolder = folder.empty() ? std::filesystem::path(".") : folder;
+    std::error_code error;
+    if (!std::filesystem::is_directory(shownFolder, error))
+        return warn(Place::Path, localizedFormat("There is no folder “%@”.", {folder.string()}));
+    if (::access(shownFolder.c_str(), W_OK | X_OK) != 0)
+        return warn(Place::Path, localizedFormat("You may not create files in the folder “%@”.", {folder.string()}));
+    collectTargets();
+}
+
+std::vector<std::string> Collector::targetPaths() const
+{
+    if (m_isSingleFile) return {m_path};
+    std::vector<std::string> paths;
+    for (const auto& entry : m_wizard.tableEntries())
+        if (entry.selected && isUsableFileName(entry.exportFileName))
+            paths.push_back(format("%@/%@", {m_path, entry.exportFileName}));
+    return paths;
+}
+
+void Collector::collectTargets()
+{
+    std::vector<std::string> existing;
+    std::error_code error;
+    for (const auto& path : targetPaths()) {
+        if (!std::filesystem::exists(path, error)) continue;
+        const auto name = std::filesystem::path(path).filename().string();
+        if (std::filesystem::is_directory(path, error))
+            return warn(Place::Path, localizedFormat("“%@” is a folder.", {name.empty() ? path : name}));
+        if (std::filesystem::equivalent(path, m_wizard.exportFile().fullPath(), error))
+            return warn(Place::Path, localized("The database itself is never written to; choose another file."));
+        existing.push_back(name);
+    }
+    collectReplaced(existing);
+}
+
+void Collector::collectReplaced(const std::vector<std::string>& names)
+{
+    if (names.size() == 1)
+        warn(Place::Path, localizedFormat("The file “%@” exists and will be replaced.", {names.front()}));
+    else if (names.size() > 1)
+        warn(Place::Path, localizedFormat("%d files exist in this folder and will be replaced.", {names.size()}));
+}
+
+} // namespace
+
+std::vector<ExportHint> exportHints(const ExportWizard& wizard) { return Collector(wizard).collect(); }
+
+} // namespace vellumo

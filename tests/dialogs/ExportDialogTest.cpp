@@ -1,0 +1,291 @@
+#include "ExportDesk.h"
+
+#include <QAbstractItemModel>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableView>
+#include <gmock/gmock.h>
+
+namespace vellumo {
+namespace {
+
+using namespace test;
+using enum ExportFileType;
+using testing::ElementsAre;
+
+// A dialog on the screen, and what a person sees of it.
+class Screen {
+public:
+    Screen(ExportDesk& desk, ExportFileType type, const char* table = nullptr)
+        : wizard(desk.wizard(type, table))
+        , dialog(new ExportDialog(wizard, nullptr))
+    {
+        dialog->open();
+    }
+    ~Screen() { dialog.reset(); }
+
+    QCheckBox& box(const char* name) { return child<QCheckBox>(*dialog, name); }
+    QComboBox& popup(const char* name) { return child<QComboBox>(*dialog, name); }
+    QLineEdit& field(const char* name) { return child<QLineEdit>(*dialog, name); }
+    QTableView& tables() { return child<QTableView>(*dialog, "tableSelectionTableView"); }
+    QPushButton& ok() { return *child<QDialogButtonBox>(*dialog, "buttonBox").button(QDialogButtonBox::Ok); }
+    void click(const char* button) { child<QPushButton>(*dialog, button).click(); }
+    QString hint(const char* name)
+    {
+        auto& label = static_cast<HintLabel&>(child<QWidget>(*dialog, name));
+        return label.isVisible() ? label.text() : QString();
+    }
+    // "+Customers -Orders"
+    std::string checked()
+    {
+        std::string text;
+        const auto& model = *tables().model();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            if (row > 0) text += ' ';
+            text += model.index(row, 0).data(Qt::CheckStateRole) == Qt::Checked ? '+' : '-';
+            text += model.index(row, 1).data().toString().toStdString();
+        }
+        return text;
+    }
+
+    std::shared_ptr<ExportWizard> wizard;
+    std::unique_ptr<ExportDialog> dialog;
+};
+
+// The options on the screen, in their order; a check box with its mark. A label must come and go with its field.
+std::string visibleOptions(Screen& screen)
+{
+    auto& layout =
+        child<QFormLayout>(static_cast<QWidget&>(child<QWidget>(*screen.dialog, "optionsGroup")), "optionsLayout");
+    std::string names;
+    for (int row = 0; row < layout.rowCount(); ++row) {
+        auto* field = layout.itemAt(row, QFormLayout::FieldRole);
+        if (field == nullptr) field = layout.itemAt(row, QFormLayout::SpanningRole);
+        auto* widget = field->widget();
+        const auto* label = layout.labelForField(widget);
+        EXPECT_TRUE(label == nullptr || label->isVisible() == widget->isVisible());
+        if (!widget->isVisible()) continue;
+        if (!names.empty()) names += ' ';
+        if (const auto* box = qobject_cast<QCheckBox*>(widget)) names += box->isChecked() ? '+' : '-';
+        names += widget->objectName().toStdString();
+    }
+    return names;
+}
+
+TEST(ExportDialog, ShowsWhatTheTypeNeeds)
+{
+    const struct {
+        const char* title;
+        ExportFileType type;
+        const char* table;
+        std::string options;
+        const char* pathLabel;
+        bool showsFileNames;
+    } cases[] = {
+        {"Export CSV – Shop.mdb", CSV, nullptr,
+            "+includeColumnHeaderCheckBox fieldDelimiterPopup recordDelimiterPopup decimalSymbolTextField "
+            "encodingPopup",
+            "&Export path:", true},
+        {"Export TXT – Shop.mdb", TXT, "Orders",
+            "+includeColumnHeaderCheckBox fieldDelimiterPopup recordDelimiterPopup decimalSymbolTextField "
+            "encodingPopup",
+            "&Export path:", true},
+        {"Export XML – Shop.mdb", XML, nullptr, "decimalSymbolTextField encodingPopup", "&Export path:", true},
+        {"Export XLS – Shop.mdb", XLS, nullptr, "+exportSingleFileCheckBox +includeColumnHeaderCheckBox",
+            "&Export file:", false},
+        {"Export XLS – Shop.mdb", XLS, "Orders", "-exportSingleFileCheckBox +includeColumnHeaderCheckBox",
+            "&Export path:", true},
+        {"Export SQL – Shop.mdb", SQL, nullptr,
+            "+exportSingleFileCheckBox sqlFormatPopup schemaNameTextField decimalSymbolTextField "
+            "+exportStructureCheckBox +includeDropTableCheckBox +includeForeignKeyCheckBox +includeIndexCheckBox "
+            "+exportDataCheckBox",
+            "&Export file:", false},
+        {"Export SQLite – Shop.mdb", SQLite, "Orders",
+            "+includeForeignKeyCheckBox +includeIndexCheckBox +exportDataCheckBox", "&Export file:", false},
+    };
+    for (const auto& c : cases) {
+        ExportDesk desk;
+        Screen screen(desk, c.type, c.table);
+        EXPECT_EQ(screen.dialog->windowTitle().toStdString(), c.title);
+        EXPECT_EQ(visibleOptions(screen), c.options) << c.title;
+        EXPECT_EQ(child<QLabel>(*screen.dialog, "exportPathLabel").text(), c.pathLabel) << c.title;
+        EXPECT_EQ(!screen.tables().isColumnHidden(2), c.showsFileNames) << c.title;
+        EXPECT_EQ(
+            screen.checked(), c.table == nullptr ? "+Customers +Orders +Products" : "-Customers +Orders -Products");
+    }
+}
+
+std::vector<std::string> titles(const QComboBox& popup)
+{
+    std::vector<std::string> result;
+    for (int i = 0; i < popup.count(); ++i)
+        result.push_back(popup.itemText(i).toStdString());
+    return result;
+}
+
+TEST(ExportDialog, TheDelimiterOfACsvFileMovesTheDecimalSymbol)
+{
+    ExportDesk desk;
+    Screen screen(desk, CSV);
+    auto& delimiter = screen.popup("fieldDelimiterPopup");
+    EXPECT_THAT(titles(delimiter), ElementsAre("Semicolon", "Comma"));
+    EXPECT_EQ(delimiter.currentText(), "Comma");
+    EXPECT_EQ(screen.popup("encodingPopup").currentData(), 4U);
+    QTest::keyClick(&delimiter, Qt::Key_Up);
+    EXPECT_EQ(delimiter.currentText(), "Semicolon");
+    EXPECT_EQ(screen.field("decimalSymbolTextField").text(), ",");
+    QTest::keyClick(&delimiter, Qt::Key_Down);
+    EXPECT_EQ(screen.field("decimalSymbolTextField").text(), ".");
+    QTest::keyClicks(&screen.field("decimalSymbolTextField"), "!");
+    EXPECT_EQ(screen.wizard->controls().decimalSymbolTextField.value, ".!");
+}
+
+TEST(ExportDialog, TellsWhyItCannotExport)
+{
+    ExportDesk desk;
+    Screen screen(desk, SQL, "Orders");
+    EXPECT_FALSE(screen.ok().isEnabled());
+    EXPECT_EQ(screen.hint("pathHint"), "Choose the folder to export to.");
+    EXPECT_EQ(screen.ok().toolTip(), "Choose the folder to export to.");
+
+    desk.panels.folder = desk.folder.path();
+    screen.click("exportPathButton");
+    EXPECT_EQ(screen.field("exportPathTextField").text().toStdString(), desk.folder.path());
+    EXPECT_TRUE(screen.ok().isEnabled());
+    EXPECT_EQ(screen.hint("pathHint"), "");
+
+    screen.click("deselectAllButton");
+    EXPECT_EQ(screen.checked(), "-Customers -Orders -Products");
+    EXPECT_FALSE(screen.ok().isEnabled());
+    EXPECT_EQ(screen.hint("tablesHint"), "Select at least one table.");
+    screen.click("selectAllButton");
+    EXPECT_TRUE(screen.ok().isEnabled());
+    EXPECT_EQ(screen.hint("tablesHint"), "");
+
+    screen.box("exportDataCheckBox").click();
+    screen.box("exportStructureCheckBox").click();
+    EXPECT_FALSE(screen.ok().isEnabled());
+    EXPECT_EQ(screen.hint("contentsHint"), "Select the structure, the rows or both.");
+    EXPECT_FALSE(screen.box("includeIndexCheckBox").isEnabled());
+    QTest::keyClick(screen.dialog.get(), Qt::Key_Return);
+    EXPECT_TRUE(screen.dialog->isVisible()); // the default button is off
+}
+
+TEST(ExportDialog, TheSchemaBelongsToSomeDialects)
+{
+    ExportDesk desk;
+    Screen screen(desk, SQL);
+    auto& dialect = screen.popup("sqlFormatPopup");
+    EXPECT_THAT(titles(dialect), ElementsAre("MySQL", "PostgreSQL", "Oracle", "SQLite", "SQL Server"));
+    std::string enabled;
+    QTest::keyClick(&dialect, Qt::Key_Home);
+    for (int i = 0; i < dialect.count(); ++i) {
+        enabled += screen.field("schemaNameTextField").isEnabled() ? '1' : '0';
+        QTest::keyClick(&dialect, Qt::Key_Down);
+    }
+    EXPECT_EQ(enabled, "01101");
+}
+
+TEST(ExportDialog, WarnsOfAnEncodingThatCutsTexts)
+{
+    ExportDesk desk;
+    Screen screen(desk, XML);
+    auto& encoding = screen.popup("encodingPopup");
+    EXPECT_EQ(screen.hint("encodingHint"), "");
+    encoding.setFocus();
+    QTest::keyClicks(&encoding, "UTF-16");
+    ASSERT_THAT(encoding.currentText().toStdString(), testing::StartsWith("UTF-16"));
+    EXPECT_THAT(screen.hint("encodingHint").toStdString(), testing::HasSubstr("will be cut"));
+}
+
+TEST(ExportDialog, TheTableListIsWorkedWithTheKeyboard)
+{
+    ExportDesk desk;
+    Screen screen(desk, CSV);
+    auto& view = screen.tables();
+    EXPECT_EQ(screen.dialog->focusWidget(), &view);
+    QTest::keyClick(&view, Qt::Key_Down);
+    QTest::keyClick(&view, Qt::Key_Space);
+    EXPECT_EQ(screen.checked(), "+Customers -Orders +Products");
+    QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&view, Qt::Key_Space);
+    EXPECT_EQ(screen.checked(), "+Customers +Orders +Products");
+
+    view.setCurrentIndex(view.model()->index(1, 2));
+    QTest::keyClick(&view, Qt::Key_F2);
+    auto* editor = view.findChild<QLineEdit*>();
+    ASSERT_NE(editor, nullptr);
+    editor->selectAll();
+    QTest::keyClicks(editor, "mine.csv");
+    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_EQ(screen.wizard->tableEntries()[1].exportFileName, "mine.csv");
+    EXPECT_TRUE(screen.dialog->isVisible());
+    EXPECT_FALSE(view.model()->flags(view.model()->index(1, 1)) & Qt::ItemIsEditable);
+}
+
+TEST(ExportDialog, SingleFileAndFolderChangePlaces)
+{
+    ExportDesk desk;
+    desk.defaults.strings["exportFilePath"] = desk.folder.path();
+    Screen screen(desk, XLS);
+    EXPECT_EQ(screen.field("exportPathTextField").text().toStdString(), desk.folder.path("Shop.xls"));
+    screen.box("exportSingleFileCheckBox").click();
+    EXPECT_EQ(screen.field("exportPathTextField").text().toStdString(), desk.folder.path());
+    EXPECT_FALSE(screen.tables().isColumnHidden(2));
+    screen.box("exportSingleFileCheckBox").click();
+    desk.panels.file = desk.folder.path("My.xls");
+    screen.click("exportPathButton");
+    // Another folder is needed now, but the panel is cancelled.
+    desk.defaults.strings.clear();
+    screen.box("exportSingleFileCheckBox").click();
+    EXPECT_TRUE(screen.box("exportSingleFileCheckBox").isChecked());
+    EXPECT_EQ(screen.field("exportPathTextField").text().toStdString(), desk.folder.path("My.xls"));
+}
+
+TEST(ExportDialog, EscapeCancelsAndReturnExports)
+{
+    for (const bool isCancelled : {true, false}) {
+        ExportDesk desk;
+        desk.defaults.strings["exportFilePath"] = desk.folder.path();
+        Screen screen(desk, CSV);
+        QSignalSpy ended(screen.dialog.get(), &ExportDialog::sheetEnded);
+        QTest::keyClick(screen.dialog.get(), isCancelled ? Qt::Key_Escape : Qt::Key_Return);
+        EXPECT_FALSE(screen.dialog->isVisible());
+        EXPECT_TRUE(ended.isEmpty()); // the wizard's call returns first
+        ASSERT_TRUE(ended.wait());
+        EXPECT_EQ(ended.at(0).at(0).toInt(), isCancelled ? 0 : 1);
+        EXPECT_EQ(desk.defaults.synchronizeCount, isCancelled ? 0 : 1);
+        const QPointer<ExportDialog> dialog(screen.dialog.release());
+        EXPECT_TRUE(eventually([&] { return dialog.isNull(); })); // destroys itself
+    }
+}
+
+// A table list that can be told apart by ear, and no two visible controls with the same shortcut.
+TEST(ExportDialog, EveryControlHasANameAndAShortcutOfItsOwn)
+{
+    for (const auto type : {CSV, TXT, XML, XLS, SQL, SQLite}) {
+        ExportDesk desk;
+        Screen screen(desk, type);
+        std::map<QString, QString> owners;
+        for (const auto* widget : screen.dialog->findChildren<QWidget*>()) {
+            if (!widget->isVisible()) continue;
+            const auto text = widget->property("text").toString();
+            const auto key = QKeySequence::mnemonic(text).toString();
+            if (key.isEmpty() || qobject_cast<const QLineEdit*>(widget) != nullptr) continue;
+            EXPECT_TRUE(owners.emplace(key, text).second) << text.toStdString() << owners[key].toStdString();
+        }
+        EXPECT_GE(owners.size(), 7U);
+        EXPECT_EQ(screen.tables().accessibleName(), "Tables");
+        const auto box = screen.tables().model()->index(1, 0);
+        EXPECT_EQ(box.data(Qt::AccessibleTextRole), "Orders");
+    }
+}
+
+} // namespace
+} // namespace vellumo

@@ -1,0 +1,200 @@
+#include "desktop/ports/ImageFormat.h"
+#include "desktop/ports/QtAlerts.h"
+#include "desktop/ports/QtImageDecoder.h"
+#include "desktop/ports/QtMainThread.h"
+#include "desktop/ports/QtPasteboard.h"
+#include "desktop/ports/QtSystemLog.h"
+#include "desktop/ports/QtWorkspace.h"
+#include "support/QtApplication.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QImage>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <thread>
+#include <unistd.h>
+
+namespace vellumo {
+namespace {
+
+using namespace test;
+using namespace std::string_view_literals;
+
+std::span<const std::byte> bytesOf(std::string_view text)
+{
+    return {reinterpret_cast<const std::byte*>(text.data()), text.size()};
+}
+
+// 3 x 2: red, green, blue; white, black, grey.
+QImage picture()
+{
+    QImage image(3, 2, QImage::Format_RGB32);
+    const QRgb pixels[] = {0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFFFFFFFF, 0xFF000000, 0xFF808080};
+    for (int i = 0; i < 6; ++i)
+        image.setPixel(i % 3, i / 3, pixels[i]);
+    return image;
+}
+
+std::string encoded(const char* format)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(picture().save(&buffer, format)) << format;
+    return buffer.data().toStdString();
+}
+
+TEST(QtImageDecoder, ReadsEachFormatByItsBytes)
+{
+    const std::string bmp = encoded("bmp");
+    // 18 bytes of header (no name, no palette, type 2, 3 x 2 pixels, 24 bits, from the top), then blue, green, red.
+    const auto targa = "\0\0\2\0\0\0\0\0\0\0\0\0\3\0\2\0\x18\x20"
+                       "\0\0\xFF\0\xFF\0\xFF\0\0\xFF\xFF\xFF\0\0\0\x80\x80\x80"sv;
+    const struct {
+        const char* name;
+        std::string bytes;
+    } cases[] = {
+        {"png", encoded("png")},
+        {"bmp", bmp},
+        {"dib", bmp.substr(14)}, // the same without its file header
+        {"ppm", encoded("ppm")},
+        {"tiff", encoded("tiff")},
+        {"ico", encoded("ico")},
+        {"icns", encoded("icns")},
+        {"xpm", encoded("xpm")},
+        {"tga", std::string(targa)},
+    };
+    QtImageDecoder decoder;
+    for (const auto& c : cases) {
+        EXPECT_STREQ(imageFormat(bytesOf(c.bytes)), c.name);
+        const auto image = decoder.decode(bytesOf(c.bytes));
+        ASSERT_NE(image, nullptr) << c.name;
+        if (c.name == "icns"sv) continue; // has sizes of its own
+        ASSERT_EQ(std::pair(image->width, image->height), std::pair(3, 2)) << c.name;
+        ASSERT_EQ(image->rgba.size(), 24U) << c.name;
+        EXPECT_EQ(std::vector(image->rgba.begin(), image->rgba.begin() + 8),
+            (std::vector<std::uint8_t>{255, 0, 0, 255, 0, 255, 0, 255}))
+            << c.name;
+    }
+    for (const auto* lossy : {"jpg", "webp", "svg"}) {
+        const auto bytes = lossy == "svg"sv
+            ? std::string("<?xml version='1.0'?><svg xmlns='http://www.w3.org/2000/svg' width='3' height='2'/>")
+            : encoded(lossy);
+        const auto image = decoder.decode(bytesOf(bytes));
+        ASSERT_NE(image, nullptr) << lossy;
+        EXPECT_EQ(std::pair(image->width, image->height), std::pair(3, 2)) << lossy;
+    }
+}
+
+TEST(QtImageDecoder, TakesNothingElseForAPicture)
+{
+    const auto png = encoded("png");
+    auto hugePng = png;
+    hugePng.replace(16, 8, "\0\1\0\0\0\1\0\0"sv); // 65536 x 65536; the checksum does not matter to the size
+    const struct {
+        const char* name;
+        std::string bytes;
+    } cases[] = {
+        {"nothing", ""},
+        {"zeros", std::string(64, '\0')}, // a wireless bitmap to a decoder that is merely tried
+        {"text", "Dear Sir or Madam, BM is not a picture."},
+        {"text that starts like a bitmap", "BM and more text that goes on for a while, with no header"},
+        {"html", "<html><body>no drawing</body></html>"},
+        {"a zip file", "PK\3\4" + std::string(60, 'x')},
+        {"a compressed text", "\x1F\x8B\x08\0\0\0\0\0\0\3\x03\0\0\0\0\0\0\0\0\0"},
+        {"a cut picture", png.substr(0, 20)},
+        {"the signature alone", png.substr(0, 8)},
+        {"a giant", hugePng},
+        {"a targa header with no pixels", std::string("\0\0\2\0\0\0\0\0\0\0\0\0\3\0\2\0\x18\x20"sv)},
+    };
+    QtImageDecoder decoder;
+    for (const auto& c : cases)
+        EXPECT_EQ(decoder.decode(bytesOf(c.bytes)), nullptr) << c.name;
+}
+
+TEST(QtMainThread, RunsTheWorkOnTheMainThreadAndWaits)
+{
+    QtMainThread mainThread;
+    const auto mainId = std::this_thread::get_id();
+    std::thread::id ranOn;
+    mainThread.performAndWait([&] { ranOn = std::this_thread::get_id(); });
+    EXPECT_EQ(ranOn, mainId); // from the main thread: at once
+
+    bool isDone = false;
+    std::thread worker([&] {
+        std::string log;
+        mainThread.performAndWait([&] {
+            ranOn = std::this_thread::get_id();
+            log = "work";
+        });
+        log += " and on";
+        mainThread.performAndWait([&] { isDone = log == "work and on"; });
+    });
+    ranOn = {};
+    EXPECT_TRUE(eventually([&] { return isDone; }));
+    worker.join();
+    EXPECT_EQ(ranOn, mainId);
+}
+
+TEST(QtAlerts, ASheetDoesNotWaitAndAModalBoxDoes)
+{
+    QtAlerts alerts;
+    QWidget window;
+    window.show();
+    alerts.setMainWindow(&window);
+    alerts.show({"Export finished.", "<b>Orders</b> Failed", Alert::Style::Sheet});
+    auto* sheet = window.findChild<QMessageBox*>();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_EQ(sheet->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(sheet->textFormat(), Qt::PlainText);
+    EXPECT_EQ(sheet->informativeText(), "<b>Orders</b> Failed");
+    sheet->button(QMessageBox::Ok)->click();
+
+    bool wasModal = false;
+    QTimer::singleShot(0, [&] {
+        auto* box = QApplication::activeModalWidget();
+        wasModal = box != nullptr && box->windowModality() == Qt::ApplicationModal;
+        if (box != nullptr) box->close();
+    });
+    alerts.show({"Error", "File (x.mdb) cannot be opened", Alert::Style::Modal});
+    EXPECT_TRUE(wasModal);
+}
+
+TEST(QtPasteboard, KeepsEveryCharacter)
+{
+    QtPasteboard().setText("1\tGrün 漢字 😀\n");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "1\tGrün 漢字 😀\n");
+}
+
+TEST(QtWorkspace, EveryFileTypeHasASmallIcon)
+{
+    for (const auto* extension : {"png", "doc", "", "no-such-type"}) {
+        const auto image = QtWorkspace().fileTypeIcon(extension);
+        ASSERT_NE(image, nullptr) << extension;
+        EXPECT_EQ(std::pair(image->width, image->height), std::pair(16, 16)) << extension;
+    }
+}
+
+TEST(QtSystemLog, WritesAnEntryThatTheJournalUnderstands)
+{
+    const TempFolder folder;
+    const auto path = folder.path("journal");
+    const int server = ::socket(AF_UNIX, SOCK_DGRAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    ASSERT_EQ(::bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    QtSystemLog(path).log("two\nlines");
+    char entry[200];
+    const auto size = ::recv(server, entry, sizeof entry, MSG_DONTWAIT);
+    ::close(server);
+    ASSERT_GT(size, 0);
+    EXPECT_EQ(std::string_view(entry, static_cast<std::size_t>(size)),
+        "PRIORITY=5\nSYSLOG_IDENTIFIER=vellumo\nMESSAGE\n\x09\0\0\0\0\0\0\0two\nlines\n"sv);
+}
+
+} // namespace
+} // namespace vellumo
