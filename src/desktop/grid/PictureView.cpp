@@ -22,6 +22,7 @@ const QColor ground = QColor::fromRgbF(0.8F, 0.8F, 0.8F);
 PictureView::PictureView(QWidget* parent)
     : QAbstractScrollArea(parent)
 {
+    setObjectName("pictureView");
     setAccessibleName(localizedText("Picture"));
     setFrameShape(NoFrame);
     horizontalScrollBar()->setSingleStep(20);
