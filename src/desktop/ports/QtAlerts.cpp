@@ -3,11 +3,21 @@
 #include "desktop/QtText.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
 
 namespace vellumo {
 
 namespace {
+
+// A message box is as narrow as it can be, and breaks names in the middle.
+void widen(QMessageBox& box)
+{
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (grid == nullptr) return;
+    const int width = box.fontMetrics().averageCharWidth() * 56;
+    grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount()); // the layout owns it
+}
 
 void fill(QMessageBox& box, const Alert& alert)
 {
@@ -20,6 +30,7 @@ void fill(QMessageBox& box, const Alert& alert)
     box.setStandardButtons(QMessageBox::Ok);
     box.setIcon(QMessageBox::Information);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    widen(box);
 }
 
 } // namespace
