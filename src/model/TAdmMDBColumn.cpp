@@ -18,7 +18,7 @@ int leadingNumber(std::string_view text)
     return number;
 }
 
-std::string yesOrNo(std::string_view property) { return localized(property == "yes" ? "YES" : "NO"); }
+std::string yesOrNo(std::string_view property) { return property == "yes" ? localized("YES") : localized("NO"); }
 
 const char* textFormatName(std::string_view property)
 {

@@ -65,10 +65,10 @@ QWidget* DetailPane::makeObjectBar()
         layout->addWidget(button);
         return button;
     };
-    m_openButton = add("O&pen", "openObject");
-    auto* save = add("Sa&ve As…", "saveObject");
+    m_openButton = add(messageKey("O&pen"), "openObject");
+    auto* save = add(messageKey("Sa&ve As…"), "saveObject");
     layout->addStretch();
-    m_fullSizeButton = add("F&ull Size", "fullSize");
+    m_fullSizeButton = add(messageKey("F&ull Size"), "fullSize");
     m_fullSizeButton->setCheckable(true);
     connect(m_openButton, &QPushButton::clicked, this, [this] { m_dataView->openObject(); });
     connect(save, &QPushButton::clicked, this, [this] { m_dataView->saveObjectAs(); });

@@ -17,12 +17,12 @@ void addCommands(QMenu& menu, QWidget& grid, DataView& dataView)
         auto* action = menu.addAction(localizedText(key), &grid, std::move(run));
         action->setEnabled(dataView.validateMenuItem(command));
     };
-    add("Copy", GridCommand::Copy, [&dataView] { dataView.copy(); });
+    add(messageKey("Copy"), GridCommand::Copy, [&dataView] { dataView.copy(); });
     menu.addSeparator();
     auto* view = qobject_cast<QTableView*>(&grid);
-    add("Select All", GridCommand::SelectAll, [view] { view->selectAll(); });
-    add("Deselect All", GridCommand::DeselectAll, [view] { view->clearSelection(); });
-    add("Jump to Row…", GridCommand::JumpToRow, [&dataView] { dataView.JumpToRow(); });
+    add(messageKey("Select All"), GridCommand::SelectAll, [view] { view->selectAll(); });
+    add(messageKey("Deselect All"), GridCommand::DeselectAll, [view] { view->clearSelection(); });
+    add(messageKey("Jump to Row…"), GridCommand::JumpToRow, [&dataView] { dataView.JumpToRow(); });
 }
 
 } // namespace

@@ -19,8 +19,8 @@ QString plainTitle(const std::string& name) { return toQString(name).replace('&'
 
 JumpBar::JumpBar(QWidget* parent)
     : QWidget(parent)
-    , m_fileButton(makeButton("File", &JumpBar::fillFiles))
-    , m_tableButton(makeButton("Table", &JumpBar::fillTables))
+    , m_fileButton(makeButton(messageKey("File"), &JumpBar::fillFiles))
+    , m_tableButton(makeButton(messageKey("Table"), &JumpBar::fillTables))
 {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 2, 4, 2);

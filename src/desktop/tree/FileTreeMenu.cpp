@@ -17,13 +17,14 @@ void addFileCommands(QMenu& menu, VellumoAppDelegate& app, bool isOpen)
     const auto add = [&](const char* key, void (VellumoAppDelegate::*command)(Sender)) {
         return menu.addAction(localizedText(key), [&app, command] { (app.*command)(Sender::TreeMenu); });
     };
-    add("Open", &VellumoAppDelegate::OpenSelectedFile)->setEnabled(!isOpen);
-    add("Close", &VellumoAppDelegate::CloseSelectedFile)->setEnabled(isOpen);
+    add(messageKey("Open"), &VellumoAppDelegate::OpenSelectedFile)->setEnabled(!isOpen);
+    add(messageKey("Close"), &VellumoAppDelegate::CloseSelectedFile)->setEnabled(isOpen);
     menu.addSeparator();
-    add("Remove from List", &VellumoAppDelegate::RemoveSelectedFile);
-    add("Remove Other Files", &VellumoAppDelegate::RemoveOtherFiles)->setEnabled(app.recentFiles().size() > 1);
+    add(messageKey("Remove from List"), &VellumoAppDelegate::RemoveSelectedFile);
+    add(messageKey("Remove Other Files"), &VellumoAppDelegate::RemoveOtherFiles)
+        ->setEnabled(app.recentFiles().size() > 1);
     menu.addSeparator();
-    add("Show in File Manager", &VellumoAppDelegate::ShowInFinder);
+    add(messageKey("Show in File Manager"), &VellumoAppDelegate::ShowInFinder);
 }
 
 } // namespace

@@ -50,11 +50,12 @@ EditActions makeEditActions(QWidget& window, DataView& dataView)
         return action;
     };
     return {
-        make("&Copy", {QKeySequence::Copy}, [&window, &dataView] { copy(window.focusWidget(), dataView); }),
-        make("Select &All", {QKeySequence::SelectAll},
+        make(messageKey("&Copy"), {QKeySequence::Copy}, [&window, &dataView] { copy(window.focusWidget(), dataView); }),
+        make(messageKey("Select &All"), {QKeySequence::SelectAll},
             [&window, &dataView] { selectAll(window.focusWidget(), dataView); }),
-        make("&Deselect All", {Qt::CTRL | Qt::SHIFT | Qt::Key_A}, [&dataView] { dataView.selectRows({}); }),
-        make("&Jump to Row…", {Qt::CTRL | Qt::Key_G, Qt::CTRL | Qt::Key_L}, [&dataView] { dataView.JumpToRow(); }),
+        make(messageKey("&Deselect All"), {Qt::CTRL | Qt::SHIFT | Qt::Key_A}, [&dataView] { dataView.selectRows({}); }),
+        make(messageKey("&Jump to Row…"), {Qt::CTRL | Qt::Key_G, Qt::CTRL | Qt::Key_L},
+            [&dataView] { dataView.JumpToRow(); }),
     };
 }
 
