@@ -96,7 +96,7 @@ Color mixed(Color from, Color to, double share)
 Canvas::Canvas(int width, int height, Paint background)
     : m_width(width)
     , m_height(height)
-    , m_pixels(static_cast<std::size_t>(width * height))
+    , m_pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))
 {
     for (int y = 0; y < height; ++y) {
         const auto row = m_pixels.begin() + static_cast<std::ptrdiff_t>(y) * width;
@@ -135,7 +135,7 @@ void Canvas::fill(Box box, const Paint& paint, const std::function<bool(Point)>&
     for (int y = top; y < bottom; ++y) {
         const auto color = mixed(paint.top, paint.bottom, std::clamp((y + 0.5 - box.top) / box.height, 0.0, 1.0));
         for (int x = left; x < right; ++x) {
-            auto& pixel = m_pixels[static_cast<std::size_t>(y * m_width + x)];
+            auto& pixel = m_pixels[index(x, y)];
             pixel = mixed(pixel, color, paint.opacity * coverage(x, y, covers));
         }
     }

@@ -53,7 +53,7 @@ public:
 
     [[nodiscard]] int width() const { return m_width; }
     [[nodiscard]] int height() const { return m_height; }
-    [[nodiscard]] Color at(int x, int y) const { return m_pixels[static_cast<std::size_t>(y * m_width + x)]; }
+    [[nodiscard]] Color at(int x, int y) const { return m_pixels[index(x, y)]; }
 
     void ellipse(Box box, const Paint& paint);
     void rectangle(Box box, const Paint& paint, double cornerRadius = 0);
@@ -62,6 +62,10 @@ public:
     void ring(Box box, double thickness, Box clip, const Paint& paint);
 
 private:
+    [[nodiscard]] std::size_t index(int x, int y) const
+    {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width) + static_cast<std::size_t>(x);
+    }
     void fill(Box box, const Paint& paint, const std::function<bool(Point)>& covers);
 
     int m_width;

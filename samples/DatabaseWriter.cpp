@@ -6,8 +6,7 @@
 #include "samples/TableWriter.h"
 #include "text/Format.h"
 
-#include <algorithm>
-#include <cstdio>
+#include <filesystem>
 
 namespace vellumo::samples {
 namespace {
@@ -163,7 +162,8 @@ WriteResult writeDatabase(const DatabaseDescription& description, const std::str
     }
     result = DatabaseWriter(description, *file).write();
     if (!file->finish() && result.ok()) result.error = localizedFormat("Unable to write file <%@>.", {path});
-    if (!result.ok()) std::remove(path.c_str());
+    std::error_code ignored; // there is nothing more to tell than the first error
+    if (!result.ok() && std::filesystem::is_regular_file(path, ignored)) std::filesystem::remove(path, ignored);
     return result;
 }
 

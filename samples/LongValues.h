@@ -4,7 +4,6 @@
 #include "samples/Values.h"
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 namespace vellumo::samples {

@@ -96,6 +96,10 @@ RowEncoder::RowEncoder(const TableDescription& table, const TableShape& shape, J
 ByteSpan RowEncoder::encode(const Row& row)
 {
     const int columnCount = row.columnCount == 0 ? m_shape.columnCount : row.columnCount;
+    if (columnCount < 0 || columnCount > m_shape.columnCount || row.slack < 0) {
+        m_error = localizedFormat("A row of table <%@> states an impossible size.", {m_table.name});
+        return {};
+    }
     startRow(columnCount);
     if (!encodeFixed(row, columnCount) || !encodeVariable(row, columnCount)) return {};
     if (m_shape.variableCount > 0) {

@@ -2,9 +2,11 @@
 
 #include "browser/CopiedText.h"
 #include "embedded/TAdmBlobData.h"
+#include "export/OutputFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace vellumo {
@@ -25,6 +27,22 @@ int nextDirection(int direction)
 bool isPlaceholder(std::string_view text)
 {
     return text == noFieldsText() || text == nonTextualDataText() || text == nullText();
+}
+
+// The text as a file name: names of columns come from the database.
+std::string fileNamePart(std::string text)
+{
+    std::ranges::replace_if(
+        text, [](char c) { return c == '/' || static_cast<unsigned char>(c) < 0x20; }, '_');
+    return text;
+}
+
+bool writeObject(const TAdmBlobData& object, const std::string& path)
+{
+    OutputFile out;
+    if (!out.open(path)) return false;
+    out.write({reinterpret_cast<const char*>(object.data().data()), object.data().size()});
+    return out.close();
 }
 
 } // namespace
@@ -120,6 +138,7 @@ void DataView::displayTextViewContent(const GridValue& value)
     m_detail = {};
     const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value);
     const auto image = blob == nullptr ? nullptr : (*blob)->image(m_desktop.imageDecoder);
+    if (blob != nullptr) m_detail.object = *blob;
     if (image) {
         m_detail.blob = *blob;
         m_detail.image = image;
@@ -138,6 +157,34 @@ void DataView::openBlobAsFile()
     if (const auto path = m_detail.blob->createTempFile(); !path.empty()) m_desktop.workspace.openFile(path);
 }
 
+void DataView::displayCell(std::size_t column, std::size_t row)
+{
+    displayTextViewContent(getValueForTableColumn(column, row));
+    // Rows count from 1 in stored order, however the grid is sorted.
+    m_detail.objectName = format("%@-%@", {m_columns[column].identifier, m_rows.rowAt(row) + 1});
+}
+
+bool DataView::canOpenObject() const
+{
+    return m_detail.blob || (m_detail.object && isSafeFileExtension(m_detail.object->fileExtension()));
+}
+
+void DataView::openObject()
+{
+    if (!canOpenObject()) return;
+    if (const auto path = m_detail.object->createTempFile(); !path.empty()) m_desktop.workspace.openFile(path);
+}
+
+void DataView::saveObjectAs()
+{
+    // The dialog may let events through that show another cell.
+    const auto object = m_detail.object;
+    if (!object) return;
+    const auto path = m_desktop.filePanels.saveFile(object->fileExtension(), fileNamePart(m_detail.objectName));
+    if (path && !writeObject(*object, *path))
+        m_desktop.alerts.show({localized("Error"), localizedFormat("File (%@) cannot be written", {*path})});
+}
+
 void DataView::ShowHideBottomTextView(bool isShown)
 {
     m_isTextViewShown = isShown;
@@ -150,7 +197,7 @@ void DataView::setEditedColumn(std::size_t column, std::size_t row)
 {
     selectRows(RowSelection::ofRow(row));
     m_port.focusCell(column, row);
-    displayTextViewContent(getValueForTableColumn(column, row));
+    displayCell(column, row);
 }
 
 bool DataView::keyDown(int keyCode)

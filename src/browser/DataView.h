@@ -31,10 +31,12 @@ struct GridColumn {
 
 // What the pane below the grid shows.
 struct DetailContent {
-    std::shared_ptr<TAdmBlobData> blob; // set when a picture is shown
-    std::shared_ptr<const Image> image; // never null when `blob` is set
-    std::string text = noFieldsText();  // without a picture
-    bool isGrey = true;                 // a placeholder rather than a value
+    std::shared_ptr<TAdmBlobData> blob;   // set when a picture is shown
+    std::shared_ptr<const Image> image;   // never null when `blob` is set
+    std::shared_ptr<TAdmBlobData> object; // the object that is shown, as a picture or otherwise; null for a text
+    std::string objectName;               // a name for its file, without extension
+    std::string text = noFieldsText();    // without a picture
+    bool isGrey = true;                   // a placeholder rather than a value
 };
 
 // The commands of the grid's menus.
@@ -93,8 +95,16 @@ public:
     // Detail pane.
     [[nodiscard]] const DetailContent& detail() const { return m_detail; }
     void displayTextViewContent(const GridValue& value);
+    // Shows the value of a cell.
+    void displayCell(std::size_t column, std::size_t row);
     // Opens the file of the picture shown with its default application.
     void openBlobAsFile();
+    // The object shown may be opened: it is a picture, or a document of a type that runs nothing.
+    [[nodiscard]] bool canOpenObject() const;
+    // Opens the object shown with its default application, if that is safe.
+    void openObject();
+    // Writes the object shown under a name that the user chooses; tells when that failed.
+    void saveObjectAs();
     void ShowHideBottomTextView(bool isShown);
     void ShowHideJumpBar(bool isShown);
     [[nodiscard]] bool isTextViewShown() const { return m_isTextViewShown; }

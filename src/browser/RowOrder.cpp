@@ -3,9 +3,6 @@
 #include "browser/KeySorter.h"
 #include "model/rows/RowStore.h"
 
-#include <algorithm>
-#include <numeric>
-
 namespace vellumo {
 
 RowOrder::RowOrder(const RowStore& rows, std::size_t column, SortKind kind)

@@ -12,14 +12,12 @@ namespace vellumo {
 namespace {
 
 // First byte of a number's or a date's key.
-enum KeyClass : char {
-    NegativeInfinity = 1,
-    Negative,
-    Zero,
-    Positive,
-    PositiveInfinity,
-    PlainText,
-};
+constexpr char negativeInfinity = 1;
+constexpr char negative = 2;
+constexpr char zero = 3;
+constexpr char positive = 4;
+constexpr char positiveInfinity = 5;
+constexpr char plainText = 6;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -96,10 +94,10 @@ std::optional<Decimal> parseDecimal(std::string_view text)
 void appendDecimalKey(const Decimal& decimal, std::string& key)
 {
     if (decimal.digits.empty()) {
-        key += Zero;
+        key += zero;
         return;
     }
-    key += decimal.isNegative ? Negative : Positive;
+    key += decimal.isNegative ? negative : positive;
     const auto start = key.size();
     const auto biased = static_cast<std::uint32_t>(decimal.exponent + (1 << 20));
     for (const auto shift : {14, 7, 0})
@@ -117,7 +115,7 @@ void appendDecimalKey(const Decimal& decimal, std::string& key)
 
 void appendUnreadableKey(std::string_view text, std::string& key)
 {
-    key += PlainText;
+    key += plainText;
     appendFinderSortKey(text, key);
 }
 
@@ -126,9 +124,9 @@ void appendNumberKey(std::string_view text, std::string& key)
     if (const auto decimal = parseDecimal(text)) {
         appendDecimalKey(*decimal, key);
     } else if (text == "-inf") {
-        key += NegativeInfinity;
+        key += negativeInfinity;
     } else if (text == "inf") {
-        key += PositiveInfinity;
+        key += positiveInfinity;
     } else {
         appendUnreadableKey(text, key);
     }
@@ -143,7 +141,7 @@ void appendDateKey(std::string_view text, std::string& key)
         appendUnreadableKey(text, key);
         return;
     }
-    key += Positive;
+    key += positive;
     key.append(text.substr(6, 4)).append(text.substr(0, 5)).append(text.substr(11));
 }
 

@@ -3,8 +3,6 @@
 #include "browser/PatternScanner.h"
 #include "browser/RecordSearch.h"
 
-#include <memory>
-
 namespace vellumo {
 
 // Finds the rows of a text chunk that agree with search settings. Holds scratch memory: one a thread.

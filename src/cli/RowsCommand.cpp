@@ -1,9 +1,11 @@
+#include "browser/GridRows.h"
 #include "cli/CommandLine.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/Interrupt.h"
 #include "cli/WholeNumber.h"
 #include "embedded/TAdmBlobData.h"
+#include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
@@ -22,7 +24,6 @@ struct RowsOptions {
     bool isCaseSensitive = false;
     std::string sort;
     std::int64_t limit = INT64_MAX;
-    std::string unavailable; // the option given that this version cannot honour
 };
 
 // What a copied cell holds: the value's description, "" for what is only shown in its place, and no character that
@@ -49,25 +50,52 @@ std::string copiedRow(const RowRecord& record, std::size_t columnCount)
     return line;
 }
 
-ExitStatus showRows(const RowsOptions& options)
+SearchSettings searchOf(const RowsOptions& options)
 {
-    if (!options.unavailable.empty())
-        return wrongUsage(localizedFormat("%@: not available in this version.", {options.unavailable}));
-    const auto file = openDatabase(options.file);
-    if (!file) return ExitStatus::Failed;
-    const auto* table = findTableOrComplain(*file, options.table);
-    if (table == nullptr) return ExitStatus::Failed;
-    const auto& rows = table->rows();
-    const auto count = std::min(rows.rowCount(), static_cast<std::size_t>(options.limit));
-    for (std::size_t row = 0; row < count; ++row) {
+    constexpr std::string_view inOrderOfOptions[] = {"contains", "begins", "equals", "ends"};
+    const auto* match = std::ranges::find(inOrderOfOptions, options.match);
+    return {options.search, static_cast<SearchOption>(match - std::begin(inOrderOfOptions)), !options.isCaseSensitive};
+}
+
+// Makes the table's rows come in the order of COLUMN or COLUMN:desc; a column whose name is the whole text goes first.
+// False when there is no such column.
+bool sortBy(const TAdmMDBTable& table, std::string_view sort)
+{
+    constexpr std::string_view descending = ":desc";
+    if (auto* column = table.findColumn(sort)) {
+        column->setSortOrder(1);
+        return true;
+    }
+    if (!sort.ends_with(descending)) return false;
+    auto* column = table.findColumn(sort.substr(0, sort.size() - descending.size()));
+    if (column != nullptr) column->setSortOrder(-1);
+    return column != nullptr;
+}
+
+ExitStatus printRows(const TAdmMDBTable& table, const RowsOptions& options)
+{
+    GridRows grid;
+    grid.setTable(&table);
+    grid.setSearch(searchOf(options));
+    const auto& rows = table.rows();
+    const auto count = std::min(grid.rowCount(), static_cast<std::size_t>(options.limit));
+    for (std::size_t position = 0; position < count; ++position) {
         if (interrupted()) return failed(localized("Interrupted."));
-        if (!writeOutput(copiedRow(rows.record(row), rows.columnCount()))) break;
+        if (!writeOutput(copiedRow(rows.record(grid.rowAt(position)), rows.columnCount()))) break;
     }
     return ExitStatus::Done;
 }
 
-// Search and order are not made yet: their options are known, and refused rather than ignored.
-constexpr const char* unavailableOptions[] = {"--search", "--match", "--case-sensitive", "--sort"};
+ExitStatus showRows(const RowsOptions& options)
+{
+    const auto file = openDatabase(options.file);
+    if (!file) return ExitStatus::Failed;
+    const auto* table = findTableOrComplain(*file, options.table);
+    if (table == nullptr) return ExitStatus::Failed;
+    if (!options.sort.empty() && !sortBy(*table, options.sort))
+        return failed(localizedFormat("There is no column \"%@\".", {options.sort}));
+    return printRows(*table, options);
+}
 
 void addSelectionOptions(CLI::App& sub, RowsOptions& options)
 {
@@ -93,11 +121,7 @@ void addRowsCommand(CLI::App& app, Command& command)
     sub->add_option("--limit", options->limit, localized("Print at most this many rows"))
         ->check(wholeNumberFrom(0))
         ->type_name("N");
-    sub->callback([options, sub, &command] {
-        for (const auto* name : unavailableOptions)
-            if (sub->count(name) > 0) options->unavailable = name;
-        command = [options] { return showRows(*options); };
-    });
+    sub->callback([options, &command] { command = [options] { return showRows(*options); }; });
 }
 
 } // namespace vellumo

@@ -9,9 +9,10 @@ namespace vellumo {
 
 namespace {
 
-PopupItem item(std::string title, FieldDelimiter tag) { return {std::move(title), static_cast<std::uint32_t>(tag)}; }
-PopupItem item(std::string title, RecordDelimiter tag) { return {std::move(title), static_cast<std::uint32_t>(tag)}; }
-PopupItem item(std::string title, SQLDialect tag) { return {std::move(title), static_cast<std::uint32_t>(tag)}; }
+template <typename Tag> PopupItem item(std::string title, Tag tag)
+{
+    return {std::move(title), static_cast<std::uint32_t>(tag)};
+}
 
 Popup fieldDelimiterPopup(ExportFileType type)
 {

@@ -1,5 +1,6 @@
 #include "export/ExportJob.h"
 
+#include "SQLite Connection/DBSockets/LoadErrorWindow.h"
 #include "model/TAdmMDBFile.h"
 #include "platform/MainThread.h"
 #include "text/Format.h"
@@ -8,14 +9,27 @@
 
 namespace vellumo {
 
+namespace {
+
+LoadErrorWindow& standardErrorWindow()
+{
+    static StandardErrorLoadErrorWindow window;
+    return window;
+}
+
+} // namespace
+
 ExportJob::ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, ExportOptions options,
-    const std::atomic<bool>& terminate, MainThread& mainThread, std::function<void(std::size_t)> updateProgress)
+    const std::atomic<bool>& terminate, MainThread& mainThread, SystemLog& systemLog,
+    std::function<void(std::size_t)> updateProgress)
     : m_file(file)
     , m_entries(std::move(entries))
     , m_options(std::move(options))
     , m_terminate(terminate)
     , m_mainThread(mainThread)
+    , m_systemLog(systemLog)
     , m_updateProgress(std::move(updateProgress))
+    , m_loadErrorWindow(&standardErrorWindow())
 {
 }
 
@@ -47,7 +61,8 @@ std::string ExportJob::singleFilePath() const { return unlessSource(m_options.pa
 std::string ExportJob::unlessSource(std::string path) const
 {
     std::error_code error;
-    return std::filesystem::equivalent(path, m_file.fullPath(), error) ? std::string() : path;
+    if (std::filesystem::equivalent(path, m_file.fullPath(), error)) return {};
+    return path;
 }
 
 void ExportJob::logFailure(std::string_view tableName, std::string_view reason)

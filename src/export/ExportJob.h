@@ -11,7 +11,9 @@
 
 namespace vellumo {
 
+class LoadErrorWindow;
 class MainThread;
+class SystemLog;
 class TAdmMDBFile;
 class TAdmMDBTable;
 
@@ -29,11 +31,13 @@ class ExportJob {
 public:
     // `entries`: the selected tables. `updateProgress` is called on the main thread. All references outlive the job.
     ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, ExportOptions options,
-        const std::atomic<bool>& terminate, MainThread& mainThread, std::function<void(std::size_t)> updateProgress);
+        const std::atomic<bool>& terminate, MainThread& mainThread, SystemLog& systemLog,
+        std::function<void(std::size_t)> updateProgress);
 
     [[nodiscard]] const TAdmMDBFile& file() const { return m_file; }
     [[nodiscard]] const std::vector<ExportEntry>& entries() const { return m_entries; }
     [[nodiscard]] const ExportOptions& options() const { return m_options; }
+    [[nodiscard]] SystemLog& systemLog() const { return m_systemLog; }
 
     // The user asked to stop. Cheap enough to be polled between two cells.
     [[nodiscard]] bool terminated() const { return m_terminate.load(std::memory_order_relaxed); }
@@ -57,6 +61,10 @@ public:
     // Adds a line as it is.
     void log(std::string line) { m_msgLog.push_back(std::move(line)); }
 
+    // Shows that the SQLite library cannot be used, on the thread that calls it. Standard error unless set.
+    [[nodiscard]] LoadErrorWindow& loadErrorWindow() const { return *m_loadErrorWindow; }
+    void setLoadErrorWindow(LoadErrorWindow& window) { m_loadErrorWindow = &window; }
+
     [[nodiscard]] int successTableCount() const { return m_successTableCount; }
     [[nodiscard]] const std::vector<std::string>& msgLog() const { return m_msgLog; }
 
@@ -68,7 +76,9 @@ private:
     ExportOptions m_options;
     const std::atomic<bool>& m_terminate;
     MainThread& m_mainThread;
+    SystemLog& m_systemLog;
     std::function<void(std::size_t)> m_updateProgress;
+    LoadErrorWindow* m_loadErrorWindow;
     int m_successTableCount = 0;
     std::vector<std::string> m_msgLog;
 };

@@ -1,5 +1,6 @@
 #include "export/ExportOptions.h"
 
+#include "export/sql/SQLDialectFacts.h"
 #include "text/Format.h"
 
 namespace vellumo {
@@ -38,10 +39,7 @@ std::string_view recordDelimiterText(RecordDelimiter delimiter)
     return "\n";
 }
 
-bool takesSchemaName(SQLDialect dialect)
-{
-    return dialect == SQLDialect::PostgreSQL || dialect == SQLDialect::Oracle || dialect == SQLDialect::SQLServer;
-}
+bool takesSchemaName(SQLDialect dialect) { return sqlDialectFacts(dialect).takesSchemaName; }
 
 ExportEntry ExportEntry::exportEntryWithTableName(std::string_view tableName, ExportFileType type)
 {

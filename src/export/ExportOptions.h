@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SQLite Connection/Connection/ServerType.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -19,8 +21,8 @@ enum class RecordDelimiter : std::uint32_t { LF = 0, CR = 1, CRLF = 2 };
 [[nodiscard]] std::string_view fieldDelimiterText(FieldDelimiter delimiter);
 [[nodiscard]] std::string_view recordDelimiterText(RecordDelimiter delimiter);
 
-// Tags of the dialect popup; also the server-type codes of database connections.
-enum class SQLDialect : std::uint32_t { MySQL = 1, PostgreSQL = 2, Oracle = 3, SQLite = 4, SQLServer = 5 };
+// Tags of the dialect popup.
+using SQLDialect = ServerType;
 [[nodiscard]] bool takesSchemaName(SQLDialect dialect);
 
 // What the user chose, frozen for a writer. Options that do not apply to the type hold their defaults.

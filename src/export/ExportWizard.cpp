@@ -243,7 +243,8 @@ bool ExportWizard::startExport()
     const auto writer = exportWriterForType(m_exportFileType);
     if (writer == nullptr) return false;
     m_job = std::make_unique<ExportJob>(m_exportFile, m_tableEntries, optionsFromControls(m_exportFileType, m_controls),
-        m_terminate, m_ports.mainThread, [this](std::size_t index) { updateProgressPanel(index); });
+        m_terminate, m_ports.mainThread, m_ports.systemLog, [this](std::size_t index) { updateProgressPanel(index); });
+    if (m_ports.loadErrorWindow != nullptr) m_job->setLoadErrorWindow(*m_ports.loadErrorWindow);
     m_worker = std::thread([this, writer] { runWriter(writer); });
     return true;
 }

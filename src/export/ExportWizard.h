@@ -14,6 +14,7 @@ namespace vellumo {
 class Alerts;
 class Defaults;
 class FilePanels;
+class LoadErrorWindow;
 class SystemLog;
 
 // What the wizard needs of the desktop. All outlive it.
@@ -23,6 +24,7 @@ struct ExportPorts {
     FilePanels& filePanels;
     Alerts& alerts;
     SystemLog& systemLog;
+    LoadErrorWindow* loadErrorWindow = nullptr; // called on the worker; null: standard error
 };
 
 // Told what has changed, so that the dialog and the progress sheet can follow. Main thread only.

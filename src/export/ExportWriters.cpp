@@ -8,6 +8,9 @@ ExportWriter exportWriterForType(ExportFileType type)
     case ExportFileType::CSV:
     case ExportFileType::TXT:
     case ExportFileType::XML: return exportTextFileThread;
+    case ExportFileType::XLS: return exportXLSThread;
+    case ExportFileType::SQL: return exportSQLThread;
+    case ExportFileType::SQLite: return exportSQLiteThread;
     default: return nullptr;
     }
 }

@@ -12,6 +12,14 @@ using ExportWriter = void (*)(ExportJob& job);
 
 // CSV, TXT and XML.
 void exportTextFileThread(ExportJob& job);
+// SQL scripts: one for all tables, or one a table.
+void exportSQLThread(ExportJob& job);
+// One SQLite database with all tables. It takes the place of a file at its path, and is gone again when the run is
+// stopped or the disk did not take it whole.
+void exportSQLiteThread(ExportJob& job);
+
+// Excel workbooks: one for all tables, or one a table.
+void exportXLSThread(ExportJob& job);
 
 // The writer of a type; null for a code that is no type.
 [[nodiscard]] ExportWriter exportWriterForType(ExportFileType type);

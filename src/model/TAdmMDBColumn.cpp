@@ -18,13 +18,13 @@ int leadingNumber(std::string_view text)
     return number;
 }
 
-std::string yesOrNo(std::string_view property) { return localized(property == "yes" ? "YES" : "NO"); }
+std::string yesOrNo(std::string_view property) { return property == "yes" ? localized("YES") : localized("NO"); }
 
 const char* textFormatName(std::string_view property)
 {
-    if (property == "0") return "Plain Text";
-    if (property == "1") return "Rich Text";
-    return "Unknown";
+    if (property == "0") return messageKey("Plain Text");
+    if (property == "1") return messageKey("Rich Text");
+    return messageKey("Unknown");
 }
 
 } // namespace
@@ -86,23 +86,23 @@ std::vector<std::string> TAdmMDBColumn::getObjectLabels() const
 {
     std::vector<std::string> labels;
     const auto add = [&](const char* key) { labels.push_back(localized(key)); };
-    add("Name");
-    add("Type");
-    if (m_resultType) add("Result Type");
-    if (m_expression) add("Expression");
-    if (m_fieldSize >= 0) add("Size");
+    add(messageKey("Name"));
+    add(messageKey("Type"));
+    if (m_resultType) add(messageKey("Result Type"));
+    if (m_expression) add(messageKey("Expression"));
+    if (m_fieldSize >= 0) add(messageKey("Size"));
     if (m_precision >= 0) {
-        add("Precision");
-        add("Scale");
+        add(messageKey("Precision"));
+        add(messageKey("Scale"));
     }
-    if (m_allowZeroLength) add("Allow zero length");
-    if (m_decimalPlaces) add("Decimal places");
-    if (m_defaultValue) add("Default value");
-    if (m_required) add("Required");
-    if (m_unicodeCompression) add("Unicode compression");
-    if (m_textAlign) add("Text alignment");
-    if (m_description) add("Description");
-    if (m_textFormat) add("Text Format");
+    if (m_allowZeroLength) add(messageKey("Allow zero length"));
+    if (m_decimalPlaces) add(messageKey("Decimal places"));
+    if (m_defaultValue) add(messageKey("Default value"));
+    if (m_required) add(messageKey("Required"));
+    if (m_unicodeCompression) add(messageKey("Unicode compression"));
+    if (m_textAlign) add(messageKey("Text alignment"));
+    if (m_description) add(messageKey("Description"));
+    if (m_textFormat) add(messageKey("Text Format"));
     return labels;
 }
 

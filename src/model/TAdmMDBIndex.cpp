@@ -15,7 +15,7 @@ std::vector<InfoValue> TAdmMDBIndex::infoValues() const
     std::string keys;
     for (const auto& key : m_keys) {
         if (!keys.empty()) keys += ", ";
-        keys += format("%@ (%@)", {key.name, localized(key.isAscending ? "Ascending" : "Descending")});
+        keys += format("%@ (%@)", {key.name, key.isAscending ? localized("Ascending") : localized("Descending")});
     }
     return {name(), keys, localized(m_isPrimaryKey ? "YES" : "NO"), localized(m_isUnique ? "YES" : "NO")};
 }

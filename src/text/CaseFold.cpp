@@ -83,7 +83,9 @@ private:
         UErrorCode status = U_ZERO_ERROR;
         const auto length =
             u_strFoldCase(folded.data(), folded.size(), units.data(), count, U_FOLD_CASE_DEFAULT, &status);
-        if (U_FAILURE(status) || (length == count && std::memcmp(folded.data(), units.data(), 2U * length) == 0))
+        if (U_FAILURE(status)
+            || (length == count
+                && std::memcmp(folded.data(), units.data(), sizeof(UChar) * static_cast<std::size_t>(length)) == 0))
             return folding;
         std::int32_t bytes = 0;
         u_strToUTF8(folding.bytes.data(), folding.bytes.size(), &bytes, folded.data(), length, &status);

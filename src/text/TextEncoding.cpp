@@ -268,8 +268,8 @@ bool TextEncoder::convertSegment(std::string_view segment, bool isLast, std::str
         std::array<char, 4096> bytes;
         auto* target = bytes.data();
         status = U_ZERO_ERROR;
-        ucnv_fromUnicode(
-            m_converter.get(), &target, bytes.data() + bytes.size(), &source, sourceEnd, nullptr, isLast, &status);
+        ucnv_fromUnicode(m_converter.get(), &target, bytes.data() + bytes.size(), &source, sourceEnd, nullptr,
+            isLast ? 1 : 0, &status);
         out.append(bytes.data(), target);
     } while (status == U_BUFFER_OVERFLOW_ERROR);
     return U_SUCCESS(status);

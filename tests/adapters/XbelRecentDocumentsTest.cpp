@@ -202,20 +202,20 @@ TEST_F(XbelRecentDocumentsTest, DoesNotWriteWhileAnotherProgramHoldsTheLock)
 
 TEST_F(XbelRecentDocumentsTest, ProgramsThatWriteAtOnceLoseNothing)
 {
-    constexpr int processes = 4;
-    constexpr int documentsEach = 50;
+    constexpr std::size_t processes = 4;
+    constexpr std::size_t documentsEach = 50;
     auto patient = settings();
     patient.lockPatience = std::chrono::minutes(2);
-    for (int process = 0; process < processes; ++process) {
+    for (std::size_t process = 0; process < processes; ++process) {
         if (fork() != 0) continue;
         XbelRecentDocuments documents(patient);
-        for (int i = 0; i < documentsEach; ++i)
+        for (std::size_t i = 0; i < documentsEach; ++i)
             documents.note("/data/" + std::to_string(process) + '-' + std::to_string(i) + ".mdb");
         _exit(0);
     }
-    for (int process = 0; process < processes; ++process)
+    for (std::size_t process = 0; process < processes; ++process)
         wait(nullptr);
-    EXPECT_EQ(XbelRecentDocuments(settings()).paths().size(), std::size_t{processes * documentsEach});
+    EXPECT_EQ(XbelRecentDocuments(settings()).paths().size(), processes * documentsEach);
 }
 
 } // namespace

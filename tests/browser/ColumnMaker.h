@@ -9,6 +9,7 @@ namespace vellumo::test {
 inline std::unique_ptr<TAdmMDBTable> makeColumn(const std::string& dataType, const std::vector<std::string>& texts)
 {
     std::vector<Row> rows;
+    rows.reserve(texts.size());
     for (const auto& text : texts)
         rows.push_back({dataType == "OLE" && !text.empty() ? Cell(makeBlob("", text)) : Cell(text)});
     return makeTable("T", {{"A", dataType}}, rows, 3);

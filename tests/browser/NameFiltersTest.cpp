@@ -1,11 +1,9 @@
 #include "browser/NameFilters.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace vellumo {
 namespace {
-
-using ::testing::ElementsAre;
 
 std::unique_ptr<TAdmMDBFile> makeFile(const char* path, bool isOpen, const std::vector<const char*>& tableNames)
 {
@@ -24,6 +22,7 @@ std::unique_ptr<TAdmMDBFile> makeFile(const char* path, bool isOpen, const std::
 std::vector<std::string> names(const auto& objects)
 {
     std::vector<std::string> list;
+    list.reserve(objects.size());
     for (const auto* object : objects)
         list.push_back(object->name());
     return list;

@@ -87,9 +87,7 @@ TEST_F(Program, ErrorsAreOneLineAndTellBetweenUsageAndFailure)
         {"a folder", {"info", "/"}, 1, "File (/) cannot be opened"},
         {"not a database", {"info", s_folder->path("broken.mdb")}, 1, "cannot be opened"},
         {"missing table", {"info", "FILE", "items"}, 1, "There is no table \"items\"."},
-        {"search", {"rows", "FILE", "Items", "--search", "x"}, 2, "--search: not available"},
-        {"sort", {"rows", "FILE", "Items", "--sort", "ID:desc"}, 2, "--sort: not available"},
-        {"case", {"rows", "FILE", "Items", "--case-sensitive"}, 2, "--case-sensitive: not available"},
+        {"unknown sort column", {"rows", "FILE", "Items", "--sort", "id:desc"}, 1, "There is no column \"id:desc\"."},
         {"unknown match", {"rows", "FILE", "Items", "--match", "like"}, 2, "--match"},
         {"negative limit", {"rows", "FILE", "Items", "--limit", "-1"}, 2, "-1 is not a whole number"},
         {"row 0", {"blob", "FILE", "Items", "Picture", "0", "--to", "x"}, 2, "0 is not a whole number from 1 on"},
@@ -125,6 +123,13 @@ TEST_F(Program, PrintsRows)
         {"all", {"rows", "FILE", "Items"}, "1\tTea and milk\t2.5\t\n2\tK\u00E4se\t\t\n"},
         {"one", {"rows", "FILE", "Items", "--limit", "1"}, "1\tTea and milk\t2.5\t\n"},
         {"none", {"rows", "FILE", "Items", "--limit=0"}, ""},
+        {"found", {"rows", "FILE", "Items", "--search", "k\u00C4SE"}, "2\tK\u00E4se\t\t\n"},
+        {"not found in this case", {"rows", "FILE", "Items", "--search", "k\u00C4SE", "--case-sensitive"}, ""},
+        {"not at the end", {"rows", "FILE", "Items", "--search", "k\u00E4s", "--match", "ends"}, ""},
+        {"equal", {"rows", "FILE", "Items", "--search", "2", "--match", "equals"}, "2\tK\u00E4se\t\t\n"},
+        {"sorted", {"rows", "FILE", "Items", "--sort", "Price", "--limit", "1"}, "2\tK\u00E4se\t\t\n"},
+        {"sorted the other way round", {"rows", "FILE", "Items", "--sort", "ID:desc", "--limit", "1"},
+            "2\tK\u00E4se\t\t\n"},
     };
     for (const auto& c : cases) {
         const auto result = run(c.arguments);

@@ -236,7 +236,6 @@ TEST(ExportWizard, SingleFileAndPath)
     for (const auto& c : cases) {
         Desktop desktop;
         if (!c.stored.empty()) desktop.defaults.strings["exportFilePath"] = c.stored;
-        // A stored folder may end in a slash; the path then must not get a second one.
         desktop.panels.file = c.chosenFile;
         desktop.panels.folder = c.folder;
         const auto file = shop();

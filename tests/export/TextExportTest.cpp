@@ -259,10 +259,11 @@ TEST(TextExport, StopInsideATable)
         }
     });
     DirectMainThread mainThread;
+    FakeSystemLog systemLog;
     auto options = optionsFor(CSV);
     options.path = folder.path();
-    ExportJob job(
-        *file, {ExportEntry::exportEntryWithTableName("A", CSV)}, options, terminate, mainThread, [](std::size_t) {});
+    ExportJob job(*file, {ExportEntry::exportEntryWithTableName("A", CSV)}, options, terminate, mainThread, systemLog,
+        [](std::size_t) {});
     exportTextFileThread(job);
     reader.join();
     EXPECT_THAT(job.msgLog(), ElementsAre("<A> Failed: Terminated."));
@@ -276,10 +277,11 @@ TEST(TextExport, TablesThatTheFileDoesNotHaveArePassedOver)
     const auto file = makeFile("/nowhere/Shop.mdb", textTable("A", {{"x"}}));
     std::atomic<bool> terminate = false;
     DirectMainThread mainThread;
+    FakeSystemLog systemLog;
     auto options = optionsFor(CSV);
     options.path = folder.path();
-    ExportJob job(
-        *file, {{true, "a", "1.csv"}, {true, "A", "2.csv"}}, options, terminate, mainThread, [](std::size_t) {});
+    ExportJob job(*file, {{true, "a", "1.csv"}, {true, "A", "2.csv"}}, options, terminate, mainThread, systemLog,
+        [](std::size_t) {});
     exportTextFileThread(job);
     EXPECT_THAT(job.msgLog(), IsEmpty());
     EXPECT_EQ(job.successTableCount(), 1);

@@ -1,12 +1,11 @@
 #include "samples/DatabaseWriter.h"
 
+#include "FileContents.h"
 #include "samples/Damage.h"
 #include "samples/SampleDatabases.h"
 
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 
 namespace vellumo::samples {
 namespace {
@@ -14,12 +13,6 @@ namespace {
 std::string temporaryPath()
 {
     return testing::TempDir() + "vellumo-" + testing::UnitTest::GetInstance()->current_test_info()->name() + ".mdb";
-}
-
-std::string contentsOf(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 std::uint32_t numberAt(const std::string& bytes, std::size_t offset)
@@ -78,6 +71,11 @@ TEST(DatabaseWriter, RefusesWhatCannotBeWritten)
             "Relation <KeysUses> needs a unique index in table <Keys>."},
         {"a value of another type", [](auto& database) { database.tables[1].rows = rowsOf(std::vector<Row>{{{"7"}}}); },
             "A value of column <KeyID> in table <Uses> cannot be stored."},
+        {"more columns than there are",
+            [](auto& database) {
+                database.tables[1].rows = rowsOf(std::vector<Row>{{{7}, RowState::Live, 2}});
+            },
+            "A row of table <Uses> states an impossible size."},
         {"a row longer than a page",
             [](auto& database) {
                 database.tables[0].columns.push_back({.name = "More", .type = ColumnType::Binary});

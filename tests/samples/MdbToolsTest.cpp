@@ -1,5 +1,6 @@
 // What the maker writes, as the programs of the mdbtools package read it. Skipped where they are not installed.
 
+#include "FileContents.h"
 #include "samples/DatabaseWriter.h"
 #include "samples/DemoDatabase.h"
 #include "samples/SampleDatabases.h"
@@ -7,21 +8,13 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <sstream>
 
 using namespace std::string_view_literals;
 
 namespace vellumo::samples {
 namespace {
-
-std::string contentsOf(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class MdbTools : public testing::Test {
 protected:

@@ -4,6 +4,7 @@
 #include "export/ExportWriters.h"
 #include "model/TAdmMDBFile.h"
 #include "platform/MainThread.h"
+#include "support/ExportFakes.h"
 
 #include <atomic>
 #include <functional>
@@ -20,6 +21,7 @@ public:
 struct ExportOutcome {
     int successTableCount = 0;
     std::vector<std::string> log;
+    std::vector<std::string> systemLog;
     std::vector<std::size_t> progress; // the numbers reported
 };
 
@@ -34,15 +36,17 @@ inline ExportOutcome runWriter(ExportWriter writer, const TAdmMDBFile& file, con
     for (std::size_t i = 0; i < fileNames.size(); ++i)
         entries.at(i).exportFileName = fileNames[i];
     DirectMainThread mainThread;
+    FakeSystemLog systemLog;
     std::atomic<bool> terminate = false;
     ExportOutcome outcome;
-    ExportJob job(file, entries, options, terminate, mainThread, [&](std::size_t index) {
+    ExportJob job(file, entries, options, terminate, mainThread, systemLog, [&](std::size_t index) {
         outcome.progress.push_back(index);
         if (static_cast<int>(index) == stopAt) terminate = true;
     });
     writer(job);
     outcome.successTableCount = job.successTableCount();
     outcome.log = job.msgLog();
+    outcome.systemLog = systemLog.lines;
     return outcome;
 }
 

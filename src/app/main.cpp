@@ -1,0 +1,106 @@
+// vellumo: the desktop program.
+
+#include "adapters/IniDefaults.h"
+#include "adapters/XbelRecentDocuments.h"
+#include "desktop/QtText.h"
+#include "desktop/appearance/Appearance.h"
+#include "desktop/instance/RunningInstance.h"
+#include "desktop/ports/QtAlerts.h"
+#include "desktop/ports/QtFilePanels.h"
+#include "desktop/ports/QtImageDecoder.h"
+#include "desktop/ports/QtMainThread.h"
+#include "desktop/ports/QtPasteboard.h"
+#include "desktop/ports/QtSystemLog.h"
+#include "desktop/ports/QtWorkspace.h"
+#include "desktop/window/MainWindow.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QUrl>
+
+namespace {
+
+using namespace vellumo;
+
+// The translations lie beside the program's folder: in a build tree, or where it is installed.
+std::string localeFolder()
+{
+    const auto prefix = QFileInfo(QFileInfo("/proc/self/exe").symLinkTarget()).dir().absolutePath() + "/..";
+    const QString built = prefix + "/locale";
+    return fromQString(QDir(built).exists() ? built : prefix + "/share/locale");
+}
+
+// File manager and terminal give paths and "file:" addresses.
+std::vector<std::string> absolutePaths(const QStringList& arguments)
+{
+    std::vector<std::string> paths;
+    for (const auto& argument : arguments) {
+        const auto path = argument.startsWith("file:") ? QUrl(argument).toLocalFile() : argument;
+        paths.push_back(fromQString(QDir::cleanPath(QFileInfo(path).absoluteFilePath())));
+    }
+    return paths;
+}
+
+std::vector<std::string> filesOfCommandLine()
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        localizedText("Opens Microsoft Access databases, shows what is in them and exports it."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument("files", localizedText("Databases to open."), "[files...]");
+    parser.process(*qApp);
+    return absolutePaths(parser.positionalArguments());
+}
+
+// The Qt side of all that the browser needs of the desktop.
+struct Desktop {
+    IniDefaults defaults{userSettingsPath()};
+    XbelRecentDocuments recentDocuments{userXbelSettings()};
+    SystemFileFacts fileFacts;
+    QtAlerts alerts;
+    QtFilePanels filePanels;
+    QtImageDecoder imageDecoder;
+    QtMainThread mainThread;
+    QtPasteboard pasteboard;
+    QtSystemLog systemLog;
+    QtWorkspace workspace;
+
+    DesktopPorts ports()
+    {
+        return {alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recentDocuments,
+            systemLog, workspace, fromQString(QDir::homePath())};
+    }
+};
+
+int run(const std::vector<std::string>& files)
+{
+    RunningInstance instance(userSocketPath());
+    if (instance.handOver(files)) return 0;
+    Desktop desktop;
+    const Appearance appearance(desktop.defaults);
+    MainWindow window(desktop.ports());
+    desktop.alerts.setMainWindow(&window);
+    desktop.filePanels.setMainWindow(&window);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&window] { window.shutDown(); });
+    window.start();
+    instance.listen([&window](const std::vector<std::string>& received) { window.openFiles(received); });
+    if (!files.empty())
+        QMetaObject::invokeMethod(
+            &window, [&] { window.openFiles(files); }, Qt::QueuedConnection);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    initMessages(localeFolder().c_str());
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("vellumo");
+    QApplication::setApplicationDisplayName("Vellumo");
+    QApplication::setApplicationVersion(VELLUMO_VERSION);
+    QGuiApplication::setDesktopFileName("vellumo");
+    return run(filesOfCommandLine());
+}

@@ -1,0 +1,133 @@
+#include "desktop/grid/DetailPane.h"
+
+#include "browser/DataView.h"
+#include "desktop/QtText.h"
+#include "desktop/grid/FileDrag.h"
+#include "desktop/grid/ObjectActions.h"
+#include "desktop/grid/PictureView.h"
+#include "embedded/TAdmBlobData.h"
+
+#include <QBoxLayout>
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStackedLayout>
+
+namespace vellumo {
+
+namespace {
+
+QPlainTextEdit* makeTextView(QWidget* parent)
+{
+    auto* text = new QPlainTextEdit(parent);
+    text->setReadOnly(true);
+    text->setUndoRedoEnabled(false);
+    text->setTabChangesFocus(true);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    text->setFrameShape(QFrame::NoFrame);
+    text->setAccessibleName(localizedText("Value"));
+    return text;
+}
+
+} // namespace
+
+DetailPane::DetailPane(QWidget* parent)
+    : QWidget(parent)
+    , m_pages(new QStackedLayout)
+    , m_text(makeTextView(this))
+    , m_picture(new PictureView(this))
+    , m_objectBar(makeObjectBar())
+{
+    m_pages->addWidget(m_text);
+    m_pages->addWidget(m_picture);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(m_pages, 1);
+    layout->addWidget(m_objectBar);
+    connect(m_picture, &PictureView::openRequested, this, [this] { m_dataView->openBlobAsFile(); });
+    connect(m_picture, &PictureView::dragStarted, this, [this] {
+        if (const auto object = m_dataView->detail().object) dragFile(*this, object->createTempFile(), {});
+    });
+}
+
+QWidget* DetailPane::makeObjectBar()
+{
+    auto* bar = new QWidget(this);
+    auto* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(6, 4, 6, 4);
+    const auto add = [&](const char* key, const char* name) {
+        auto* button = new QPushButton(localizedText(key), bar);
+        button->setObjectName(name);
+        button->setAutoDefault(false);
+        layout->addWidget(button);
+        return button;
+    };
+    m_openButton = add(messageKey("O&pen"), "openObject");
+    auto* save = add(messageKey("Sa&ve As…"), "saveObject");
+    layout->addStretch();
+    m_fullSizeButton = add(messageKey("F&ull Size"), "fullSize");
+    m_fullSizeButton->setCheckable(true);
+    connect(m_openButton, &QPushButton::clicked, this, [this] { m_dataView->openObject(); });
+    connect(save, &QPushButton::clicked, this, [this] { m_dataView->saveObjectAs(); });
+    connect(m_fullSizeButton, &QPushButton::toggled, this, [this](bool isOn) { m_picture->setFullSize(isOn); });
+    return bar;
+}
+
+void DetailPane::setDataView(DataView& dataView)
+{
+    m_dataView = &dataView;
+    detailDidChange();
+}
+
+void DetailPane::detailDidChange()
+{
+    if (m_dataView == nullptr) return;
+    const auto& detail = m_dataView->detail();
+    m_picture->setPicture(detail.blob ? detail.image : nullptr);
+    if (detail.blob) {
+        m_text->clear();
+        m_pages->setCurrentWidget(m_picture);
+    } else {
+        showText();
+    }
+    m_objectBar->setVisible(detail.object != nullptr);
+    m_openButton->setEnabled(m_dataView->canOpenObject());
+    m_fullSizeButton->setVisible(detail.blob != nullptr);
+}
+
+void DetailPane::showText()
+{
+    m_text->setPlainText(toQString(m_dataView->detail().text));
+    adjustTextColour();
+    m_pages->setCurrentWidget(m_text);
+}
+
+void DetailPane::adjustTextColour()
+{
+    // From the pane's own palette, which the text's follows but for this colour.
+    auto colours = palette();
+    if (m_dataView != nullptr && m_dataView->detail().isGrey)
+        colours.setColor(QPalette::Active, QPalette::Text, palette().color(QPalette::PlaceholderText));
+    colours.setColor(QPalette::Inactive, QPalette::Text, colours.color(QPalette::Active, QPalette::Text));
+    m_text->setPalette(colours);
+}
+
+void DetailPane::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) adjustTextColour();
+}
+
+void DetailPane::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (m_dataView == nullptr || !m_dataView->detail().object) return;
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    addObjectActions(*menu, *m_dataView);
+    menu->popup(event->globalPos());
+}
+
+} // namespace vellumo

@@ -1,0 +1,105 @@
+#include "desktop/grid/JumpBar.h"
+
+#include "browser/JumpBarMenu.h"
+#include "desktop/QtText.h"
+#include "desktop/icons/Icons.h"
+
+#include <QBoxLayout>
+#include <QMenu>
+#include <QToolButton>
+
+namespace vellumo {
+
+namespace {
+
+// A name as the text of a button or menu item, where "&" would mark a mnemonic.
+QString plainTitle(const std::string& name) { return toQString(name).replace('&', "&&"); }
+
+} // namespace
+
+JumpBar::JumpBar(QWidget* parent)
+    : QWidget(parent)
+    , m_fileButton(makeButton(messageKey("File"), &JumpBar::fillFiles))
+    , m_tableButton(makeButton(messageKey("Table"), &JumpBar::fillTables))
+{
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 2, 4, 2);
+    layout->setSpacing(2);
+    layout->addWidget(m_fileButton);
+    layout->addWidget(m_tableButton);
+    layout->addStretch();
+    m_fileButton->setObjectName("jumpBarFile");
+    m_tableButton->setObjectName("jumpBarTable");
+    m_fileButton->setIcon(icon("database"));
+    m_tableButton->setIcon(icon("table"));
+    selectionDidChange();
+}
+
+QToolButton* JumpBar::makeButton(const char* nameKey, void (JumpBar::*fill)(QMenu&))
+{
+    auto* button = new QToolButton(this);
+    auto* menu = new QMenu(button);
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setAccessibleName(localizedText(nameKey));
+    connect(menu, &QMenu::aboutToShow, this, [this, menu, fill] {
+        menu->clear();
+        if (m_menu != nullptr) (this->*fill)(*menu);
+    });
+    return button;
+}
+
+void JumpBar::setMenu(const JumpBarMenu& menu, Select select)
+{
+    m_menu = &menu;
+    m_select = std::move(select);
+    selectionDidChange();
+}
+
+void JumpBar::selectionDidChange()
+{
+    const auto selected = m_menu == nullptr ? TreeItem() : m_menu->selectedItem();
+    m_fileButton->setText(selected.isNone() ? localizedText("No files selected") : plainTitle(selected.file->name()));
+    m_tableButton->setVisible(selected.isTable());
+    if (selected.isTable()) m_tableButton->setText(plainTitle(selected.table->name()));
+}
+
+void JumpBar::fillFiles(QMenu& menu)
+{
+    for (const auto& item : m_menu->items()) {
+        if (item.tables.empty()) {
+            addItem(menu, item.file->name(), TreeItem::of(*item.file));
+            continue;
+        }
+        auto* tables = menu.addMenu(plainTitle(item.file->name()));
+        // Items of the submenu are many; most submenus are never opened.
+        connect(tables, &QMenu::aboutToShow, this, [this, tables, file = item.file] {
+            tables->clear();
+            addItem(*tables, file->name(), TreeItem::of(*file));
+            tables->addSeparator();
+            addTables(*tables, file);
+        });
+    }
+}
+
+void JumpBar::fillTables(QMenu& menu) { addTables(menu, m_menu->selectedItem().file); }
+
+void JumpBar::addTables(QMenu& menu, TAdmMDBFile* file)
+{
+    for (const auto& item : m_menu->items())
+        if (item.file == file)
+            for (auto* table : item.tables)
+                addItem(menu, table->name(), TreeItem::of(*table));
+}
+
+void JumpBar::addItem(QMenu& menu, const std::string& title, const TreeItem& item)
+{
+    auto* action = menu.addAction(plainTitle(title), this, [this, item] { m_select(item); });
+    action->setCheckable(true);
+    action->setChecked(item == m_menu->selectedItem());
+}
+
+} // namespace vellumo

@@ -1,0 +1,198 @@
+#include "desktop/tree/FileListPanel.h"
+
+#include "browser/VellumoAppDelegate.h"
+#include "desktop/QtText.h"
+#include "desktop/icons/Icons.h"
+#include "desktop/tree/FileTreeDelegate.h"
+#include "desktop/tree/FileTreeMenu.h"
+#include "desktop/tree/FileTreeModel.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QStackedWidget>
+#include <QTreeView>
+
+namespace vellumo {
+
+FileListPanel::FileListPanel(VellumoAppDelegate& app, QWidget* parent)
+    : QWidget(parent)
+    , m_app(app)
+    , m_model(new FileTreeModel(app, this))
+    , m_filter(new QLineEdit(this))
+    , m_tree(new QTreeView(this))
+    , m_pages(new QStackedWidget(this))
+{
+    m_filter->setObjectName("fileSearchField");
+    m_filter->setPlaceholderText(localizedText("Filter files and tables"));
+    m_filter->setAccessibleName(localizedText("Filter files and tables"));
+    m_filter->setClearButtonEnabled(true);
+    m_filter->addAction(icon("search"), QLineEdit::LeadingPosition);
+    connect(m_filter, &QLineEdit::textChanged, this, [this](const QString& text) {
+        m_app.controlTextDidChange(VellumoAppDelegate::SearchField::File, fromQString(text));
+    });
+    setUpTree();
+    m_pages->addWidget(m_tree);
+    m_pages->addWidget(makePlaceholder());
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addWidget(m_filter);
+    layout->addWidget(m_pages, 1);
+}
+
+void FileListPanel::setUpTree()
+{
+    m_tree->setObjectName("fileTree");
+    m_tree->setAccessibleName(localizedText("File list"));
+    m_tree->setModel(m_model);
+    m_tree->setItemDelegate(new FileTreeDelegate(m_tree));
+    m_tree->setHeaderHidden(true);
+    m_tree->setUniformRowHeights(true);
+    m_tree->setEditTriggers(QTreeView::NoEditTriggers);
+    m_tree->setExpandsOnDoubleClick(false);
+    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_tree->installEventFilter(this);
+    const auto remember = [this](bool isExpanded) {
+        return [this, isExpanded](const QModelIndex& index) {
+            const auto* file = m_model->item(index).file;
+            if (isExpanded)
+                m_expanded.insert(file);
+            else
+                m_expanded.erase(file);
+        };
+    };
+    connect(m_tree, &QTreeView::expanded, this, remember(true));
+    connect(m_tree, &QTreeView::collapsed, this, remember(false));
+    connect(m_tree, &QTreeView::customContextMenuRequested, this, &FileListPanel::popUpMenu);
+    connect(m_tree, &QTreeView::clicked, this,
+        [this](const QModelIndex& index) { m_app.OnSingleClickfileTree(m_model->item(index)); });
+    // Opening a file replaces the model's rows, which a view must not see happen inside its own event handler.
+    connect(m_tree, &QTreeView::doubleClicked, this, &FileListPanel::openCurrent, Qt::QueuedConnection);
+    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FileListPanel::userSelected);
+}
+
+QWidget* FileListPanel::makePlaceholder()
+{
+    auto* page = new QWidget(this);
+    page->setObjectName("dropPlaceholder");
+    auto* picture = new QLabel(page);
+    picture->setPixmap(icon("drop").pixmap(64, 64));
+    picture->setAlignment(Qt::AlignCenter);
+    auto* text = new QLabel(localizedText("Drop MDB or ACCDB files here"), page);
+    text->setAlignment(Qt::AlignCenter);
+    text->setWordWrap(true);
+    auto* open = new QPushButton(localizedText("Open…"), page);
+    connect(open, &QPushButton::clicked, this, [this] { m_app.OpenFile(); });
+    auto* layout = new QVBoxLayout(page);
+    layout->addStretch();
+    layout->addWidget(picture);
+    layout->addWidget(text);
+    layout->addWidget(open, 0, Qt::AlignHCenter);
+    layout->addStretch();
+    return page;
+}
+
+void FileListPanel::focusFilter()
+{
+    m_filter->setFocus(Qt::ShortcutFocusReason);
+    m_filter->selectAll();
+}
+
+// What the controller tells
+
+void FileListPanel::reload()
+{
+    const QScopedValueRollback following(m_isFollowing, true);
+    // A file that a filter hides stays expanded.
+    std::erase_if(m_expanded, [this](const TAdmMDBFile* file) {
+        return std::ranges::none_of(
+            m_app.recentFiles(), [&](const auto& listedFile) { return listedFile.get() == file; });
+    });
+    m_model->reload();
+    restoreExpansion();
+    selectionDidChange();
+}
+
+void FileListPanel::restoreExpansion()
+{
+    const auto expanded = m_expanded; // expanding tells us, too
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const auto index = m_model->index(row, 0);
+        if (expanded.contains(m_model->item(index).file)) m_tree->expand(index);
+    }
+}
+
+void FileListPanel::fileWillClose(TAdmMDBFile& file)
+{
+    const QScopedValueRollback following(m_isFollowing, true);
+    m_model->removeTablesOf(file);
+    m_expanded.erase(&file);
+}
+
+void FileListPanel::expand(TAdmMDBFile& file)
+{
+    m_expanded.insert(&file);
+    m_tree->expand(m_model->indexOf(TreeItem::of(file)));
+}
+
+void FileListPanel::collapse(TAdmMDBFile& file)
+{
+    m_expanded.erase(&file);
+    m_tree->collapse(m_model->indexOf(TreeItem::of(file)));
+}
+
+void FileListPanel::selectionDidChange()
+{
+    const QScopedValueRollback following(m_isFollowing, true);
+    const auto& item = m_app.treeSelection();
+    const auto index = item.isNone() ? QModelIndex() : m_model->indexOf(item);
+    if (index.isValid()) m_tree->expand(index.parent());
+    m_tree->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    if (!index.isValid()) m_tree->clearSelection();
+}
+
+void FileListPanel::scrollToSelection()
+{
+    if (const auto index = m_model->indexOf(m_app.treeSelection()); index.isValid()) m_tree->scrollTo(index);
+}
+
+void FileListPanel::placeholderDidChange()
+{
+    m_pages->setCurrentIndex(m_app.isPlaceholderShown() ? 1 : 0);
+    m_filter->setEnabled(!m_app.isPlaceholderShown());
+}
+
+// What the user does
+
+void FileListPanel::userSelected()
+{
+    if (m_isFollowing) return;
+    const auto rows = m_tree->selectionModel()->selectedIndexes();
+    m_app.outlineViewSelectionDidChange(rows.isEmpty() ? TreeItem() : m_model->item(rows.first()));
+}
+
+void FileListPanel::openCurrent() { m_app.OnDoubleClickFileTree(); }
+
+void FileListPanel::popUpMenu(const QPoint& position)
+{
+    popUpFileTreeMenu(
+        *m_tree, m_app, m_model->item(m_tree->indexAt(position)), m_tree->viewport()->mapToGlobal(position));
+}
+
+bool FileListPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_tree && event->type() == QEvent::KeyPress) {
+        const auto key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            openCurrent();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace vellumo

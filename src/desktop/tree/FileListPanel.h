@@ -1,0 +1,56 @@
+#pragma once
+
+#include "browser/TreeItem.h"
+
+#include <QWidget>
+
+#include <set>
+
+class QLineEdit;
+class QStackedWidget;
+class QTreeView;
+
+namespace vellumo {
+
+class FileTreeModel;
+class VellumoAppDelegate;
+
+// The file list: a filter field above the tree of files and tables, or an invitation to drop files while there are
+// none. Remembers which files are expanded.
+class FileListPanel : public QWidget {
+public:
+    // `app` outlives the panel's use.
+    FileListPanel(VellumoAppDelegate& app, QWidget* parent);
+
+    void focusFilter();
+
+    // What changed in the controller.
+    void reload();
+    void fileWillClose(TAdmMDBFile& file);
+    void expand(TAdmMDBFile& file);
+    void collapse(TAdmMDBFile& file);
+    void selectionDidChange();
+    void scrollToSelection();
+    void placeholderDidChange();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void setUpTree();
+    [[nodiscard]] QWidget* makePlaceholder();
+    void restoreExpansion();
+    void userSelected();
+    void openCurrent();
+    void popUpMenu(const QPoint& position);
+
+    VellumoAppDelegate& m_app;
+    FileTreeModel* m_model;
+    QLineEdit* m_filter;
+    QTreeView* m_tree;
+    QStackedWidget* m_pages;
+    std::set<const TAdmMDBFile*> m_expanded; // of the list; never dereferenced
+    bool m_isFollowing = false;              // the tree takes over what the controller has
+};
+
+} // namespace vellumo

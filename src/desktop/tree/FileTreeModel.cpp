@@ -1,0 +1,123 @@
+#include "desktop/tree/FileTreeModel.h"
+
+#include "browser/VellumoAppDelegate.h"
+#include "desktop/QtText.h"
+#include "desktop/icons/Icons.h"
+
+#include <algorithm>
+
+namespace vellumo {
+
+namespace {
+
+template <typename List, typename Item> int positionIn(const List& list, const Item& item)
+{
+    return static_cast<int>(std::ranges::find(list, item) - list.begin());
+}
+
+} // namespace
+
+FileTreeModel::FileTreeModel(VellumoAppDelegate& app, QObject* parent)
+    : QAbstractItemModel(parent)
+    , m_app(app)
+    , m_tableIcon(icon("table"))
+    , m_openFileIcon(icon("database"))
+    , m_closedFileIcon(icon("database_closed"))
+{
+    reload();
+}
+
+void FileTreeModel::reload()
+{
+    beginResetModel();
+    m_rows.clear();
+    for (auto* file : m_app.tree().fileEntities())
+        m_rows.push_back({file, m_app.tree().tableEntities(*file)});
+    endResetModel();
+}
+
+void FileTreeModel::removeTablesOf(const TAdmMDBFile& file)
+{
+    const auto row = std::ranges::find(m_rows, &file, &FileRow::file);
+    if (row == m_rows.end() || row->tables.empty()) return;
+    const auto parent = index(static_cast<int>(row - m_rows.begin()), 0);
+    beginRemoveRows(parent, 0, static_cast<int>(row->tables.size()) - 1);
+    row->tables.clear();
+    endRemoveRows();
+}
+
+const FileTreeModel::FileRow* FileTreeModel::fileRowOf(const QModelIndex& index) const
+{
+    if (!index.isValid()) return nullptr;
+    const auto row = index.internalId() == 0 ? static_cast<std::size_t>(index.row()) : index.internalId() - 1;
+    return row < m_rows.size() ? &m_rows[row] : nullptr;
+}
+
+TreeItem FileTreeModel::item(const QModelIndex& index) const
+{
+    const auto* row = fileRowOf(index);
+    if (row == nullptr) return {};
+    if (index.internalId() == 0) return TreeItem::of(*row->file);
+    const auto table = static_cast<std::size_t>(index.row());
+    return table < row->tables.size() ? TreeItem::of(*row->tables[table]) : TreeItem();
+}
+
+QModelIndex FileTreeModel::indexOf(const TreeItem& item) const
+{
+    const auto row = std::ranges::find(m_rows, item.file, &FileRow::file);
+    if (row == m_rows.end()) return {};
+    const auto parent = index(static_cast<int>(row - m_rows.begin()), 0);
+    if (item.isFile()) return parent;
+    return index(positionIn(row->tables, item.table), 0, parent);
+}
+
+QModelIndex FileTreeModel::index(int row, int column, const QModelIndex& parent) const
+{
+    if (!hasIndex(row, column, parent)) return {};
+    return createIndex(row, column, parent.isValid() ? static_cast<quintptr>(parent.row()) + 1 : quintptr{0});
+}
+
+QModelIndex FileTreeModel::parent(const QModelIndex& index) const
+{
+    if (!index.isValid() || index.internalId() == 0) return {};
+    return createIndex(static_cast<int>(index.internalId() - 1), 0, quintptr{0});
+}
+
+int FileTreeModel::rowCount(const QModelIndex& parent) const
+{
+    if (!parent.isValid()) return static_cast<int>(m_rows.size());
+    const auto* row = parent.internalId() == 0 ? fileRowOf(parent) : nullptr;
+    return row == nullptr ? 0 : static_cast<int>(row->tables.size());
+}
+
+int FileTreeModel::columnCount(const QModelIndex& /*parent*/) const { return 1; }
+
+QVariant FileTreeModel::data(const QModelIndex& index, int role) const
+{
+    const auto shown = item(index);
+    if (shown.isNone()) return {};
+    switch (role) {
+    case Qt::DisplayRole: return toQString(m_app.objectValueByItem(shown).name);
+    case RowCountRole: return toQString(m_app.objectValueByItem(shown).rowCount);
+    case Qt::AccessibleTextRole: {
+        const auto text = m_app.objectValueByItem(shown);
+        return toQString(text.name + text.rowCount);
+    }
+    case Qt::DecorationRole: return picture(shown);
+    case Qt::ToolTipRole: return toolTip(shown);
+    default: return {};
+    }
+}
+
+QVariant FileTreeModel::picture(const TreeItem& item) const
+{
+    if (item.isTable()) return m_tableIcon;
+    return item.file->active() ? m_openFileIcon : m_closedFileIcon;
+}
+
+QVariant FileTreeModel::toolTip(const TreeItem& item) const
+{
+    return toQString(item.isTable() ? item.table->name() : item.file->fullPath());
+}
+
+} // namespace vellumo

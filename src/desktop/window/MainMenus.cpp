@@ -1,0 +1,180 @@
+#include "desktop/window/MainMenus.h"
+
+#include "browser/ToolbarDescription.h"
+#include "browser/VellumoAppDelegate.h"
+#include "desktop/QtText.h"
+#include "desktop/icons/Icons.h"
+#include "desktop/window/AboutDialog.h"
+#include "desktop/window/ExportMenu.h"
+#include "desktop/window/MainWindow.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTimer>
+
+namespace vellumo {
+
+namespace {
+
+using Sender = VellumoAppDelegate::Sender;
+
+ApplicationMenuTitles titles() { return applicationMenuTitles(fromQString(QApplication::applicationDisplayName())); }
+
+} // namespace
+
+MainMenus::MainMenus(MainWindow& window, VellumoAppDelegate& app)
+    : QObject(&window)
+    , m_window(window)
+    , m_app(app)
+    , m_bar(*window.menuBar())
+    , m_editActions(makeEditActions(window, app.dataView()))
+{
+    makeFileMenu();
+    makeEditMenu();
+    makeViewMenu();
+    makeGoMenu();
+    makeWindowMenu();
+    makeHelpMenu();
+    update();
+}
+
+QAction* MainMenus::add(
+    QMenu& menu, const QString& title, const QList<QKeySequence>& shortcuts, std::function<void()> run)
+{
+    auto* action = menu.addAction(title, this, std::move(run));
+    action->setShortcuts(shortcuts);
+    return action;
+}
+
+void MainMenus::enableWhile(QAction* action, std::function<bool()> isUsable)
+{
+    m_conditions.push_back({action, std::move(isUsable)});
+}
+
+void MainMenus::makeFileMenu()
+{
+    auto& menu = *m_bar.addMenu(localizedText("&File"));
+    const auto hasFile = [this] { return m_app.selectedFile() != nullptr; };
+    const auto isOpen = [this] { return m_app.selectedFile() != nullptr && m_app.selectedFile()->active(); };
+    const auto hasFiles = [this] { return !m_app.recentFiles().empty(); };
+    const auto onFile = [this](void (VellumoAppDelegate::*command)(Sender)) {
+        return [this, command] { (m_app.*command)(Sender::Other); };
+    };
+    add(menu, localizedText("&Open…"), {QKeySequence::Open}, [this] {
+        m_app.OpenFile();
+    })->setIcon(icon("open_folder"));
+    enableWhile(add(menu, localizedText("Open Selected &File"), {Qt::CTRL | Qt::SHIFT | Qt::Key_O},
+                    onFile(&VellumoAppDelegate::OpenSelectedFile)),
+        [hasFile, isOpen] { return hasFile() && !isOpen(); });
+    enableWhile(add(menu, localizedText("Open Table in &New Window"), {QKeySequence::New},
+                    [this] { m_app.OpenTableInNewWindow(*m_app.selectedTable()); }),
+        [this] { return m_app.selectedTable() != nullptr; });
+    menu.addSeparator();
+    auto* exports = menu.addMenu(localizedText("&Export"));
+    addExportCommands(*exports, m_app);
+    menu.addSeparator();
+    enableWhile(
+        add(menu, localizedText("Show in File &Manager"), {}, onFile(&VellumoAppDelegate::ShowInFinder)), hasFile);
+    enableWhile(
+        add(menu, localizedText("&Close File"), {QKeySequence::Close}, onFile(&VellumoAppDelegate::CloseSelectedFile)),
+        isOpen);
+    enableWhile(add(menu, localizedText("&Remove from List"), {Qt::CTRL | Qt::Key_Backspace},
+                    onFile(&VellumoAppDelegate::RemoveSelectedFile)),
+        hasFile);
+    enableWhile(add(menu, localizedText("Remove O&ther Files"), {}, onFile(&VellumoAppDelegate::RemoveOtherFiles)),
+        [this, hasFile] { return hasFile() && m_app.recentFiles().size() > 1; });
+    enableWhile(add(menu, localizedText("C&lear File List"), {}, [this] { m_app.clearRecentDocuments(); }), hasFiles);
+    menu.addSeparator();
+    add(menu, toQString(titles().quit), {QKeySequence::Quit, Qt::CTRL | Qt::Key_Q}, [this] { m_window.close(); });
+}
+
+void MainMenus::makeEditMenu()
+{
+    auto& menu = *m_bar.addMenu(localizedText("&Edit"));
+    menu.addActions({m_editActions.copy, m_editActions.selectAll, m_editActions.deselectAll});
+    menu.addSeparator();
+    add(menu, localizedText("&Find"), {QKeySequence::Find}, [this] { m_app.Find(); });
+    add(menu, localizedText("Filter File &List"), {Qt::CTRL | Qt::SHIFT | Qt::Key_F},
+        [this] { m_window.focusFileFilter(); });
+    menu.addSeparator();
+    menu.addAction(m_editActions.jumpToRow);
+}
+
+void MainMenus::makeViewMenu()
+{
+    auto& menu = *m_bar.addMenu(localizedText("&View"));
+    constexpr std::array commands = {&VellumoAppDelegate::ToggleTreeView, &VellumoAppDelegate::ToggleInformationView,
+        &VellumoAppDelegate::ToggleTextView, &VellumoAppDelegate::ToggleJumpBar, &VellumoAppDelegate::ToggleNumRows};
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        const auto key = static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(i));
+        m_toggles[i] = add(menu, {}, {Qt::CTRL | key}, [this, command = commands[i]] { (m_app.*command)(); });
+        toggleDidChange(ViewToggles::all[i]);
+    }
+    menu.addSeparator();
+    m_fullScreen = add(menu, {}, {Qt::Key_F11, QKeySequence::FullScreen}, [this] { m_window.toggleFullScreen(); });
+}
+
+void MainMenus::makeGoMenu()
+{
+    auto& menu = *m_bar.addMenu(localizedText("&Go"));
+    const auto go = [&](std::string_view identifier, int key, void (VellumoAppDelegate::*command)()) {
+        const auto* item = toolbarItem(identifier);
+        auto* action = add(menu, toQString(item->label()), {Qt::ALT | static_cast<Qt::Key>(key)},
+            [this, command] { (m_app.*command)(); });
+        action->setIcon(icon(toQString(item->iconName)));
+        return action;
+    };
+    enableWhile(go("navigationBack", Qt::Key_Left, &VellumoAppDelegate::PreviousSelectedTable),
+        [this] { return m_app.history().isBackEnabled(); });
+    enableWhile(go("navigationNext", Qt::Key_Right, &VellumoAppDelegate::NextSelectedTable),
+        [this] { return m_app.history().isNextEnabled(); });
+}
+
+void MainMenus::makeWindowMenu()
+{
+    auto& menu = *m_bar.addMenu(localizedText("&Window"));
+    connect(&menu, &QMenu::aboutToShow, this, [this, &menu] { listTableWindows(menu); });
+    listTableWindows(menu);
+}
+
+void MainMenus::listTableWindows(QMenu& menu)
+{
+    menu.clear();
+    add(menu, toQString(titles().hide), {}, [this] { m_window.showMinimized(); });
+    if (m_app.childWinManager() == nullptr || m_app.childWinManager()->childWins().empty()) return;
+    menu.addSeparator();
+    for (const auto& child : m_app.childWinManager()->childWins())
+        add(menu, toQString(child->title()).replace('&', "&&"), {}, [&port = child->port()] { port.makeKey(); });
+}
+
+void MainMenus::makeHelpMenu()
+{
+    auto& menu = *m_bar.addMenu(localizedText("&Help"));
+    add(menu, toQString(titles().about), {}, [this] { showAboutDialog(m_window); });
+}
+
+void MainMenus::toggleDidChange(ViewToggle toggle)
+{
+    m_toggles[static_cast<std::size_t>(toggle)]->setText(toQString(m_app.toggles().menuTitle(toggle)));
+}
+
+void MainMenus::scheduleUpdate()
+{
+    if (std::exchange(m_isUpdateScheduled, true)) return;
+    QTimer::singleShot(0, this, [this] {
+        m_isUpdateScheduled = false;
+        update();
+    });
+}
+
+void MainMenus::update()
+{
+    for (const auto& [action, isUsable] : m_conditions)
+        action->setEnabled(isUsable());
+    m_editActions.update(m_app.dataView());
+    m_fullScreen->setText(
+        m_window.isFullScreen() ? localizedText("Exit Full Screen") : toQString(fullScreenMenuTitle()));
+}
+
+} // namespace vellumo

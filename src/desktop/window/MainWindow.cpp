@@ -1,0 +1,322 @@
+#include "desktop/window/MainWindow.h"
+
+#include "desktop/QtText.h"
+#include "desktop/dialogs/ExportDialog.h"
+#include "desktop/dialogs/ExportProgressDialog.h"
+#include "desktop/grid/DataViewWidget.h"
+#include "desktop/icons/Icons.h"
+#include "desktop/information/InformationPanel.h"
+#include "desktop/tree/FileListPanel.h"
+#include "desktop/window/MainMenus.h"
+#include "desktop/window/MainToolBar.h"
+#include "desktop/window/SearchField.h"
+#include "desktop/window/StatusLine.h"
+#include "desktop/window/TableWindow.h"
+#include "desktop/window/WindowLayout.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QSplitter>
+#include <QTimer>
+#include <QUrl>
+
+namespace vellumo {
+
+namespace {
+
+constexpr const char* geometryKey = "mainWindowGeometry";
+constexpr const char* columnsKey = "mainWindowColumns";
+constexpr const char* leftColumnKey = "mainWindowLeftColumn";
+constexpr const char* dataViewKey = "mainWindowDataView";
+
+std::vector<std::string> localFiles(const QMimeData& data)
+{
+    std::vector<std::string> paths;
+    for (const auto& url : data.urls())
+        if (url.isLocalFile()) paths.push_back(fromQString(url.toLocalFile()));
+    return paths;
+}
+
+} // namespace
+
+MainWindow::MainWindow(const DesktopPorts& desktop)
+    : m_defaults(desktop.defaults)
+    , m_openProgress(*this)
+    , m_dataView(new DataViewWidget(this))
+    , m_app(std::make_unique<VellumoAppDelegate>(*this, desktop))
+    , m_fileList(new FileListPanel(*m_app, this))
+    , m_information(new InformationPanel(*m_app, this))
+    , m_toolBar(new MainToolBar(*m_app, this))
+    , m_statusLine(new StatusLine(*m_app, this))
+    , m_menus(new MainMenus(*this, *m_app))
+    , m_columns(new QSplitter(Qt::Horizontal, this))
+    , m_leftColumn(new QSplitter(Qt::Vertical, this))
+{
+    setObjectName("mainWindow");
+    setWindowTitle(QApplication::applicationDisplayName());
+    setWindowIcon(applicationIcon());
+    setAcceptDrops(true);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    m_dataView->setDataView(m_app->dataView());
+    m_dataView->jumpBar().setMenu(
+        m_app->jumpBar(), [this](const TreeItem& item) { m_app->jumpBarDidSelectItem(item); });
+    layOutPanels();
+    qApp->installEventFilter(this); // for the mouse's Back and Next buttons, wherever the pointer is
+}
+
+MainWindow::~MainWindow()
+{
+    qApp->removeEventFilter(this);
+    hide(); // visible widgets would ask the controller, which goes before them
+}
+
+void MainWindow::layOutPanels()
+{
+    addToolBar(m_toolBar);
+    setStatusBar(m_statusLine);
+    m_leftColumn->addWidget(m_fileList);
+    m_leftColumn->addWidget(m_information);
+    m_leftColumn->setChildrenCollapsible(false);
+    m_leftColumn->setSizes({300, 320});
+    m_leftColumn->setHandleWidth(8);
+    m_columns->addWidget(m_leftColumn);
+    m_columns->addWidget(m_dataView);
+    m_columns->setChildrenCollapsible(false);
+    m_columns->setStretchFactor(0, 0);
+    m_columns->setStretchFactor(1, 1);
+    m_columns->setSizes({300, 820});
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(6, 6, 6, 0);
+    layout->addWidget(m_columns);
+    setCentralWidget(central);
+    resize(1120, 700);
+}
+
+// Life
+
+void MainWindow::start()
+{
+    restoreState();
+    m_app->applicationDidFinishLaunching();
+    show();
+}
+
+void MainWindow::openFiles(const std::vector<std::string>& paths)
+{
+    m_waitingFiles.insert(m_waitingFiles.end(), paths.begin(), paths.end());
+    bringToFront();
+    openWaitingFiles();
+}
+
+void MainWindow::openWaitingFiles()
+{
+    if (m_openProgress.isActive() || m_app->isExporting() || m_waitingFiles.empty()) return;
+    const auto paths = std::exchange(m_waitingFiles, {});
+    m_app->applicationOpenFiles(paths);
+}
+
+void MainWindow::shutDown()
+{
+    if (std::exchange(m_isShutDown, true)) return;
+    if (m_isExportRunning && m_app->exportWizard()) m_app->exportWizard()->stop();
+    // The worker reports its end on this thread.
+    while (m_isExportRunning)
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    storeState();
+    m_app->applicationWillTerminate();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_openProgress.isActive()) {
+        event->ignore();
+        return;
+    }
+    storeState();
+    event->accept();
+}
+
+void MainWindow::restoreState()
+{
+    // What was never stored leaves everything as it is.
+    restoreGeometry(storedLayout(m_defaults, geometryKey));
+    m_columns->restoreState(storedLayout(m_defaults, columnsKey));
+    m_leftColumn->restoreState(storedLayout(m_defaults, leftColumnKey));
+    m_dataView->restoreLayout(m_defaults.string(dataViewKey).value_or(""));
+}
+
+void MainWindow::storeState()
+{
+    storeLayout(m_defaults, geometryKey, saveGeometry());
+    storeLayout(m_defaults, columnsKey, m_columns->saveState());
+    storeLayout(m_defaults, leftColumnKey, m_leftColumn->saveState());
+    m_defaults.setString(dataViewKey, m_dataView->layoutState());
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::WindowStateChange) return;
+    m_menus->scheduleUpdate();
+    if (auto* tableWindows = m_app->childWinManager()) tableWindows->AllAlwaysOnTop(isFullScreen());
+}
+
+void MainWindow::toggleFullScreen() { setWindowState(windowState() ^ Qt::WindowFullScreen); }
+
+void MainWindow::focusFileFilter()
+{
+    if (!m_app->toggles().isShown(ViewToggle::FileTree)) m_app->ToggleTreeView();
+    m_fileList->focusFilter();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::MouseButtonPress) return false;
+    const auto* widget = qobject_cast<QWidget*>(watched);
+    if (widget == nullptr || widget->window() != this) return false;
+    const auto button = static_cast<QMouseEvent*>(event)->button();
+    if (button == Qt::BackButton) m_app->PreviousSelectedTable();
+    if (button == Qt::ForwardButton) m_app->NextSelectedTable();
+    return button == Qt::BackButton || button == Qt::ForwardButton;
+}
+
+// Dropped files
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!m_app->validateDrop(localFiles(*event->mimeData()))) return;
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const auto paths = localFiles(*event->mimeData());
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    // The program that they come from waits for the end of the drop.
+    QTimer::singleShot(0, this, [this, paths] { m_app->acceptDrop(paths); });
+}
+
+// MainWindowView
+
+DataViewPort& MainWindow::dataView() { return *m_dataView; }
+
+void MainWindow::reloadTree()
+{
+    m_fileList->reload();
+    m_menus->scheduleUpdate();
+}
+
+void MainWindow::fileWillClose(TAdmMDBFile& file) { m_fileList->fileWillClose(file); }
+
+void MainWindow::expandTreeItem(TAdmMDBFile& file) { m_fileList->expand(file); }
+
+void MainWindow::collapseTreeItem(TAdmMDBFile& file) { m_fileList->collapse(file); }
+
+void MainWindow::treeSelectionDidChange() { m_fileList->selectionDidChange(); }
+
+void MainWindow::scrollToTreeSelection() { m_fileList->scrollToSelection(); }
+
+void MainWindow::informationBarDidChange() { m_information->barDidChange(); }
+
+void MainWindow::informationDidReload(InformationType type) { m_information->reload(type); }
+
+void MainWindow::informationDetailsDidChange(InformationType type) { m_information->detailsDidChange(type); }
+
+// Every change of what is selected or listed comes by here.
+void MainWindow::statusTextDidChange()
+{
+    m_statusLine->textDidChange();
+    m_menus->scheduleUpdate();
+}
+
+void MainWindow::placeholderDidChange() { m_fileList->placeholderDidChange(); }
+
+void MainWindow::viewToggleDidChange(ViewToggle toggle)
+{
+    const auto isShown = m_app->toggles().isShown(toggle);
+    if (toggle == ViewToggle::FileTree) m_fileList->setVisible(isShown);
+    if (toggle == ViewToggle::InformationView) m_information->setVisible(isShown);
+    m_leftColumn->setVisible(
+        m_app->toggles().isShown(ViewToggle::FileTree) || m_app->toggles().isShown(ViewToggle::InformationView));
+    m_menus->toggleDidChange(toggle);
+    m_statusLine->toggleDidChange(toggle);
+}
+
+void MainWindow::navigationDidChange()
+{
+    m_toolBar->navigationDidChange();
+    m_menus->scheduleUpdate();
+}
+
+// The buttons of Qt's toolbars do not stay selected.
+void MainWindow::deselectAllForToolbarItems() { }
+
+void MainWindow::jumpBarMenuDidChange() { m_dataView->jumpBar().selectionDidChange(); }
+
+void MainWindow::jumpBarSelectionDidChange() { m_dataView->jumpBar().selectionDidChange(); }
+
+void MainWindow::searchMenuDidChange() { m_toolBar->searchField().menuDidChange(); }
+
+void MainWindow::focusDataSearchField()
+{
+    m_toolBar->searchField().setFocus(Qt::ShortcutFocusReason);
+    m_toolBar->searchField().selectAll();
+}
+
+void MainWindow::openDidBegin(const TAdmMDBFile& file) { m_openProgress.begin(toQString(file.label())); }
+
+bool MainWindow::openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected)
+{
+    return m_openProgress.advance(rowsDone, rowsExpected);
+}
+
+void MainWindow::openDidEnd()
+{
+    m_openProgress.end();
+    QTimer::singleShot(0, this, [this] { openWaitingFiles(); });
+}
+
+void MainWindow::beginExportSheet(const std::shared_ptr<ExportWizard>& wizard)
+{
+    auto* dialog = new ExportDialog(wizard, this); // destroys itself
+    connect(dialog, &ExportDialog::sheetEnded, this, [this](int returnCode) {
+        m_app->exportSheetDidEnd(returnCode);
+        openWaitingFiles();
+    });
+    dialog->open();
+}
+
+void MainWindow::beginExportProgressSheet(const std::shared_ptr<ExportWizard>& wizard)
+{
+    m_isExportRunning = true;
+    auto* dialog = new ExportProgressDialog(wizard, this); // destroys itself
+    connect(dialog, &ExportProgressDialog::exportDidFinish, this, [this] {
+        m_isExportRunning = false;
+        m_app->exportDidFinish();
+        openWaitingFiles();
+    });
+    dialog->open();
+}
+
+std::unique_ptr<ChildWindowPort> MainWindow::createChildWindow(ChildWindow& window)
+{
+    return std::make_unique<TableWindow>(window, m_defaults);
+}
+
+bool MainWindow::isFullScreen() const { return QMainWindow::isFullScreen(); }
+
+void MainWindow::bringToFront()
+{
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+} // namespace vellumo

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "browser/MainWindowView.h"
+#include "browser/VellumoAppDelegate.h"
+#include "desktop/window/OpenProgress.h"
+
+#include <QMainWindow>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QSplitter;
+
+namespace vellumo {
+
+class DataViewWidget;
+class FileListPanel;
+class InformationPanel;
+class MainMenus;
+class MainToolBar;
+class StatusLine;
+
+// The main window. It shows what its controller has and forwards what the user does.
+class MainWindow : public QMainWindow, public MainWindowView {
+public:
+    // The interfaces outlive the window.
+    explicit MainWindow(const DesktopPorts& desktop);
+    ~MainWindow() override;
+
+    [[nodiscard]] VellumoAppDelegate& app() { return *m_app; }
+
+    // Shows the window as it was left, with the file list.
+    void start();
+    // Opens files that were handed over, as soon as nothing is in the way; and comes to the front.
+    void openFiles(const std::vector<std::string>& paths);
+    // Ends an export that runs and stores what is to be kept. Afterwards the window may go.
+    void shutDown();
+
+    void focusFileFilter();
+    void toggleFullScreen();
+
+    // MainWindowView
+    [[nodiscard]] DataViewPort& dataView() override;
+    void reloadTree() override;
+    void fileWillClose(TAdmMDBFile& file) override;
+    void expandTreeItem(TAdmMDBFile& file) override;
+    void collapseTreeItem(TAdmMDBFile& file) override;
+    void treeSelectionDidChange() override;
+    void scrollToTreeSelection() override;
+    void informationBarDidChange() override;
+    void informationDidReload(InformationType type) override;
+    void informationDetailsDidChange(InformationType type) override;
+    void statusTextDidChange() override;
+    void placeholderDidChange() override;
+    void viewToggleDidChange(ViewToggle toggle) override;
+    void navigationDidChange() override;
+    void deselectAllForToolbarItems() override;
+    void jumpBarMenuDidChange() override;
+    void jumpBarSelectionDidChange() override;
+    void searchMenuDidChange() override;
+    void focusDataSearchField() override;
+    void openDidBegin(const TAdmMDBFile& file) override;
+    [[nodiscard]] bool openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) override;
+    void openDidEnd() override;
+    void beginExportSheet(const std::shared_ptr<ExportWizard>& wizard) override;
+    void beginExportProgressSheet(const std::shared_ptr<ExportWizard>& wizard) override;
+    [[nodiscard]] std::unique_ptr<ChildWindowPort> createChildWindow(ChildWindow& window) override;
+    [[nodiscard]] bool isFullScreen() const override;
+    void bringToFront() override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void layOutPanels();
+    void restoreState();
+    void storeState();
+    void openWaitingFiles();
+
+    Defaults& m_defaults;
+    OpenProgress m_openProgress;
+    DataViewWidget* m_dataView;
+    // The panels ask the controller for what they show, so they are made after it.
+    std::unique_ptr<VellumoAppDelegate> m_app;
+    FileListPanel* m_fileList;
+    InformationPanel* m_information;
+    MainToolBar* m_toolBar;
+    StatusLine* m_statusLine;
+    MainMenus* m_menus;
+    QSplitter* m_columns; // left: file list and information, right: the data view
+    QSplitter* m_leftColumn;
+    std::vector<std::string> m_waitingFiles; // handed over while a file was opened or an export ran
+    bool m_isExportRunning = false;
+    bool m_isShutDown = false;
+};
+
+} // namespace vellumo

@@ -1,0 +1,233 @@
+#include "export/ExcelExport.h"
+#include "export/ExportJob.h"
+#include "export/ExportWriters.h"
+#include "export/OutputFile.h"
+#include "export/biff8/UTF8ToUTF16Converter.h"
+#include "model/TAdmMDBFile.h"
+#include "text/Format.h"
+#include "text/Messages.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+
+namespace vellumo {
+
+namespace {
+
+constexpr std::size_t maximumTextUnits = 32740; // UTF-16
+constexpr std::uint32_t rowsPerSheet = 65536;
+
+bool isNumericType(std::string_view dataType)
+{
+    constexpr std::array<std::string_view, 6> types = {
+        "Integer", "Long Integer", "Currency", "Single", "Double", "Numeric"};
+    return std::find(types.begin(), types.end(), dataType) != types.end();
+}
+
+// 0 for a text that does not begin with a number, not-a-number for one that no double can hold.
+double numericValue(std::string_view text)
+{
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc::result_out_of_range ? std::numeric_limits<double>::quiet_NaN() : value;
+}
+
+bool isTooLong(std::string_view text)
+{
+    if (text.size() <= maximumTextUnits) return false; // never more units than bytes
+    const auto measure = measureText(text);
+    return measure && measure->units > maximumTextUnits;
+}
+
+// The column of the first text, row by row, that is too long for a cell; null when there is none.
+const TAdmMDBColumn* columnOfTooLongText(const TAdmMDBTable& table)
+{
+    for (const auto& group : table.rows().groups()) {
+        auto rowsBefore = group.rowCount;
+        const TAdmMDBColumn* found = nullptr;
+        for (std::size_t c = 0; c < group.texts.size(); ++c) {
+            const auto& texts = group.texts[c];
+            for (std::uint32_t r = 0; r < std::min(rowsBefore, texts.rowCount()); ++r) {
+                if (!isTooLong(texts.text(r))) continue;
+                found = table.columns()[c].get();
+                rowsBefore = r;
+            }
+        }
+        if (found != nullptr) return found;
+    }
+    return nullptr;
+}
+
+// The cells of one table, on as many sheets as they take.
+class TableSheets {
+public:
+    TableSheets(ExcelExport& excel, ExportJob& job, const TAdmMDBTable& table);
+
+    void writeHeader();
+    // Ends early when the user stops, when the workbook is full, and when a further sheet cannot be made.
+    void writeRows();
+
+private:
+    [[nodiscard]] bool writeRow(const RowGroup& group, std::uint32_t row);
+    [[nodiscard]] bool addContinuationSheet();
+    void writeCell(const RowGroup& group, std::uint32_t row, std::size_t column);
+
+    ExcelExport& m_excel;
+    ExportJob& m_job;
+    const TAdmMDBTable& m_table;
+    std::vector<bool> m_isNumeric; // one a column
+    std::uint32_t m_row = 0;       // of the sheet, where the next record goes
+    int m_sheetCounter = 1;
+};
+
+TableSheets::TableSheets(ExcelExport& excel, ExportJob& job, const TAdmMDBTable& table)
+    : m_excel(excel)
+    , m_job(job)
+    , m_table(table)
+{
+    for (const auto& column : table.columns())
+        m_isNumeric.push_back(isNumericType(column->dataType()));
+}
+
+void TableSheets::writeHeader()
+{
+    std::uint16_t index = 0;
+    for (const auto& column : m_table.columns())
+        m_excel.writeString(column->name(), 0, index++);
+    m_row = 1;
+}
+
+void TableSheets::writeRows()
+{
+    for (const auto& group : m_table.rows().groups())
+        for (std::uint32_t row = 0; row < group.rowCount; ++row)
+            if (m_job.terminated() || !writeRow(group, row)) return;
+}
+
+bool TableSheets::writeRow(const RowGroup& group, std::uint32_t row)
+{
+    if (m_row == rowsPerSheet && !addContinuationSheet()) return false;
+    for (std::size_t column = 0; column < m_isNumeric.size(); ++column)
+        writeCell(group, row, column);
+    ++m_row;
+    return !m_excel.isFull();
+}
+
+bool TableSheets::addContinuationSheet()
+{
+    ++m_sheetCounter;
+    m_row = 0;
+    if (m_excel.addSheet(format("%@(%d)", {m_table.name(), m_sheetCounter}))) return true;
+    // The table counts as exported all the same.
+    m_job.logFailure(
+        m_table.name(), localizedFormat("Unable to create spreadsheet %@(%d).", {m_table.name(), m_sheetCounter}));
+    return false;
+}
+
+void TableSheets::writeCell(const RowGroup& group, std::uint32_t row, std::size_t column)
+{
+    const auto& texts = group.texts[column];
+    const auto text = texts.rowCount() == 0 ? std::string_view() : texts.text(row); // an object column has no texts
+    const auto sheetRow = static_cast<std::uint16_t>(m_row);
+    const auto sheetColumn = static_cast<std::uint16_t>(column);
+    if (text.empty())
+        m_excel.setBlankForRow(sheetRow, sheetColumn);
+    else if (m_isNumeric[column])
+        m_excel.writeNumber(numericValue(text), sheetRow, sheetColumn);
+    else
+        m_excel.writeString(text, sheetRow, sheetColumn);
+}
+
+class SpreadsheetExport {
+public:
+    explicit SpreadsheetExport(ExportJob& job)
+        : m_job(job)
+        , m_excel(job.systemLog())
+        , m_isSingleFile(job.options().isSingleFile)
+    {
+    }
+    void run();
+
+private:
+    void exportTable(const ExportEntry& entry, const TAdmMDBTable& table);
+    // True when all of it is in the workbook.
+    [[nodiscard]] bool fillSheets(const TAdmMDBTable& table);
+    void finishSingleFile();
+
+    ExportJob& m_job;
+    ExcelExport m_excel;
+    bool m_isSingleFile;
+    // Proves that the output can be created. For a single file it stays until the workbook takes its place, and goes
+    // away by itself if that does not happen.
+    OutputFile m_placeholder;
+    int m_tablesInFile = 0; // complete in a single file that is not written yet
+};
+
+void SpreadsheetExport::run()
+{
+    if (m_isSingleFile && !m_placeholder.open(m_job.singleFilePath())) {
+        m_job.log(localized(exportReason::cannotCreate));
+        return;
+    }
+    m_job.forEachTable([this](const auto& entry, const auto& table) { exportTable(entry, table); });
+    if (m_isSingleFile) finishSingleFile();
+}
+
+void SpreadsheetExport::exportTable(const ExportEntry& entry, const TAdmMDBTable& table)
+{
+    const auto path = m_job.outputPath(entry);
+    if (!m_isSingleFile) {
+        if (!m_placeholder.open(path)) return m_job.logFailure(table.name(), localized(exportReason::cannotCreate));
+        m_placeholder.discard();
+    }
+    if (!m_excel.addSheet(table.name()))
+        return m_job.logFailure(table.name(), localizedFormat("Unable to create spreadsheet %@.", {table.name()}));
+    if (!fillSheets(table)) return;
+    if (m_isSingleFile)
+        ++m_tablesInFile;
+    else if (m_excel.dumpToFile(path))
+        m_job.tableSucceeded();
+    else
+        m_job.logFailure(table.name(), localized(exportReason::cannotWrite));
+}
+
+bool SpreadsheetExport::fillSheets(const TAdmMDBTable& table)
+{
+    const auto fail = [&](std::string_view reason) {
+        m_job.logFailure(table.name(), reason);
+        return false;
+    };
+    // A table that fails from here on leaves its first sheet behind, empty, even in the file of the table that follows.
+    if (const auto* column = columnOfTooLongText(table))
+        return fail(localizedFormat("Field %@ exceeded length limit.", {column->name()}));
+    const auto firstSheet = m_excel.indexOfLastSheet();
+    TableSheets sheets(m_excel, m_job, table);
+    if (m_job.options().includeColumnHeader) sheets.writeHeader();
+    sheets.writeRows();
+    if (m_job.terminated()) return fail(localized(exportReason::terminated));
+    if (!m_excel.isFull()) return true;
+    m_excel.clearSheetsFrom(firstSheet);
+    return fail(localized("Workbook exceeded size limit."));
+}
+
+void SpreadsheetExport::finishSingleFile()
+{
+    // A stopped export leaves no file, so no table of it counts.
+    if (m_job.terminated()) return;
+    const bool hasSheets = m_excel.indexOfLastSheet() >= 0;
+    if (m_excel.dumpToFile(m_job.singleFilePath())) {
+        for (int i = 0; i < m_tablesInFile; ++i)
+            m_job.tableSucceeded();
+    } else if (hasSheets) {
+        m_job.log(localized(exportReason::cannotWrite));
+    }
+    // Without a sheet there was nothing to write, and what went wrong is told already.
+}
+
+} // namespace
+
+void exportXLSThread(ExportJob& job) { SpreadsheetExport(job).run(); }
+
+} // namespace vellumo

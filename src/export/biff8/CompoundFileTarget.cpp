@@ -1,0 +1,95 @@
+#include "export/biff8/CompoundFileTarget.h"
+
+#include <filesystem>
+#include <gsf/gsf.h>
+
+namespace vellumo::biff8 {
+
+namespace {
+
+struct Unref {
+    void operator()(void* object) const { g_object_unref(object); }
+};
+template <typename T> using Ref = std::unique_ptr<T, Unref>;
+
+// What readers recognise an Excel workbook by.
+constexpr guint8 workbookClassId[16] = {
+    0x20, 0x08, 0x02, 0x00, 0x00, 0x00, 0x00, 0x00, 0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46};
+
+bool canBeReplaced(const std::string& path)
+{
+    std::error_code error;
+    const auto type = std::filesystem::status(path, error).type();
+    return type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;
+}
+
+} // namespace
+
+// The file, the storage in it, the stream in that. Closing the storage closes the file.
+struct CompoundFileTarget::Outputs {
+    Ref<GsfOutput> file;
+    Ref<GsfOutfile> storage;
+    Ref<GsfOutput> stream;
+
+    // The library keeps an error of the file (a full disk, for example) to itself until it is asked.
+    [[nodiscard]] bool isSound() const { return gsf_output_error(file.get()) == nullptr; }
+
+    bool close()
+    {
+        // The stream first: the storage takes its size from it.
+        const bool isStreamClosed = gsf_output_close(stream.get());
+        return gsf_output_close(GSF_OUTPUT(storage.get())) && isStreamClosed;
+    }
+
+    // An output with an error set removes its temporary file when it is closed.
+    void cancel()
+    {
+        gsf_output_set_error(file.get(), 0, "cancelled");
+        close();
+    }
+};
+
+CompoundFileTarget::CompoundFileTarget(std::unique_ptr<Outputs> outputs)
+    : m_outputs(std::move(outputs))
+{
+}
+
+std::unique_ptr<CompoundFileTarget> CompoundFileTarget::create(const std::string& path)
+{
+    gsf_init();
+    if (path.empty() || !canBeReplaced(path)) return nullptr;
+    auto outputs = std::make_unique<Outputs>();
+    outputs->file.reset(gsf_output_stdio_new(path.c_str(), nullptr));
+    if (!outputs->file) return nullptr;
+    outputs->storage.reset(gsf_outfile_msole_new(outputs->file.get()));
+    gsf_outfile_msole_set_class_id(GSF_OUTFILE_MSOLE(outputs->storage.get()), workbookClassId);
+    outputs->stream.reset(gsf_outfile_new_child(outputs->storage.get(), "Workbook", FALSE));
+    return std::unique_ptr<CompoundFileTarget>(new CompoundFileTarget(std::move(outputs)));
+}
+
+CompoundFileTarget::~CompoundFileTarget()
+{
+    if (m_outputs) m_outputs->cancel();
+}
+
+bool CompoundFileTarget::write(std::string_view bytes)
+{
+    const auto* raw = reinterpret_cast<const guint8*>(bytes.data());
+    return gsf_output_write(m_outputs->stream.get(), bytes.size(), raw) && m_outputs->isSound();
+}
+
+bool CompoundFileTarget::overwrite(std::uint32_t offset, std::string_view bytes)
+{
+    auto* stream = m_outputs->stream.get();
+    const auto end = gsf_output_tell(stream);
+    return gsf_output_seek(stream, offset, G_SEEK_SET) && write(bytes) && gsf_output_seek(stream, end, G_SEEK_SET);
+}
+
+bool CompoundFileTarget::finish()
+{
+    if (!m_outputs->isSound()) return false;
+    const auto outputs = std::move(m_outputs);
+    return outputs->close() && outputs->isSound();
+}
+
+} // namespace vellumo::biff8

@@ -1,0 +1,207 @@
+#include "export/sql/SQLDialectFacts.h"
+
+#include <algorithm>
+
+namespace vellumo {
+
+namespace {
+
+// The order of the types in a row of facts.
+constexpr std::string_view accessTypes[] = {"Boolean", "Byte", "Integer", "Long Integer", "Currency", "Single",
+    "Double", "DateTime", "Binary", "Text", "OLE", "Memo/Hyperlink", "Replication ID", "Numeric",
+    "Complex Value auto number"};
+
+constexpr SQLDialectFacts mySQL = {
+    .dialect = ServerType::MySQL,
+    .openQuote = "`",
+    .closeQuote = "`",
+    .takesSchemaName = false,
+    .header = "SET NAMES 'UTF8';\nSET FOREIGN_KEY_CHECKS = 0;\n\n",
+    .footer = "SET FOREIGN_KEY_CHECKS = 1;\n",
+    .dropTable = "DROP TABLE IF EXISTS %@ CASCADE;\n",
+    .createTableEnd = "\n);",
+    .hasTextSize = true,
+    .namesPrimaryKey = false,
+    .primaryKeyOptions = "",
+    .foreignKeyPlace = ForeignKeyPlace::InAlterTable,
+    .hasOnUpdate = true,
+    .foreignKeyEnd = ";",
+    .indexPlace = IndexPlace::InCreateTable,
+    .sharesIndexNames = false,
+    .qualifiesIndexNames = false,
+    .hasKeyDirection = true,
+    .commentPlace = CommentPlace::InCreateTable,
+    .insertEnd = ");\n",
+    .quotesEveryText = false,
+    .quotesBoolean = false,
+    .dateForm = DateForm::Iso,
+    .guidForm = GuidForm::QuotedWithoutDashes,
+    .types = {"char", "int", "int", "int", "float", "float", "float", "datetime", "varchar", "varchar", "text(8000)",
+        "text(8000)", "varchar(16)", "numeric", "int"},
+};
+
+constexpr SQLDialectFacts postgreSQL = {
+    .dialect = ServerType::PostgreSQL,
+    .openQuote = "\"",
+    .closeQuote = "\"",
+    .takesSchemaName = true,
+    .header = "",
+    .footer = "",
+    .dropTable = "DROP TABLE IF EXISTS %@ CASCADE;\n",
+    .createTableEnd = "\n);",
+    .hasTextSize = true,
+    .namesPrimaryKey = true,
+    .primaryKeyOptions = "",
+    .foreignKeyPlace = ForeignKeyPlace::InAlterTable,
+    .hasOnUpdate = true,
+    .foreignKeyEnd = ";",
+    .indexPlace = IndexPlace::BehindTable,
+    .sharesIndexNames = false,
+    .qualifiesIndexNames = false,
+    .hasKeyDirection = false,
+    .commentPlace = CommentPlace::CommentOnColumn,
+    .insertEnd = ");\n",
+    .quotesEveryText = false,
+    .quotesBoolean = true,
+    .dateForm = DateForm::Iso,
+    .guidForm = GuidForm::Quoted,
+    .types = {"BOOL", "SMALLINT", "INTEGER", "INTEGER", "NUMERIC(15,2)", "REAL", "DOUBLE PRECISION",
+        "TIMESTAMP WITHOUT TIME ZONE", "BYTEA", "VARCHAR", "BYTEA", "TEXT", "UUID", "NUMERIC(15,2)", "INTEGER"},
+};
+
+constexpr SQLDialectFacts oracle = {
+    .dialect = ServerType::Oracle,
+    .openQuote = "\"",
+    .closeQuote = "\"",
+    .takesSchemaName = true,
+    .header = "",
+    .footer = "",
+    .dropTable = "DROP TABLE %@ CASCADE CONSTRAINTS;\n",
+    .createTableEnd = "\n);",
+    .hasTextSize = true,
+    .namesPrimaryKey = false,
+    .primaryKeyOptions = "",
+    .foreignKeyPlace = ForeignKeyPlace::InAlterTable,
+    .hasOnUpdate = false,
+    .foreignKeyEnd = " ENABLE;",
+    .indexPlace = IndexPlace::BehindTable,
+    .sharesIndexNames = false,
+    .qualifiesIndexNames = true,
+    .hasKeyDirection = true,
+    .commentPlace = CommentPlace::CommentOnColumn,
+    .insertEnd = ");\n",
+    .quotesEveryText = true,
+    .quotesBoolean = true,
+    .dateForm = DateForm::ToDate,
+    .guidForm = GuidForm::AsItIs,
+    .types = {"NUMBER(1)", "NUMBER(3)", "NUMBER(5)", "NUMBER(11)", "NUMBER(15,2)", "FLOAT", "FLOAT", "TIMESTAMP",
+        "BINARY", "VARCHAR2", "BLOB", "CLOB", "NUMBER", "NUMBER", "NUMBER(11)"},
+};
+
+constexpr SQLDialectFacts sqlite = {
+    .dialect = ServerType::SQLite,
+    .openQuote = "\"",
+    .closeQuote = "\"",
+    .takesSchemaName = false,
+    .header = "PRAGMA foreign_keys = false;\n\n",
+    .footer = "PRAGMA foreign_keys = true;\n",
+    .dropTable = "DROP TABLE IF EXISTS %@;\n",
+    .createTableEnd = "\n);",
+    .hasTextSize = false,
+    .namesPrimaryKey = false,
+    .primaryKeyOptions = "",
+    .foreignKeyPlace = ForeignKeyPlace::InCreateTable,
+    .hasOnUpdate = true,
+    .foreignKeyEnd = "",
+    .indexPlace = IndexPlace::BehindAllTables,
+    .sharesIndexNames = true,
+    .qualifiesIndexNames = false,
+    .hasKeyDirection = true,
+    .commentPlace = CommentPlace::Nowhere,
+    .insertEnd = ");\n",
+    .quotesEveryText = false,
+    .quotesBoolean = false,
+    .dateForm = DateForm::AsItIs,
+    .guidForm = GuidForm::AsItIs,
+    .types = {"INTEGER", "INTEGER", "INTEGER", "INTEGER", "REAL", "REAL", "REAL", "TEXT", "BLOB", "TEXT", "BLOB",
+        "TEXT", "TEXT", "INTEGER", "INTEGER"},
+};
+
+constexpr SQLDialectFacts sqlServer = {
+    .dialect = ServerType::SQLServer,
+    .openQuote = "[",
+    .closeQuote = "]",
+    .takesSchemaName = true,
+    .header = "BEGIN TRANSACTION\nGO\n",
+    .footer = "COMMIT\n",
+    .dropTable = "IF EXISTS (SELECT * FROM sys.all_objects WHERE object_id = OBJECT_ID('%@') AND type IN ('U'))\n"
+                 "\tDROP TABLE %@\nGO\n",
+    .createTableEnd = ")\nGO",
+    .hasTextSize = true,
+    .namesPrimaryKey = true,
+    .primaryKeyOptions = "CLUSTERED ",
+    .foreignKeyPlace = ForeignKeyPlace::InAlterTable,
+    .hasOnUpdate = true,
+    .foreignKeyEnd = "\nGO",
+    .indexPlace = IndexPlace::BehindTable,
+    .sharesIndexNames = false,
+    .qualifiesIndexNames = true,
+    .hasKeyDirection = true,
+    .commentPlace = CommentPlace::ExtendedProperty,
+    .insertEnd = ");\nGO\n",
+    .quotesEveryText = false,
+    .quotesBoolean = false,
+    .dateForm = DateForm::Iso,
+    .guidForm = GuidForm::AsItIs,
+    .types = {"bit", "char", "smallint", "int", "money", "real", "float", "smalldatetime", "text", "varchar",
+        "varbinary", "text", "Sybase_Replication ID", "numeric", "int"},
+};
+
+constexpr SQLDialectFacts unknown = {
+    .dialect = ServerType(),
+    .openQuote = "\"",
+    .closeQuote = "\"",
+    .takesSchemaName = false,
+    .header = "",
+    .footer = "",
+    .dropTable = "DROP TABLE %@;\n",
+    .createTableEnd = "\n);",
+    .hasTextSize = true,
+    .namesPrimaryKey = false,
+    .primaryKeyOptions = "",
+    .foreignKeyPlace = ForeignKeyPlace::Nowhere,
+    .hasOnUpdate = false,
+    .foreignKeyEnd = ";",
+    .indexPlace = IndexPlace::Nowhere,
+    .sharesIndexNames = false,
+    .qualifiesIndexNames = false,
+    .hasKeyDirection = true,
+    .commentPlace = CommentPlace::Nowhere,
+    .insertEnd = ");\n",
+    .quotesEveryText = false,
+    .quotesBoolean = false,
+    .dateForm = DateForm::AsItIs,
+    .guidForm = GuidForm::AsItIs,
+    .types = {},
+};
+
+constexpr const SQLDialectFacts* dialects[] = {&mySQL, &postgreSQL, &oracle, &sqlite, &sqlServer};
+
+} // namespace
+
+const SQLDialectFacts& sqlDialectFacts(ServerType dialect)
+{
+    for (const auto* facts : dialects)
+        if (facts->dialect == dialect) return *facts;
+    return unknown;
+}
+
+std::string convertMDBTypeToDBSPType(std::string_view accessType, ServerType dialect)
+{
+    const auto* found = std::find(std::begin(accessTypes), std::end(accessTypes), accessType);
+    if (found == std::end(accessTypes)) return std::string(accessType);
+    const auto name = sqlDialectFacts(dialect).types[static_cast<std::size_t>(found - accessTypes)];
+    return std::string(name.empty() ? accessType : name);
+}
+
+} // namespace vellumo

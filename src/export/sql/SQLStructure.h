@@ -1,0 +1,59 @@
+#pragma once
+
+#include "export/sql/SQLDialectFacts.h"
+#include "export/sql/SQLNameUses.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellumo {
+
+class TAdmMDBColumn;
+class TAdmMDBFile;
+class TAdmMDBForeignKey;
+class TAdmMDBIndex;
+class TAdmMDBTable;
+struct ExportOptions;
+
+// Whether the column takes no empty texts, which the exports take for a column that must have a value.
+[[nodiscard]] bool forbidsZeroLength(const TAdmMDBColumn& column);
+
+// The statements that define the tables of a file, in one dialect.
+class SQLStructure {
+public:
+    // All three outlive the object. Of the options it looks at the schema name and at what goes into a definition.
+    SQLStructure(const SQLDialectFacts& facts, const TAdmMDBFile& file, const ExportOptions& options);
+
+    // The quoted name, with its schema where there is one.
+    [[nodiscard]] std::string qualifiedTable(std::string_view tableName) const;
+
+    [[nodiscard]] std::string dropTable(const TAdmMDBTable& table) const;
+    // Without a line end behind it.
+    [[nodiscard]] std::string createTable(const TAdmMDBTable& table) const;
+    // One statement for each index that is no primary key.
+    [[nodiscard]] std::vector<std::string> createIndexes(const TAdmMDBTable& table, SQLNameUses& names) const;
+    // Keys with their directions, one behind the other.
+    [[nodiscard]] std::string indexKeys(const TAdmMDBIndex& index, std::string_view separator) const;
+    // Lines for all columns that have a description.
+    [[nodiscard]] std::string columnComments(const TAdmMDBTable& table) const;
+    // Lines that add the table's foreign keys to a table that exists.
+    [[nodiscard]] std::string addForeignKeys(const TAdmMDBTable& table) const;
+
+private:
+    [[nodiscard]] std::string columnDefinition(const TAdmMDBColumn& column) const;
+    [[nodiscard]] std::string primaryKey(const TAdmMDBTable& table) const;
+    [[nodiscard]] std::string foreignKey(const TAdmMDBForeignKey& relation) const;
+    [[nodiscard]] std::string innerIndexes(const TAdmMDBTable& table) const;
+    [[nodiscard]] std::string createIndex(
+        const TAdmMDBTable& table, const TAdmMDBIndex& index, const std::string& indexName) const;
+    [[nodiscard]] std::string commentOn(const TAdmMDBTable& table, const TAdmMDBColumn& column) const;
+    [[nodiscard]] std::vector<TAdmMDBForeignKey*> foreignKeys(const TAdmMDBTable& table) const;
+
+    const SQLDialectFacts& m_facts;
+    const TAdmMDBFile& m_file;
+    const ExportOptions& m_options;
+    std::string m_schemaPrefix;
+};
+
+} // namespace vellumo

@@ -1,0 +1,131 @@
+#include "export/sql/SQLExportFixture.h"
+
+namespace vellumo::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class SQLScriptFaults : public SQLExportFixture {
+protected:
+    ExportOutcome runPerTable(const TAdmMDBFile& file)
+    {
+        m_options.isSingleFile = false;
+        m_options.path = m_folder;
+        return runExport(exportSQLThread, file);
+    }
+};
+
+TEST_F(SQLScriptFaults, ScriptThatCannotBeCreated)
+{
+    const auto shop = makeShop();
+    const struct {
+        const char* name;
+        fs::path path;
+    } cases[] = {
+        {"no folder", m_folder / "none" / "out.sql"},
+        {"a folder", m_folder},
+        {"nothing", ""},
+    };
+    for (const auto& test : cases) {
+        m_options.path = test.path;
+        const auto report = runExport(exportSQLThread, *shop);
+        EXPECT_THAT(report.log, ElementsAre("Unable to create file for export.")) << test.name;
+        EXPECT_EQ(report.successTableCount, 0) << test.name;
+        EXPECT_THAT(report.progress, IsEmpty()) << test.name;
+    }
+}
+
+TEST_F(SQLScriptFaults, TableWhoseScriptCannotBeCreatedDoesNotStopTheOthers)
+{
+    const auto file = makeFile("/nowhere/x.mdb", makeTable("a/b", {{"a", "Byte"}}), makeTable("c.d'é", {{"a", "Byte"}}),
+        makeTable("e", {{"a", "Byte"}}));
+    fs::create_directory(m_folder / "e.sql");
+    const auto report = runPerTable(*file);
+    EXPECT_THAT(report.log,
+        ElementsAre(
+            "<a/b> Failed: Unable to create file for export.", "<e> Failed: Unable to create file for export."));
+    EXPECT_EQ(report.successTableCount, 1);
+    EXPECT_THAT(filesInFolder(), ElementsAre("c.d'é.sql", "e.sql"));
+}
+
+TEST_F(SQLScriptFaults, FullDiskLeavesNothing)
+{
+    const auto shop = makeShop();
+    {
+        const FullDisk full(1200); // more than the first table's script, less than both
+        const auto report = runExport(exportSQLThread, *shop);
+        EXPECT_THAT(report.log, ElementsAre("Unable to write file."));
+        EXPECT_EQ(report.successTableCount, 0);
+        EXPECT_THAT(filesInFolder(), IsEmpty());
+    }
+    const auto file = makeFile("/nowhere/x.mdb", makeTable("a", {{"t", "Text"}}, {{"x"}}),
+        makeTable("b", {{"t", "Text"}}, {{std::string(1200, 'x')}}), makeTable("c", {{"t", "Text"}}, {{"x"}}));
+    const FullDisk full(1200);
+    const auto report = runPerTable(*file);
+    EXPECT_THAT(report.log, ElementsAre("<b> Failed: Unable to write file."));
+    EXPECT_THAT(filesInFolder(), ElementsAre("a.sql", "c.sql"));
+}
+
+TEST_F(SQLScriptFaults, FullDeviceIsToldAndStays)
+{
+    const auto shop = makeShop();
+    m_options.path = "/dev/full";
+    const auto report = runExport(exportSQLThread, *shop);
+    EXPECT_THAT(report.log, ElementsAre("Unable to write file."));
+    EXPECT_EQ(report.successTableCount, 0);
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(SQLScriptFaults, StopInOneScript)
+{
+    const struct {
+        const char* name;
+        std::size_t stopAt; // number of the progress report
+        SQLDialect dialect;
+        std::vector<std::string> log;
+        int successes;
+    } cases[] = {
+        {"inside the first table", 0, SQLDialect::MySQL, {"<Customers> Failed: Terminated."}, 0},
+        {"behind the first table", 1, SQLDialect::MySQL, {"Failed: Terminated."}, 1},
+        {"inside the second table", 2, SQLDialect::MySQL, {"<Orders> Failed: Terminated."}, 1},
+        {"in the foreign key pass", 3, SQLDialect::MySQL, {"Failed: Terminated."}, 2},
+        {"in the index pass", 3, SQLDialect::SQLite, {"Failed: Terminated."}, 2},
+    };
+    const auto shop = makeShop();
+    for (const auto& test : cases) {
+        m_stopAt = test.stopAt;
+        m_terminate = false;
+        m_options.sqlDialect = test.dialect;
+        const auto report = runExport(exportSQLThread, *shop);
+        EXPECT_EQ(report.log, test.log) << test.name;
+        EXPECT_EQ(report.successTableCount, test.successes) << test.name;
+        EXPECT_THAT(filesInFolder(), IsEmpty()) << test.name;
+    }
+}
+
+TEST_F(SQLScriptFaults, StopBeforeTheFirstTable)
+{
+    const auto shop = makeShop();
+    m_terminate = true;
+    m_options.includeForeignKeys = false;
+    auto report = runExport(exportSQLThread, *shop);
+    EXPECT_THAT(report.log, IsEmpty());
+    EXPECT_EQ(report.successTableCount, 0);
+    EXPECT_THAT(report.progress, IsEmpty());
+    EXPECT_THAT(runPerTable(*shop).log, IsEmpty());
+    EXPECT_THAT(filesInFolder(), IsEmpty());
+}
+
+TEST_F(SQLScriptFaults, StopInScriptsPerTableKeepsThoseThatAreDone)
+{
+    const auto shop = makeShop();
+    m_stopAt = 2; // the start of the second table
+    const auto report = runPerTable(*shop);
+    EXPECT_THAT(report.log, ElementsAre("<Orders> Failed: Terminated."));
+    EXPECT_EQ(report.successTableCount, 1);
+    EXPECT_THAT(filesInFolder(), ElementsAre("Customers.sql"));
+}
+
+} // namespace
+} // namespace vellumo::test

@@ -1,0 +1,216 @@
+#include "export/sql/SQLExportFixture.h"
+#include "export/sql/SQLiteReader.h"
+#include "support/RecordingLoadErrorWindow.h"
+
+#include <dlfcn.h>
+
+namespace vellumo::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// What the hook of the library does at the statement with number `at` of those that begin with `statement`: it sets
+// the stop flag, calls the action, and refuses the statement.
+struct Trap {
+    std::string_view statement;
+    int at = 0;
+    bool isRefused = false;
+    std::atomic<bool>* stop = nullptr;
+    void (*action)() = nullptr;
+    bool isForAll = false; // at those that follow as well
+};
+Trap theTrap;
+
+int trapStatement(const char* statement)
+{
+    if (!std::string_view(statement).starts_with(theTrap.statement)) return 0;
+    const int number = theTrap.at--;
+    if (number != 0 && !(theTrap.isForAll && number < 0)) return 0;
+    if (theTrap.stop != nullptr) *theTrap.stop = true;
+    if (theTrap.action != nullptr) theTrap.action();
+    return theTrap.isRefused ? 1 : 0;
+}
+
+void replaceByFolder()
+{
+    fs::remove("out.sqlite");
+    fs::create_directory("out.sqlite");
+}
+
+class SQLiteFaults : public SQLExportFixture {
+protected:
+    SQLiteFaults() { m_options.path = m_folder / "out.sqlite"; }
+    ~SQLiteFaults() override { unsetenv("VELLUMO_SQLITE_LIBRARY"); }
+
+    ExportOutcome runWith(const Trap& trap)
+    {
+        theTrap = trap;
+        setenv("VELLUMO_SQLITE_LIBRARY", HOOKED_LIBRARY, 1);
+        m_hooked = dlopen(HOOKED_LIBRARY, RTLD_NOW);
+        reinterpret_cast<void (*)(int (*)(const char*))>(dlsym(m_hooked, "setStatementHook"))(trapStatement);
+        auto report = runExport(exportSQLiteThread, *m_shop);
+        dlclose(m_hooked);
+        return report;
+    }
+
+    void* m_hooked = nullptr;
+    std::unique_ptr<TAdmMDBFile> m_shop = makeShop();
+};
+
+constexpr bool refused = true;
+
+TEST_F(SQLiteFaults, FileThatCannotBeCreated)
+{
+    const struct {
+        const char* name;
+        fs::path path;
+    } cases[] = {
+        {"no folder", m_folder / "none" / "out.sqlite"},
+        {"a folder", m_folder},
+        {"a device", "/dev/full"},
+        {"nothing", ""},
+    };
+    for (const auto& test : cases) {
+        m_options.path = test.path;
+        const auto report = runExport(exportSQLiteThread, *m_shop);
+        EXPECT_THAT(report.log, ElementsAre("Unable to create file for export.")) << test.name;
+        EXPECT_EQ(report.successTableCount, 0) << test.name;
+        EXPECT_THAT(report.progress, IsEmpty()) << test.name;
+    }
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+    EXPECT_TRUE(fs::is_directory(m_folder));
+}
+
+TEST_F(SQLiteFaults, MissingLibraryIsShownOnce)
+{
+    RecordingLoadErrorWindow window;
+    setenv("VELLUMO_SQLITE_LIBRARY", "/nonexistent.so", 1);
+    ExportJob job(*m_shop, {}, m_options, m_terminate, m_mainThread, m_systemLog, [](std::size_t) {});
+    job.setLoadErrorWindow(window);
+    exportSQLiteThread(job);
+    ASSERT_EQ(window.shown.size(), 1U);
+    EXPECT_EQ(window.shown[0].label, "sqlitelibraryerror: '/nonexistent.so'");
+    EXPECT_THAT(job.msgLog(), ElementsAre("Unable to create file for export."));
+    EXPECT_THAT(filesInFolder(), IsEmpty());
+}
+
+TEST_F(SQLiteFaults, FailuresBeforeTheFirstTableLeaveNoFile)
+{
+    const struct {
+        const char* name;
+        Trap trap;
+        const char* log;
+    } cases[] = {
+        {"cannot be written", {"VACUUM", 0, refused}, "Unable to create file for export."},
+        {"cannot be opened again", {"VACUUM", 0, false, nullptr, replaceByFolder},
+            "Unable to establish SQLite connection"},
+        {"cannot be configured", {"PRAGMA foreign_keys = false;", 0, refused},
+            "Have error when executing query: PRAGMA foreign_keys = false;"},
+    };
+    fs::current_path(m_folder);
+    for (const auto& test : cases) {
+        const auto report = runWith(test.trap);
+        EXPECT_THAT(report.log, ElementsAre(test.log)) << test.name;
+        EXPECT_EQ(report.successTableCount, 0) << test.name;
+        EXPECT_FALSE(fs::is_regular_file(m_options.path)) << test.name;
+        fs::remove(m_options.path);
+    }
+    fs::current_path("/");
+}
+
+TEST_F(SQLiteFaults, StatementsThatFailCostTheirTableOrIndex)
+{
+    const struct {
+        const char* name;
+        Trap trap;
+        std::vector<std::string> log;
+        int successes;
+        std::vector<std::string> objects;
+    } cases[] = {
+        {"create", {"CREATE TABLE", 0, refused},
+            {"<Customers> Failed: Create table failed.", "Failed: Create index Name for table Customers failed.",
+                "Failed: Create index orders for table Customers failed."},
+            1, {"Name_1", "Orders"}},
+        {"first row", {"INSERT", 0, refused},
+            {"<Customers> Failed: Insert record failed.", "Failed: Create index Name for table Customers failed.",
+                "Failed: Create index orders for table Customers failed."},
+            1, {"Name_1", "Orders"}},
+        {"last row", {"INSERT", 3, refused},
+            {"<Orders> Failed: Insert record failed.", "Failed: Create index Name for table Orders failed."}, 1,
+            {"Customers", "Name", "orders_1"}},
+        {"index", {"CREATE UNIQUE INDEX", 0, refused}, {"Failed: Create index Name for table Customers failed."}, 2,
+            {"Customers", "Name_1", "Orders", "orders_1"}},
+        {"last pragma", {"PRAGMA foreign_keys = false;", 1, refused},
+            {"Have error when executing query: PRAGMA foreign_keys = false;"}, 2,
+            {"Customers", "Name", "Name_1", "Orders", "orders_1"}},
+    };
+    for (const auto& test : cases) {
+        const auto report = runWith(test.trap);
+        EXPECT_EQ(report.log, test.log) << test.name;
+        EXPECT_EQ(report.successTableCount, test.successes) << test.name;
+        const SQLiteReader reader(m_options.path);
+        EXPECT_EQ(reader.rows("SELECT name FROM sqlite_master WHERE sql IS NOT NULL ORDER BY name"), test.objects)
+            << test.name;
+        EXPECT_THAT(reader.rows("PRAGMA integrity_check"), ElementsAre("ok")) << test.name;
+    }
+}
+
+TEST_F(SQLiteFaults, TableThatCannotBeDroppedTakesTheFileWithIt)
+{
+    const auto report = runWith({"", 10, refused, nullptr, nullptr, true}); // all from the third row on
+    EXPECT_THAT(report.log,
+        ElementsAre("<Orders> Failed: Insert record failed.",
+            "Have error when executing query: PRAGMA foreign_keys = false;", "Unable to write file."));
+    EXPECT_EQ(report.successTableCount, 0);
+    EXPECT_THAT(filesInFolder(), IsEmpty());
+}
+
+TEST_F(SQLiteFaults, FullDiskCostsTheTableThatDoesNotFit)
+{
+    std::vector<Row> rows(2000, Row{std::string(100, 'x')});
+    const auto file = makeFile("/nowhere/big.mdb", makeTable("a", {{"t", "Text"}}, {{"x"}}),
+        makeTable("b", {{"t", "Text"}}, rows), makeTable("c", {{"t", "Text"}}, {{"x"}}));
+    {
+        const FullDisk full(64 << 10);
+        const auto report = runExport(exportSQLiteThread, *file);
+        EXPECT_THAT(report.log, ElementsAre("<b> Failed: Insert record failed."));
+        EXPECT_EQ(report.successTableCount, 2);
+    }
+    const SQLiteReader reader(m_options.path);
+    EXPECT_THAT(reader.rows("PRAGMA integrity_check"), ElementsAre("ok"));
+    EXPECT_THAT(reader.rows("SELECT name FROM sqlite_master ORDER BY name"), ElementsAre("a", "c"));
+}
+
+TEST_F(SQLiteFaults, StopDeletesTheDatabase)
+{
+    const struct {
+        const char* name;
+        Trap trap;
+        std::vector<std::string> log;
+        int successes;
+    } cases[] = {
+        {"inside the first table", {"INSERT", 0}, {"<Customers> Failed: Terminated."}, 0},
+        {"at the last row", {"INSERT", 3}, {"<Orders> Failed: Terminated."}, 1},
+        {"while a table is made", {"CREATE TABLE", 1}, {"<Orders> Failed: Terminated."}, 1},
+        {"in the first index", {"CREATE UNIQUE INDEX", 0}, {"<Customers> Failed: Terminated."}, 2},
+        {"in the last index", {"CREATE INDEX", 1}, {"<Orders> Failed: Terminated."}, 2},
+        {"behind all", {"PRAGMA foreign_keys = false;", 1}, {}, 2},
+    };
+    for (const auto& test : cases) {
+        auto trap = test.trap;
+        trap.stop = &m_terminate;
+        m_terminate = false;
+        const auto report = runWith(trap);
+        EXPECT_EQ(report.log, test.log) << test.name;
+        EXPECT_EQ(report.successTableCount, test.successes) << test.name;
+        EXPECT_THAT(filesInFolder(), IsEmpty()) << test.name;
+    }
+    m_terminate = true;
+    const auto report = runWith({"nothing"});
+    EXPECT_THAT(report.log, IsEmpty());
+    EXPECT_THAT(filesInFolder(), IsEmpty()) << "stopped before the first table";
+}
+
+} // namespace
+} // namespace vellumo::test

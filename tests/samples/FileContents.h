@@ -1,0 +1,16 @@
+#pragma once
+
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace vellumo::samples {
+
+// The bytes of a file; empty when it cannot be read.
+inline std::string contentsOf(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+} // namespace vellumo::samples

@@ -1,0 +1,106 @@
+#include "servers/Server.h"
+
+#include <csignal>
+#include <pwd.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vellumo::test {
+
+namespace {
+
+class MariaDBServer : public Server {
+public:
+    MariaDBServer();
+    ~MariaDBServer() override;
+
+    ServerType type() const override { return ServerType::MySQL; }
+    CommandResult runScript(const std::string& path) override
+    {
+        // Only a script on standard input ends the client with an error.
+        auto command = client();
+        command.insert(command.begin(), {"sh", "-c", "exec \"$@\" < \"$0\"", path});
+        return run(command);
+    }
+    CommandResult query(const std::string& statement) override
+    {
+        auto command = client();
+        command.push_back("--execute=" + statement);
+        return run(command);
+    }
+    std::string quoted(std::string_view name) const override { return '`' + std::string(name) + '`'; }
+    std::string hexOf(const std::string& column, std::string_view) const override
+    {
+        return "IF(" + column + " IS NULL, '-', HEX(CONCAT(" + column + ", '')))";
+    }
+    std::string concatenation(const std::vector<std::string>& expressions) const override
+    {
+        return "CONCAT(" + joined(expressions, ", ',', ") + ")";
+    }
+
+private:
+    [[nodiscard]] std::vector<std::string> client() const
+    {
+        return {"mariadb", "--no-defaults", "--socket=" + m_socket, "--user=root", "--default-character-set=utf8mb4",
+            "--batch", "--binary-mode", "--skip-column-names", "--database=test"};
+    }
+    void startProcess();
+
+    TempFolder m_folder;
+    std::string m_dataFolder = m_folder.path("data");
+    std::string m_socket = m_folder.path("s");
+    std::string m_user; // whom the server runs as; it refuses root unless told so
+    pid_t m_process = 0;
+};
+
+MariaDBServer::MariaDBServer()
+    : m_user(getpwuid(geteuid())->pw_name)
+{
+    const auto installed = run({"mariadb-install-db", "--no-defaults", "--datadir=" + m_dataFolder, "--user=" + m_user,
+        "--auth-root-authentication-method=normal", "--skip-test-db", "--innodb-log-file-size=4M",
+        "--innodb-buffer-pool-size=8M"});
+    if (installed.status != 0) failToStart("MariaDB", installed);
+    startProcess();
+    // The tool itself waits until the server answers.
+    const auto answered = run({"mariadb-admin", "--no-defaults", "--socket=" + m_socket, "--user=root", "--wait=60",
+        "--connect-timeout=60", "ping"});
+    if (answered.status != 0) failToStart("MariaDB", answered);
+    const auto created = run({"mariadb", "--no-defaults", "--socket=" + m_socket, "--user=root",
+        "--execute=CREATE DATABASE test CHARACTER SET utf8mb4"});
+    if (created.status != 0) failToStart("MariaDB", created);
+}
+
+void MariaDBServer::startProcess()
+{
+    std::vector<std::string> command = {"mariadbd", "--no-defaults", "--datadir=" + m_dataFolder, "--user=" + m_user,
+        "--socket=" + m_socket, "--skip-networking", "--pid-file=" + m_folder.path("pid"),
+        "--log-error=" + m_folder.path("log"), "--innodb-log-file-size=4M", "--innodb-buffer-pool-size=8M",
+        "--innodb-flush-log-at-trx-commit=0", "--open-files-limit=1024"};
+    std::vector<char*> arguments;
+    for (auto& argument : command)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    const auto path = isInstalled("mariadbd") ? std::string("mariadbd") : std::string("/usr/sbin/mariadbd");
+    if (posix_spawnp(&m_process, path.c_str(), nullptr, nullptr, arguments.data(), environ) != 0) {
+        std::perror("mariadbd");
+        std::exit(1);
+    }
+}
+
+MariaDBServer::~MariaDBServer()
+{
+    kill(m_process, SIGKILL); // nobody needs its data
+    waitpid(m_process, nullptr, 0);
+}
+
+} // namespace
+
+std::unique_ptr<Server> startMariaDB()
+{
+    const bool hasServer = isInstalled("mariadbd") || access("/usr/sbin/mariadbd", X_OK) == 0;
+    if (!hasServer || !isInstalled("mariadb-install-db") || !isInstalled("mariadb")) return nullptr;
+    return std::make_unique<MariaDBServer>();
+}
+
+} // namespace vellumo::test
