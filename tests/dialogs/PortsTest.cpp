@@ -50,9 +50,11 @@ std::string encoded(const char* format)
 TEST(QtImageDecoder, ReadsEachFormatByItsBytes)
 {
     const std::string bmp = encoded("bmp");
-    // 18 bytes of header (no name, no palette, type 2, 3 x 2 pixels, 24 bits, from the top), then blue, green, red.
+    // 18 bytes of header (no name, no palette, type 2, 3 x 2 pixels, 24 bits, from the top), then blue, green, red;
+    // then the places of two areas that are not there, and the signature.
     const auto targa = "\0\0\2\0\0\0\0\0\0\0\0\0\3\0\2\0\x18\x20"
-                       "\0\0\xFF\0\xFF\0\xFF\0\0\xFF\xFF\xFF\0\0\0\x80\x80\x80"sv;
+                       "\0\0\xFF\0\xFF\0\xFF\0\0\xFF\xFF\xFF\0\0\0\x80\x80\x80"
+                       "\0\0\0\0\0\0\0\0TRUEVISION-XFILE.\0"sv;
     const struct {
         const char* name;
         std::string bytes;
@@ -108,7 +110,7 @@ TEST(QtImageDecoder, TakesNothingElseForAPicture)
         {"a cut picture", png.substr(0, 20)},
         {"the signature alone", png.substr(0, 8)},
         {"a giant", hugePng},
-        {"a targa header with no pixels", std::string("\0\0\2\0\0\0\0\0\0\0\0\0\3\0\2\0\x18\x20"sv)},
+        {"a targa signature alone", std::string("TRUEVISION-XFILE.\0"sv)},
     };
     QtImageDecoder decoder;
     for (const auto& c : cases)

@@ -23,6 +23,15 @@ std::string commandTitle(ExportFileType type)
     return localized("Export");
 }
 
+// A widget that has a row of the form goes with its label, and leaves no gap.
+void setShown(QFormLayout& form, QWidget* widget, bool isShown)
+{
+    if (form.indexOf(widget) >= 0)
+        form.setRowVisible(widget, isShown);
+    else
+        widget->setVisible(isShown);
+}
+
 } // namespace
 
 ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent)
@@ -45,7 +54,10 @@ ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent
     m_ui->tableSelectionTableView->setFocus();
 }
 
-ExportDialog::~ExportDialog() { m_wizard->setView(nullptr); }
+ExportDialog::~ExportDialog()
+{
+    if (!m_hasEnded) m_wizard->setView(nullptr);
+}
 
 void ExportDialog::setUpTableList()
 {
@@ -78,7 +90,7 @@ void ExportDialog::connectCheckBox(QCheckBox* box, CheckBox ExportControls::*con
         const auto& state = m_wizard->controls().*control;
         box->setChecked(state.value);
         box->setEnabled(state.isEnabled);
-        m_ui->optionsLayout->setRowVisible(box, state.isVisible);
+        setShown(*m_ui->optionsLayout, box, state.isVisible);
     });
 }
 
@@ -94,7 +106,7 @@ void ExportDialog::connectPopup(QComboBox* box, Popup ExportControls::*control, 
         const auto& state = m_wizard->controls().*control;
         box->setCurrentIndex(box->findData(state.selectedTag));
         box->setEnabled(state.isEnabled);
-        m_ui->optionsLayout->setRowVisible(box, state.isVisible);
+        setShown(*m_ui->optionsLayout, box, state.isVisible);
     });
 }
 
@@ -109,7 +121,7 @@ void ExportDialog::connectTextField(QLineEdit* field, TextField ExportControls::
         // Setting the same text would move the cursor while the user types.
         if (const auto text = toQString(state.value); field->text() != text) field->setText(text);
         field->setEnabled(state.isEnabled);
-        if (m_ui->optionsLayout->indexOf(field) >= 0) m_ui->optionsLayout->setRowVisible(field, state.isVisible);
+        setShown(*m_ui->optionsLayout, field, state.isVisible);
     });
 }
 
@@ -189,6 +201,12 @@ void ExportDialog::showRows()
 {
     const auto& controls = m_wizard->controls();
     m_ui->exportPathLabel->setText("&" + toQString(controls.exportPathLabel));
+    // The options of the structure stand below its check box, or alone where that is hidden.
+    const int indent = style()->pixelMetric(QStyle::PM_IndicatorWidth) + fontMetrics().averageCharWidth();
+    m_ui->structureLayout->setContentsMargins(controls.exportStructureCheckBox.isVisible ? indent : 0, 0, 0, 0);
+    m_ui->optionsLayout->setRowVisible(m_ui->structureOptions,
+        controls.includeDropTableCheckBox.isVisible || controls.includeForeignKeyCheckBox.isVisible
+            || controls.includeIndexCheckBox.isVisible);
     m_ui->tableSelectionTableView->setColumnHidden(ExportTableModel::FileName, !controls.isFileNameColumnVisible);
 }
 
@@ -224,6 +242,8 @@ void ExportDialog::endSheet(int returnCode)
     QMetaObject::invokeMethod(
         this,
         [this, returnCode] {
+            m_hasEnded = true;
+            m_wizard->setView(nullptr);
             emit sheetEnded(returnCode);
             deleteLater();
         },

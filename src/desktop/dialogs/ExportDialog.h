@@ -62,6 +62,7 @@ private:
     std::vector<std::pair<HintLabel*, ExportHint::Place>> m_hintLabels;
     // Brings each widget in line with its control.
     std::vector<std::function<void()>> m_refreshers;
+    bool m_hasEnded = false; // the wizard has another view by then
 };
 
 } // namespace vellumo

@@ -26,8 +26,6 @@ constexpr Signature signatures[] = {
     {"II+\0"sv, 0, "tiff"},
     {"MM\0+"sv, 0, "tiff"},
     {"WEBP"sv, 8, "webp"},
-    {"\0\0\1\0"sv, 0, "ico"},
-    {"\0\0\2\0"sv, 0, "cur"},
     {"icns"sv, 0, "icns"},
     {"\x8AMNG\r\n\x1a\n"sv, 0, "mng"},
     {"/* XPM */"sv, 0, "xpm"},
@@ -56,6 +54,18 @@ bool isBmp(std::string_view bytes)
     return header == 12 || (header >= 40 && header <= 124);
 }
 
+// Zero, type (1 icon, 2 cursor) and number of pictures, 2 bytes each; then 16 bytes a picture, the last 8 of them its
+// length and where it begins. Targa files begin much the same.
+const char* iconFormat(std::string_view bytes)
+{
+    if (bytes.size() < 22 || little(bytes, 0, 2) != 0 || little(bytes, 4, 2) == 0) return nullptr;
+    const auto type = little(bytes, 2, 2);
+    const auto length = little(bytes, 14, 4);
+    const auto start = little(bytes, 18, 4);
+    if (start < 22 || start >= bytes.size() || length > bytes.size() - start) return nullptr;
+    return type == 1 ? "ico" : type == 2 ? "cur" : nullptr;
+}
+
 // A bitmap without its file header: BITMAPINFOHEADER, 40 bytes or more, with 1 plane.
 bool isDib(std::string_view bytes)
 {
@@ -65,19 +75,6 @@ bool isDib(std::string_view bytes)
     constexpr std::uint32_t depths[] = {1, 4, 8, 16, 24, 32};
     return (header == 40 || header == 108 || header == 124) && little(bytes, 12, 2) == 1
         && std::ranges::find(depths, bits) != std::end(depths);
-}
-
-// Newer Targa files end in a signature; of older ones only those whose pixels, not compressed, fill the file.
-bool isTarga(std::string_view bytes)
-{
-    constexpr std::size_t headerSize = 18;
-    if (bytes.size() < headerSize) return false;
-    if (bytes.ends_with("TRUEVISION-XFILE.\0"sv)) return true;
-    const auto type = little(bytes, 2, 1);
-    const auto bits = little(bytes, 16, 1);
-    if (little(bytes, 1, 1) != 0 || (type != 2 && type != 3) || bits % 8 != 0) return false;
-    const auto pixels = std::uint64_t(little(bytes, 12, 2)) * little(bytes, 14, 2);
-    return pixels > 0 && headerSize + little(bytes, 0, 1) + pixels * (bits / 8) == bytes.size();
 }
 
 // Wireless bitmap: two zero bytes, width and height (7 bits a byte, the high bit set where another follows), 1 bit a
@@ -117,11 +114,13 @@ const char* imageFormat(std::span<const std::byte> span)
     for (const auto& signature : signatures)
         if (bytes.size() > signature.offset && bytes.substr(signature.offset).starts_with(signature.bytes))
             return signature.format;
+    if (const char* format = iconFormat(bytes)) return format;
     if (isBmp(bytes)) return "bmp";
     if (isDib(bytes)) return "dib";
     if (isSvg(bytes)) return "svg";
     if (isGzip(bytes)) return "svgz"; // compressed files of another kind fail to read
-    if (isTarga(bytes)) return "tga";
+    // Files of the older version have no signature, and the decoder refuses them.
+    if (bytes.ends_with("TRUEVISION-XFILE.\0"sv)) return "tga";
     if (isWirelessBitmap(bytes)) return "wbmp";
     return nullptr;
 }

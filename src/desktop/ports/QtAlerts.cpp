@@ -1,13 +1,24 @@
 #include "desktop/ports/QtAlerts.h"
 
 #include "desktop/QtText.h"
+#include "desktop/icons/Icons.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
 
 namespace vellumo {
 
 namespace {
+
+// A message box is as narrow as it can be, and breaks names in the middle.
+void widen(QMessageBox& box)
+{
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (grid == nullptr) return;
+    const int width = box.fontMetrics().averageCharWidth() * 56;
+    grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount()); // the layout owns it
+}
 
 void fill(QMessageBox& box, const Alert& alert)
 {
@@ -18,8 +29,10 @@ void fill(QMessageBox& box, const Alert& alert)
     box.setText(toQString(alert.title));
     box.setInformativeText(toQString(alert.message));
     box.setStandardButtons(QMessageBox::Ok);
-    box.setIcon(QMessageBox::Information);
+    // What was said is good news or bad; the program's own picture suits both.
+    box.setIconPixmap(applicationIcon().pixmap(QSize(48, 48), box.devicePixelRatioF()));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    widen(box);
 }
 
 } // namespace
