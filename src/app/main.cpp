@@ -102,6 +102,6 @@ int main(int argc, char** argv)
     QApplication::setApplicationName("vellumo");
     QApplication::setApplicationDisplayName("Vellumo");
     QApplication::setApplicationVersion(VELLUMO_VERSION);
-    QGuiApplication::setDesktopFileName("vellumo");
+    QGuiApplication::setDesktopFileName("org.vellumo.Vellumo");
     return run(filesOfCommandLine());
 }
