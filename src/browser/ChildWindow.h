@@ -18,6 +18,8 @@ public:
     // outlive the window.
     ChildWindow(ChildWindowManager& manager, MainWindowView& mainWindow, const DesktopPorts& desktop,
         TAdmMDBTable* tableToShow);
+    // The widgets go first: they may ask for what they show until they are gone.
+    ~ChildWindow() { m_port.reset(); }
     ChildWindow(const ChildWindow&) = delete;
     ChildWindow& operator=(const ChildWindow&) = delete;
 

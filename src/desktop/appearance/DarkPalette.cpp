@@ -11,20 +11,22 @@ struct RoleColor {
     QRgb color;
 };
 
+// Fusion draws outlines as the window's colour darkened. They can be seen only where what they enclose, the base, is
+// lighter than the window.
 constexpr RoleColor normalColors[] = {
     {QPalette::Window, 0xFF2B2B2E},
     {QPalette::WindowText, 0xFFEDEDED},
-    {QPalette::Base, 0xFF1F1F21},
-    {QPalette::AlternateBase, 0xFF29292C},
-    {QPalette::ToolTipBase, 0xFF3A3A3E},
+    {QPalette::Base, 0xFF38383C},
+    {QPalette::AlternateBase, 0xFF3F3F44},
+    {QPalette::ToolTipBase, 0xFF46464B},
     {QPalette::ToolTipText, 0xFFEDEDED},
-    {QPalette::PlaceholderText, 0xFF9A9AA0},
+    {QPalette::PlaceholderText, 0xFFA6A6AC},
     {QPalette::Text, 0xFFEDEDED},
-    {QPalette::Button, 0xFF3A3A3E},
+    {QPalette::Button, 0xFF46464B},
     {QPalette::ButtonText, 0xFFEDEDED},
     {QPalette::BrightText, 0xFFFF8080},
-    {QPalette::Light, 0xFF55555A},
-    {QPalette::Midlight, 0xFF46464B},
+    {QPalette::Light, 0xFF626268},
+    {QPalette::Midlight, 0xFF525258},
     {QPalette::Mid, 0xFF26262A},
     {QPalette::Dark, 0xFF17171A},
     {QPalette::Shadow, 0xFF0A0A0C},
@@ -34,7 +36,7 @@ constexpr RoleColor normalColors[] = {
     {QPalette::LinkVisited, 0xFFC39BE0},
 };
 
-constexpr QRgb disabledText = 0xFF85858B;
+constexpr QRgb disabledText = 0xFF8F8F95;
 constexpr QPalette::ColorRole textRoles[] = {
     QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText};
 
@@ -47,7 +49,7 @@ QPalette darkPalette()
         palette.setColor(role, QColor(color));
     for (const auto role : textRoles)
         palette.setColor(QPalette::Disabled, role, QColor(disabledText));
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xFF46464B));
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xFF55555A));
     return palette;
 }
 

@@ -110,7 +110,7 @@ void DetailPane::adjustTextColour()
     // From the pane's own palette, which the text's follows but for this colour.
     auto colours = palette();
     if (m_dataView != nullptr && m_dataView->detail().isGrey)
-        colours.setColor(QPalette::Active, QPalette::Text, palette().color(QPalette::Disabled, QPalette::Text));
+        colours.setColor(QPalette::Active, QPalette::Text, palette().color(QPalette::PlaceholderText));
     colours.setColor(QPalette::Inactive, QPalette::Text, colours.color(QPalette::Active, QPalette::Text));
     m_text->setPalette(colours);
 }

@@ -35,6 +35,7 @@ void popUpGridMenu(QWidget& grid, DataView& dataView, const QModelIndex& index, 
         const auto column = static_cast<std::size_t>(index.column());
         dataView.setClickedRow(static_cast<std::size_t>(index.row()));
         addCommands(*menu, grid, dataView);
+        menu->addSeparator();
         menu->addAction(
             localizedText("Sort by This Column"), &grid, [&dataView, column] { dataView.didClickTableColumn(column); });
         dataView.displayCell(column, static_cast<std::size_t>(index.row()));

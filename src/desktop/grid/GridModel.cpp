@@ -39,7 +39,7 @@ QVariant qtAlignment(TextAlignment alignment)
 
 bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
 
-QColor greyTextColor() { return QGuiApplication::palette().color(QPalette::Disabled, QPalette::Text); }
+QColor greyTextColor() { return QGuiApplication::palette().color(QPalette::PlaceholderText); }
 
 } // namespace
 

@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 namespace vellumo {
 
@@ -93,6 +94,7 @@ void GridView::columnsDidChange()
     restoreColumnOrder();
     fitColumnWidths(*this);
     scrollToTop();
+    horizontalScrollBar()->setValue(0);
     sortIndicatorsDidChange();
 }
 

@@ -36,6 +36,7 @@ QWidget* InformationPage::makeLists()
     m_names = new QListWidget(splitter);
     m_names->setFrameShape(QFrame::NoFrame);
     m_names->setUniformItemSizes(true);
+    m_names->setSpacing(1);
     m_names->setAccessibleName(toQString(describe(m_type).barLabel));
     splitter->addWidget(m_names);
     splitter->addWidget(m_properties);

@@ -2,6 +2,7 @@
 
 #include "desktop/QtText.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <algorithm>
 
@@ -45,11 +46,22 @@ void PropertyList::setProperties(const std::vector<PropertyRow>& properties)
     setRowCount(static_cast<int>(properties.size()));
     for (int row = 0; row < rowCount(); ++row) {
         const auto& [label, value] = properties[static_cast<std::size_t>(row)];
-        auto* labelItem = makeItem(label);
-        labelItem->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
-        setItem(row, 0, labelItem);
+        setItem(row, 0, makeItem(label));
         setItem(row, 1, makeItem(value));
     }
+    colourLabels();
+}
+
+void PropertyList::colourLabels()
+{
+    for (int row = 0; row < rowCount(); ++row)
+        item(row, 0)->setForeground(palette().color(QPalette::PlaceholderText));
+}
+
+void PropertyList::changeEvent(QEvent* event)
+{
+    QTableWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) colourLabels();
 }
 
 std::string PropertyList::selectedText() const

@@ -14,6 +14,12 @@ public:
     void setProperties(const std::vector<PropertyRow>& properties);
     // The selected rows, label and value parted by a tab.
     [[nodiscard]] std::string selectedText() const;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void colourLabels();
 };
 
 } // namespace vellumo

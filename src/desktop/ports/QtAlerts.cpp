@@ -1,6 +1,7 @@
 #include "desktop/ports/QtAlerts.h"
 
 #include "desktop/QtText.h"
+#include "desktop/icons/Icons.h"
 
 #include <QApplication>
 #include <QGridLayout>
@@ -28,7 +29,8 @@ void fill(QMessageBox& box, const Alert& alert)
     box.setText(toQString(alert.title));
     box.setInformativeText(toQString(alert.message));
     box.setStandardButtons(QMessageBox::Ok);
-    box.setIcon(QMessageBox::Information);
+    // What was said is good news or bad; the program's own picture suits both.
+    box.setIconPixmap(applicationIcon().pixmap(QSize(48, 48), box.devicePixelRatioF()));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     widen(box);
 }

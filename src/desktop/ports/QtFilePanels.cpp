@@ -4,7 +4,6 @@
 #include "text/Format.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -48,7 +47,9 @@ bool QtFilePanels::run(QFileDialog& dialog)
 {
     dialog.setWindowModality(Qt::WindowModal);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
-    m_folder = dialog.directory().absolutePath();
+    // Not the dialog's folder: a path that was typed may lead out of it.
+    const QFileInfo chosen(dialog.selectedFiles().first());
+    m_folder = chosen.isDir() ? chosen.absoluteFilePath() : chosen.absolutePath();
     return true;
 }
 

@@ -67,7 +67,11 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     qApp->installEventFilter(this); // for the mouse's Back and Next buttons, wherever the pointer is
 }
 
-MainWindow::~MainWindow() { qApp->removeEventFilter(this); }
+MainWindow::~MainWindow()
+{
+    qApp->removeEventFilter(this);
+    hide(); // visible widgets would ask the controller, which goes before them
+}
 
 void MainWindow::layOutPanels()
 {

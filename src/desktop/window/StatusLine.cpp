@@ -36,6 +36,7 @@ StatusLine::StatusLine(VellumoAppDelegate& app, QWidget* parent)
     static_assert(buttons.size() == buttonCount);
     m_text->setObjectName("statusText");
     m_text->setTextFormat(Qt::PlainText);
+    m_text->setContentsMargins(6, 0, 0, 0);
     addWidget(m_text, 1);
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         m_buttons[i] = new QToolButton(this);

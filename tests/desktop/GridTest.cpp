@@ -1,0 +1,198 @@
+#include "Program.h"
+
+#include "desktop/QtText.h"
+#include "desktop/grid/GridModel.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <gmock/gmock.h>
+
+namespace vellumo::test {
+
+namespace {
+
+class GridTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_program.startWithDemo();
+        m_program.press(Qt::Key_3, Qt::ControlModifier); // the text view
+    }
+
+    Program m_program;
+};
+
+} // namespace
+
+TEST_F(GridTest, showsCellsAsTheyAre)
+{
+    m_program.clickTree("Employees");
+    auto& grid = m_program.grid();
+    const auto& model = *grid.model();
+    EXPECT_EQ(m_program.cell(0, 1), "Fernandes");
+    EXPECT_EQ(m_program.cell(0, 6), "[NULL]");
+    const auto grey = QGuiApplication::palette().color(QPalette::PlaceholderText);
+    EXPECT_EQ(model.index(0, 6).data(Qt::ForegroundRole).value<QColor>(), grey);
+    EXPECT_FALSE(model.index(0, 1).data(Qt::ForegroundRole).isValid());
+    // The key column has a key in its title, object cells have an icon.
+    EXPECT_FALSE(model.headerData(0, Qt::Horizontal, Qt::DecorationRole).value<QIcon>().isNull());
+    EXPECT_FALSE(model.headerData(1, Qt::Horizontal, Qt::DecorationRole).isValid());
+    EXPECT_FALSE(model.index(0, 7).data(Qt::DecorationRole).value<QIcon>().isNull());
+    EXPECT_THAT(m_program.cell(0, 7), testing::MatchesRegex("\\.[a-z]+ \\[[0-9.]+ [KM]?B.*\\]"));
+}
+
+TEST(CellLineTest, isOneLineThatIsNotTooLong)
+{
+    EXPECT_EQ(cellLine("one\r\ntwo\tthree"), "one  two three");
+    EXPECT_EQ(cellLine(""), "");
+    // 401 bytes: the letter of two bytes at the cut goes as a whole.
+    EXPECT_EQ(cellLine(std::string(399, 'x') + "é"), QString(399, 'x') + QChar(0x2026));
+    EXPECT_EQ(cellLine(std::string(400, 'x')), QString(400, 'x'));
+}
+
+TEST_F(GridTest, sortsByThreeClicksOnATitle)
+{
+    m_program.clickTree("Categories");
+    const auto& header = *m_program.grid().horizontalHeader();
+    const std::vector<std::string> stored{
+        "Tea", "Coffee", "Preserves", "Ceramics", "Candles", "Stationery", "Garden", "Textiles"};
+    const std::vector<std::string> ascending{
+        "Candles", "Ceramics", "Coffee", "Garden", "Preserves", "Stationery", "Tea", "Textiles"};
+    m_program.clickHeader(1);
+    EXPECT_EQ(m_program.columnOfGrid(1), ascending);
+    EXPECT_EQ(header.sortIndicatorSection(), 1);
+    EXPECT_EQ(header.sortIndicatorOrder(), Qt::AscendingOrder);
+    m_program.clickHeader(1);
+    EXPECT_EQ(m_program.columnOfGrid(1), std::vector(ascending.rbegin(), ascending.rend()));
+    EXPECT_EQ(header.sortIndicatorOrder(), Qt::DescendingOrder);
+    m_program.clickHeader(1);
+    EXPECT_EQ(m_program.columnOfGrid(1), stored);
+    EXPECT_EQ(header.sortIndicatorSection(), -1);
+}
+
+TEST_F(GridTest, showsTheCurrentCellInFull)
+{
+    m_program.clickTree("Employees");
+    EXPECT_EQ(m_program.detailText(), "No fields selected");
+    m_program.clickCell(0, 8);
+    EXPECT_EQ(m_program.detailText(), "Founded the shop with one shelf of tea.");
+    m_program.press(Qt::Key_Down);
+    EXPECT_EQ(m_program.detailText(), "Speaks English, Igbo and French.");
+    EXPECT_EQ(m_program.statusText(), "Record 2 of 8");
+    m_program.press(Qt::Key_Right); // leads to the first column
+    EXPECT_EQ(m_program.detailText(), "2");
+    m_program.press(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_EQ(m_program.detailText(), "Okafor");
+    m_program.press(Qt::Key_Left); // leads to the last column
+    EXPECT_EQ(m_program.detailText(), "Speaks English, Igbo and French.");
+}
+
+TEST_F(GridTest, showsPicturesAndOpensThem)
+{
+    m_program.clickTree("Employees");
+    m_program.clickCell(0, 7);
+    auto& picture = *m_program.find<QWidget>("bottomTextView").findChild<QAbstractScrollArea*>("pictureView");
+    EXPECT_TRUE(picture.isVisible());
+    EXPECT_THAT(fromQString(picture.accessibleDescription()), testing::MatchesRegex("[0-9]+ × [0-9]+ pixels"));
+    QTest::mouseDClick(picture.viewport(), Qt::LeftButton);
+    ASSERT_EQ(m_program.workspace.opened.size(), 1U);
+    EXPECT_TRUE(std::filesystem::exists(m_program.workspace.opened[0]));
+    EXPECT_FALSE(picture.horizontalScrollBarPolicy() == Qt::ScrollBarAsNeeded);
+    m_program.clickButton("fullSize");
+    EXPECT_TRUE(picture.horizontalScrollBarPolicy() == Qt::ScrollBarAsNeeded);
+}
+
+TEST_F(GridTest, opensAndSavesDocuments)
+{
+    m_program.clickTree("Documents");
+    m_program.clickCell(2, 5);
+    EXPECT_THAT(m_program.detailText(), testing::StartsWith("%PDF-1.1"));
+    m_program.clickButton("openObject");
+    ASSERT_EQ(m_program.workspace.opened.size(), 1U);
+    EXPECT_THAT(m_program.workspace.opened[0], testing::EndsWith(".pdf"));
+
+    m_program.filePanels.file = m_program.folder.path("terms.pdf");
+    m_program.clickButton("saveObject");
+    EXPECT_THAT(m_program.filePanels.asked, testing::ElementsAre("save pdf Content-3"));
+    EXPECT_EQ(m_program.folder.read("terms.pdf").value_or("").substr(0, 8), "%PDF-1.1");
+    EXPECT_EQ(m_program.folder.read("terms.pdf").value_or("").size(), 741U);
+
+    // A file without an extension could be a program.
+    m_program.clickCell(3, 5);
+    EXPECT_FALSE(m_program.find<QPushButton>("openObject").isEnabled());
+    m_program.filePanels.file = m_program.folder.path("no/such/folder");
+    m_program.clickButton("saveObject");
+    EXPECT_THAT(m_program.alerts.shown,
+        testing::ElementsAre(Alert{"Error", "File (" + *m_program.filePanels.file + ") cannot be written"}));
+
+    m_program.clickCell(3, 1); // a text cell has no such buttons
+    EXPECT_FALSE(m_program.find<QPushButton>("openObject").isVisible());
+}
+
+TEST_F(GridTest, copiesRows)
+{
+    m_program.clickTree("Categories");
+    m_program.clickCell(0, 1);
+    m_program.clickCell(2, 1, Qt::ControlModifier);
+    EXPECT_EQ(m_program.statusText(), "2 of 8 records");
+    m_program.press(Qt::Key_C, Qt::ControlModifier);
+    ASSERT_EQ(m_program.pasteboard.texts.size(), 1U);
+    EXPECT_THAT(m_program.pasteboard.texts[0],
+        testing::MatchesRegex("1\tTea\tLoose leaf and tins[^\n]*\n3\tPreserves\tJams[^\n]*\n"));
+    m_program.press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(m_program.statusText(), "8 of 8 records");
+    // Columns are copied as the user has put them.
+    m_program.grid().horizontalHeader()->moveSection(1, 0);
+    m_program.clickCell(0, 1);
+    m_program.press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_THAT(m_program.pasteboard.texts.back(), testing::StartsWith("Tea\t1\tLoose"));
+}
+
+TEST_F(GridTest, copiesTheRowUnderTheMenu)
+{
+    m_program.clickTree("Categories");
+    m_program.clickCell(0, 1);
+    const auto point = m_program.grid().visualRect(m_program.grid().model()->index(4, 1)).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, point, m_program.grid().viewport()->mapToGlobal(point));
+    QApplication::sendEvent(m_program.grid().viewport(), &event);
+    m_program.choose("Copy");
+    ASSERT_EQ(m_program.pasteboard.texts.size(), 1U);
+    EXPECT_THAT(m_program.pasteboard.texts[0], testing::StartsWith("5\tCandles\t"));
+}
+
+TEST_F(GridTest, jumpsToARow)
+{
+    m_program.clickTree("Orders");
+    const struct {
+        const char* typed;
+        const char* selected;
+        int beeps;
+    } cases[] = {{"421", "", 1}, {"0", "", 2}, {"420", "419", 2}, {"1", "0", 2}};
+    for (const auto& [typed, selected, beeps] : cases) {
+        SCOPED_TRACE(typed);
+        m_program.press(Qt::Key_G, Qt::ControlModifier);
+        auto* sheet = QApplication::activeModalWidget();
+        ASSERT_NE(sheet, nullptr);
+        EXPECT_EQ(sheet->windowTitle(), "Jump to row");
+        QTest::keyClicks(sheet->findChild<QLineEdit*>("rowNumber"), typed);
+        QTest::keyClick(sheet, Qt::Key_Return);
+        QApplication::processEvents();
+        EXPECT_EQ(m_program.selectedRows(), selected);
+        EXPECT_EQ(m_program.alerts.beeps, beeps);
+    }
+    EXPECT_TRUE(m_program.grid().hasFocus());
+}
+
+TEST_F(GridTest, followsTheSelectedRecordThroughASearch)
+{
+    m_program.clickTree("Employees");
+    m_program.clickCell(6, 1); // Haddad
+    m_program.typeInto("dataSearchField", "Sales");
+    EXPECT_EQ(m_program.selectedRows(), "0");
+    EXPECT_EQ(m_program.statusText(), "Record 1 of 2");
+    m_program.typeInto("dataSearchField", "");
+    EXPECT_EQ(m_program.selectedRows(), "6");
+}
+
+} // namespace vellumo::test

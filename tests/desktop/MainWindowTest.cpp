@@ -1,0 +1,275 @@
+#include "Program.h"
+
+#include "desktop/QtText.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QStackedWidget>
+#include <QTableWidget>
+#include <QToolBar>
+#include <QToolButton>
+#include <functional>
+#include <gmock/gmock.h>
+
+namespace vellumo::test {
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr const char* openDemo = "Shop*\n"
+                                 "  Categories  (8)\n  Customers  (36)\n  Documents  (12)\n  Employees  (8)\n"
+                                 "  Order Details  (1277)\n  Orders  (420)\n  Products  (40)\n  Suppliers  (10)\n";
+
+class MainWindowTest : public testing::Test {
+protected:
+    // What the information pane shows below its title: labels and values of the property list.
+    std::string properties(const char* page)
+    {
+        const auto& list = *m_program.find<QStackedWidget>(page).findChild<QTableWidget*>();
+        std::string text;
+        for (int row = 0; row < list.rowCount(); ++row)
+            text += fromQString(list.item(row, 0)->text() + "=" + list.item(row, 1)->text() + "\n");
+        return text;
+    }
+
+    Program m_program;
+};
+
+} // namespace
+
+TEST_F(MainWindowTest, opensFilesByEveryRoute)
+{
+    struct Route {
+        const char* name;
+        std::function<void(const std::string&)> open;
+    };
+    const Route routes[] = {
+        {"button of the placeholder",
+            [&](const std::string& path) {
+                m_program.filePanels.files = {{path}};
+                QTest::mouseClick(
+                    m_program.find<QWidget>("dropPlaceholder").findChild<QAbstractButton*>(), Qt::LeftButton);
+            }},
+        {"toolbar",
+            [&](const std::string& path) {
+                m_program.filePanels.files = {{path}};
+                auto& bar = m_program.find<QToolBar>("toolbar");
+                QTest::mouseClick(bar.widgetForAction(bar.findChild<QAction*>("open")), Qt::LeftButton);
+            }},
+        {"Ctrl+O",
+            [&](const std::string& path) {
+                m_program.filePanels.files = {{path}};
+                m_program.press(Qt::Key_O, Qt::ControlModifier);
+            }},
+        {"drop among other files",
+            [&](const std::string& path) {
+                m_program.dropFiles({"/tmp/notes.txt", path});
+            }},
+        {"second start", [&](const std::string& path) { m_program.window().openFiles({path}); }},
+        {"double click in the list",
+            [&](const std::string& path) {
+                m_program.recent.listed = {path};
+                m_program.start();
+                EXPECT_EQ(m_program.treeText(), "Shop\n");
+                m_program.doubleClickTree("Shop");
+            }},
+        {"return key in the list",
+            [&](const std::string& path) {
+                m_program.recent.listed = {path};
+                m_program.start();
+                m_program.clickTree("Shop");
+                QTest::keyClick(&m_program.find<QTreeView>("fileTree"), Qt::Key_Return);
+            }},
+    };
+    for (const auto& [name, open] : routes) {
+        SCOPED_TRACE(name);
+        m_program.recent.listed.clear();
+        std::filesystem::remove(m_program.folder.path("Shop.mdb"));
+        const auto path = m_program.makeDemo();
+        m_program.start();
+        EXPECT_TRUE(m_program.find<QWidget>("dropPlaceholder").isVisible());
+        open(path);
+        EXPECT_EQ(m_program.treeText(), openDemo);
+        EXPECT_EQ(m_program.statusText(), "1 of 1 file, contains 8 tables");
+        EXPECT_THAT(m_program.recent.listed, ElementsAre(path));
+        EXPECT_FALSE(m_program.find<QWidget>("dropPlaceholder").isVisible());
+    }
+}
+
+TEST_F(MainWindowTest, refusesADropWithoutDatabases)
+{
+    m_program.start();
+    m_program.dropFiles({"/tmp/notes.txt"});
+    EXPECT_TRUE(m_program.alerts.shown.empty());
+    EXPECT_EQ(m_program.treeText(), "");
+}
+
+TEST_F(MainWindowTest, tellsOfAFileThatCannotBeOpened)
+{
+    const auto path = m_program.makeBrokenFile("Broken.mdb");
+    m_program.start();
+    m_program.dropFiles({path});
+    EXPECT_THAT(
+        m_program.alerts.shown, ElementsAre(Alert{"Error", "File (Broken.mdb) cannot be opened", Alert::Style::Modal}));
+    EXPECT_EQ(m_program.treeText(), "Broken\n");
+}
+
+TEST_F(MainWindowTest, showsEveryKindOfInformation)
+{
+    m_program.startWithDemo();
+    EXPECT_THAT(properties("InfoView_File"), testing::HasSubstr("=2.5 MB\n"));
+    m_program.clickTree("Orders");
+    EXPECT_EQ(m_program.statusText(), "1 of 8 tables, contains 420 records");
+    EXPECT_FALSE(m_program.find<QWidget>("InfoView_File_Button").isVisible());
+    EXPECT_TRUE(m_program.find<QWidget>("InfoView_Table").isVisible());
+
+    m_program.clickButton("InfoView_Column_Button");
+    auto& columns = *m_program.find<QStackedWidget>("InfoView_Column").findChild<QListWidget*>();
+    EXPECT_EQ(columns.count(), 10);
+    columns.setFocus();
+    m_program.press(Qt::Key_Down);
+    EXPECT_EQ(columns.currentItem()->text(), "CustomerID");
+    EXPECT_THAT(properties("InfoView_Column"), testing::HasSubstr("=Long Integer\n"));
+
+    m_program.clickButton("InfoView_Relation_Button");
+    EXPECT_EQ(m_program.find<QStackedWidget>("InfoView_Relation").findChild<QListWidget*>()->count(), 2);
+    // The kind stays while other tables are selected; Categories refers to no other table.
+    m_program.clickTree("Categories");
+    const auto& page = m_program.find<QStackedWidget>("InfoView_Relation");
+    EXPECT_EQ(qobject_cast<QLabel*>(page.currentWidget())->text(), "No forigen keys");
+}
+
+TEST_F(MainWindowTest, filtersTheFileList)
+{
+    m_program.startWithDemo();
+    m_program.clickTree("Orders");
+    m_program.typeInto("fileSearchField", "ORD");
+    EXPECT_EQ(m_program.treeText(), "Shop\n  Order Details  (1277)\n  Orders  (420)*\n");
+    EXPECT_EQ(m_program.statusText(), "1 of 2 tables, contains 420 records");
+    m_program.typeInto("fileSearchField", "no such name");
+    EXPECT_EQ(m_program.treeText(), "");
+    m_program.typeInto("fileSearchField", "");
+    EXPECT_THAT(m_program.treeText(), testing::HasSubstr("  Orders  (420)"));
+}
+
+TEST_F(MainWindowTest, searchesRecordsInEveryMode)
+{
+    m_program.startWithDemo();
+    m_program.clickTree("Employees");
+    const struct {
+        const char* name;
+        const char* text;
+        std::vector<const char*> choices; // of the search menu, one after the other
+        std::vector<std::string> lastNames;
+        const char* status;
+    } cases[] = {
+        {"contains", "ales", {}, {"Haddad", "O’Brien"}, "2 records"},
+        {"no case", "SALES", {}, {"Haddad", "O’Brien"}, "2 records"},
+        {"case honoured", "SALES", {"Ignore Case"}, {}, "0 records"},
+        {"case ignored again", "SALES", {"Ignore Case"}, {"Haddad", "O’Brien"}, "2 records"},
+        {"begins with", "o", {"Begins With"}, {"Fernandes", "Okafor", "O’Brien"}, "3 records"},
+        {"equals", "buyer", {"Equals"}, {"Okafor"}, "1 record"},
+        {"ends with", "ez", {"Ends With"}, {}, "0 records"},
+    };
+    for (const auto& [name, text, choices, lastNames, status] : cases) {
+        SCOPED_TRACE(name);
+        m_program.typeInto("dataSearchField", text);
+        for (const auto* choice : choices) {
+            QTest::keyClick(&m_program.find<QWidget>("dataSearchField"), Qt::Key_Down);
+            m_program.choose(choice);
+        }
+        EXPECT_EQ(m_program.columnOfGrid(1), lastNames);
+        EXPECT_EQ(m_program.statusText(), status);
+    }
+    QTest::keyClick(&m_program.find<QWidget>("dataSearchField"), Qt::Key_Escape);
+    EXPECT_EQ(m_program.grid().model()->rowCount(), 8);
+}
+
+TEST_F(MainWindowTest, goesBackAndForth)
+{
+    m_program.startWithDemo();
+    m_program.clickTree("Orders");
+    EXPECT_FALSE(m_program.find<QAction>("navigationBack").isEnabled());
+    m_program.clickTree("Products");
+    m_program.press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_THAT(m_program.treeText(), testing::HasSubstr("Orders  (420)*"));
+    QTest::mouseClick(m_program.grid().viewport(), Qt::ForwardButton);
+    EXPECT_THAT(m_program.treeText(), testing::HasSubstr("Products  (40)*"));
+    QTest::mouseClick(m_program.grid().viewport(), Qt::BackButton);
+    EXPECT_THAT(m_program.treeText(), testing::HasSubstr("Orders  (420)*"));
+    EXPECT_FALSE(m_program.find<QAction>("navigationBack").isEnabled());
+    EXPECT_TRUE(m_program.find<QAction>("navigationNext").isEnabled());
+}
+
+TEST_F(MainWindowTest, jumpsByTheJumpBar)
+{
+    m_program.startWithDemo();
+    m_program.clickTree("Orders");
+    m_program.press(Qt::Key_4, Qt::ControlModifier);
+    m_program.clickAndChoose(m_program.find<QWidget>("jumpBarTable"), "Suppliers");
+    EXPECT_THAT(m_program.treeText(), testing::HasSubstr("Suppliers  (10)*"));
+    EXPECT_EQ(m_program.find<QToolButton>("jumpBarTable").text(), "Suppliers");
+    EXPECT_EQ(m_program.find<QToolButton>("jumpBarFile").text(), "Shop");
+}
+
+TEST_F(MainWindowTest, closesAndRemovesFiles)
+{
+    m_program.recent.listed = {m_program.makeDemo("Shop.mdb"), m_program.makeDemo("Archive.mdb")};
+    m_program.start();
+    m_program.doubleClickTree("Shop");
+    m_program.clickTree("Orders");
+    m_program.chooseForTree("Shop", "Close");
+    EXPECT_EQ(m_program.treeText(), "Archive\nShop\n");
+    EXPECT_EQ(m_program.grid().model()->columnCount(), 0);
+    m_program.doubleClickTree("Archive");
+    m_program.chooseForTree("Archive", "Remove from List");
+    EXPECT_EQ(m_program.treeText(), "Shop\n");
+    EXPECT_THAT(m_program.recent.listed, ElementsAre(m_program.folder.path("Shop.mdb")));
+    m_program.menuItem("Clear File List")->trigger();
+    EXPECT_EQ(m_program.treeText(), "");
+    EXPECT_TRUE(m_program.find<QWidget>("dropPlaceholder").isVisible());
+}
+
+TEST_F(MainWindowTest, remembersViewsAndFilesForTheNextStart)
+{
+    m_program.startWithDemo();
+    m_program.press(Qt::Key_2, Qt::ControlModifier); // information
+    m_program.press(Qt::Key_3, Qt::ControlModifier); // text view
+    m_program.press(Qt::Key_5, Qt::ControlModifier); // row counts
+    EXPECT_FALSE(m_program.find<QWidget>("InfoView_File").isVisible());
+    EXPECT_TRUE(m_program.find<QWidget>("bottomTextView").isVisible());
+    m_program.start();
+    EXPECT_EQ(m_program.treeText(), "Shop\n");
+    m_program.doubleClickTree("Shop");
+    EXPECT_THAT(m_program.treeText(), testing::HasSubstr("  Orders\n"));
+    EXPECT_FALSE(m_program.find<QWidget>("InfoView_File").isVisible());
+    EXPECT_TRUE(m_program.find<QWidget>("bottomTextView").isVisible());
+    EXPECT_NE(m_program.menuItem("Show Information View"), nullptr);
+}
+
+TEST_F(MainWindowTest, keepsFilesThatComeWhileAnExportDialogIsOpen)
+{
+    m_program.startWithDemo();
+    m_program.clickTree("Orders");
+    m_program.find<QAction>("exportCsv").trigger();
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    m_program.window().openFiles({m_program.makeDemo("Later.mdb")});
+    EXPECT_THAT(m_program.treeText(), testing::Not(testing::HasSubstr("Later")));
+    dialog->reject();
+    QApplication::processEvents();
+    EXPECT_THAT(m_program.treeText(), testing::StartsWith("Later*\n"));
+}
+
+TEST_F(MainWindowTest, asksForAFileBeforeAnExport)
+{
+    m_program.start();
+    m_program.find<QAction>("exportXml").trigger();
+    EXPECT_THAT(m_program.alerts.shown,
+        ElementsAre(
+            Alert{"No MDB File selected.", "Please select a file from the file list first.", Alert::Style::Sheet}));
+}
+
+} // namespace vellumo::test

@@ -1,0 +1,99 @@
+#include "Program.h"
+
+#include "desktop/window/TableWindow.h"
+
+#include <QHeaderView>
+#include <QPlainTextEdit>
+#include <QToolButton>
+#include <gmock/gmock.h>
+
+namespace vellumo::test {
+
+namespace {
+
+std::vector<QWidget*> tableWindows()
+{
+    std::vector<QWidget*> windows;
+    for (auto* widget : QApplication::topLevelWidgets())
+        if (widget->objectName() == "tableWindow" && widget->isVisible()) windows.push_back(widget);
+    return windows;
+}
+
+class TableWindowTest : public testing::Test {
+protected:
+    // By the title; null when it is not open.
+    static QWidget* windowTitled(const QString& title)
+    {
+        for (auto* window : tableWindows())
+            if (window->windowTitle() == title) return window;
+        return nullptr;
+    }
+
+    static std::string cell(const QWidget& window, int row, int column)
+    {
+        return window.findChild<QTableView*>()->model()->index(row, column).data().toString().toStdString();
+    }
+
+    Program m_program;
+};
+
+} // namespace
+
+TEST_F(TableWindowTest, showsTablesSideBySide)
+{
+    m_program.startWithDemo();
+    m_program.doubleClickTree("Categories");
+    m_program.chooseForTree("Employees", "Open in New Window");
+    const auto* categories = windowTitled("Categories @Shop");
+    const auto* employees = windowTitled("Employees @Shop");
+    ASSERT_TRUE(categories != nullptr && employees != nullptr);
+    EXPECT_EQ(cell(*categories, 1, 1), "Coffee");
+    EXPECT_EQ(cell(*employees, 1, 1), "Okafor");
+
+    // No search applies here.
+    m_program.clickTree("Employees");
+    m_program.typeInto("dataSearchField", "Sales");
+    EXPECT_EQ(m_program.grid().model()->rowCount(), 2);
+    EXPECT_EQ(employees->findChild<QTableView*>()->model()->rowCount(), 8);
+
+    // Another table in the same window.
+    m_program.clickAndChoose(*employees->findChild<QToolButton*>("jumpBarTable"), "Suppliers");
+    EXPECT_EQ(employees->windowTitle(), "Suppliers @Shop");
+}
+
+TEST_F(TableWindowTest, hasCommandsOfItsOwn)
+{
+    m_program.startWithDemo();
+    m_program.doubleClickTree("Categories");
+    auto* window = windowTitled("Categories @Shop");
+    ASSERT_NE(window, nullptr);
+    auto& grid = *window->findChild<QTableView*>();
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.model()->index(2, 1)).center());
+    EXPECT_EQ(window->findChild<QPlainTextEdit*>()->toPlainText(), "Preserves");
+    QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
+    ASSERT_EQ(m_program.pasteboard.texts.size(), 1U);
+    EXPECT_THAT(m_program.pasteboard.texts[0], testing::StartsWith("3\tPreserves\t"));
+    QTest::keyClick(&grid, Qt::Key_W, Qt::ControlModifier);
+    QApplication::processEvents();
+    EXPECT_TRUE(tableWindows().empty());
+    EXPECT_TRUE(m_program.window().app().childWinManager()->childWins().empty());
+}
+
+TEST_F(TableWindowTest, closesWithItsFileAndNoOther)
+{
+    m_program.recent.listed = {m_program.makeDemo("Shop.mdb"), m_program.makeDemo("Archive.mdb")};
+    m_program.start();
+    m_program.doubleClickTree("Shop");
+    m_program.doubleClickTree("Orders");
+    m_program.chooseForTree("Shop", "Close");
+    EXPECT_TRUE(tableWindows().empty());
+    m_program.doubleClickTree("Archive");
+    m_program.doubleClickTree("Orders");
+    m_program.chooseForTree("Shop", "Open");
+    m_program.chooseForTree("Shop", "Close");
+    EXPECT_NE(windowTitled("Orders @Archive"), nullptr);
+    m_program.quit();
+    EXPECT_TRUE(tableWindows().empty());
+}
+
+} // namespace vellumo::test
