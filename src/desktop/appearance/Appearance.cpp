@@ -73,6 +73,8 @@ void Appearance::askPortal()
 {
     auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return;
+    // The slot's type is looked up by its name, and nothing else has made it known yet.
+    qRegisterMetaType<QDBusVariant>();
     bus.connect(portalService, portalPath, portalInterface, "SettingChanged", this,
         SLOT(settingChanged(QString, QString, QDBusVariant)));
     const auto reply = bus.call(readScheme(), QDBus::Block, portalPatienceMs);

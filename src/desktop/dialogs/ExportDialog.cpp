@@ -50,7 +50,7 @@ ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent
     connectFields();
     connectButtons();
     m_wizard->setView(this);
-    controlsChanged();
+    showControls();
     m_ui->tableSelectionTableView->setFocus();
 }
 
@@ -188,7 +188,9 @@ void ExportDialog::toggleSelectedRows()
         m_tables->setData(row, state, Qt::CheckStateRole);
 }
 
-void ExportDialog::controlsChanged()
+void ExportDialog::controlsChanged() { showControls(); }
+
+void ExportDialog::showControls()
 {
     for (const auto& refresh : m_refreshers)
         refresh();

@@ -53,6 +53,7 @@ private:
     void connectFields();
     void connectButtons();
     void toggleSelectedRows();
+    void showControls();
     void showRows();
     void showHints();
 
