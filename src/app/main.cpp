@@ -79,8 +79,9 @@ int run(const std::vector<std::string>& files)
     RunningInstance instance(userSocketPath());
     if (instance.handOver(files)) return 0;
     Desktop desktop;
-    const Appearance appearance(desktop.defaults);
+    Appearance appearance(desktop.defaults);
     MainWindow window(desktop.ports());
+    window.addAppearanceMenu(appearance);
     desktop.alerts.setMainWindow(&window);
     desktop.filePanels.setMainWindow(&window);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&window] { window.shutDown(); });
@@ -101,6 +102,6 @@ int main(int argc, char** argv)
     QApplication::setApplicationName("vellumo");
     QApplication::setApplicationDisplayName("Vellumo");
     QApplication::setApplicationVersion(VELLUMO_VERSION);
-    QGuiApplication::setDesktopFileName("vellumo");
+    QGuiApplication::setDesktopFileName("org.vellumo.Vellumo");
     return run(filesOfCommandLine());
 }

@@ -115,8 +115,8 @@ TEST_F(GridTest, opensAndSavesDocuments)
     m_program.filePanels.file = m_program.folder.path("terms.pdf");
     m_program.clickButton("saveObject");
     EXPECT_THAT(m_program.filePanels.asked, testing::ElementsAre("save pdf Content-3"));
-    EXPECT_EQ(m_program.folder.read("terms.pdf").value_or("").substr(0, 8), "%PDF-1.1");
-    EXPECT_EQ(m_program.folder.read("terms.pdf").value_or("").size(), 741U);
+    EXPECT_THAT(m_program.folder.read("terms.pdf").value_or(""),
+        testing::AllOf(testing::StartsWith("%PDF-1.1"), testing::HasSubstr("%%EOF")));
 
     // A file without an extension could be a program.
     m_program.clickCell(3, 5);
@@ -181,7 +181,7 @@ TEST_F(GridTest, jumpsToARow)
         EXPECT_EQ(m_program.selectedRows(), selected);
         EXPECT_EQ(m_program.alerts.beeps, beeps);
     }
-    EXPECT_TRUE(m_program.grid().hasFocus());
+    EXPECT_EQ(m_program.window().focusWidget(), &m_program.grid());
 }
 
 TEST_F(GridTest, followsTheSelectedRecordThroughASearch)

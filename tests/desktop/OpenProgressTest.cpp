@@ -1,4 +1,5 @@
 #include "desktop/window/OpenProgress.h"
+#include "support/QtApplication.h"
 
 #include <QApplication>
 #include <QDialog>

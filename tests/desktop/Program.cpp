@@ -154,9 +154,12 @@ void Program::doubleClickTree(const std::string& name)
 
 void Program::clickCell(int row, int column, Qt::KeyboardModifiers modifiers)
 {
+    QApplication::processEvents(); // new columns are laid out
     const auto index = grid().model()->index(row, column);
     grid().scrollTo(index);
-    QTest::mouseClick(grid().viewport(), Qt::LeftButton, modifiers, grid().visualRect(index).center());
+    const auto visible = grid().visualRect(index) & grid().viewport()->rect();
+    ASSERT_FALSE(visible.isEmpty());
+    QTest::mouseClick(grid().viewport(), Qt::LeftButton, modifiers, visible.center());
 }
 
 void Program::clickHeader(int column)
@@ -213,6 +216,9 @@ void Program::chooseForTree(const std::string& name, const std::string& title)
 void Program::press(int key, Qt::KeyboardModifiers modifiers)
 {
     QApplication::processEvents(); // a command takes its new state when nothing else is to be done
+    // Without a window manager nobody gives the keyboard back when a dialog has closed.
+    if (QApplication::activeWindow() == nullptr) m_window->activateWindow();
+    QApplication::processEvents();
     auto* focus = QApplication::focusWidget();
     QTest::keyClick(focus == nullptr ? m_window.get() : focus, static_cast<Qt::Key>(key), modifiers);
     QApplication::processEvents();

@@ -5,6 +5,7 @@
 #include "desktop/window/MainWindow.h"
 #include "support/DesktopFakes.h"
 #include "support/ExportFakes.h"
+#include "support/QtApplication.h"
 #include "support/TempFolder.h"
 
 #include <QAbstractItemView>
@@ -58,13 +59,8 @@ public:
     // An item of the menu bar.
     [[nodiscard]] QAction* menuItem(const std::string& title);
 
-    // By object name; a test fails when there is none.
-    template <typename Widget> [[nodiscard]] Widget& find(const char* name)
-    {
-        auto* widget = m_window->findChild<Widget*>(name);
-        if (widget == nullptr) qFatal("there is no %s", name);
-        return *widget;
-    }
+    // By object name.
+    template <typename Widget> [[nodiscard]] Widget& find(const char* name) { return child<Widget>(*m_window, name); }
 
     TempFolder folder;
     FakeAlerts alerts;

@@ -1,6 +1,6 @@
 #include "desktop/instance/RunningInstance.h"
 #include "desktop/QtText.h"
-#include "support/TempFolder.h"
+#include "support/QtApplication.h"
 
 #include <QApplication>
 #include <QEventLoop>

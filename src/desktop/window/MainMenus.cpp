@@ -3,11 +3,13 @@
 #include "browser/ToolbarDescription.h"
 #include "browser/VellumoAppDelegate.h"
 #include "desktop/QtText.h"
+#include "desktop/appearance/Appearance.h"
 #include "desktop/icons/Icons.h"
 #include "desktop/window/AboutDialog.h"
 #include "desktop/window/ExportMenu.h"
 #include "desktop/window/MainWindow.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
@@ -86,7 +88,7 @@ void MainMenus::makeFileMenu()
         [this, hasFile] { return hasFile() && m_app.recentFiles().size() > 1; });
     enableWhile(add(menu, localizedText("C&lear File List"), {}, [this] { m_app.clearRecentDocuments(); }), hasFiles);
     menu.addSeparator();
-    add(menu, toQString(titles().quit), {QKeySequence::Quit, Qt::CTRL | Qt::Key_Q}, [this] { m_window.close(); });
+    add(menu, toQString(titles().quit), {Qt::CTRL | Qt::Key_Q}, [this] { m_window.close(); });
 }
 
 void MainMenus::makeEditMenu()
@@ -104,6 +106,7 @@ void MainMenus::makeEditMenu()
 void MainMenus::makeViewMenu()
 {
     auto& menu = *m_bar.addMenu(localizedText("&View"));
+    m_viewMenu = &menu;
     constexpr std::array commands = {&VellumoAppDelegate::ToggleTreeView, &VellumoAppDelegate::ToggleInformationView,
         &VellumoAppDelegate::ToggleTextView, &VellumoAppDelegate::ToggleJumpBar, &VellumoAppDelegate::ToggleNumRows};
     for (std::size_t i = 0; i < commands.size(); ++i) {
@@ -112,7 +115,26 @@ void MainMenus::makeViewMenu()
         toggleDidChange(ViewToggles::all[i]);
     }
     menu.addSeparator();
-    m_fullScreen = add(menu, {}, {Qt::Key_F11, QKeySequence::FullScreen}, [this] { m_window.toggleFullScreen(); });
+    m_fullScreen = add(menu, {}, {Qt::Key_F11}, [this] { m_window.toggleFullScreen(); });
+}
+
+void MainMenus::addAppearanceMenu(Appearance& appearance)
+{
+    using enum Appearance::Choice;
+    const struct {
+        const char* titleKey;
+        Appearance::Choice choice;
+    } choices[] = {
+        {messageKey("Like the &Desktop"), System}, {messageKey("&Light"), Light}, {messageKey("&Dark"), Dark}};
+    auto& menu = *m_viewMenu->addMenu(localizedText("&Appearance"));
+    auto* group = new QActionGroup(&menu);
+    for (const auto& [titleKey, choice] : choices) {
+        auto* action =
+            add(menu, localizedText(titleKey), {}, [&appearance, choice = choice] { appearance.setChoice(choice); });
+        action->setCheckable(true);
+        action->setChecked(choice == appearance.choice());
+        group->addAction(action);
+    }
 }
 
 void MainMenus::makeGoMenu()

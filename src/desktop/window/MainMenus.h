@@ -15,6 +15,7 @@ class QMenuBar;
 
 namespace vellumo {
 
+class Appearance;
 class MainWindow;
 class VellumoAppDelegate;
 
@@ -27,6 +28,8 @@ public:
     // Brings titles and enabled states in line with the controller once the event at hand is done with.
     void scheduleUpdate();
     void toggleDidChange(ViewToggle toggle);
+    // Lets the user choose between light and dark. `appearance` outlives the menus' use.
+    void addAppearanceMenu(Appearance& appearance);
 
 private:
     void makeFileMenu();
@@ -51,6 +54,7 @@ private:
     };
     std::vector<Condition> m_conditions;
     std::array<QAction*, ViewToggles::all.size()> m_toggles{};
+    QMenu* m_viewMenu = nullptr;
     QAction* m_fullScreen = nullptr;
     bool m_isUpdateScheduled = false;
 };

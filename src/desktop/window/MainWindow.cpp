@@ -165,6 +165,8 @@ void MainWindow::changeEvent(QEvent* event)
     if (auto* tableWindows = m_app->childWinManager()) tableWindows->AllAlwaysOnTop(isFullScreen());
 }
 
+void MainWindow::addAppearanceMenu(Appearance& appearance) { m_menus->addAppearanceMenu(appearance); }
+
 void MainWindow::toggleFullScreen() { setWindowState(windowState() ^ Qt::WindowFullScreen); }
 
 void MainWindow::focusFileFilter()

@@ -14,6 +14,7 @@ class QSplitter;
 
 namespace vellumo {
 
+class Appearance;
 class DataViewWidget;
 class FileListPanel;
 class InformationPanel;
@@ -36,6 +37,9 @@ public:
     void openFiles(const std::vector<std::string>& paths);
     // Ends an export that runs and stores what is to be kept. Afterwards the window may go.
     void shutDown();
+
+    // Offers the choice between light and dark. `appearance` outlives the window's use.
+    void addAppearanceMenu(Appearance& appearance);
 
     void focusFileFilter();
     void toggleFullScreen();
