@@ -65,8 +65,8 @@ std::vector<FileLoader::PendingTable> FileLoader::readDefinitions(const std::vec
     std::vector<PendingTable> pending;
     for (const auto& entry : catalog) {
         if (entry.type != libmdb::CatalogEntry::tableType) continue;
-        const bool isListed = entry.isUserTable
-            || (m_database->formatVersion() > jet4 && entry.isSystemTable && entry.flags == hiddenValueTableFlags);
+        const bool isListed = entry.isUserTable()
+            || (m_database->formatVersion() > jet4 && entry.isSystemTable() && entry.flags == hiddenValueTableFlags);
         if (isListed) {
             addUserTable(entry, pending);
         } else if (entry.name == relationshipsTable) {
@@ -85,8 +85,8 @@ void FileLoader::addUserTable(const libmdb::CatalogEntry& entry, std::vector<Pen
     table->getColumnsFromMdbTableDef(*def, m_database->formatVersion());
     table->getIndicesFromMdbTableDef(*def);
     table->setColumnPrimaryKey();
-    table->setName(entry.isUserTable ? entry.name : firstPrimaryKeyColumn(*table));
-    if (!entry.isUserTable && table->name() == resourcesTable) return;
+    table->setName(entry.isUserTable() ? entry.name : firstPrimaryKeyColumn(*table));
+    if (!entry.isUserTable() && table->name() == resourcesTable) return;
     pending.push_back({std::move(*def), std::move(table)});
 }
 

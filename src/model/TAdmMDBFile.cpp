@@ -6,6 +6,8 @@
 #include "text/Format.h"
 #include "text/Messages.h"
 
+#include <new>
+
 namespace vellumo {
 
 TAdmMDBFile::TAdmMDBFile()
@@ -48,8 +50,11 @@ void TAdmMDBFile::setAllForeignKeys(ForeignKeys foreignKeys)
 bool TAdmMDBFile::open(const OpenOptions& options)
 {
     if (m_fActive) return true;
-    FileLoader loader(*this, options);
-    m_fActive = loader.load();
+    try {
+        m_fActive = FileLoader(*this, options).load();
+    } catch (const std::bad_alloc&) {
+        m_fActive = false; // too large for this machine: as if it could not be opened
+    }
     if (!m_fActive) close();
     return m_fActive;
 }

@@ -57,7 +57,7 @@ public:
     void setActive(bool active) { m_fActive = active; }
 
     // Reads the whole file: true when it is active afterwards. A missing, unreadable or foreign file, a newer format,
-    // and a stop by the observer give false and leave it inactive and empty.
+    // too little memory, and a stop by the observer give false and leave it inactive and empty.
     [[nodiscard]] bool open(const OpenOptions& options = {});
     void close();
 

@@ -4,8 +4,9 @@
 #include "embedded/TAdmBlobData.h"
 
 #include <algorithm>
+#include <new>
 #include <span>
-#include <thread>
+#include <system_error>
 
 namespace vellumo {
 
@@ -30,6 +31,7 @@ struct TableRowsLoader::Work {
     std::atomic<std::size_t> nextRange{0};
     std::atomic<std::size_t> rowsDone{0};
     std::atomic<bool> isStopped{false};
+    std::atomic<bool> isOutOfMemory{false};
 };
 
 TableRowsLoader::TableRowsLoader(libmdb::Database& database, std::string path, unsigned readerCount)
@@ -59,11 +61,10 @@ bool TableRowsLoader::load(const libmdb::TableDef& table, RowStore& rows, const 
     if (rangeCount == 0) return true;
     Work work{table, std::vector<std::vector<RowGroup>>(rangeCount)};
     {
-        std::vector<std::jthread> helpers;
-        for (std::size_t i = 0; i < helperCount(rangeCount); ++i)
-            helpers.emplace_back([this, i, &work] { readRanges(*m_helperDatabases[i], work, nullptr); });
+        const auto helpers = startHelpers(helperCount(rangeCount), work);
         readRanges(m_database, work, &observer);
     }
+    if (work.isOutOfMemory) throw std::bad_alloc();
     if (work.isStopped) return false;
     for (auto& groups : work.ranges)
         for (auto& group : groups)
@@ -71,7 +72,29 @@ bool TableRowsLoader::load(const libmdb::TableDef& table, RowStore& rows, const 
     return true;
 }
 
+// Fewer threads than asked for do as well.
+std::vector<std::jthread> TableRowsLoader::startHelpers(std::size_t count, Work& work)
+{
+    std::vector<std::jthread> helpers;
+    try {
+        for (std::size_t i = 0; i < count; ++i)
+            helpers.emplace_back([this, i, &work] { readRanges(*m_helperDatabases[i], work, nullptr); });
+    } catch (const std::system_error&) {
+    }
+    return helpers;
+}
+
 void TableRowsLoader::readRanges(libmdb::Database& database, Work& work, const Observer* observer)
+{
+    try {
+        takeRanges(database, work, observer);
+    } catch (const std::bad_alloc&) {
+        work.isOutOfMemory = true;
+        work.isStopped = true;
+    }
+}
+
+void TableRowsLoader::takeRanges(libmdb::Database& database, Work& work, const Observer* observer)
 {
     libmdb::RowReader reader(database, work.table, decodeObject);
     RowGroupBuilder builder(libmdb::cellKinds(work.table));

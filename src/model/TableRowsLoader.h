@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace vellumo {
@@ -24,13 +25,16 @@ public:
     ~TableRowsLoader();
 
     // Fills `rows`, which is empty and has the table's columns. False when stopped; `rows` stays empty then.
+    // Throws std::bad_alloc on the calling thread when any reader runs out of memory.
     [[nodiscard]] bool load(const libmdb::TableDef& table, RowStore& rows, const Observer& observer);
 
 private:
     struct Work;
 
     [[nodiscard]] std::size_t helperCount(std::size_t rangeCount);
+    [[nodiscard]] std::vector<std::jthread> startHelpers(std::size_t count, Work& work);
     void readRanges(libmdb::Database& database, Work& work, const Observer* observer);
+    void takeRanges(libmdb::Database& database, Work& work, const Observer* observer);
 
     libmdb::Database& m_database;
     std::string m_path;

@@ -1,7 +1,9 @@
 #include "model/libmdb/DatabaseImpl.h"
 
+#include "embedded/TAdmBlobData.h"
 #include "model/libmdb/ByteReader.h"
 #include "model/libmdb/Definition.h"
+#include "model/libmdb/Properties.h"
 #include "model/libmdb/RowReader.h"
 #include "model/libmdb/UsageMap.h"
 #include "model/rows/RowStore.h"
@@ -10,7 +12,6 @@
 #include <charconv>
 #include <cstdlib>
 #include <fcntl.h>
-#include <map>
 #include <mutex>
 #include <numeric>
 #include <sys/stat.h>
@@ -29,6 +30,8 @@ constexpr std::size_t rowOffsetsBehindCount = 2;
 constexpr std::size_t definitionHeader = 8;         // of every page of a definition; its total length stands behind it
 constexpr std::size_t largestDefinition = 16 << 20; // far above 255 columns and all indexes a table can have
 constexpr std::uint32_t catalogPage = 2;
+constexpr std::uint32_t typeMask = 0x7F;       // of a catalogue entry; forms and the like have negative types
+constexpr std::uint32_t pageMask = 0x00FFFFFF; // of its Id
 
 // The library's texts and its search for files depend on these.
 void clearLibraryEnvironment()
@@ -78,31 +81,6 @@ NameDecoder nameDecoder(const Database::Impl& database)
     };
 }
 
-void collectProperty(void* key, void* value, void* list)
-{
-    auto& properties = *static_cast<std::vector<std::pair<std::string, std::string>>*>(list);
-    properties.emplace_back(static_cast<const char*>(key), static_cast<const char*>(value));
-}
-
-void takeProperties(const MdbTableDef& library, TableDef& table)
-{
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        const auto* column = static_cast<const MdbColumn*>(g_ptr_array_index(library.columns, i));
-        if (column->props == nullptr || column->props->hash == nullptr) continue;
-        g_hash_table_foreach(column->props->hash, collectProperty, &table.columns[table.numberOrder[i]].properties);
-    }
-}
-
-// The library's entry of a table; it carries the properties.
-MdbCatalogEntry* findLibraryEntry(const MdbHandle& handle, std::uint32_t page)
-{
-    for (unsigned i = 0; handle.catalog != nullptr && i < handle.catalog->len; ++i) {
-        auto* entry = static_cast<MdbCatalogEntry*>(g_ptr_array_index(handle.catalog, i));
-        if (entry != nullptr && entry->object_type == MDB_TABLE && entry->table_pg == page) return entry;
-    }
-    return nullptr;
-}
-
 std::vector<std::uint32_t> dataPages(Database::Impl& database, const MdbTableDef& library)
 {
     const Bytes map(library.usage_map, library.usage_map == nullptr ? 0 : library.map_sz);
@@ -122,10 +100,17 @@ std::uint32_t unsignedNumber(std::string_view text)
     return static_cast<std::uint32_t>(number);
 }
 
+std::shared_ptr<TAdmBlobData> rawObject(Bytes stored)
+{
+    const auto bytes = std::as_bytes(stored);
+    return std::make_shared<TAdmBlobData>(std::vector<std::byte>(bytes.begin(), bytes.end()), std::string());
+}
+
+// Object cells are kept as they are stored.
 RowStore readAllRows(Database& database, const TableDef& table)
 {
     RowStore rows({}, cellKinds(table));
-    RowReader reader(database, table, {});
+    RowReader reader(database, table, rawObject);
     RowGroupBuilder builder(rows.kinds());
     std::vector<RowGroup> groups;
     for (const auto page : table.dataPages)
@@ -136,11 +121,11 @@ RowStore readAllRows(Database& database, const TableDef& table)
     return rows;
 }
 
-std::size_t columnNamed(const TableDef& table, std::string_view name)
+std::optional<std::size_t> columnNamed(const TableDef& table, std::string_view name)
 {
-    const auto found = std::find_if(
-        table.columns.begin(), table.columns.end(), [&](const ColumnDef& column) { return column.name == name; });
-    return static_cast<std::size_t>(found - table.columns.begin());
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
+        if (table.columns[i].name == name) return i;
+    return std::nullopt;
 }
 
 } // namespace
@@ -187,15 +172,14 @@ Bytes Database::Impl::row(std::uint32_t pointer)
     return page.subspan(start, end - start);
 }
 
-std::unique_ptr<LibraryTable> LibraryTable::open(
-    Database::Impl& database, std::uint32_t definitionPage, MdbCatalogEntry* entry)
+std::unique_ptr<LibraryTable> LibraryTable::open(Database::Impl& database, std::uint32_t definitionPage)
 {
     if (definitionPage == 0 || definitionPage >= database.pageCount()) return nullptr;
     auto table = std::make_unique<LibraryTable>();
     table->entry.mdb = database.handle.get();
     table->entry.object_type = MDB_TABLE;
     table->entry.table_pg = definitionPage;
-    table->def.reset(mdb_read_table(entry != nullptr ? entry : &table->entry));
+    table->def.reset(mdb_read_table(&table->entry));
     // The columns must be read at once: the library goes on from where it stopped reading the definition.
     const bool hasColumns = table->def && mdb_read_columns(table->def.get()) != nullptr;
     database.forgetOtherPage();
@@ -242,60 +226,54 @@ std::unique_ptr<Database> Database::open(const std::string& path)
 
 int Database::formatVersion() const { return static_cast<int>(m_impl->handle->f->jet_version); }
 
+// Not by the library: it never comes back from a damaged property value, and loses characters beyond U+FFFF.
 std::optional<std::vector<CatalogEntry>> Database::readCatalog()
 {
-    auto* handle = m_impl->handle.get();
-    const auto* library = mdb_read_catalog(handle, MDB_ANY);
-    m_impl->forgetOtherPage();
-    if (library == nullptr) return std::nullopt;
-    const auto names = readTableNames();
+    const auto objects = readTableAt(catalogPage);
+    if (!objects) return std::nullopt;
+    const auto id = columnNamed(*objects, "Id");
+    const auto name = columnNamed(*objects, "Name");
+    const auto type = columnNamed(*objects, "Type");
+    const auto flags = columnNamed(*objects, "Flags");
+    if (!id || !name || !type || !flags) return std::nullopt;
+    const auto properties = columnNamed(*objects, "LvProp");
+    const auto rows = readAllRows(*this, *objects);
     std::vector<CatalogEntry> catalog;
-    for (unsigned i = 0; i < library->len; ++i) {
-        auto* object = static_cast<MdbCatalogEntry*>(g_ptr_array_index(library, i));
-        if (object == nullptr) continue;
+    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
         CatalogEntry entry;
-        entry.type = object->object_type;
-        entry.flags = static_cast<std::uint32_t>(object->flags);
-        entry.page = static_cast<std::uint32_t>(object->table_pg);
-        entry.isUserTable = mdb_is_user_table(object) != 0;
-        entry.isSystemTable = mdb_is_system_table(object) != 0;
-        const auto name = names.find(entry.page);
-        entry.name = entry.type == MDB_TABLE && name != names.end() ? name->second : object->object_name;
+        entry.name = rows.text(row, *name);
+        entry.type = static_cast<int>(unsignedNumber(rows.text(row, *type)) & typeMask);
+        entry.flags = unsignedNumber(rows.text(row, *flags));
+        entry.page = unsignedNumber(rows.text(row, *id)) & pageMask;
+        if (properties && rows.kinds()[*properties] == CellKind::Blob) {
+            const auto value = rows.value(row, *properties);
+            if (const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value)) entry.properties = *blob;
+        }
         catalog.push_back(std::move(entry));
     }
     return catalog;
 }
 
-// The library loses characters beyond U+FFFF, so the names are read once more.
-std::map<std::uint32_t, std::string> Database::readTableNames()
-{
-    std::map<std::uint32_t, std::string> names;
-    const auto catalog = readTableAt(catalogPage, nullptr);
-    if (!catalog) return names;
-    const auto id = columnNamed(*catalog, "Id");
-    const auto name = columnNamed(*catalog, "Name");
-    const auto type = columnNamed(*catalog, "Type");
-    const auto columnCount = catalog->columns.size();
-    if (id == columnCount || name == columnCount || type == columnCount) return names;
-    const auto rows = readAllRows(*this, *catalog);
-    for (std::size_t row = 0; row < rows.rowCount(); ++row)
-        if ((unsignedNumber(rows.text(row, type)) & 0x7F) == CatalogEntry::tableType)
-            names[unsignedNumber(rows.text(row, id)) & 0x00FFFFFF] = rows.text(row, name);
-    return names;
-}
-
 std::optional<TableDef> Database::readTable(const CatalogEntry& entry)
 {
-    auto table = readTableAt(entry.page, findLibraryEntry(*m_impl->handle, entry.page));
-    if (table) table->name = entry.name;
+    auto table = readTableAt(entry.page);
+    if (!table) return std::nullopt;
+    table->name = entry.name;
+    if (!entry.properties) return table;
+    const auto data = entry.properties->data();
+    const Bytes bytes(reinterpret_cast<const std::uint8_t*>(data.data()), data.size());
+    auto properties = parseProperties(bytes, {m_impl->isJet3(), &m_impl->codePage});
+    for (auto& column : table->columns)
+        if (const auto found = properties.find(column.name); found != properties.end())
+            column.properties = std::move(found->second);
     return table;
 }
 
-std::optional<TableDef> Database::readTableAt(std::uint32_t page, void* libraryEntry)
+std::optional<TableDef> Database::readTableAt(std::uint32_t page)
 {
     auto raw = parseDefinition(readDefinition(page), m_impl->isJet3(), nameDecoder(*m_impl));
     if (!raw) return std::nullopt;
-    const auto library = LibraryTable::open(*m_impl, page, static_cast<MdbCatalogEntry*>(libraryEntry));
+    const auto library = LibraryTable::open(*m_impl, page);
     if (!library) return std::nullopt;
     TableDef table;
     table.definitionPage = page;
@@ -304,7 +282,6 @@ std::optional<TableDef> Database::readTableAt(std::uint32_t page, void* libraryE
     table.numberOrder = mdb_read_columns_without_sorting(table.columns);
     table.indices = std::move(raw->indices);
     if (!library->agrees(table)) return std::nullopt;
-    takeProperties(*library->def, table);
     table.dataPages = dataPages(*m_impl, *library->def);
     return table;
 }

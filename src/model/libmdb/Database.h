@@ -3,9 +3,12 @@
 #include "model/libmdb/PageFile.h"
 #include "model/libmdb/TableDef.h"
 
-#include <map>
 #include <memory>
 #include <optional>
+
+namespace vellumo {
+class TAdmBlobData;
+}
 
 namespace vellumo::libmdb {
 
@@ -13,11 +16,14 @@ struct CatalogEntry {
     std::string name; // UTF-8
     int type = 0;
     std::uint32_t flags = 0;
-    std::uint32_t page = 0; // of the definition, for a table
-    bool isUserTable = false;
-    bool isSystemTable = false;
+    std::uint32_t page = 0;                   // of the definition, for a table
+    std::shared_ptr<TAdmBlobData> properties; // as stored; null when there are none
 
     static constexpr int tableType = 1;
+    static constexpr std::uint32_t systemFlags = 0x80000002;
+
+    [[nodiscard]] bool isSystemTable() const { return type == tableType && (flags & systemFlags) != 0; }
+    [[nodiscard]] bool isUserTable() const { return type == tableType && (flags & systemFlags) == 0; }
 };
 
 // An open database file: libmdb's handle, and what a reader of it must not leave to the library. Opened read-only. A
@@ -49,8 +55,7 @@ public:
 
 private:
     explicit Database(std::unique_ptr<Impl> impl);
-    [[nodiscard]] std::map<std::uint32_t, std::string> readTableNames(); // by definition page
-    [[nodiscard]] std::optional<TableDef> readTableAt(std::uint32_t page, void* libraryEntry);
+    [[nodiscard]] std::optional<TableDef> readTableAt(std::uint32_t page);
     [[nodiscard]] std::vector<std::uint8_t> readDefinition(std::uint32_t firstPage);
 
     std::unique_ptr<Impl> m_impl;

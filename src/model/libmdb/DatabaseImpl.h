@@ -48,16 +48,14 @@ private:
 
 // A table as the library knows it.
 struct LibraryTable {
-    // `entry`: the library's own entry, which carries the properties, or null for one without (the library's catalogue
-    // need not be read for every handle). Null when the library cannot read the definition.
-    [[nodiscard]] static std::unique_ptr<LibraryTable> open(
-        Database::Impl& database, std::uint32_t definitionPage, MdbCatalogEntry* entry);
+    // Null when the library cannot read the definition. Its own catalogue is not needed for this, nor read at all.
+    [[nodiscard]] static std::unique_ptr<LibraryTable> open(Database::Impl& database, std::uint32_t definitionPage);
 
     // Whether the library sees the same columns, in the order of their numbers. Where it does not, its rows could not
     // be trusted.
     [[nodiscard]] bool agrees(const TableDef& table) const;
 
-    MdbCatalogEntry entry{}; // the definition below may point to it
+    MdbCatalogEntry entry{}; // the definition below points to it
     TableDefPtr def;
 };
 

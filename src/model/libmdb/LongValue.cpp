@@ -29,7 +29,10 @@ void LongValue::read(std::span<const std::uint8_t> stored, PageFile& file)
         m_bytes = stored.subspan(headerSize, std::min(length, stored.size() - headerSize));
     } else if ((kind & inOneRow) != 0) {
         const auto row = file.row(pointer);
-        m_bytes = row.first(std::min(length, row.size()));
+        const auto wanted = std::min(length, row.size());
+        if (wanted > m_budget) return;
+        m_budget -= wanted;
+        m_bytes = row.first(wanted);
     } else {
         readChain(pointer, length, file);
         return;

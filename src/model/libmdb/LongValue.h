@@ -15,7 +15,7 @@ class PageFile;
 // circles gives what was found up to there and isComplete() = false.
 class LongValue {
 public:
-    // `longValueBudget`: bytes that the long values of a table may still take in all. A sound file stores each value
+    // `longValueBudget`: bytes that this object may still read from other pages. A sound file stores each value
     // once, so they never take more than the file has; a damaged one can name the same pages from every row. Twice the
     // file's size leaves room for a few damaged values among good ones.
     explicit LongValue(std::uint64_t longValueBudget)

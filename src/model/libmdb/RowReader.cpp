@@ -38,7 +38,7 @@ RowReader::RowReader(Database& database, const TableDef& table, ObjectDecoder de
     , m_longValue(2 * database.fileSize())
     , m_library(std::make_unique<Library>())
 {
-    auto opened = LibraryTable::open(database.impl(), table.definitionPage, nullptr);
+    auto opened = LibraryTable::open(database.impl(), table.definitionPage);
     if (opened && opened->agrees(table)) m_library->table = std::move(opened);
     m_library->fields.resize(table.columns.size());
     m_library->storedOrder.resize(table.columns.size());
