@@ -188,9 +188,9 @@ private:
     DesktopPorts m_desktop;
     FileList m_files;
     TreeDataSource m_tree;
+    ViewToggles m_toggles; // before the data view, which asks it
     DataView m_dataView;
     InformationPane m_information;
-    ViewToggles m_toggles;
     SelectionHistory m_history;
     JumpBarMenu m_jumpBar;
     FileOpener m_opener;
