@@ -182,6 +182,8 @@ TEST_F(GridTest, jumpsToARow)
         EXPECT_EQ(m_program.alerts.beeps, beeps);
     }
     EXPECT_EQ(m_program.window().focusWidget(), &m_program.grid());
+    m_program.clickCell(0, 0); // the current cell, but not shown so far
+    EXPECT_EQ(m_program.detailText(), "10001");
 }
 
 TEST_F(GridTest, followsTheSelectedRecordThroughASearch)

@@ -263,6 +263,23 @@ TEST_F(MainWindowTest, keepsFilesThatComeWhileAnExportDialogIsOpen)
     EXPECT_THAT(m_program.treeText(), testing::StartsWith("Later*\n"));
 }
 
+// A key that means two things means nothing: Qt calls it ambiguous and does neither.
+TEST_F(MainWindowTest, givesEachKeyOneMeaning)
+{
+    m_program.start();
+    QStringList keys;
+    for (const auto* action : m_program.window().findChildren<QAction*>())
+        for (const auto& shortcut : action->shortcuts())
+            keys << shortcut.toString();
+    EXPECT_TRUE(keys.contains("Ctrl+Q") && keys.contains("F11"));
+    EXPECT_EQ(keys.removeDuplicates(), 0) << fromQString(keys.join(" "));
+    m_program.press(Qt::Key_F11);
+    EXPECT_TRUE(m_program.window().isFullScreen());
+    EXPECT_NE(m_program.menuItem("Exit Full Screen"), nullptr);
+    m_program.press(Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(m_program.window().isVisible());
+}
+
 TEST_F(MainWindowTest, asksForAFileBeforeAnExport)
 {
     m_program.start();

@@ -68,6 +68,8 @@ TEST_F(TableWindowTest, hasCommandsOfItsOwn)
     auto* window = windowTitled("Categories @Shop");
     ASSERT_NE(window, nullptr);
     auto& grid = *window->findChild<QTableView*>();
+    EXPECT_EQ(window->focusWidget(), &grid);
+    EXPECT_EQ(window->findChild<QPlainTextEdit*>()->toPlainText(), "No fields selected");
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.model()->index(2, 1)).center());
     EXPECT_EQ(window->findChild<QPlainTextEdit*>()->toPlainText(), "Preserves");
     QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);

@@ -189,8 +189,21 @@ void GridView::selectionChanged(const QItemSelection& selected, const QItemSelec
 void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QTableView::currentChanged(current, previous);
-    if (m_isFollowing || !current.isValid()) return;
-    m_dataView->displayCell(static_cast<std::size_t>(current.column()), static_cast<std::size_t>(current.row()));
+    if (!m_isFollowing && current.isValid()) displayCell(current);
+}
+
+void GridView::displayCell(const QModelIndex& index)
+{
+    m_dataView->displayCell(static_cast<std::size_t>(index.column()), static_cast<std::size_t>(index.row()));
+}
+
+// Qt makes the first cell the current one, which nobody has asked for.
+void GridView::focusInEvent(QFocusEvent* event)
+{
+    const auto hadCurrent = currentIndex().isValid();
+    const QScopedValueRollback following(m_isFollowing, true);
+    QTableView::focusInEvent(event);
+    if (!hadCurrent && m_model != nullptr) selectionModel()->clearCurrentIndex();
 }
 
 void GridView::keyPressEvent(QKeyEvent* event)
@@ -244,7 +257,10 @@ void GridView::mousePressEvent(QMouseEvent* event)
 {
     m_pressPosition = event->position().toPoint();
     m_pressedIcon = event->button() == Qt::LeftButton ? iconAt(m_pressPosition) : QModelIndex();
+    const auto before = currentIndex();
     QTableView::mousePressEvent(event);
+    // A cell that was made the current one without being shown.
+    if (before.isValid() && before == indexAt(m_pressPosition)) displayCell(before);
 }
 
 void GridView::mouseMoveEvent(QMouseEvent* event)

@@ -32,6 +32,7 @@ public:
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -45,6 +46,7 @@ private:
     void adjustRowHeight();
     void sortByColumn(int column);
     void columnsWereMoved();
+    void displayCell(const QModelIndex& index);
     void restoreColumnOrder();
     [[nodiscard]] RowSelection selectionOfView() const;
     [[nodiscard]] QModelIndex iconAt(const QPoint& position) const;

@@ -15,6 +15,14 @@ namespace {
 // A name as the text of a button or menu item, where "&" would mark a mnemonic.
 QString plainTitle(const std::string& name) { return toQString(name).replace('&', "&&"); }
 
+// A long name must not make the window wide; the tool tip has it in full.
+void showName(QToolButton& button, const std::string& name)
+{
+    const auto room = button.fontMetrics().averageCharWidth() * 40;
+    button.setText(button.fontMetrics().elidedText(toQString(name), Qt::ElideRight, room).replace('&', "&&"));
+    button.setToolTip(toQString(name));
+}
+
 } // namespace
 
 JumpBar::JumpBar(QWidget* parent)
@@ -62,9 +70,9 @@ void JumpBar::setMenu(const JumpBarMenu& menu, Select select)
 void JumpBar::selectionDidChange()
 {
     const auto selected = m_menu == nullptr ? TreeItem() : m_menu->selectedItem();
-    m_fileButton->setText(selected.isNone() ? localizedText("No files selected") : plainTitle(selected.file->name()));
+    showName(*m_fileButton, selected.isNone() ? localized("No files selected") : selected.file->name());
     m_tableButton->setVisible(selected.isTable());
-    if (selected.isTable()) m_tableButton->setText(plainTitle(selected.table->name()));
+    if (selected.isTable()) showName(*m_tableButton, selected.table->name());
 }
 
 void JumpBar::fillFiles(QMenu& menu)

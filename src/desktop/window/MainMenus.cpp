@@ -88,7 +88,7 @@ void MainMenus::makeFileMenu()
         [this, hasFile] { return hasFile() && m_app.recentFiles().size() > 1; });
     enableWhile(add(menu, localizedText("C&lear File List"), {}, [this] { m_app.clearRecentDocuments(); }), hasFiles);
     menu.addSeparator();
-    add(menu, toQString(titles().quit), {QKeySequence::Quit, Qt::CTRL | Qt::Key_Q}, [this] { m_window.close(); });
+    add(menu, toQString(titles().quit), {Qt::CTRL | Qt::Key_Q}, [this] { m_window.close(); });
 }
 
 void MainMenus::makeEditMenu()
@@ -115,7 +115,7 @@ void MainMenus::makeViewMenu()
         toggleDidChange(ViewToggles::all[i]);
     }
     menu.addSeparator();
-    m_fullScreen = add(menu, {}, {Qt::Key_F11, QKeySequence::FullScreen}, [this] { m_window.toggleFullScreen(); });
+    m_fullScreen = add(menu, {}, {Qt::Key_F11}, [this] { m_window.toggleFullScreen(); });
 }
 
 void MainMenus::addAppearanceMenu(Appearance& appearance)

@@ -19,6 +19,7 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QScreen>
 #include <QSplitter>
 #include <QTimer>
 #include <QUrl>
@@ -93,7 +94,8 @@ void MainWindow::layOutPanels()
     layout->setContentsMargins(6, 6, 6, 0);
     layout->addWidget(m_columns);
     setCentralWidget(central);
-    resize(1120, 700);
+    // Less on a small screen, or on one whose pixels are counted double.
+    resize(QSize(1120, 700).boundedTo(screen()->availableSize() * 0.95));
 }
 
 // Life
