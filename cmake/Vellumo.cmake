@@ -11,7 +11,7 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
 endif()
 if(VELLUMO_SANITIZE)
     # g++ 12 raises false alarms of this kind once the sanitizers have rewritten the code.
-    target_compile_options(vellumo_options INTERFACE -O1 -fsanitize=address,undefined -fno-sanitize-recover=all
+    target_compile_options(vellumo_options INTERFACE -O1 -g1 -fsanitize=address,undefined -fno-sanitize-recover=all
         -fno-omit-frame-pointer -Wno-maybe-uninitialized)
     target_link_options(vellumo_options INTERFACE -fsanitize=address,undefined)
 endif()
@@ -53,5 +53,7 @@ function(vellumo_test target)
     target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(${target} PRIVATE
         VELLUMO_SOURCE_DIR="${PROJECT_SOURCE_DIR}" VELLUMO_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+    # The test framework takes longer to read than most tests to compile.
+    target_precompile_headers(${target} PRIVATE <filesystem> <fstream> <gmock/gmock.h> <gtest/gtest.h>)
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS "${ARG_LABELS}")
 endfunction()
