@@ -188,7 +188,7 @@ private:
     DesktopPorts m_desktop;
     FileList m_files;
     TreeDataSource m_tree;
-    ViewToggles m_toggles;
+    ViewToggles m_toggles; // before the data view, which asks it
     DataView m_dataView;
     InformationPane m_information;
     SelectionHistory m_history;
