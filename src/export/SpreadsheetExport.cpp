@@ -10,7 +10,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <fcntl.h>
+#include <filesystem>
 #include <limits>
+#include <unistd.h>
 
 namespace vellumo {
 
@@ -58,6 +61,16 @@ const TAdmMDBColumn* columnOfTooLongText(const TAdmMDBTable& table)
         if (found != nullptr) return found;
     }
     return nullptr;
+}
+
+// A workbook is made beside the file that it takes the place of, so that a folder which takes no new file would cost
+// the user the old one.
+bool wouldOnlyDestroy(const std::string& path)
+{
+    std::error_code error;
+    const auto target = std::filesystem::canonical(path, error); // links are followed
+    if (error || !std::filesystem::is_regular_file(target, error)) return false;
+    return ::faccessat(AT_FDCWD, target.parent_path().c_str(), W_OK | X_OK, AT_EACCESS) != 0;
 }
 
 // The cells of one table, on as many sheets as they take.
@@ -151,6 +164,10 @@ public:
     void run();
 
 private:
+    [[nodiscard]] bool openPlaceholder(const std::string& path)
+    {
+        return !wouldOnlyDestroy(path) && m_placeholder.open(path);
+    }
     void exportTable(const ExportEntry& entry, const TAdmMDBTable& table);
     // True when all of it is in the workbook.
     [[nodiscard]] bool fillSheets(const TAdmMDBTable& table);
@@ -167,7 +184,7 @@ private:
 
 void SpreadsheetExport::run()
 {
-    if (m_isSingleFile && !m_placeholder.open(m_job.singleFilePath())) {
+    if (m_isSingleFile && !openPlaceholder(m_job.singleFilePath())) {
         m_job.log(localized(exportReason::cannotCreate));
         return;
     }
@@ -179,7 +196,7 @@ void SpreadsheetExport::exportTable(const ExportEntry& entry, const TAdmMDBTable
 {
     const auto path = m_job.outputPath(entry);
     if (!m_isSingleFile) {
-        if (!m_placeholder.open(path)) return m_job.logFailure(table.name(), localized(exportReason::cannotCreate));
+        if (!openPlaceholder(path)) return m_job.logFailure(table.name(), localized(exportReason::cannotCreate));
         m_placeholder.discard();
     }
     if (!m_excel.addSheet(table.name()))

@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace vellumo {
 namespace {
@@ -173,6 +174,55 @@ TEST(SpreadsheetExport, TablesThatCannotBeWrittenAreToldAndTheRestGoesOn)
     const auto missing = runWriter(exportXLSThread, *file, singleFile(folder.path("missing/Shop.xls")));
     EXPECT_THAT(missing.log, ElementsAre("Unable to create file for export."));
     EXPECT_EQ(missing.successTableCount, 0);
+}
+
+// The test runs on as somebody without special rights, for as long as the object lives.
+class PlainUser {
+public:
+    PlainUser() { m_isPlain = ::geteuid() != 0 || ::seteuid(65534) == 0; }
+    ~PlainUser() { EXPECT_EQ(::seteuid(m_before), 0); }
+    PlainUser(const PlainUser&) = delete;
+    PlainUser& operator=(const PlainUser&) = delete;
+    [[nodiscard]] bool isPlain() const { return m_isPlain; }
+
+private:
+    uid_t m_before = ::geteuid();
+    bool m_isPlain = false;
+};
+
+TEST(SpreadsheetExport, FolderThatTakesNoFileKeepsItsWorkbook)
+{
+    const auto file = makeFile("/nowhere/Shop.mdb", textTable("A", {"x"}));
+    namespace fs = std::filesystem;
+    const struct {
+        const char* name;
+        bool isSingleFile;
+        bool isLink;
+        std::vector<std::string> log;
+    } cases[] = {
+        {"single file", true, false, {"Unable to create file for export."}},
+        {"single file behind a link", true, true, {"Unable to create file for export."}},
+        {"file a table", false, false, {"<A> Failed: Unable to create file for export."}},
+    };
+    for (const auto& test : cases) {
+        TempFolder folder;
+        folder.write("A.xls", "old");
+        TempFolder links;
+        fs::create_symlink(folder.path("A.xls"), links.path("A.xls"));
+        fs::permissions(folder.path("A.xls"), fs::perms(0666));
+        fs::permissions(folder.path(), fs::perms(0555));
+        fs::permissions(links.path(), fs::perms(0777));
+        const auto path = (test.isLink ? links : folder).path(test.isSingleFile ? "A.xls" : "");
+        ExportOutcome outcome;
+        {
+            const PlainUser user;
+            if (!user.isPlain()) GTEST_SKIP() << "no user without special rights here";
+            outcome = runWriter(exportXLSThread, *file, test.isSingleFile ? singleFile(path) : filePerTable(path));
+        }
+        EXPECT_EQ(outcome.log, test.log) << test.name;
+        EXPECT_EQ(folder.read("A.xls"), "old") << test.name;
+        fs::permissions(folder.path(), fs::perms(0755));
+    }
 }
 
 TEST(SpreadsheetExport, WithoutASheetThereIsNoFile)
