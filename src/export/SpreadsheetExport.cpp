@@ -231,10 +231,10 @@ bool SpreadsheetExport::fillSheets(const TAdmMDBTable& table)
 
 void SpreadsheetExport::finishSingleFile()
 {
-    // A stopped export leaves no file, so no table of it counts.
-    if (m_job.terminated()) return;
+    // A stopped export leaves no file, but the tables that were finished before count.
+    const bool isStopped = m_job.terminated();
     const bool hasSheets = m_excel.indexOfLastSheet() >= 0;
-    if (m_excel.dumpToFile(m_job.singleFilePath())) {
+    if (isStopped || m_excel.dumpToFile(m_job.singleFilePath())) {
         for (int i = 0; i < m_tablesInFile; ++i)
             m_job.tableSucceeded();
     } else if (hasSheets) {

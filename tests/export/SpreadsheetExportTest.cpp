@@ -247,7 +247,7 @@ TEST(SpreadsheetExport, StoppedRunLeavesOnlyWholeFiles)
         std::vector<std::string> files;
     } cases[] = {
         {"single file, first table", true, 0, {"<A> Failed: Terminated."}, 0, {}},
-        {"single file, last table", true, 2, {"<C> Failed: Terminated."}, 0, {}},
+        {"single file, last table", true, 2, {"<C> Failed: Terminated."}, 2, {}},
         {"file a table, first", false, 0, {"<A> Failed: Terminated."}, 0, {}},
         {"file a table, second", false, 1, {"<B> Failed: Terminated."}, 1, {"A.xls"}},
     };
