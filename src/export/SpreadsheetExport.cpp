@@ -3,6 +3,7 @@
 #include "export/ExportWriters.h"
 #include "export/OutputFile.h"
 #include "export/biff8/UTF8ToUTF16Converter.h"
+#include "export/biff8/Workbook.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
@@ -133,7 +134,8 @@ bool TableSheets::addContinuationSheet()
     ++m_sheetCounter;
     m_row = 0;
     if (m_excel.addSheet(format("%@(%d)", {m_table.name(), m_sheetCounter}))) return true;
-    // The table counts as exported all the same.
+    if (m_excel.isFull()) return false; // which the table fails of
+    // Otherwise the table counts as exported all the same.
     m_job.logFailure(
         m_table.name(), localizedFormat("Unable to create spreadsheet %@(%d).", {m_table.name(), m_sheetCounter}));
     return false;
@@ -155,9 +157,9 @@ void TableSheets::writeCell(const RowGroup& group, std::uint32_t row, std::size_
 
 class SpreadsheetExport {
 public:
-    explicit SpreadsheetExport(ExportJob& job)
+    SpreadsheetExport(ExportJob& job, std::uint64_t streamLimit)
         : m_job(job)
-        , m_excel(job.systemLog())
+        , m_excel(job.systemLog(), streamLimit)
         , m_isSingleFile(job.options().isSingleFile)
     {
     }
@@ -245,6 +247,8 @@ void SpreadsheetExport::finishSingleFile()
 
 } // namespace
 
-void exportXLSThread(ExportJob& job) { SpreadsheetExport(job).run(); }
+void exportXLSThread(ExportJob& job) { exportSpreadsheets(job, biff8::Workbook::defaultStreamLimit); }
+
+void exportSpreadsheets(ExportJob& job, std::uint64_t streamLimit) { SpreadsheetExport(job, streamLimit).run(); }
 
 } // namespace vellumo

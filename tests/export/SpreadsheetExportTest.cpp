@@ -123,6 +123,44 @@ TEST(SpreadsheetExport, LongTablesGoOnOnFurtherSheets)
     }
 }
 
+// The file without sheets, a sheet, its rows of one number each, and the 2048 blocks of 32 rows.
+constexpr std::uint64_t sizeOfFullSheet = 4096 + 16 + 512 + 65'536 * (22 + 14) + 2048 * 12;
+
+TEST(SpreadsheetExport, TableThatNoMoreFitsFailsAndIsEmptied)
+{
+    const struct {
+        const char* name;
+        std::size_t records;
+        ExportWriter writer;
+        std::vector<std::string> log;
+        std::vector<std::string> sheets;
+    } cases[] = {
+        {"a cell too many", 65'536, [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet - 1); },
+            {"<Large> Failed: Workbook exceeded size limit."}, {"Large", "Small"}},
+        {"fits", 65'536, [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet); },
+            {"<Small> Failed: Unable to create spreadsheet Small."}, {"Large"}},
+        {"no room for the second sheet", 65'537, [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet); },
+            {"<Large> Failed: Workbook exceeded size limit."}, {"Large", "Small"}},
+        {"no room for the second sheet's row", 65'537,
+            [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet + 512); },
+            {"<Large> Failed: Workbook exceeded size limit."}, {"Large", "Small"}},
+    };
+    for (const auto& test : cases) {
+        const std::vector<Row> rows(test.records, {"1"});
+        const auto file = makeFile("/nowhere/Shop.mdb", makeTable("Large", {{"ID", "Long Integer"}}, rows),
+            makeTable("Small", {{"ID", "Long Integer"}}, {{"1"}}));
+        TempFolder folder;
+        auto options = singleFile(folder.path("Shop.xls"));
+        options.includeColumnHeader = false;
+        const auto outcome = runWriter(test.writer, *file, options);
+        EXPECT_EQ(outcome.log, test.log) << test.name;
+        EXPECT_EQ(outcome.successTableCount, 1) << test.name;
+        const auto sheets = sheetsIn(folder, "Shop.xls");
+        EXPECT_EQ(namesOf(sheets), test.sheets) << test.name;
+        EXPECT_EQ(sheets.at(0).cells.empty(), sheets.size() == 2) << test.name;
+    }
+}
+
 TEST(SpreadsheetExport, TextsPastTheLimitFailTheirTable)
 {
     std::string pairs; // 32,740 units in 65,480 bytes
