@@ -9,7 +9,13 @@ namespace vellumo {
 using biff8::CellStatus;
 
 ExcelExport::ExcelExport(SystemLog& systemLog)
+    : ExcelExport(systemLog, biff8::Workbook::defaultStreamLimit)
+{
+}
+
+ExcelExport::ExcelExport(SystemLog& systemLog, std::uint64_t streamLimit)
     : m_systemLog(systemLog)
+    , m_streamLimit(streamLimit)
 {
 }
 
@@ -18,8 +24,10 @@ ExcelExport::~ExcelExport() = default;
 bool ExcelExport::addSheet(std::string_view name)
 {
     if (name.empty()) return false;
-    if (!m_workbook) m_workbook = std::make_unique<biff8::Workbook>();
-    return m_workbook->addSheet(name);
+    if (!m_workbook) m_workbook = std::make_unique<biff8::Workbook>(m_streamLimit);
+    if (m_workbook->addSheet(name)) return true;
+    if (!m_workbook->hasRoomForSheet()) m_isFull = true;
+    return false;
 }
 
 std::int32_t ExcelExport::indexOfLastSheet() const

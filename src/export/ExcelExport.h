@@ -22,12 +22,14 @@ enum class CellStatus;
 class ExcelExport {
 public:
     explicit ExcelExport(SystemLog& systemLog);
+    // With workbooks whose stream has at most that many bytes.
+    ExcelExport(SystemLog& systemLog, std::uint64_t streamLimit);
     ~ExcelExport();
     ExcelExport(const ExcelExport&) = delete;
     ExcelExport& operator=(const ExcelExport&) = delete;
 
     // Returns whether a sheet was made. A name that the format does not allow is repaired (biff8/SheetNames.h tells
-    // how); an empty one, malformed UTF-8 and a sheet past the 4112th fail.
+    // how); an empty one, malformed UTF-8 and a sheet past the 4112th fail, and one that no more fits into the file.
     [[nodiscard]] bool addSheet(std::string_view name);
     // Index of the sheet added last; -1 when the workbook has none, or there is no workbook.
     [[nodiscard]] std::int32_t indexOfLastSheet() const;
@@ -37,7 +39,7 @@ public:
     void writeNumber(double value, std::uint16_t row, std::uint16_t column);
     void setBlankForRow(std::uint16_t row, std::uint16_t column);
 
-    // A cell of this workbook was left out because no more fits into its file.
+    // A cell or a sheet of this workbook was left out because no more fits into its file.
     [[nodiscard]] bool isFull() const { return m_isFull; }
     // Takes back what was written to the sheet with this index and all sheets behind it; the sheet itself stays, empty.
     // The workbook is not full any more.
@@ -54,6 +56,7 @@ private:
     void note(biff8::CellStatus status, std::string_view what);
 
     SystemLog& m_systemLog;
+    std::uint64_t m_streamLimit;
     std::unique_ptr<biff8::Workbook> m_workbook;
     bool m_isFull = false;
 };

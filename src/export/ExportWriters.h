@@ -2,6 +2,8 @@
 
 #include "export/ExportOptions.h"
 
+#include <cstdint>
+
 namespace vellumo {
 
 class ExportJob;
@@ -20,6 +22,8 @@ void exportSQLiteThread(ExportJob& job);
 
 // Excel workbooks: one for all tables, or one a table.
 void exportXLSThread(ExportJob& job);
+// The same with workbooks whose stream has at most that many bytes.
+void exportSpreadsheets(ExportJob& job, std::uint64_t streamLimit);
 
 // The writer of a type; null for a code that is no type.
 [[nodiscard]] ExportWriter exportWriterForType(ExportFileType type);

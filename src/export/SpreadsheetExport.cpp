@@ -3,6 +3,7 @@
 #include "export/ExportWriters.h"
 #include "export/OutputFile.h"
 #include "export/biff8/UTF8ToUTF16Converter.h"
+#include "export/biff8/Workbook.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
@@ -10,7 +11,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <fcntl.h>
+#include <filesystem>
 #include <limits>
+#include <unistd.h>
 
 namespace vellumo {
 
@@ -58,6 +62,16 @@ const TAdmMDBColumn* columnOfTooLongText(const TAdmMDBTable& table)
         if (found != nullptr) return found;
     }
     return nullptr;
+}
+
+// A workbook is made beside the file that it takes the place of, so that a folder which takes no new file would cost
+// the user the old one.
+bool wouldOnlyDestroy(const std::string& path)
+{
+    std::error_code error;
+    const auto target = std::filesystem::canonical(path, error); // links are followed
+    if (error || !std::filesystem::is_regular_file(target, error)) return false;
+    return ::faccessat(AT_FDCWD, target.parent_path().c_str(), W_OK | X_OK, AT_EACCESS) != 0;
 }
 
 // The cells of one table, on as many sheets as they take.
@@ -120,7 +134,8 @@ bool TableSheets::addContinuationSheet()
     ++m_sheetCounter;
     m_row = 0;
     if (m_excel.addSheet(format("%@(%d)", {m_table.name(), m_sheetCounter}))) return true;
-    // The table counts as exported all the same.
+    if (m_excel.isFull()) return false; // which the table fails of
+    // Otherwise the table counts as exported all the same.
     m_job.logFailure(
         m_table.name(), localizedFormat("Unable to create spreadsheet %@(%d).", {m_table.name(), m_sheetCounter}));
     return false;
@@ -142,15 +157,19 @@ void TableSheets::writeCell(const RowGroup& group, std::uint32_t row, std::size_
 
 class SpreadsheetExport {
 public:
-    explicit SpreadsheetExport(ExportJob& job)
+    SpreadsheetExport(ExportJob& job, std::uint64_t streamLimit)
         : m_job(job)
-        , m_excel(job.systemLog())
+        , m_excel(job.systemLog(), streamLimit)
         , m_isSingleFile(job.options().isSingleFile)
     {
     }
     void run();
 
 private:
+    [[nodiscard]] bool openPlaceholder(const std::string& path)
+    {
+        return !wouldOnlyDestroy(path) && m_placeholder.open(path);
+    }
     void exportTable(const ExportEntry& entry, const TAdmMDBTable& table);
     // True when all of it is in the workbook.
     [[nodiscard]] bool fillSheets(const TAdmMDBTable& table);
@@ -167,7 +186,7 @@ private:
 
 void SpreadsheetExport::run()
 {
-    if (m_isSingleFile && !m_placeholder.open(m_job.singleFilePath())) {
+    if (m_isSingleFile && !openPlaceholder(m_job.singleFilePath())) {
         m_job.log(localized(exportReason::cannotCreate));
         return;
     }
@@ -179,7 +198,7 @@ void SpreadsheetExport::exportTable(const ExportEntry& entry, const TAdmMDBTable
 {
     const auto path = m_job.outputPath(entry);
     if (!m_isSingleFile) {
-        if (!m_placeholder.open(path)) return m_job.logFailure(table.name(), localized(exportReason::cannotCreate));
+        if (!openPlaceholder(path)) return m_job.logFailure(table.name(), localized(exportReason::cannotCreate));
         m_placeholder.discard();
     }
     if (!m_excel.addSheet(table.name()))
@@ -214,10 +233,10 @@ bool SpreadsheetExport::fillSheets(const TAdmMDBTable& table)
 
 void SpreadsheetExport::finishSingleFile()
 {
-    // A stopped export leaves no file, so no table of it counts.
-    if (m_job.terminated()) return;
+    // A stopped export leaves no file, but the tables that were finished before count.
+    const bool isStopped = m_job.terminated();
     const bool hasSheets = m_excel.indexOfLastSheet() >= 0;
-    if (m_excel.dumpToFile(m_job.singleFilePath())) {
+    if (isStopped || m_excel.dumpToFile(m_job.singleFilePath())) {
         for (int i = 0; i < m_tablesInFile; ++i)
             m_job.tableSucceeded();
     } else if (hasSheets) {
@@ -228,6 +247,8 @@ void SpreadsheetExport::finishSingleFile()
 
 } // namespace
 
-void exportXLSThread(ExportJob& job) { SpreadsheetExport(job).run(); }
+void exportXLSThread(ExportJob& job) { exportSpreadsheets(job, biff8::Workbook::defaultStreamLimit); }
+
+void exportSpreadsheets(ExportJob& job, std::uint64_t streamLimit) { SpreadsheetExport(job, streamLimit).run(); }
 
 } // namespace vellumo

@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace vellumo {
 namespace {
@@ -122,6 +123,44 @@ TEST(SpreadsheetExport, LongTablesGoOnOnFurtherSheets)
     }
 }
 
+// The file without sheets, a sheet, its rows of one number each, and the 2048 blocks of 32 rows.
+constexpr std::uint64_t sizeOfFullSheet = 4096 + 16 + 512 + 65'536 * (22 + 14) + 2048 * 12;
+
+TEST(SpreadsheetExport, TableThatNoMoreFitsFailsAndIsEmptied)
+{
+    const struct {
+        const char* name;
+        std::size_t records;
+        ExportWriter writer;
+        std::vector<std::string> log;
+        std::vector<std::string> sheets;
+    } cases[] = {
+        {"a cell too many", 65'536, [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet - 1); },
+            {"<Large> Failed: Workbook exceeded size limit."}, {"Large", "Small"}},
+        {"fits", 65'536, [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet); },
+            {"<Small> Failed: Unable to create spreadsheet Small."}, {"Large"}},
+        {"no room for the second sheet", 65'537, [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet); },
+            {"<Large> Failed: Workbook exceeded size limit."}, {"Large", "Small"}},
+        {"no room for the second sheet's row", 65'537,
+            [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet + 512); },
+            {"<Large> Failed: Workbook exceeded size limit."}, {"Large", "Small"}},
+    };
+    for (const auto& test : cases) {
+        const std::vector<Row> rows(test.records, {"1"});
+        const auto file = makeFile("/nowhere/Shop.mdb", makeTable("Large", {{"ID", "Long Integer"}}, rows),
+            makeTable("Small", {{"ID", "Long Integer"}}, {{"1"}}));
+        TempFolder folder;
+        auto options = singleFile(folder.path("Shop.xls"));
+        options.includeColumnHeader = false;
+        const auto outcome = runWriter(test.writer, *file, options);
+        EXPECT_EQ(outcome.log, test.log) << test.name;
+        EXPECT_EQ(outcome.successTableCount, 1) << test.name;
+        const auto sheets = sheetsIn(folder, "Shop.xls");
+        EXPECT_EQ(namesOf(sheets), test.sheets) << test.name;
+        EXPECT_EQ(sheets.at(0).cells.empty(), sheets.size() == 2) << test.name;
+    }
+}
+
 TEST(SpreadsheetExport, TextsPastTheLimitFailTheirTable)
 {
     std::string pairs; // 32,740 units in 65,480 bytes
@@ -175,6 +214,55 @@ TEST(SpreadsheetExport, TablesThatCannotBeWrittenAreToldAndTheRestGoesOn)
     EXPECT_EQ(missing.successTableCount, 0);
 }
 
+// The test runs on as somebody without special rights, for as long as the object lives.
+class PlainUser {
+public:
+    PlainUser() { m_isPlain = ::geteuid() != 0 || ::seteuid(65534) == 0; }
+    ~PlainUser() { EXPECT_EQ(::seteuid(m_before), 0); }
+    PlainUser(const PlainUser&) = delete;
+    PlainUser& operator=(const PlainUser&) = delete;
+    [[nodiscard]] bool isPlain() const { return m_isPlain; }
+
+private:
+    uid_t m_before = ::geteuid();
+    bool m_isPlain = false;
+};
+
+TEST(SpreadsheetExport, FolderThatTakesNoFileKeepsItsWorkbook)
+{
+    const auto file = makeFile("/nowhere/Shop.mdb", textTable("A", {"x"}));
+    namespace fs = std::filesystem;
+    const struct {
+        const char* name;
+        bool isSingleFile;
+        bool isLink;
+        std::vector<std::string> log;
+    } cases[] = {
+        {"single file", true, false, {"Unable to create file for export."}},
+        {"single file behind a link", true, true, {"Unable to create file for export."}},
+        {"file a table", false, false, {"<A> Failed: Unable to create file for export."}},
+    };
+    for (const auto& test : cases) {
+        TempFolder folder;
+        folder.write("A.xls", "old");
+        TempFolder links;
+        fs::create_symlink(folder.path("A.xls"), links.path("A.xls"));
+        fs::permissions(folder.path("A.xls"), fs::perms(0666));
+        fs::permissions(folder.path(), fs::perms(0555));
+        fs::permissions(links.path(), fs::perms(0777));
+        const auto path = (test.isLink ? links : folder).path(test.isSingleFile ? "A.xls" : "");
+        ExportOutcome outcome;
+        {
+            const PlainUser user;
+            if (!user.isPlain()) GTEST_SKIP() << "no user without special rights here";
+            outcome = runWriter(exportXLSThread, *file, test.isSingleFile ? singleFile(path) : filePerTable(path));
+        }
+        EXPECT_EQ(outcome.log, test.log) << test.name;
+        EXPECT_EQ(folder.read("A.xls"), "old") << test.name;
+        fs::permissions(folder.path(), fs::perms(0755));
+    }
+}
+
 TEST(SpreadsheetExport, WithoutASheetThereIsNoFile)
 {
     TempFolder folder;
@@ -197,7 +285,7 @@ TEST(SpreadsheetExport, StoppedRunLeavesOnlyWholeFiles)
         std::vector<std::string> files;
     } cases[] = {
         {"single file, first table", true, 0, {"<A> Failed: Terminated."}, 0, {}},
-        {"single file, last table", true, 2, {"<C> Failed: Terminated."}, 0, {}},
+        {"single file, last table", true, 2, {"<C> Failed: Terminated."}, 2, {}},
         {"file a table, first", false, 0, {"<A> Failed: Terminated."}, 0, {}},
         {"file a table, second", false, 1, {"<B> Failed: Terminated."}, 1, {"A.xls"}},
     };

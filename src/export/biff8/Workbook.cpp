@@ -50,7 +50,7 @@ Workbook::Workbook(std::uint64_t streamLimit)
 
 bool Workbook::addSheet(std::string_view name)
 {
-    if (m_sheets.size() == maximumSheets || !fits(sheetSize, 0)) return false;
+    if (m_sheets.size() == maximumSheets || !hasRoomForSheet()) return false;
     auto repaired = m_names.claim(name);
     if (!repaired) return false;
     m_strings.settle();
@@ -60,6 +60,8 @@ bool Workbook::addSheet(std::string_view name)
         m_strings.size(), m_references, m_cellBytes});
     return true;
 }
+
+bool Workbook::hasRoomForSheet() const { return fits(sheetSize, 0); }
 
 CellStatus Workbook::placeStatus(std::uint16_t row, std::uint16_t column) const
 {

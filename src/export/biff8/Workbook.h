@@ -37,8 +37,10 @@ public:
     explicit Workbook(std::uint64_t streamLimit = defaultStreamLimit);
 
     // Adds a sheet behind the others and makes it the one that cells go to. SheetNames tells how the name is repaired.
-    // False, and nothing is changed, for an empty name, malformed UTF-8, and a sheet too many.
+    // False, and nothing is changed, for an empty name, malformed UTF-8, a sheet too many, and a workbook without room
+    // for one.
     [[nodiscard]] bool addSheet(std::string_view name);
+    [[nodiscard]] bool hasRoomForSheet() const;
     [[nodiscard]] std::size_t sheetCount() const { return m_sheets.size(); }
 
     // The cell is written only with status Ok. A text may hold any character; U+0000 and lone surrogates, which readers

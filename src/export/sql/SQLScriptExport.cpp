@@ -99,10 +99,10 @@ bool SQLScriptExport::hasFinalPass() const
 void SQLScriptExport::writeFinalPass()
 {
     for (const auto* table : m_written) {
-        if (m_job.terminated())
-            return m_job.log(format("%@: %@", {localized("Failed"), localized(exportReason::terminated)}));
+        if (m_job.terminated()) break;
         m_file.write(finalStatements(*table));
     }
+    if (m_job.terminated()) m_job.log(format("%@: %@", {localized("Failed"), localized(exportReason::terminated)}));
 }
 
 std::string SQLScriptExport::finalStatements(const TAdmMDBTable& table)

@@ -1,5 +1,10 @@
 #include "export/sql/SQLExportFixture.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
 namespace vellumo::test {
 namespace {
 
@@ -102,6 +107,35 @@ TEST_F(SQLScriptFaults, StopInOneScript)
         EXPECT_EQ(report.successTableCount, test.successes) << test.name;
         EXPECT_THAT(filesInFolder(), IsEmpty()) << test.name;
     }
+}
+
+// Reads a pipe to its end. The flag is set as soon as a text has arrived.
+void setWhenRead(const fs::path& pipe, std::string_view text, std::atomic<bool>& flag)
+{
+    const int reader = ::open(pipe.c_str(), O_RDONLY | O_CLOEXEC);
+    std::string all;
+    char buffer[4096];
+    for (ssize_t count = 0; (count = ::read(reader, buffer, sizeof buffer)) > 0;) {
+        if (flag) continue;
+        all.append(buffer, static_cast<std::size_t>(count));
+        flag = all.find(text) != std::string::npos;
+    }
+    ::close(reader);
+}
+
+TEST_F(SQLScriptFaults, StopWithinTheLastStatementsOfTheFinalPass)
+{
+    auto table = makeTable("T", {{"a", "Byte"}}, {{"1"}});
+    // Far more than a pipe holds, so that the export is still at it when the beginning is read.
+    setIndices(*table, {{std::string(4 << 20, 'i'), {"a"}}});
+    const auto file = makeFile("/nowhere/x.mdb", std::move(table));
+    ASSERT_EQ(::mkfifo(m_options.path.c_str(), 0600), 0);
+    m_options.sqlDialect = SQLDialect::SQLite;
+    std::thread reader(setWhenRead, m_options.path, "CREATE INDEX", std::ref(m_terminate));
+    const auto report = runExport(exportSQLThread, *file);
+    reader.join();
+    EXPECT_THAT(report.log, ElementsAre("Failed: Terminated."));
+    EXPECT_EQ(report.successTableCount, 1);
 }
 
 TEST_F(SQLScriptFaults, StopBeforeTheFirstTable)
