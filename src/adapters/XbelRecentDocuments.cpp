@@ -3,6 +3,7 @@
 #include "adapters/BookmarkText.h"
 #include "adapters/LockFile.h"
 #include "adapters/PrivateFile.h"
+#include "platform/DesktopId.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -200,7 +201,7 @@ std::optional<std::string> withoutOurs(const std::string& text, const XbelSettin
 XbelSettings userXbelSettings()
 {
     return {
-        fmt::format("{}/recently-used.xbel", g_get_user_data_dir()), "vellumo", "vellumo %u", userRecentFilesPolicy()};
+        fmt::format("{}/recently-used.xbel", g_get_user_data_dir()), desktopId, "vellumo %u", userRecentFilesPolicy()};
 }
 
 XbelRecentDocuments::XbelRecentDocuments(XbelSettings settings)

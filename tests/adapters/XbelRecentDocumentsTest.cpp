@@ -275,6 +275,14 @@ TEST_F(XbelRecentDocumentsTest, HidesForThisRunWhatCannotBeTakenOut)
     }
 }
 
+// Under another name the desktop finds neither icon nor program for our entries.
+TEST(XbelSettings, NameTheProgramAsItsDesktopFileDoes)
+{
+    const auto settings = userXbelSettings();
+    const auto text = readFile(VELLUMO_SOURCE_DIR "/packaging/" + settings.application + ".desktop");
+    EXPECT_THAT(text, HasSubstr("\nExec=" + settings.command.substr(0, settings.command.find(' ')) + ' '));
+}
+
 TEST_F(XbelRecentDocumentsTest, ProgramsThatWriteAtOnceLoseNothing)
 {
     constexpr std::size_t processes = 4;
