@@ -51,6 +51,31 @@ TEST_F(Scenario, AFilterThatHidesTheSelectionLeavesWhatIsShown)
     });
 }
 
+TEST_F(Scenario, AFileOpenedBehindAFilterIsSelectedWithoutARow)
+{
+    const auto bad = s.makeBrokenFile("Bad.mdb");
+    s.start();
+    s.openByPanel({sales});
+    s.click("Sales/Orders");
+    const auto type = [&](const char* text) { s.app().controlTextDidChange(Field::File, text); };
+    const std::string recent = "Stock.mdb Sales.mdb";
+    play({
+        {"the selected table is found", [&] { type("orders"); },
+            {"Sales[Orders*]", "1 of 1 table, contains 1 record", "Orders | ", "Sales.mdb", ""}},
+        {"another file, after one that fails",
+            [&] {
+                s.openByPanel({bad, stock});
+            },
+            {"Sales[Orders]", "1 of 1 file, contains 1 table", "Orders | ", recent,
+                "modal Error: File (Bad.mdb) cannot be opened"}},
+    });
+    EXPECT_EQ(s.app().selectedFile(), s.item("Stock").file);
+    EXPECT_EQ(s.app().selectedTable(), nullptr);
+    EXPECT_EQ(s.app().dataView().table(), nullptr);
+    play({{"cleared", [&] { type(""); },
+        {"Bad Sales[Customers Orders] Stock*[Items]", "1 of 3 files, contains 1 table", "Orders | ", recent, ""}}});
+}
+
 TEST_F(Scenario, TypingIntoTheFileSearchExpandsOpenFiles)
 {
     s.recent.listed = {stock};
