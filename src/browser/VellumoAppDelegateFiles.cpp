@@ -153,7 +153,7 @@ void VellumoAppDelegate::closeFile(TAdmMDBFile& file)
 std::shared_ptr<TAdmMDBFile> VellumoAppDelegate::dropEntry(TAdmMDBFile& file)
 {
     letGoOf(file);
-    m_view.fileWillClose(file);
+    if (file.active()) m_view.fileWillClose(file);
     if (m_treeSelection.file == &file) m_treeSelection = {};
     if (m_selectedFile == &file) m_selectedFile = nullptr;
     return m_files.remove(file);
