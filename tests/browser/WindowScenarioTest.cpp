@@ -1,5 +1,6 @@
 #include "Scenario.h"
 
+#include <cstdlib>
 #include <gmock/gmock.h>
 
 namespace vellumo {
@@ -241,6 +242,23 @@ TEST_F(Scenario, AnExportKeepsTheFilesAsTheyAreUntilItHasReported)
         ElementsAre("export sheet", "toolbar", "toolbar", "export sheet", "toolbar", "progress sheet", "toolbar"));
     s.app().CloseSelectedFile(Sender::Other);
     EXPECT_EQ(s.sight().tree, "Sales");
+}
+
+TEST_F(Scenario, AnExportWithoutItsLibraryTellsSoInAWindow)
+{
+    s.start();
+    s.openByPanel({sales});
+    s.app().Export(6);
+    ASSERT_NE(s.app().exportWizard(), nullptr);
+    auto& wizard = *s.app().exportWizard();
+    wizard.controls().exportPathTextField.value = s.folder.path("Sales.sqlite");
+    setenv("VELLUMO_SQLITE_LIBRARY", "/nonexistent.so", 1);
+    s.app().exportSheetDidEnd(1);
+    s.mainThread.runUntil([&] { return wizard.report().has_value(); });
+    s.app().exportDidFinish();
+    unsetenv("VELLUMO_SQLITE_LIBRARY");
+    ASSERT_EQ(s.loadErrorWindow.shown.size(), 1U);
+    EXPECT_EQ(s.loadErrorWindow.shown[0].label, "sqlitelibraryerror: '/nonexistent.so'");
 }
 
 } // namespace
