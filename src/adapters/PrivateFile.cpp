@@ -1,20 +1,19 @@
 #include "adapters/PrivateFile.h"
 
 #include <filesystem>
-#include <fstream>
 #include <glib.h>
 #include <glib/gstdio.h>
-#include <iterator>
+#include <memory>
 
 namespace vellumo {
 
 std::optional<std::string> readSmallFile(const std::string& path)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    std::string content{std::istreambuf_iterator<char>(file), {}};
-    if (file.bad()) return std::nullopt;
-    return content;
+    char* text = nullptr;
+    gsize length = 0;
+    if (g_file_get_contents(path.c_str(), &text, &length, nullptr) == FALSE) return std::nullopt;
+    const std::unique_ptr<char, decltype(&g_free)> owner(text, g_free);
+    return std::string(text, length);
 }
 
 bool mayExist(const std::string& path)

@@ -3,10 +3,10 @@
 #include "adapters/BookmarkText.h"
 #include "adapters/LockFile.h"
 #include "adapters/PrivateFile.h"
+#include "platform/DesktopId.h"
 
 #include <algorithm>
 #include <fmt/format.h>
-#include <functional>
 #include <glib.h>
 #include <memory>
 
@@ -196,26 +196,12 @@ std::optional<std::string> withoutOurs(const std::string& text, const XbelSettin
     return parse(document->text) ? std::optional(document->text) : std::nullopt;
 }
 
-// Replaces the file's text by what `edit` makes of it (nullopt: leave it); false when nothing could be written.
-bool rewrite(
-    const XbelSettings& settings, const std::function<std::optional<std::string>(const std::string& text)>& edit)
-{
-    if (!makeFolderFor(settings.path)) return false;
-    LockFile lock(settings.path + ".lock");
-    if (!lock.tryLock(settings.lockPatience)) return false;
-    const Bookmarks empty(g_bookmark_file_new());
-    const auto text = mayExist(settings.path) ? readSmallFile(settings.path) : textOf(empty.get());
-    if (!text) return false;
-    const auto edited = edit(*text);
-    return edited && (*edited == *text || writePrivateFile(settings.path, *edited));
-}
-
 } // namespace
 
 XbelSettings userXbelSettings()
 {
     return {
-        fmt::format("{}/recently-used.xbel", g_get_user_data_dir()), "vellumo", "vellumo %u", userRecentFilesPolicy()};
+        fmt::format("{}/recently-used.xbel", g_get_user_data_dir()), desktopId, "vellumo %u", userRecentFilesPolicy()};
 }
 
 XbelRecentDocuments::XbelRecentDocuments(XbelSettings settings)
@@ -223,22 +209,26 @@ XbelRecentDocuments::XbelRecentDocuments(XbelSettings settings)
 {
 }
 
-// In the order of the file. Empty when it cannot be read.
-std::vector<XbelRecentDocuments::Noted> XbelRecentDocuments::storedDocuments() const
+// In the order of the file. While it is there but cannot be read, what it held when it could be: nobody took our
+// entries away.
+const std::vector<XbelRecentDocuments::Noted>& XbelRecentDocuments::storedDocuments() const
 {
-    const auto bookmarks = parse(readSmallFile(m_settings.path).value_or(""));
-    std::vector<Noted> noted;
-    if (!bookmarks) return noted;
+    const auto text = readSmallFile(m_settings.path);
+    const auto bookmarks = text ? parse(*text) : nullptr;
+    if (!bookmarks && mayExist(m_settings.path)) return m_lastLoaded;
+    m_lastLoaded.clear();
+    if (!bookmarks) return m_lastLoaded;
     for (const auto& uri : urisOf(bookmarks.get()))
         if (isOurs(bookmarks.get(), uri, m_settings))
             if (auto path = pathOf(uri); !path.empty())
-                noted.push_back({std::move(path), timeOfOurs(bookmarks.get(), uri, m_settings)});
-    return noted;
+                m_lastLoaded.push_back({std::move(path), timeOfOurs(bookmarks.get(), uri, m_settings)});
+    return m_lastLoaded;
 }
 
 std::vector<std::string> XbelRecentDocuments::paths() const
 {
     auto noted = storedDocuments();
+    std::erase_if(noted, [&](const Noted& document) { return m_forgotten.contains(document.path); });
     noted.insert(noted.end(), m_thisRunOnly.begin(), m_thisRunOnly.end());
     // Of two noted at the same time, the one further down was noted later.
     std::reverse(noted.begin(), noted.end());
@@ -250,12 +240,27 @@ std::vector<std::string> XbelRecentDocuments::paths() const
     return paths;
 }
 
+// Replaces the file's text by what `edit` makes of it (nullopt: leave it); false when nothing could be written.
+bool XbelRecentDocuments::rewrite(const std::function<std::optional<std::string>(const std::string& text)>& edit)
+{
+    if (!makeFolderFor(m_settings.path)) return false;
+    LockFile lock(m_settings.path + ".lock");
+    m_isLockFree = lock.tryLock(m_isLockFree ? m_settings.lockPatience : std::chrono::milliseconds(0));
+    if (!m_isLockFree) return false;
+    const Bookmarks empty(g_bookmark_file_new());
+    const auto text = mayExist(m_settings.path) ? readSmallFile(m_settings.path) : textOf(empty.get());
+    if (!text) return false;
+    const auto edited = edit(*text);
+    return edited && (*edited == *text || writePrivateFile(m_settings.path, *edited));
+}
+
 void XbelRecentDocuments::note(const std::string& path)
 {
     std::erase_if(m_thisRunOnly, [&](const Noted& noted) { return noted.path == path; });
+    m_forgotten.erase(path);
     const auto uri = uriOf(path);
     if (!uri.empty() && mayBeNoted(m_settings.policy, path)
-        && rewrite(m_settings, [&](const std::string& text) { return withEntry(text, uri, m_settings); }))
+        && rewrite([&](const std::string& text) { return withEntry(text, uri, m_settings); }))
         return;
     m_thisRunOnly.push_back({path, g_get_real_time()});
 }
@@ -264,8 +269,10 @@ void XbelRecentDocuments::clear()
 {
     m_thisRunOnly.clear();
     if (!mayExist(m_settings.path)) return;
-    // A list that cannot be written stays as it is; the next start shows it again.
-    static_cast<void>(rewrite(m_settings, [&](const std::string& text) { return withoutOurs(text, m_settings); }));
+    // What stays in the file all the same is hidden for this run; the next start shows it again.
+    static_cast<void>(rewrite([&](const std::string& text) { return withoutOurs(text, m_settings); }));
+    for (const auto& document : storedDocuments())
+        m_forgotten.insert(document.path);
 }
 
 } // namespace vellumo

@@ -47,12 +47,6 @@ bool writeObject(const TAdmBlobData& object, const std::string& path)
 
 } // namespace
 
-const char* sortIndicatorName(int headerTag)
-{
-    if (headerTag == 1) return "NSAscendingSortIndicator";
-    return headerTag == -1 ? "NSDescendingSortIndicator" : "";
-}
-
 DataView::DataView(DataViewPort& port, const DesktopPorts& desktop, bool textViewShow)
     : m_port(port)
     , m_desktop(desktop)

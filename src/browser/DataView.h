@@ -26,9 +26,6 @@ struct GridColumn {
     int headerTag = 0; // the sort direction shown: 1 ascending, -1 descending, 0 none
 };
 
-// "NSAscendingSortIndicator", "NSDescendingSortIndicator", or "" for none.
-[[nodiscard]] const char* sortIndicatorName(int headerTag);
-
 // What the pane below the grid shows.
 struct DetailContent {
     std::shared_ptr<TAdmBlobData> blob;   // set when a picture is shown

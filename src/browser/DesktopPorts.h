@@ -15,6 +15,8 @@
 
 namespace vellumo {
 
+class LoadErrorWindow;
+
 // The desktop that the browser works on. Every interface outlives whoever was given it.
 struct DesktopPorts {
     Alerts& alerts;
@@ -29,6 +31,8 @@ struct DesktopPorts {
     Workspace& workspace;
     // The user's home folder, without a slash at the end.
     std::string homeFolder;
+    // Called on an export's worker; null: standard error.
+    LoadErrorWindow* loadErrorWindow = nullptr;
 };
 
 } // namespace vellumo

@@ -17,8 +17,8 @@ struct Session {
 void ExportLauncher::begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType)
 {
     auto& exportFile = *file;
-    const ExportPorts ports{
-        m_desktop.mainThread, m_desktop.defaults, m_desktop.filePanels, m_desktop.alerts, m_desktop.systemLog};
+    const ExportPorts ports{m_desktop.mainThread, m_desktop.defaults, m_desktop.filePanels, m_desktop.alerts,
+        m_desktop.systemLog, m_desktop.loadErrorWindow};
     const std::shared_ptr<Session> session(
         new Session{std::move(file), {exportFile, selectedTable, static_cast<ExportFileType>(exportType), ports}});
     m_wizard = std::shared_ptr<ExportWizard>(session, &session->wizard);

@@ -307,8 +307,7 @@ bool VellumoAppDelegate::showVisitedTable(TAdmMDBTable& table)
 void VellumoAppDelegate::jumpBarDidSelectItem(const TreeItem& item)
 {
     if (m_JumpBarMenuRefresh) return;
-    selectionDidChange(item);
-    setTreeSelection(m_tree.contains(item) ? item : TreeItem());
+    selectWhereShown(item);
     if (item.isTable() && !m_performBackForward) recordVisit(*item.table);
 }
 

@@ -159,6 +159,7 @@ private:
     // Tree and selection.
     void reloadTree();
     void selectTreeItem(const TreeItem& item);
+    void selectWhereShown(const TreeItem& item);
     void setTreeSelection(const TreeItem& item);
     void deselectAll();
     void clearSelection();

@@ -70,15 +70,14 @@ void VellumoAppDelegate::bringIn(const std::string& path)
     auto& file = findMDBFileByPath(std::filesystem::path(path).lexically_normal().string());
     const auto result = m_opener.open(m_files.share(file));
     if (result != OpenResult::Opened) {
-        m_selectedFile = nullptr;
+        clearSelection();
         if (result == OpenResult::Failed) showOpenFailure(file.label(), Alert::Style::Modal);
         return;
     }
     m_desktop.recentDocuments.note(file.fullPath());
     reloadTree();
     m_view.expandTreeItem(file);
-    m_selectedFile = &file;
-    selectTreeItem(TreeItem::of(file));
+    selectWhereShown(TreeItem::of(file));
     m_view.scrollToTreeSelection();
 }
 
@@ -154,7 +153,7 @@ void VellumoAppDelegate::closeFile(TAdmMDBFile& file)
 std::shared_ptr<TAdmMDBFile> VellumoAppDelegate::dropEntry(TAdmMDBFile& file)
 {
     letGoOf(file);
-    m_view.fileWillClose(file);
+    if (file.active()) m_view.fileWillClose(file);
     if (m_treeSelection.file == &file) m_treeSelection = {};
     if (m_selectedFile == &file) m_selectedFile = nullptr;
     return m_files.remove(file);
@@ -293,6 +292,13 @@ void VellumoAppDelegate::selectTreeItem(const TreeItem& item)
     if (item == m_treeSelection || !m_tree.contains(item)) return;
     setTreeSelection(item);
     selectionDidChange(item);
+}
+
+// Shows an item whether or not the tree has a row for it. No other row stays selected.
+void VellumoAppDelegate::selectWhereShown(const TreeItem& item)
+{
+    selectionDidChange(item);
+    setTreeSelection(m_tree.contains(item) ? item : TreeItem());
 }
 
 // Moves the selected row alone.

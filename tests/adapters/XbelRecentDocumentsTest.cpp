@@ -4,6 +4,7 @@
 #include "adapters/LockFile.h"
 #include "support/TempFolder.h"
 
+#include <functional>
 #include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -198,6 +199,88 @@ TEST_F(XbelRecentDocumentsTest, DoesNotWriteWhileAnotherProgramHoldsTheLock)
     documents.note("/data/b.mdb");
     EXPECT_THAT(documents.paths(), ElementsAre("/data/b.mdb", "/data/a.mdb"));
     EXPECT_THAT(XbelRecentDocuments(settings()).paths(), ElementsAre("/data/b.mdb"));
+}
+
+TEST_F(XbelRecentDocumentsTest, WaitsForTheLockOnceUntilItIsFreeAgain)
+{
+    using std::chrono::steady_clock;
+    std::filesystem::create_directories(folder.path("share"));
+    auto patient = settings();
+    patient.lockPatience = std::chrono::milliseconds(500);
+    XbelRecentDocuments documents(patient);
+    LockFile other(path + ".lock");
+    ASSERT_TRUE(other.tryLock(std::chrono::milliseconds(0)));
+    const auto start = steady_clock::now();
+    for (int i = 0; i < 20; ++i)
+        documents.note("/data/a.mdb");
+    EXPECT_LT(steady_clock::now() - start, 10 * patient.lockPatience);
+    EXPECT_GE(steady_clock::now() - start, patient.lockPatience);
+}
+
+TEST_F(XbelRecentDocumentsTest, KeepsItsListWhileTheFileCannotBeRead)
+{
+    XbelRecentDocuments documents(settings());
+    documents.note("/data/a.mdb");
+    documents.note("/data/b.mdb");
+    const auto expected = ElementsAre("/data/b.mdb", "/data/a.mdb");
+    EXPECT_THAT(documents.paths(), expected);
+    const auto text = readFile(path);
+    for (const auto& damaged : {std::string(), text.substr(0, text.size() / 2), std::string("recent files")}) {
+        writeFile(path, damaged);
+        EXPECT_THAT(documents.paths(), expected) << damaged;
+    }
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    EXPECT_THAT(documents.paths(), expected) << "a folder";
+    std::filesystem::remove(path);
+    EXPECT_THAT(documents.paths(), ElementsAre()) << "no file";
+}
+
+TEST_F(XbelRecentDocumentsTest, HidesForThisRunWhatCannotBeTakenOut)
+{
+    // What another program added to an entry of ours.
+    const auto makeForeign = [](std::string text) {
+        const std::string metadata = "<metadata owner=\"http://freedesktop.org\">";
+        const std::string application = "<bookmark:applications>";
+        text.insert(text.find(application) + application.size(),
+            R"(<bookmark:application name="other" exec="other" modified="2024-01-02T03:04:05Z" count="1"/>)");
+        return text.insert(text.find(metadata), "<metadata owner=\"http://example.org\" rating=\"5\"/>");
+    };
+    const struct {
+        const char* name;
+        std::function<std::string(std::string)> change;
+        bool isLocked;
+    } cases[] = {
+        {"an entry with metadata of others", makeForeign, false},
+        {"another program holds the lock", [](std::string text) { return text; }, true},
+        {"a file that cannot be read", [](const std::string& text) { return text.substr(0, text.size() / 2); }, false},
+    };
+    for (const auto& test : cases) {
+        std::filesystem::remove(path);
+        XbelRecentDocuments documents(settings());
+        documents.note("/data/a.mdb");
+        EXPECT_THAT(documents.paths(), ElementsAre("/data/a.mdb")) << test.name;
+        const auto text = readFile(path);
+        writeFile(path, test.change(text));
+        EXPECT_THAT(documents.paths(), ElementsAre("/data/a.mdb")) << test.name;
+        LockFile other(path + ".lock");
+        EXPECT_TRUE(!test.isLocked || other.tryLock(std::chrono::milliseconds(0))) << test.name;
+        documents.clear();
+        EXPECT_THAT(documents.paths(), ElementsAre()) << test.name;
+        writeFile(path, text);
+        EXPECT_THAT(documents.paths(), ElementsAre()) << test.name << ", later";
+        EXPECT_THAT(XbelRecentDocuments(settings()).paths(), ElementsAre("/data/a.mdb")) << test.name << ", next run";
+        documents.note("/data/a.mdb");
+        EXPECT_THAT(documents.paths(), ElementsAre("/data/a.mdb")) << test.name << ", noted again";
+    }
+}
+
+// Under another name the desktop finds neither icon nor program for our entries.
+TEST(XbelSettings, NameTheProgramAsItsDesktopFileDoes)
+{
+    const auto settings = userXbelSettings();
+    const auto text = readFile(VELLUMO_SOURCE_DIR "/packaging/" + settings.application + ".desktop");
+    EXPECT_THAT(text, HasSubstr("\nExec=" + settings.command.substr(0, settings.command.find(' ')) + ' '));
 }
 
 TEST_F(XbelRecentDocumentsTest, ProgramsThatWriteAtOnceLoseNothing)

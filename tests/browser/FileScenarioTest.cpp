@@ -215,6 +215,7 @@ TEST_F(Scenario, RemovingKeepsTheOrderOfTheOtherDocuments)
             {"", "0 files", " | ", "", ""}},
     });
     EXPECT_TRUE(s.app().isPlaceholderShown());
+    EXPECT_THAT(s.window.events, ElementsAre("will close Bills", "will close Stock", "will close Sales"));
 }
 
 // The document noted has no extension, so the list is rebuilt around a file of that name.

@@ -52,7 +52,7 @@ void Session::start()
 {
     m_app.reset();
     const DesktopPorts desktop{alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recent,
-        systemLog, workspace, "/home/ann"};
+        systemLog, workspace, "/home/ann", &loadErrorWindow};
     m_app = std::make_unique<VellumoAppDelegate>(window, desktop);
     m_app->applicationDidFinishLaunching();
 }

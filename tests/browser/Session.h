@@ -5,6 +5,7 @@
 #include "platform/MainThreadQueue.h"
 #include "support/DesktopFakes.h"
 #include "support/ExportFakes.h"
+#include "support/RecordingLoadErrorWindow.h"
 #include "support/TempFolder.h"
 
 #include <iosfwd>
@@ -64,6 +65,7 @@ public:
     FakeRecentDocuments recent;
     FakeSystemLog systemLog;
     FakeWorkspace workspace;
+    RecordingLoadErrorWindow loadErrorWindow;
     FakeWindow window;
 
 private:

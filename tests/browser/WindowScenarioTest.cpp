@@ -1,5 +1,6 @@
 #include "Scenario.h"
 
+#include <cstdlib>
 #include <gmock/gmock.h>
 
 namespace vellumo {
@@ -49,6 +50,31 @@ TEST_F(Scenario, AFilterThatHidesTheSelectionLeavesWhatIsShown)
             {"Sales[Customers Orders] Stock[Items]", "2 files", "Items | ", recent, ""}},
         {"nothing selected, none matches", [&] { type("zz"); }, {"", "0 files", "Items | ", recent, ""}},
     });
+}
+
+TEST_F(Scenario, AFileOpenedBehindAFilterIsSelectedWithoutARow)
+{
+    const auto bad = s.makeBrokenFile("Bad.mdb");
+    s.start();
+    s.openByPanel({sales});
+    s.click("Sales/Orders");
+    const auto type = [&](const char* text) { s.app().controlTextDidChange(Field::File, text); };
+    const std::string recent = "Stock.mdb Sales.mdb";
+    play({
+        {"the selected table is found", [&] { type("orders"); },
+            {"Sales[Orders*]", "1 of 1 table, contains 1 record", "Orders | ", "Sales.mdb", ""}},
+        {"another file, after one that fails",
+            [&] {
+                s.openByPanel({bad, stock});
+            },
+            {"Sales[Orders]", "1 of 1 file, contains 1 table", "Orders | ", recent,
+                "modal Error: File (Bad.mdb) cannot be opened"}},
+    });
+    EXPECT_EQ(s.app().selectedFile(), s.item("Stock").file);
+    EXPECT_EQ(s.app().selectedTable(), nullptr);
+    EXPECT_EQ(s.app().dataView().table(), nullptr);
+    play({{"cleared", [&] { type(""); },
+        {"Bad Sales[Customers Orders] Stock*[Items]", "1 of 3 files, contains 1 table", "Orders | ", recent, ""}}});
 }
 
 TEST_F(Scenario, TypingIntoTheFileSearchExpandsOpenFiles)
@@ -216,6 +242,23 @@ TEST_F(Scenario, AnExportKeepsTheFilesAsTheyAreUntilItHasReported)
         ElementsAre("export sheet", "toolbar", "toolbar", "export sheet", "toolbar", "progress sheet", "toolbar"));
     s.app().CloseSelectedFile(Sender::Other);
     EXPECT_EQ(s.sight().tree, "Sales");
+}
+
+TEST_F(Scenario, AnExportWithoutItsLibraryTellsSoInAWindow)
+{
+    s.start();
+    s.openByPanel({sales});
+    s.app().Export(6);
+    ASSERT_NE(s.app().exportWizard(), nullptr);
+    auto& wizard = *s.app().exportWizard();
+    wizard.controls().exportPathTextField.value = s.folder.path("Sales.sqlite");
+    setenv("VELLUMO_SQLITE_LIBRARY", "/nonexistent.so", 1);
+    s.app().exportSheetDidEnd(1);
+    s.mainThread.runUntil([&] { return wizard.report().has_value(); });
+    s.app().exportDidFinish();
+    unsetenv("VELLUMO_SQLITE_LIBRARY");
+    ASSERT_EQ(s.loadErrorWindow.shown.size(), 1U);
+    EXPECT_EQ(s.loadErrorWindow.shown[0].label, "sqlitelibraryerror: '/nonexistent.so'");
 }
 
 } // namespace
