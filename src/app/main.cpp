@@ -18,6 +18,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QUrl>
+#include <csignal>
 
 namespace {
 
@@ -97,6 +98,8 @@ int run(const std::vector<std::string>& files)
 
 int main(int argc, char** argv)
 {
+    // A file that may grow no further is an error of the write, not the program's end.
+    std::signal(SIGXFSZ, SIG_IGN);
     initMessages(localeFolder().c_str());
     QApplication application(argc, argv);
     QApplication::setApplicationName("vellumo");

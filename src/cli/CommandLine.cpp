@@ -13,6 +13,11 @@ namespace {
 void describeApp(CLI::App& app)
 {
     app.name("vellumo-cli");
+    for (const char* word : {messageKey("Usage"), messageKey("Positionals"), messageKey("OPTIONS"),
+             messageKey("SUBCOMMAND"), messageKey("REQUIRED")})
+        app.get_formatter()->label(word, localized(word));
+    app.option_defaults()->group(localized("Options"));
+    app.group(localized("Subcommands"));
     app.description(localized("Shows and exports Microsoft Access databases. Never writes to them."));
     app.set_help_flag("-h,--help", localized("Print this help and exit"));
     app.set_version_flag("--version", "vellumo-cli " VELLUMO_VERSION, localized("Print the version and exit"));

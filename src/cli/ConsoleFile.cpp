@@ -23,11 +23,15 @@ void takeFacts(TAdmMDBFile& file, const std::string& path)
     file.setLastOpenDate(facts->accessed);
 }
 
+// The file keeps the name it was called by, in the folder as it really is: ".." behind a symbolic link leads on from
+// where the link points to.
 std::string absolutePath(const std::string& path)
 {
     std::error_code error;
     const auto absolute = std::filesystem::absolute(path, error);
-    return error ? path : absolute.lexically_normal().string();
+    if (error) return path;
+    const auto folder = std::filesystem::canonical(absolute.parent_path(), error);
+    return error ? absolute.string() : (folder / absolute.filename()).string();
 }
 
 } // namespace
@@ -36,7 +40,7 @@ std::unique_ptr<TAdmMDBFile> openDatabase(const std::string& path)
 {
     auto file = std::make_unique<TAdmMDBFile>();
     file->setFullPath(absolutePath(path));
-    takeFacts(*file, path);
+    takeFacts(*file, file->fullPath());
     ProgressBar bar(localizedFormat("Opening %@", {file->label()}));
     OpenOptions options;
     options.observer = [&](std::uint64_t rowsDone, std::uint64_t rowsExpected) {

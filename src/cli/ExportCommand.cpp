@@ -172,6 +172,10 @@ void addExportCommand(CLI::App& app, Command& command)
     addOutputOptions(*sub, *settings);
     addTextOptions(*sub, *settings);
     addDatabaseOptions(*sub, *settings);
+    sub->footer(
+        localized("A table whose name holds \"/\" can be exported only with --single-file or to sqlite: no file "
+                  "can have its name.")
+        + '\n' + sub->get_footer());
     sub->callback([settings, &command] { command = [settings] { return runExport(*settings); }; });
 }
 

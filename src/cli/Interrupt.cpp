@@ -33,7 +33,8 @@ void handleSignals()
         if (::sigaction(signal, nullptr, &inherited) == 0 && inherited.sa_handler != SIG_IGN)
             ::sigaction(signal, &action, nullptr);
     }
-    std::signal(SIGPIPE, SIG_IGN);
+    for (const int signal : {SIGPIPE, SIGXFSZ})
+        std::signal(signal, SIG_IGN);
 }
 
 bool interrupted() { return isInterrupted; }

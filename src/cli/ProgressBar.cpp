@@ -1,6 +1,7 @@
 #include "cli/ProgressBar.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <fmt/format.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -14,6 +15,9 @@ std::size_t terminalWidth()
     struct winsize size { };
     return ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
+
+// A terminal that is gone takes nothing more; that is no reason to stop.
+void draw(const std::string& text) { static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr)); }
 
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
@@ -64,14 +68,14 @@ void ProgressBar::show(std::uint64_t done, std::uint64_t total)
     if (line == m_shown) return;
     // A shorter line must cover what the longer one left.
     const auto rest = length(m_shown) - std::min(length(m_shown), length(line));
-    fmt::print(stderr, "\r{}{:{}}", line, "", rest);
+    draw(fmt::format("\r{}{:{}}", line, "", rest));
     m_shown = std::move(line);
 }
 
 void ProgressBar::clear()
 {
     if (m_shown.empty()) return;
-    fmt::print(stderr, "\r{:{}}\r", "", length(m_shown));
+    draw(fmt::format("\r{:{}}\r", "", length(m_shown)));
     m_shown.clear();
 }
 

@@ -1,10 +1,11 @@
+#include "browser/CopiedText.h"
 #include "browser/GridRows.h"
+#include "browser/GridValue.h"
 #include "cli/CommandLine.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/Interrupt.h"
 #include "cli/WholeNumber.h"
-#include "embedded/TAdmBlobData.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
@@ -26,27 +27,13 @@ struct RowsOptions {
     std::int64_t limit = INT64_MAX;
 };
 
-// What a copied cell holds: the value's description, "" for what is only shown in its place, and no character that
-// separates cells or rows.
-std::string copiedText(const CellValue& value)
-{
-    std::string text;
-    if (const auto* cellText = std::get_if<std::string_view>(&value)) text = *cellText;
-    if (const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value)) text = (*blob)->description();
-    if (text == localized("[NON-TEXTUAL DATA]") || text == localized("[NULL]")) return {};
-    std::ranges::replace_if(
-        text, [](char c) { return c == '\n' || c == '\t'; }, ' ');
-    return text;
-}
-
-std::string copiedRow(const RowRecord& record, std::size_t columnCount)
+std::string copiedRow(const TAdmMDBTable& table, std::size_t row)
 {
     std::string line;
-    for (std::size_t column = 0; column < columnCount; ++column) {
-        if (column > 0) line += '\t';
-        line += copiedText(record.value(column));
-    }
-    if (columnCount > 0) line += '\n';
+    std::string buffer;
+    for (std::size_t column = 0; column < table.rows().columnCount(); ++column)
+        appendCopiedValue(valueDescription(getValueForTableColumn(&table, column, row), buffer), line);
+    endCopiedRow(line);
     return line;
 }
 
@@ -77,11 +64,10 @@ ExitStatus printRows(const TAdmMDBTable& table, const RowsOptions& options)
     GridRows grid;
     grid.setTable(&table);
     grid.setSearch(searchOf(options));
-    const auto& rows = table.rows();
     const auto count = std::min(grid.rowCount(), static_cast<std::size_t>(options.limit));
     for (std::size_t position = 0; position < count; ++position) {
         if (interrupted()) return failed(localized("Interrupted."));
-        if (!writeOutput(copiedRow(rows.record(grid.rowAt(position)), rows.columnCount()))) break;
+        if (!writeOutput(copiedRow(table, grid.rowAt(position)))) break;
     }
     return ExitStatus::Done;
 }

@@ -7,6 +7,7 @@
 
 #include <csignal>
 #include <fstream>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 
@@ -175,6 +176,52 @@ TEST_F(Program, ShowsInformation)
     },)"));
 }
 
+TEST_F(Program, FollowsSymbolicLinksBeforeDots)
+{
+    std::filesystem::create_directories(m_out.path("real/inner"));
+    std::filesystem::create_directory(m_out.path("sub"));
+    std::filesystem::create_directory_symlink(m_out.path("real/inner"), m_out.path("sub/link"));
+    std::filesystem::copy_file(database(), m_out.path("real/x.mdb"));
+    m_out.write("sub/x.mdb", "another file, and no database");
+    const auto info = run({"info", m_out.path("sub/link/../x.mdb")});
+    EXPECT_THAT(info.output, HasSubstr("Name: x.mdb\nWhere: " + m_out.path("real") + "\nSize: "));
+    EXPECT_THAT(info.output, HasSubstr("\n    Items (2 rows)\n"));
+}
+
+// Other readers of these files take settings from such variables.
+TEST_F(Program, ValuesDoNotDependOnTheEnvironment)
+{
+    samples::DatabaseDescription description;
+    description.version = samples::JetVersion::Jet3;
+    auto& table = description.tables.emplace_back();
+    table.name = "T";
+    table.columns = {{.name = "Gr\u00F6\u00DFe"}, {.name = "Memo", .type = ColumnType::Memo},
+        {.name = "Number", .type = ColumnType::Double}, {.name = "When", .type = ColumnType::DateTime}};
+    table.rows = samples::rowsOf(
+        {{std::string("K\u00E4se"), std::string("caf\u00E9 ") + std::string(3000, 'm'), 2.5, samples::Date{45000.5}}});
+    ASSERT_TRUE(samples::writeDatabase(description, m_out.path("jet3.mdb")).ok());
+    const auto setVariables = [] {
+        for (const auto& [name, value] : {std::pair{"MDBPATH", "/nowhere"}, {"MDBICONV", "ISO-8859-1"},
+                 {"MDB_JET3_CHARSET", "CP1251"}, {"MDBOPTS", "no_memo,debug_row"}, {"LC_ALL", "de_DE.UTF-8"},
+                 {"LC_NUMERIC", "de_DE.UTF-8"}, {"LANG", "de_DE.UTF-8"}})
+            ::setenv(name, value, 1);
+    };
+    const auto row = "K\u00E4se\tcaf\u00E9 " + std::string(3000, 'm') + "\t2.5\t";
+    const std::vector<std::string> rows = {"rows", m_out.path("jet3.mdb"), "T"};
+    const auto without = run(rows);
+    EXPECT_TRUE(without.output.starts_with(row)) << without.output;
+    const auto with = runProgram("vellumo-cli", rows, "", setVariables);
+    EXPECT_EQ(with.output, without.output);
+    EXPECT_EQ(with.errors, "");
+    const std::vector<std::string> exporting = {
+        "export", m_out.path("jet3.mdb"), "--format", "csv", "--to", m_out.path()};
+    EXPECT_EQ(run(exporting).status, 0);
+    const auto exported = m_out.read("T.csv");
+    EXPECT_THAT(exported.value_or(""), HasSubstr("\"K\u00E4se\",\"caf\u00E9 mmm"));
+    EXPECT_EQ(runProgram("vellumo-cli", exporting, "", setVariables).status, 0);
+    EXPECT_EQ(m_out.read("T.csv"), exported);
+}
+
 TEST_F(Program, ExtractsObjects)
 {
     EXPECT_EQ(run({"blob", "FILE", "Items", "Picture", "1", "--to", m_out.path("file")}).status, 0);
@@ -240,6 +287,21 @@ TEST_F(Program, InterruptionEndsTheExportCleanly)
     EXPECT_EQ(result.output, "Export terminated.\n1 table exported successfully.\n<Large> Failed: Terminated.\n");
     EXPECT_LT(received, 20'000U * 200);
     EXPECT_TRUE(m_out.exists("Items.csv"));
+}
+
+TEST_F(Program, FileSizeLimitIsAFailedWrite)
+{
+    const auto setLimit = [] {
+        std::signal(SIGXFSZ, SIG_DFL);
+        const rlimit limit{65536, 65536};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    };
+    const auto result =
+        runProgram("vellumo-cli", {"export", database(), "--format", "csv", "--to", m_out.path()}, "", setLimit);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(
+        result.output, "Export finished.\n1 table exported successfully.\n<Large> Failed: Unable to write file.\n");
+    EXPECT_FALSE(m_out.exists("Large.csv"));
 }
 
 TEST_F(Program, LostOutputIsAFailure)

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace vellumo {
 namespace {
 
@@ -30,6 +34,25 @@ TEST(ProgressBar, LineFitsTheWidth)
     };
     for (const auto& c : cases)
         EXPECT_EQ(progressLine(c.label, c.done, c.total, c.width), c.line) << c.name;
+}
+
+TEST(ProgressBar, OutlivesItsTerminal)
+{
+    const int window = ::posix_openpt(O_RDWR | O_NOCTTY);
+    if (window < 0 || ::grantpt(window) != 0 || ::unlockpt(window) != 0) GTEST_SKIP() << "no terminals here";
+    const int terminal = ::open(::ptsname(window), O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    const int errors = ::dup(STDERR_FILENO);
+    ::dup2(terminal, STDERR_FILENO);
+    ::close(terminal);
+    EXPECT_NO_THROW({
+        ProgressBar bar("Opening");
+        bar.show(1, 2);
+        ::close(window);
+        bar.show(2, 2);
+    });
+    ::dup2(errors, STDERR_FILENO);
+    ::close(errors);
 }
 
 } // namespace

@@ -38,20 +38,21 @@ std::vector<std::string> fields(std::string_view row)
     return pieces;
 }
 
-// The tool writes floating-point numbers with fewer digits than give the value back.
-bool isSameNumber(const std::string& ours, const std::string& theirs)
+// The tool may write a floating-point number with other digits than the fewest that give the value back.
+bool isSameNumber(const std::string& ours, const std::string& theirs, double tolerance)
 {
     double a = 0;
     double b = 1;
     std::from_chars(ours.data(), ours.data() + ours.size(), a);
     std::from_chars(theirs.data(), theirs.data() + theirs.size(), b);
-    return std::abs(a - b) <= 1e-7 * std::max(std::abs(a), std::abs(b));
+    return std::abs(a - b) <= tolerance * std::max(std::abs(a), std::abs(b));
 }
 
 bool isSame(const TAdmMDBColumn& column, const std::string& ours, const std::string& theirs)
 {
     if (ours == theirs) return true;
-    if (column.dataType() == "Single" || column.dataType() == "Double") return isSameNumber(ours, theirs);
+    if (column.dataType() == "Single") return isSameNumber(ours, theirs, 1e-7);
+    if (column.dataType() == "Double") return isSameNumber(ours, theirs, 1e-15);
     return false;
 }
 
@@ -103,15 +104,17 @@ TEST_P(CorpusTest, ListsTheSameTablesRowsColumnsAndValues)
 }
 
 // Per table, how often the tool's schema makes an index. It says so when it cannot follow a file's index numbers; such
-// a file is no witness.
+// a table is passed over.
 TEST_P(CorpusTest, HasTheSameIndexes)
 {
     ASSERT_TRUE(file.open());
+    bool isAnyCompared = false;
     for (const auto& table : file.tables()) {
         SCOPED_TRACE(table->name());
         const auto schema =
             test::run({"mdb-schema", "--indexes", "--no-relations", "-T", table->name(), path, "postgres"});
         if (!schema.err.empty()) continue;
+        isAnyCompared = true;
         std::size_t count = 0;
         std::size_t primary = 0;
         for (const auto& line : split(schema.out, "\n")) {
@@ -124,6 +127,7 @@ TEST_P(CorpusTest, HasTheSameIndexes)
                       [](const auto& index) { return index->isPrimaryKey(); })),
             primary);
     }
+    if (!isAnyCompared) GTEST_SKIP() << "the tool can follow the indexes of no table here";
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, CorpusTest,

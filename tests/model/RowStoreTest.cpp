@@ -68,5 +68,14 @@ TEST(RowStore, LongTextsComeThroughWhole)
     EXPECT_EQ(small.texts[0].text(0), "next");
 }
 
+TEST(TextColumnBuilder, RefusesMoreThanAChunkHolds)
+{
+    TextColumnBuilder builder;
+    builder.append("a");
+    EXPECT_THROW(static_cast<void>(builder.room(TextColumnBuilder::maximumBytes)), std::bad_alloc);
+    builder.append("b");
+    EXPECT_EQ(builder.openText(), "ab");
+}
+
 } // namespace
 } // namespace vellumo

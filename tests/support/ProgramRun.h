@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <fcntl.h>
+#include <functional>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -20,8 +21,11 @@ struct ProgramResult {
 
 class RunningProgram {
 public:
-    // `outputPath`: where standard output goes; "" catches it.
-    RunningProgram(const std::string& name, std::vector<std::string> arguments, const std::string& outputPath = "")
+    // `outputPath`: where standard output goes; "" catches it. `prepare` is called in the new process before it becomes
+    // the program.
+    RunningProgram(
+        const std::string& name, std::vector<std::string> arguments, const std::string& outputPath = "",
+        const std::function<void()>& prepare = [] {})
     {
         const auto program = std::string(VELLUMO_BIN_DIR "/") + name;
         std::vector<char*> argv = {const_cast<char*>(program.c_str())};
@@ -33,6 +37,7 @@ public:
         redirect(STDOUT_FILENO, outputPath.empty() ? m_folder.path("out") : outputPath);
         redirect(STDERR_FILENO, m_folder.path("err"));
         ::setenv("LC_ALL", "C", 1);
+        prepare();
         ::execv(program.c_str(), argv.data());
         ::_exit(127);
     }
@@ -58,9 +63,10 @@ private:
 };
 
 inline ProgramResult runProgram(
-    const std::string& name, const std::vector<std::string>& arguments, const std::string& outputPath = "")
+    const std::string& name, const std::vector<std::string>& arguments, const std::string& outputPath = "",
+    const std::function<void()>& prepare = [] {})
 {
-    return RunningProgram(name, arguments, outputPath).wait();
+    return RunningProgram(name, arguments, outputPath, prepare).wait();
 }
 
 } // namespace vellumo::test

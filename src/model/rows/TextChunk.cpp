@@ -22,9 +22,10 @@ void TextColumnBuilder::append(std::string_view piece)
 
 void TextColumnBuilder::grow(std::size_t count)
 {
+    if (count > maximumBytes - m_byteCount) throw std::bad_alloc();
     // Doubling, but never far beyond what a very long text needs.
     const auto step = std::min<std::size_t>(m_capacity, 64 << 20);
-    const auto capacity = std::max({m_byteCount + count, m_capacity + step, std::size_t{1024}});
+    const auto capacity = std::min(std::max({m_byteCount + count, m_capacity + step, std::size_t{1024}}), maximumBytes);
     auto* larger = static_cast<char*>(std::realloc(m_bytes.get(), capacity));
     if (larger == nullptr) throw std::bad_alloc();
     static_cast<void>(m_bytes.release());

@@ -57,7 +57,8 @@ public:
     // Most bytes a chunk can hold.
     static constexpr std::size_t maximumBytes = 0xFFFFFFFF;
 
-    // Room for `count` more bytes behind those of the text begun; valid until the next call. Throws std::bad_alloc.
+    // Room for `count` more bytes behind those of the text begun; valid until the next call. Throws std::bad_alloc,
+    // also when the texts would take more than maximumBytes.
     [[nodiscard]] char* room(std::size_t count)
     {
         if (m_capacity - m_byteCount < count) grow(count);
