@@ -8,11 +8,13 @@
 #include "desktop/ports/QtAlerts.h"
 #include "desktop/ports/QtFilePanels.h"
 #include "desktop/ports/QtImageDecoder.h"
+#include "desktop/ports/QtLoadErrorWindow.h"
 #include "desktop/ports/QtMainThread.h"
 #include "desktop/ports/QtPasteboard.h"
 #include "desktop/ports/QtSystemLog.h"
 #include "desktop/ports/QtWorkspace.h"
 #include "desktop/window/MainWindow.h"
+#include "platform/DesktopId.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -64,6 +66,7 @@ struct Desktop {
     QtFilePanels filePanels;
     QtImageDecoder imageDecoder;
     QtMainThread mainThread;
+    QtLoadErrorWindow loadErrorWindow{mainThread};
     QtPasteboard pasteboard;
     QtSystemLog systemLog;
     QtWorkspace workspace;
@@ -71,7 +74,7 @@ struct Desktop {
     DesktopPorts ports()
     {
         return {alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recentDocuments,
-            systemLog, workspace, fromQString(QDir::homePath())};
+            systemLog, workspace, fromQString(QDir::homePath()), &loadErrorWindow};
     }
 };
 
@@ -85,6 +88,7 @@ int run(const std::vector<std::string>& files)
     window.addAppearanceMenu(appearance);
     desktop.alerts.setMainWindow(&window);
     desktop.filePanels.setMainWindow(&window);
+    desktop.loadErrorWindow.setMainWindow(&window);
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&window] { window.shutDown(); });
     window.start();
     instance.listen([&window](const std::vector<std::string>& received) { window.openFiles(received); });
@@ -105,6 +109,6 @@ int main(int argc, char** argv)
     QApplication::setApplicationName("vellumo");
     QApplication::setApplicationDisplayName("Vellumo");
     QApplication::setApplicationVersion(VELLUMO_VERSION);
-    QGuiApplication::setDesktopFileName("org.vellumo.Vellumo");
+    QGuiApplication::setDesktopFileName(desktopId);
     return run(filesOfCommandLine());
 }

@@ -1,6 +1,7 @@
 #include "desktop/ports/ImageFormat.h"
 #include "desktop/ports/QtAlerts.h"
 #include "desktop/ports/QtImageDecoder.h"
+#include "desktop/ports/QtLoadErrorWindow.h"
 #include "desktop/ports/QtMainThread.h"
 #include "desktop/ports/QtPasteboard.h"
 #include "desktop/ports/QtSystemLog.h"
@@ -10,7 +11,9 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QImage>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
 #include <sys/socket.h>
@@ -163,6 +166,37 @@ TEST(QtAlerts, ASheetDoesNotWaitAndAModalBoxDoes)
     });
     alerts.show({"Error", "File (x.mdb) cannot be opened", Alert::Style::Modal});
     EXPECT_TRUE(wasModal);
+}
+
+TEST(QtLoadErrorWindow, TellsAWorkerOnTheMainThreadAndWaits)
+{
+    QtMainThread mainThread;
+    QtLoadErrorWindow errorWindow(mainThread);
+    bool isBack = false;
+    std::thread worker([&] {
+        errorWindow.show({"Load Library Error", "not <b>found</b>: '/lib/x.so'", "missing: a\nmissing: b"});
+        mainThread.performAndWait([&] { isBack = true; });
+    });
+    bool wasShown = false;
+    QTimer person;
+    QObject::connect(&person, &QTimer::timeout, [&] {
+        auto* window = QApplication::activeModalWidget();
+        if (window == nullptr) return;
+        wasShown = true;
+        EXPECT_FALSE(isBack);
+        EXPECT_EQ(window->windowTitle(), "Load Library Error");
+        const auto& label = *window->findChild<QLabel*>();
+        EXPECT_EQ(label.text(), "not <b>found</b>: '/lib/x.so'");
+        EXPECT_EQ(label.textFormat(), Qt::PlainText);
+        const auto& list = *window->findChild<QPlainTextEdit*>();
+        EXPECT_EQ(list.toPlainText(), "missing: a\nmissing: b");
+        EXPECT_TRUE(list.isReadOnly());
+        window->findChild<QPushButton*>()->click();
+    });
+    person.start(0);
+    EXPECT_TRUE(eventually([&] { return isBack; }));
+    EXPECT_TRUE(wasShown);
+    worker.join();
 }
 
 TEST(QtPasteboard, KeepsEveryCharacter)
