@@ -50,6 +50,9 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments)
     addRowsCommand(app, command);
     addBlobCommand(app, command);
     addExportCommand(app, command);
+    // A subcommand gets its help option before it takes over the name of the group.
+    for (auto* sub : app.get_subcommands({}))
+        sub->get_help_ptr()->group(localized("Options"));
     try {
         auto remaining = withEmptyValues(arguments);
         std::ranges::reverse(remaining); // the order in which the parser takes them
