@@ -144,26 +144,26 @@ Cell cellOf(const CellValue& value, const Refused& refused)
 // The table without the columns and characters that are refused.
 std::unique_ptr<TAdmMDBTable> tableWithout(const TAdmMDBTable& table, const Refused& refused)
 {
-    std::vector<ColumnSpec> specs;
+    std::vector<ColumnSpec> wantedColumns;
     std::vector<std::size_t> kept;
     for (std::size_t c = 0; c < table.columns().size(); ++c) {
         const auto& column = *table.columns()[c];
         if (refused.types.contains(column.dataType())) continue;
         kept.push_back(c);
-        specs.push_back({column.name(), column.dataType(), column.isPrimaryKey(), column.allowZeroLength(),
+        wantedColumns.push_back({column.name(), column.dataType(), column.isPrimaryKey(), column.allowZeroLength(),
             column.fieldSize(), column.description()});
     }
     std::vector<Row> rows(table.rows().rowCount());
     for (std::size_t r = 0; r < rows.size(); ++r)
         for (const auto c : kept)
             rows[r].push_back(cellOf(table.rows().value(r, c), refused));
-    auto copy = makeTable(table.name(), specs, rows);
+    auto copy = makeTable(table.name(), wantedColumns, rows);
     std::vector<IndexSpec> indexes;
     for (const auto& index : table.indices()) {
-        IndexSpec spec{index->name(), {}, index->isUnique(), index->isPrimaryKey()};
+        IndexSpec wanted{index->name(), {}, index->isUnique(), index->isPrimaryKey()};
         for (const auto& key : index->keys())
-            if (copy->findColumn(key.name) != nullptr) spec.keys.push_back((key.isAscending ? "" : "-") + key.name);
-        if (!spec.keys.empty()) indexes.push_back(std::move(spec));
+            if (copy->findColumn(key.name) != nullptr) wanted.keys.push_back((key.isAscending ? "" : "-") + key.name);
+        if (!wanted.keys.empty()) indexes.push_back(std::move(wanted));
     }
     setIndices(*copy, indexes);
     return copy;
@@ -178,11 +178,11 @@ std::unique_ptr<TAdmMDBFile> fileWithout(const TAdmMDBFile& file, const Refused&
     copy->setTables(std::move(tables));
     std::vector<RelationSpec> relations;
     for (const auto& relation : file.allForeignKeys()) {
-        RelationSpec spec{relation->name(), relation->referencingTable(), relation->referencedTable(), {},
+        RelationSpec wanted{relation->name(), relation->referencingTable(), relation->referencedTable(), {},
             relation->onUpdateCascade(), relation->onDeleteCascade()};
         for (std::size_t i = 0; i < relation->referencingColumns().size(); ++i)
-            spec.columns.emplace_back(relation->referencingColumns()[i], relation->referencedColumns()[i]);
-        relations.push_back(std::move(spec));
+            wanted.columns.emplace_back(relation->referencingColumns()[i], relation->referencedColumns()[i]);
+        relations.push_back(std::move(wanted));
     }
     setRelations(*copy, relations);
     return copy;

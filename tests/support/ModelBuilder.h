@@ -79,14 +79,14 @@ inline std::unique_ptr<TAdmMDBTable> makeTable(std::string name, const std::vect
     auto table = std::make_unique<TAdmMDBTable>();
     table->setName(std::move(name));
     TAdmMDBTable::Columns made;
-    for (const auto& spec : columns) {
+    for (const auto& wanted : columns) {
         auto column = std::make_unique<TAdmMDBColumn>();
-        column->setName(spec.name);
-        column->setDataType(spec.dataType);
-        column->setIsPrimaryKey(spec.isPrimaryKey);
-        column->setAllowZeroLength(spec.allowZeroLength);
-        column->setFieldSize(spec.fieldSize);
-        column->setDescription(spec.description);
+        column->setName(wanted.name);
+        column->setDataType(wanted.dataType);
+        column->setIsPrimaryKey(wanted.isPrimaryKey);
+        column->setAllowZeroLength(wanted.allowZeroLength);
+        column->setFieldSize(wanted.fieldSize);
+        column->setDescription(wanted.description);
         made.push_back(std::move(column));
     }
     table->setColumns(std::move(made));
@@ -102,16 +102,16 @@ struct IndexSpec {
     bool isPrimaryKey = false;
 };
 
-inline void setIndices(TAdmMDBTable& table, const std::vector<IndexSpec>& specs)
+inline void setIndices(TAdmMDBTable& table, const std::vector<IndexSpec>& wantedIndexes)
 {
     TAdmMDBTable::Indices indices;
-    for (const auto& spec : specs) {
+    for (const auto& wanted : wantedIndexes) {
         auto index = std::make_unique<TAdmMDBIndex>();
-        index->setName(spec.name);
-        index->setIsUnique(spec.isUnique);
-        index->setIsPrimaryKey(spec.isPrimaryKey);
+        index->setName(wanted.name);
+        index->setIsUnique(wanted.isUnique);
+        index->setIsPrimaryKey(wanted.isPrimaryKey);
         std::vector<IndexKey> keys;
-        for (const auto& key : spec.keys)
+        for (const auto& key : wanted.keys)
             keys.push_back(key.starts_with("-") ? IndexKey{key.substr(1), false} : IndexKey{key, true});
         index->setKeys(std::move(keys));
         indices.push_back(std::move(index));
@@ -128,18 +128,18 @@ struct RelationSpec {
     bool onDeleteCascade = false;
 };
 
-inline void setRelations(TAdmMDBFile& file, const std::vector<RelationSpec>& specs)
+inline void setRelations(TAdmMDBFile& file, const std::vector<RelationSpec>& wantedRelations)
 {
     TAdmMDBFile::ForeignKeys relations;
-    for (const auto& spec : specs) {
+    for (const auto& wanted : wantedRelations) {
         auto relation = std::make_unique<TAdmMDBForeignKey>();
-        relation->setName(spec.name);
-        relation->setReferencingTable(spec.referencingTable);
-        relation->setReferencedTable(spec.referencedTable);
-        for (const auto& [referencing, referenced] : spec.columns)
+        relation->setName(wanted.name);
+        relation->setReferencingTable(wanted.referencingTable);
+        relation->setReferencedTable(wanted.referencedTable);
+        for (const auto& [referencing, referenced] : wanted.columns)
             relation->addColumnPair(referencing, referenced);
-        relation->setOnUpdateCascade(spec.onUpdateCascade);
-        relation->setOnDeleteCascade(spec.onDeleteCascade);
+        relation->setOnUpdateCascade(wanted.onUpdateCascade);
+        relation->setOnDeleteCascade(wanted.onDeleteCascade);
         relations.push_back(std::move(relation));
     }
     file.setAllForeignKeys(std::move(relations));
