@@ -14,6 +14,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
+#include <functional>
 
 namespace vellumo {
 
@@ -61,7 +62,7 @@ void MainMenus::makeFileMenu()
     const auto isOpen = [this] { return m_app.selectedFile() != nullptr && m_app.selectedFile()->active(); };
     const auto hasFiles = [this] { return !m_app.recentFiles().empty(); };
     const auto onFile = [this](void (VellumoAppDelegate::*command)(Sender)) {
-        return [this, command] { (m_app.*command)(Sender::Other); };
+        return [this, command] { std::invoke(command, m_app, Sender::Other); };
     };
     add(menu, localizedText("&Open…"), {QKeySequence::Open}, [this] {
         m_app.OpenFile();
@@ -111,7 +112,7 @@ void MainMenus::makeViewMenu()
         &VellumoAppDelegate::ToggleTextView, &VellumoAppDelegate::ToggleJumpBar, &VellumoAppDelegate::ToggleNumRows};
     for (std::size_t i = 0; i < commands.size(); ++i) {
         const auto key = static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(i));
-        m_toggles[i] = add(menu, {}, {Qt::CTRL | key}, [this, command = commands[i]] { (m_app.*command)(); });
+        m_toggles[i] = add(menu, {}, {Qt::CTRL | key}, [this, command = commands[i]] { std::invoke(command, m_app); });
         toggleDidChange(ViewToggles::all[i]);
     }
     menu.addSeparator();
@@ -143,7 +144,7 @@ void MainMenus::makeGoMenu()
     const auto go = [&](std::string_view identifier, int key, void (VellumoAppDelegate::*command)()) {
         const auto* item = toolbarItem(identifier);
         auto* action = add(menu, toQString(item->label()), {Qt::ALT | static_cast<Qt::Key>(key)},
-            [this, command] { (m_app.*command)(); });
+            [this, command] { std::invoke(command, m_app); });
         action->setIcon(icon(toQString(item->iconName)));
         return action;
     };

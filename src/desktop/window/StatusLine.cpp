@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QLabel>
 #include <QToolButton>
+#include <functional>
 
 namespace vellumo {
 
@@ -43,7 +44,7 @@ StatusLine::StatusLine(VellumoAppDelegate& app, QWidget* parent)
         m_buttons[i]->setAutoRaise(true);
         m_buttons[i]->setFocusPolicy(Qt::TabFocus);
         addPermanentWidget(m_buttons[i]);
-        connect(m_buttons[i], &QToolButton::clicked, this, [this, i] { (m_app.*buttons[i].command)(); });
+        connect(m_buttons[i], &QToolButton::clicked, this, [this, i] { std::invoke(buttons[i].command, m_app); });
         toggleDidChange(buttons[i].toggle);
     }
     textDidChange();
