@@ -9,20 +9,22 @@ namespace vellumo {
 
 namespace {
 
-// All zero, which is no file's status, when it cannot be told.
-struct stat statusOf(int descriptor)
+constexpr mode_t usualMode = 0666;
+
+// Null when there is none.
+std::optional<mode_t> modeOf(const std::string& path)
 {
     struct stat facts { };
-    if (::fstat(descriptor, &facts) != 0) facts = {};
-    return facts;
+    if (::stat(path.c_str(), &facts) != 0) return {};
+    return facts.st_mode & 07777;
 }
 
-// Removes `path` when it names the regular file with these facts itself, not something that links to it.
-void removeOpenFile(const std::string& path, const struct stat& facts)
+void emptyRegularFile(int descriptor)
 {
-    struct stat named { };
-    if (!S_ISREG(facts.st_mode) || ::lstat(path.c_str(), &named) != 0) return;
-    if (named.st_dev == facts.st_dev && named.st_ino == facts.st_ino) ::unlink(path.c_str());
+    struct stat facts { };
+    if (::fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode)) return;
+    // Refused on a file system that broke meanwhile, where nothing else is left to be done either.
+    static_cast<void>(::ftruncate(descriptor, 0) == 0);
 }
 
 } // namespace
@@ -34,11 +36,26 @@ OutputFile::OutputFile()
 
 bool OutputFile::open(const std::string& path)
 {
-    m_descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    m_path = path;
     m_used = 0;
     m_failed = false;
+    if (openPart(path)) return true;
+    m_replacement.reset();
+    m_descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, usualMode);
     return m_descriptor >= 0;
+}
+
+bool OutputFile::openPart(const std::string& path)
+{
+    m_replacement = Replacement::of(path);
+    if (!m_replacement) return false;
+    const auto mode = modeOf(m_replacement->target);
+    // A file that may not be written may not be replaced either.
+    if (mode && ::access(m_replacement->target.c_str(), W_OK) != 0) return false;
+    m_replacement->discard();
+    m_descriptor = ::open(m_replacement->part.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, usualMode);
+    if (m_descriptor < 0) return false;
+    if (mode) m_failed = ::fchmod(m_descriptor, *mode) != 0;
+    return true;
 }
 
 void OutputFile::writeThrough(std::string_view bytes)
@@ -66,21 +83,20 @@ bool OutputFile::close()
         discard();
         return false;
     }
-    const auto facts = statusOf(m_descriptor);
-    if (closeDescriptor()) return true;
     // Network file systems report a full disk only now.
-    m_failed = true;
-    removeOpenFile(m_path, facts);
-    return false;
+    m_failed = !closeDescriptor();
+    if (!m_replacement) return !m_failed;
+    if (m_failed) m_replacement->discard();
+    return !m_failed && m_replacement->finish();
 }
 
 void OutputFile::discard()
 {
     if (m_descriptor < 0) return;
-    const auto facts = statusOf(m_descriptor);
-    // Nothing of the content stays, even if the file has other names or sits behind a link.
-    if (S_ISREG(facts.st_mode) && ::ftruncate(m_descriptor, 0) != 0) m_failed = true;
-    removeOpenFile(m_path, facts);
+    if (m_replacement)
+        m_replacement->discard();
+    else
+        emptyRegularFile(m_descriptor);
     static_cast<void>(closeDescriptor());
 }
 

@@ -1,16 +1,20 @@
 #pragma once
 
+#include "export/Replacement.h"
+
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
 namespace vellumo {
 
-// A file that is written from beginning to end through one large buffer. The first error sticks: what comes after it
-// goes nowhere, and `close` tells. A file that is not closed in the end is discarded. One thread at a time.
+// A file that is written from beginning to end through one large buffer, and takes its name when it is whole. The first
+// error sticks: what comes after it goes nowhere, and `close` tells. A file that is not closed in the end is discarded.
+// One thread at a time.
 class OutputFile {
 public:
     OutputFile();
@@ -18,8 +22,9 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    // Creates the file, or empties an existing one. False when that cannot be done. No file is open before; the object
-    // may be used for one file after the other.
+    // Creates the file, beside an existing one that stays until `close`. What cannot be replaced (a device, a pipe, a
+    // file in a folder that takes no new one) is written in place. False when nothing of that can be done. No file is
+    // open before; the object may be used for one file after the other.
     [[nodiscard]] bool open(const std::string& path);
 
     void write(std::string_view bytes)
@@ -32,11 +37,11 @@ public:
     // An earlier write failed.
     [[nodiscard]] bool failed() const { return m_failed; }
 
-    // Writes what is left. True when every byte got there; otherwise the file is discarded.
+    // Writes what is left and gives the file its name. True when every byte got there; otherwise the file is discarded.
     [[nodiscard]] bool close();
 
-    // Closes the file and removes it; one behind a link is emptied instead, and what is no regular file (a device, a
-    // pipe) stays. Nothing happens when no file is open.
+    // Closes the file and removes it; a regular file that was written in place is emptied. Nothing happens when no file
+    // is open.
     void discard();
 
 private:
@@ -45,11 +50,12 @@ private:
     void writeThrough(std::string_view bytes);
     void flush();
     void writeNow(std::string_view bytes);
+    [[nodiscard]] bool openPart(const std::string& path);
     [[nodiscard]] bool closeDescriptor();
 
     std::unique_ptr<char[]> m_buffer;
     std::size_t m_used = 0;
-    std::string m_path;
+    std::optional<Replacement> m_replacement; // nothing: it is written in place
     int m_descriptor = -1;
     bool m_failed = false;
 };

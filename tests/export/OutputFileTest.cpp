@@ -1,6 +1,8 @@
 #include "export/OutputFile.h"
 #include "support/TempFolder.h"
 
+#include <climits>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace vellumo {
@@ -26,20 +28,37 @@ TEST(OutputFile, WritesPiecesOfAnySizeInOrder)
     EXPECT_EQ(folder.read("a"), expected);
 }
 
-TEST(OutputFile, ReplacesWhatWasThere)
+// What a file with content that came before is like at each moment, and what lies in its folder.
+TEST(OutputFile, TakesItsNameWhenItIsWhole)
 {
-    TempFolder folder;
-    folder.write("a", "longer than before");
-    OutputFile file;
-    ASSERT_TRUE(file.open(folder.path("a")));
-    file.write("new");
-    EXPECT_TRUE(file.close());
-    EXPECT_EQ(folder.read("a"), "new");
-    // The same object again, for another file.
-    ASSERT_TRUE(file.open(folder.path("b")));
-    EXPECT_TRUE(file.close());
-    EXPECT_EQ(folder.read("b"), "");
-    EXPECT_EQ(folder.read("a"), "new");
+    namespace fs = std::filesystem;
+    const struct {
+        const char* name;
+        bool isLink;
+        bool isClosed;
+        const char* result;
+    } cases[] = {{"whole", false, true, "new"}, {"whole, behind a link", true, true, "new"},
+        {"discarded", false, false, "old, and longer"}, {"discarded, behind a link", true, false, "old, and longer"}};
+    for (const auto& test : cases) {
+        TempFolder folder;
+        folder.write("a", "old, and longer");
+        folder.write("a.part", "of a program that was killed, and longer still");
+        fs::permissions(folder.path("a"), fs::perms(0640));
+        const TempFolder links;
+        fs::create_symlink(folder.path("a"), links.path("link"));
+        OutputFile file;
+        ASSERT_TRUE(file.open(test.isLink ? links.path("link") : folder.path("a"))) << test.name;
+        file.write("new");
+        EXPECT_EQ(folder.read("a"), "old, and longer") << test.name;
+        if (test.isClosed)
+            EXPECT_TRUE(file.close()) << test.name;
+        else
+            file.discard();
+        EXPECT_EQ(folder.read("a"), test.result) << test.name;
+        EXPECT_FALSE(folder.exists("a.part")) << test.name;
+        EXPECT_TRUE(fs::is_symlink(links.path("link"))) << test.name;
+        EXPECT_EQ(fs::status(folder.path("a")).permissions(), fs::perms(0640)) << test.name;
+    }
 }
 
 TEST(OutputFile, LeavesNothingWhenItIsNotClosed)
@@ -49,32 +68,40 @@ TEST(OutputFile, LeavesNothingWhenItIsNotClosed)
         OutputFile file;
         ASSERT_TRUE(file.open(folder.path("a")));
         file.write(std::string(1 << 20, 'x'));
+        EXPECT_TRUE(folder.exists("a.part"));
     }
-    EXPECT_FALSE(folder.exists("a"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
-TEST(OutputFile, DiscardKeepsALinkAndEmptiesWhatItLeadsTo)
+TEST(OutputFile, LongestName)
+{
+    const std::string name(NAME_MAX, 'n');
+    TempFolder folder;
+    OutputFile file;
+    ASSERT_TRUE(file.open(folder.path(name)));
+    file.write("new");
+    EXPECT_FALSE(folder.exists(name));
+    EXPECT_TRUE(file.close());
+    EXPECT_EQ(folder.read(name), "new");
+}
+
+// A link that leads nowhere stays one.
+TEST(OutputFile, WritesInPlaceWhatCannotBeReplaced)
 {
     TempFolder folder;
-    folder.write("real", "old");
     std::filesystem::create_symlink(folder.path("real"), folder.path("link"));
     OutputFile file;
-    ASSERT_TRUE(file.open(folder.path("link")));
-    file.write(std::string(1 << 20, 'x'));
-    file.discard();
-    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link")));
-    EXPECT_EQ(folder.read("real"), "");
-}
-
-TEST(OutputFile, DiscardKeepsAFileThatTookThePlace)
-{
-    TempFolder folder;
-    OutputFile file;
-    ASSERT_TRUE(file.open(folder.path("a")));
-    std::filesystem::rename(folder.path("a"), folder.path("b"));
-    folder.write("a", "someone else's");
-    file.discard();
-    EXPECT_EQ(folder.read("a"), "someone else's");
+    for (const bool isClosed : {false, true}) {
+        ASSERT_TRUE(file.open(folder.path("link")));
+        file.write("new");
+        if (isClosed)
+            EXPECT_TRUE(file.close());
+        else
+            file.discard();
+        EXPECT_EQ(folder.read("real"), isClosed ? "new" : "");
+        EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link")));
+        std::filesystem::remove(folder.path("real"));
+    }
 }
 
 TEST(OutputFile, ErrorsStickUntilTheNextFile)

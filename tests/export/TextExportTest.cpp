@@ -225,7 +225,7 @@ TEST(TextExport, FullDiskFailsTheTableAndLeavesTheDevice)
     EXPECT_TRUE(std::filesystem::exists("/dev/full"));
 }
 
-TEST(TextExport, StopRemovesTheFileOfTheTableBegun)
+TEST(TextExport, StopLeavesNothingOfTheTableBegun)
 {
     TempFolder folder;
     const auto file =
@@ -238,8 +238,8 @@ TEST(TextExport, StopRemovesTheFileOfTheTableBegun)
     EXPECT_THAT(outcome.progress, ElementsAre(0, 1));
     EXPECT_EQ(outcome.successTableCount, 1);
     EXPECT_TRUE(folder.exists("A.csv"));
-    EXPECT_FALSE(folder.exists("B.csv"));
-    EXPECT_FALSE(folder.exists("C.csv"));
+    EXPECT_EQ(folder.read("B.csv"), "from an earlier export");
+    EXPECT_FALSE(folder.exists("B.csv.part") || folder.exists("C.csv"));
 }
 
 // The reader of a pipe stops the export while the writer waits for it, in the middle of the rows.

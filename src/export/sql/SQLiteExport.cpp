@@ -1,6 +1,7 @@
 #include "SQLite Connection/Connection/SQLConnection.h"
 #include "export/ExportJob.h"
 #include "export/ExportWriters.h"
+#include "export/Replacement.h"
 #include "export/sql/SQLNameUses.h"
 #include "export/sql/SQLRowWriter.h"
 #include "export/sql/SQLStructure.h"
@@ -10,7 +11,7 @@
 #include "text/Messages.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
+#include <optional>
 #include <unistd.h>
 
 namespace vellumo {
@@ -18,12 +19,6 @@ namespace vellumo {
 namespace {
 
 constexpr const char* foreignKeysOff = "PRAGMA foreign_keys = false;";
-
-bool isRegularFile(const std::string& path)
-{
-    struct stat facts { };
-    return ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
-}
 
 bool flushToDisk(const std::string& path)
 {
@@ -46,10 +41,9 @@ public:
         , m_facts(sqlDialectFacts(ServerType::SQLite))
         , m_structure(m_facts, job.file(), job.options())
         , m_names(m_facts.sharesIndexNames)
-        , m_path(job.singleFilePath())
+        , m_replacement(Replacement::of(job.singleFilePath()))
         , m_connection(ServerType::SQLite, job.loadErrorWindow())
     {
-        m_connection.setDbFilePath(m_path);
     }
 
     void run();
@@ -76,7 +70,7 @@ private:
     const SQLDialectFacts& m_facts;
     SQLStructure m_structure;
     SQLNameUses m_names;
-    std::string m_path;
+    std::optional<Replacement> m_replacement;
     SQLConnection m_connection;
     StatementBuffer m_statement;
     int m_finishedTables = 0;
@@ -88,7 +82,7 @@ void SQLiteExport::run()
     if (!createFile()) return;
     if (!connect() || !switchForeignKeysOff()) {
         m_connection.disconnect();
-        ::unlink(m_path.c_str());
+        m_replacement->discard();
         return;
     }
     m_job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
@@ -100,13 +94,15 @@ void SQLiteExport::run()
     finish();
 }
 
-// Only a regular file gives way: a folder or a device is left alone, and told by the creation that follows.
+// Only a regular file gives way; a folder or a device is left alone.
 bool SQLiteExport::createFile()
 {
-    if (isRegularFile(m_path)) ::unlink(m_path.c_str());
-    const bool isOurs = ::access(m_path.c_str(), F_OK) != 0;
-    if (m_connection.createDbFile().empty()) return true;
-    if (isOurs) ::unlink(m_path.c_str());
+    if (m_replacement) {
+        m_replacement->discard();
+        m_connection.setDbFilePath(m_replacement->part);
+        if (m_connection.createDbFile().empty()) return true;
+        m_replacement->discard();
+    }
     m_job.log(localized(exportReason::cannotCreate));
     return false;
 }
@@ -134,11 +130,10 @@ bool SQLiteExport::switchForeignKeysOff()
 // The tables count once the file is known to be whole; those that were finished before a stop count as well.
 void SQLiteExport::finish()
 {
-    if (!m_job.terminated() && (m_isDamaged || !flushToDisk(m_path))) {
-        ::unlink(m_path.c_str());
+    const bool isWhole = !m_job.terminated() && !m_isDamaged && flushToDisk(m_replacement->part);
+    if (!isWhole) m_replacement->discard();
+    if (!m_job.terminated() && !(isWhole && m_replacement->finish()))
         return m_job.log(localized(exportReason::cannotWrite));
-    }
-    if (m_job.terminated()) ::unlink(m_path.c_str());
     for (int i = 0; i < m_finishedTables; ++i)
         m_job.tableSucceeded();
 }

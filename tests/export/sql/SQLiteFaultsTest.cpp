@@ -34,8 +34,8 @@ int trapStatement(const char* statement)
 
 void replaceByFolder()
 {
-    fs::remove("out.sqlite");
-    fs::create_directory("out.sqlite");
+    fs::remove("out.sqlite.part");
+    fs::create_directory("out.sqlite.part");
 }
 
 class SQLiteFaults : public SQLExportFixture {
@@ -113,8 +113,8 @@ TEST_F(SQLiteFaults, FailuresBeforeTheFirstTableLeaveNoFile)
         const auto report = runWith(test.trap);
         EXPECT_THAT(report.log, ElementsAre(test.log)) << test.name;
         EXPECT_EQ(report.successTableCount, 0) << test.name;
-        EXPECT_FALSE(fs::is_regular_file(m_options.path)) << test.name;
-        fs::remove(m_options.path);
+        EXPECT_FALSE(fs::exists(m_options.path)) << test.name;
+        fs::remove(m_options.path + ".part");
     }
     fs::current_path("/");
 }
@@ -206,10 +206,12 @@ TEST_F(SQLiteFaults, StopDeletesTheDatabase)
         EXPECT_EQ(report.successTableCount, test.successes) << test.name;
         EXPECT_THAT(filesInFolder(), IsEmpty()) << test.name;
     }
+    std::ofstream(m_options.path) << "an older export";
     m_terminate = true;
     const auto report = runWith({"nothing"});
     EXPECT_THAT(report.log, IsEmpty());
-    EXPECT_THAT(filesInFolder(), IsEmpty()) << "stopped before the first table";
+    EXPECT_THAT(filesInFolder(), ElementsAre("out.sqlite")) << "stopped before the first table";
+    EXPECT_EQ(contentOf(m_options.path), "an older export");
 }
 
 } // namespace
