@@ -1,5 +1,6 @@
 // vellumo: the desktop program.
 
+#include "TerminationSignals.h"
 #include "adapters/IniDefaults.h"
 #include "adapters/XbelRecentDocuments.h"
 #include "desktop/QtText.h"
@@ -20,7 +21,6 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QUrl>
-#include <csignal>
 
 namespace {
 
@@ -89,6 +89,7 @@ int run(const std::vector<std::string>& files)
     desktop.alerts.setMainWindow(&window);
     desktop.filePanels.setMainWindow(&window);
     desktop.loadErrorWindow.setMainWindow(&window);
+    TerminationSignals termination([&window] { window.terminate(); });
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&window] { window.shutDown(); });
     window.start();
     instance.listen([&window](const std::vector<std::string>& received) { window.openFiles(received); });
@@ -102,8 +103,6 @@ int run(const std::vector<std::string>& files)
 
 int main(int argc, char** argv)
 {
-    // A file that may grow no further is an error of the write, not the program's end.
-    std::signal(SIGXFSZ, SIG_IGN);
     initMessages(localeFolder().c_str());
     QApplication application(argc, argv);
     QApplication::setApplicationName("vellumo");

@@ -30,7 +30,9 @@ void VellumoAppDelegate::applicationDidFinishLaunching()
     refreshRecentFiles(); // with nothing selected it tells the number of files
 }
 
-void VellumoAppDelegate::applicationWillTerminate()
+void VellumoAppDelegate::applicationWillTerminate() { storeSettings(); }
+
+void VellumoAppDelegate::storeSettings()
 {
     m_toggles.writeTo(m_desktop.defaults);
     if (!m_desktop.defaults.synchronize()) m_desktop.systemLog.log("The settings could not be stored.");

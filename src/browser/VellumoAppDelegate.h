@@ -41,6 +41,8 @@ public:
     // --- The program's life ---
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
+    // At the end, and whenever something was changed that the next run is to have.
+    void storeSettings();
     void applicationShouldHandleReopen(bool hasVisibleWindows);
     // Files that the desktop hands over.
     void applicationOpenFiles(const std::vector<std::string>& paths);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -62,6 +63,7 @@ protected:
     {
         if (!std::filesystem::exists(corpus / GetParam())) GTEST_SKIP() << "the corpus is not here";
         if (!test::isInstalled("mdb-export")) GTEST_SKIP() << "mdbtools is not installed";
+        ::setenv("LC_ALL", "C.UTF-8", 1); // the tools take table names in the locale's encoding
         path = (corpus / GetParam()).string();
         file.setFullPath(path);
     }

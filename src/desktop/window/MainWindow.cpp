@@ -32,6 +32,7 @@ constexpr const char* geometryKey = "mainWindowGeometry";
 constexpr const char* columnsKey = "mainWindowColumns";
 constexpr const char* leftColumnKey = "mainWindowLeftColumn";
 constexpr const char* dataViewKey = "mainWindowDataView";
+constexpr int storeDelayMs = 2000;
 
 std::vector<std::string> localFiles(const QMimeData& data)
 {
@@ -55,6 +56,7 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     , m_menus(new MainMenus(*this, *m_app))
     , m_columns(new QSplitter(Qt::Horizontal, this))
     , m_leftColumn(new QSplitter(Qt::Vertical, this))
+    , m_storeLater(new QTimer(this))
 {
     setObjectName("mainWindow");
     setWindowTitle(QApplication::applicationDisplayName());
@@ -65,6 +67,11 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     m_dataView->jumpBar().setMenu(
         m_app->jumpBar(), [this](const TreeItem& item) { m_app->jumpBarDidSelectItem(item); });
     layOutPanels();
+    m_storeLater->setSingleShot(true);
+    m_storeLater->setInterval(storeDelayMs);
+    connect(m_storeLater, &QTimer::timeout, this, [this] { storeSettings(); });
+    for (auto* splitter : {m_columns, m_leftColumn})
+        connect(splitter, &QSplitter::splitterMoved, m_storeLater, qOverload<>(&QTimer::start));
     qApp->installEventFilter(this); // for the mouse's Back and Next buttons, wherever the pointer is
 }
 
@@ -121,6 +128,12 @@ void MainWindow::openWaitingFiles()
     m_app->applicationOpenFiles(paths);
 }
 
+void MainWindow::terminate()
+{
+    m_openProgress.stop();
+    QCoreApplication::exit();
+}
+
 void MainWindow::shutDown()
 {
     if (std::exchange(m_isShutDown, true)) return;
@@ -128,6 +141,7 @@ void MainWindow::shutDown()
     // The worker reports its end on this thread.
     while (m_isExportRunning)
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    m_storeLater->stop();
     storeState();
     m_app->applicationWillTerminate();
 }
@@ -157,6 +171,18 @@ void MainWindow::storeState()
     storeLayout(m_defaults, columnsKey, m_columns->saveState());
     storeLayout(m_defaults, leftColumnKey, m_leftColumn->saveState());
     m_defaults.setString(dataViewKey, m_dataView->layoutState());
+}
+
+void MainWindow::storeSettings()
+{
+    storeState();
+    m_app->storeSettings();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    m_storeLater->start();
 }
 
 void MainWindow::changeEvent(QEvent* event)
@@ -250,6 +276,7 @@ void MainWindow::viewToggleDidChange(ViewToggle toggle)
         m_app->toggles().isShown(ViewToggle::FileTree) || m_app->toggles().isShown(ViewToggle::InformationView));
     m_menus->toggleDidChange(toggle);
     m_statusLine->toggleDidChange(toggle);
+    m_storeLater->start();
 }
 
 void MainWindow::navigationDidChange()

@@ -11,6 +11,7 @@
 #include <vector>
 
 class QSplitter;
+class QTimer;
 
 namespace vellumo {
 
@@ -35,6 +36,8 @@ public:
     void start();
     // Opens files that were handed over, as soon as nothing is in the way; and comes to the front.
     void openFiles(const std::vector<std::string>& paths);
+    // Ends what runs and then the event loop, without a question.
+    void terminate();
     // Ends an export that runs and stores what is to be kept. Afterwards the window may go.
     void shutDown();
 
@@ -79,11 +82,13 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void layOutPanels();
     void restoreState();
     void storeState();
+    void storeSettings();
     void openWaitingFiles();
 
     Defaults& m_defaults;
@@ -98,6 +103,7 @@ private:
     MainMenus* m_menus;
     QSplitter* m_columns; // left: file list and information, right: the data view
     QSplitter* m_leftColumn;
+    QTimer* m_storeLater; // so that a program that is killed has what was changed before
     std::vector<std::string> m_waitingFiles; // handed over while a file was opened or an export ran
     bool m_isExportRunning = false;
     bool m_isShutDown = false;

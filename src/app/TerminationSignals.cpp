@@ -1,0 +1,56 @@
+#include "TerminationSignals.h"
+
+#include <atomic>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace vellumo {
+
+namespace {
+
+// Signal handlers may do little more than write to a descriptor.
+std::atomic<int> writeEnd = -1;
+
+void onTermination(int)
+{
+    // A full pipe has been told already.
+    static_cast<void>(::write(writeEnd, "", 1) == 1);
+}
+
+// Not SIG_IGN, which the programs started from here would inherit.
+void goOn(int) { }
+
+// Returns the end to read from, -1 when there are no descriptors left.
+int openPipe()
+{
+    int ends[2] = {-1, -1};
+    if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) == 0) writeEnd = ends[1];
+    return ends[0];
+}
+
+} // namespace
+
+TerminationSignals::TerminationSignals(std::function<void()> terminate)
+    : m_terminate(std::move(terminate))
+    , m_arrived(openPipe(), QSocketNotifier::Read)
+{
+    connect(&m_arrived, &QSocketNotifier::activated, this, [this] {
+        m_arrived.setEnabled(false);
+        m_terminate();
+    });
+    for (const int signal : {SIGPIPE, SIGXFSZ})
+        std::signal(signal, goOn);
+    if (writeEnd < 0) return;
+    struct sigaction action { };
+    action.sa_handler = onTermination;
+    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction inherited { };
+        // One that the caller had ignored (nohup) stays so.
+        if (::sigaction(signal, nullptr, &inherited) == 0 && inherited.sa_handler != SIG_IGN)
+            ::sigaction(signal, &action, nullptr);
+    }
+}
+
+} // namespace vellumo
