@@ -1,0 +1,308 @@
+// What a person waits for in the main window with a large table: how long from the double click to the painted grid, as
+// a ratio to `open` alone in the same process, and how long the main thread is away while the grid is scrolled,
+// searched and sorted. The window is the program's own; without a display it is painted into memory. Usage:
+// bench_desktop FILE [runs]. The file's first table is used.
+#include "Measure.h"
+#include "browser/GridRows.h"
+#include "desktop/grid/GridView.h"
+#include "desktop/ports/QtImageDecoder.h"
+#include "desktop/ports/QtMainThread.h"
+#include "desktop/window/MainWindow.h"
+#include "desktop/window/SearchField.h"
+#include "model/TAdmMDBFile.h"
+#include "support/DesktopFakes.h"
+#include "support/ExportFakes.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+#include <cstdio>
+#include <cstdlib>
+#include <fmt/format.h>
+#include <functional>
+#include <random>
+
+namespace vellumo {
+namespace {
+
+using namespace test;
+
+constexpr double allowedStallMs = 100;
+
+// Beats as often as the main thread lets it, and remembers the longest pause.
+class Heartbeat : public QObject {
+public:
+    Heartbeat()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        m_timer.setInterval(1);
+        connect(&m_timer, &QTimer::timeout, this, [this] { beat(); });
+    }
+
+    // The longest pause, in milliseconds, while `work` and all that it leaves to be done run in the event loop.
+    double longestPause(const std::function<void()>& work)
+    {
+        m_longest = 0;
+        m_sinceBeat.start();
+        m_timer.start();
+        QEventLoop loop;
+        QTimer::singleShot(5, &loop, [&] {
+            work();
+            QTimer::singleShot(30, &loop, &QEventLoop::quit);
+        });
+        loop.exec();
+        beat();
+        m_timer.stop();
+        return m_longest;
+    }
+
+private:
+    void beat()
+    {
+        m_longest = std::max(m_longest, static_cast<double>(m_sinceBeat.nsecsElapsed()) / 1e6);
+        m_sinceBeat.start();
+    }
+
+    QTimer m_timer;
+    QElapsedTimer m_sinceBeat;
+    double m_longest = 0;
+};
+
+// Tells whether a widget was painted.
+class PaintWatch : public QObject {
+public:
+    explicit PaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+    void forget() { m_hasPainted = false; }
+    [[nodiscard]] bool hasPainted() const { return m_hasPainted; }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        m_hasPainted = m_hasPainted || event->type() == QEvent::Paint;
+        return false;
+    }
+
+private:
+    bool m_hasPainted = false;
+};
+
+struct Program {
+    explicit Program(const std::string& path)
+    {
+        recent.listed = {path};
+        window.start();
+        QTest::qWait(100); // until all is laid out
+    }
+
+    void click(const QModelIndex& index, bool isDouble)
+    {
+        tree.scrollTo(index);
+        const auto point = tree.visualRect(index).center();
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, point);
+        if (isDouble) QTest::mouseDClick(tree.viewport(), Qt::LeftButton, {}, point);
+    }
+    void openFile()
+    {
+        click(tree.model()->index(0, 0), true);
+        QApplication::processEvents(); // the tree shows the tables
+    }
+    void showTable() { click(tree.model()->index(0, 0, tree.model()->index(0, 0)), false); }
+
+    [[nodiscard]] TAdmMDBTable& table() { return *window.app().recentFiles().front()->tables().front(); }
+
+    FakeAlerts alerts;
+    FakeDefaults defaults;
+    SystemFileFacts fileFacts;
+    FakeFilePanels filePanels;
+    QtImageDecoder imageDecoder;
+    QtMainThread mainThread;
+    FakePasteboard pasteboard;
+    FakeRecentDocuments recent;
+    FakeSystemLog systemLog;
+    FakeWorkspace workspace;
+    MainWindow window{{alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recent, systemLog,
+        workspace, ""}};
+    QTreeView& tree{*window.findChild<QTreeView*>("fileTree")};
+    GridView& grid{*window.findChild<GridView*>("dataTableView")};
+    QLineEdit& search{*window.findChild<QLineEdit*>("dataSearchField")};
+};
+
+double openAlone(const std::string& path)
+{
+    TAdmMDBFile file;
+    file.setFullPath(path);
+    return bench::seconds([&] {
+        if (!file.open()) std::exit(1);
+    });
+}
+
+double openInWindow(const std::string& path)
+{
+    Program program(path);
+    PaintWatch watch(*program.grid.viewport());
+    const auto time = bench::seconds([&] {
+        program.openFile();
+        program.showTable();
+        watch.forget();
+        QApplication::processEvents();
+        while (!watch.hasPainted() || program.grid.model()->rowCount() == 0)
+            QApplication::processEvents();
+    });
+    program.window.shutDown();
+    return time;
+}
+
+void benchOpening(const std::string& path, int runs)
+{
+    // Side by side: what else the machine does then tells on both.
+    std::vector<double> alone;
+    std::vector<double> shown;
+    for (int run = 0; run < runs; ++run) {
+        alone.push_back(openAlone(path));
+        shown.push_back(openInWindow(path));
+    }
+    const auto aloneMs = 1000 * bench::median(alone);
+    const auto shownMs = 1000 * bench::median(shown);
+    fmt::print("{:<52}{:>10.1f} ms\n", "open alone", aloneMs);
+    fmt::print("{:<52}{:>10.1f} ms{:>10.2f} x\n", "double click, click on the table, grid painted", shownMs,
+        shownMs / aloneMs);
+}
+
+// The pauses of one program with the table on the screen.
+class Stalls {
+public:
+    explicit Stalls(Program& program)
+        : m_program(program)
+    {
+    }
+
+    void show();
+    void scroll();
+    void select();
+    void type(const std::string& text);
+    void sort(int column);
+
+private:
+    // `ownMs` of the pause is work that takes its time wherever it runs.
+    static void report(const std::string& name, double pauseMs, double ownMs = 0);
+    // What the row list alone costs, brought up to date with the window's search and order.
+    [[nodiscard]] double searchAndSortMs();
+
+    Program& m_program;
+    Heartbeat m_heartbeat;
+    GridRows m_alone; // the same list, without a window
+    std::size_t m_rowCount = 0;
+};
+
+void Stalls::report(const std::string& name, double pauseMs, double ownMs)
+{
+    fmt::print("{:<52}{:>10.1f} ms", name, pauseMs);
+    if (ownMs > 0) fmt::print("{:>10.1f} ms of it the search or sort itself", ownMs);
+    fmt::print("{}\n", pauseMs - ownMs > allowedStallMs ? "  TOO LONG" : "");
+}
+
+double Stalls::searchAndSortMs()
+{
+    m_alone.setSearch({m_program.search.text().toStdString(), SearchOption::Contains, true});
+    return 1000 * bench::seconds([&] { m_rowCount = m_alone.rowCount(); });
+}
+
+void Stalls::show()
+{
+    report("opening", m_heartbeat.longestPause([&] { m_program.openFile(); }));
+    report("showing the table", m_heartbeat.longestPause([&] { m_program.showTable(); }));
+    m_alone.setTable(&m_program.table());
+}
+
+void Stalls::scroll()
+{
+    auto& grid = m_program.grid;
+    auto& bar = *grid.verticalScrollBar();
+    std::mt19937 random(1);
+    const struct {
+        const char* name;
+        std::function<void()> step;
+    } ways[] = {
+        {"a page down", [&] { QTest::keyClick(&grid, Qt::Key_PageDown); }},
+        {"to the end", [&] { QTest::keyClick(&grid, Qt::Key_End, Qt::ControlModifier); }},
+        {"to the beginning", [&] { QTest::keyClick(&grid, Qt::Key_Home, Qt::ControlModifier); }},
+        {"bar dragged", [&] { bar.setValue(static_cast<int>(random() % static_cast<unsigned>(bar.maximum()))); }},
+    };
+    for (const auto& way : ways) {
+        double longest = 0;
+        for (int i = 0; i < 50; ++i)
+            longest = std::max(longest, m_heartbeat.longestPause(way.step));
+        report(fmt::format("scrolling, {}, the longest of 50", way.name), longest);
+    }
+}
+
+void Stalls::select()
+{
+    report("all rows selected", m_heartbeat.longestPause([&] { m_program.grid.selectAll(); }));
+    report("one row selected instead", m_heartbeat.longestPause([&] {
+        QTest::mouseClick(m_program.grid.viewport(), Qt::LeftButton, Qt::NoModifier, {20, 10});
+    }));
+}
+
+void Stalls::type(const std::string& text)
+{
+    auto& search = m_program.search;
+    for (std::size_t i = 0; i < 2 * text.size(); ++i) {
+        const auto pause = m_heartbeat.longestPause([&] {
+            if (i < text.size())
+                QTest::keyClicks(&search, QString(QLatin1Char(text[i])));
+            else
+                QTest::keyClick(&search, Qt::Key_Backspace);
+        });
+        const auto own = searchAndSortMs();
+        report(fmt::format("typing, \"{}\" [{} rows]", search.text().toStdString(), m_rowCount), pause, own);
+    }
+}
+
+void Stalls::sort(int column)
+{
+    auto& header = *m_program.grid.horizontalHeader();
+    m_program.grid.scrollTo(m_program.grid.model()->index(0, column));
+    for (const auto* direction : {"ascending", "descending", "not at all"}) {
+        const QPoint title(
+            header.sectionViewportPosition(column) + header.sectionSize(column) / 2, header.height() / 2);
+        const auto pause = m_heartbeat.longestPause(
+            [&] { QTest::mouseClick(header.viewport(), Qt::LeftButton, Qt::NoModifier, title); });
+        report(fmt::format("sorting by column {}, {}", column + 1, direction), pause, searchAndSortMs());
+    }
+}
+
+void benchStalls(const std::string& path)
+{
+    fmt::print("\nlongest pause of the main thread (at most {} ms beside search and sort):\n", allowedStallMs);
+    Program program(path);
+    Stalls stalls(program);
+    stalls.show();
+    stalls.scroll();
+    stalls.select();
+    stalls.type("ann");
+    stalls.type("12");
+    for (const int column : {0, 4, 6})
+        stalls.sort(column);
+    program.window.shutDown();
+}
+
+} // namespace
+} // namespace vellumo
+
+int main(int argc, char** argv)
+{
+    if (argc < 2) {
+        std::fputs("usage: bench_desktop FILE [runs]\n", stderr);
+        return 2;
+    }
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    QApplication application(argc, argv);
+    vellumo::benchOpening(argv[1], argc > 2 ? std::atoi(argv[2]) : 5);
+    vellumo::benchStalls(argv[1]);
+}
