@@ -81,6 +81,8 @@ void GridView::setDataView(DataView& dataView)
     m_dataView = &dataView;
     m_model = new GridModel(this);
     setModel(m_model);
+    // Rows are selected, never columns; a title that asks nevertheless goes through all rows to find out.
+    horizontalHeader()->setSelectionModel(new QItemSelectionModel(m_model, this));
     m_model->setDataView(&dataView);
 }
 
