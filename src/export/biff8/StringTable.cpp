@@ -20,13 +20,17 @@ std::uint64_t hashOf(std::string_view text)
 {
     auto hash = mix(0, text.size());
     std::uint64_t word = 0;
-    while (text.size() >= sizeof word) {
-        std::memcpy(&word, text.data(), sizeof word);
-        hash = mix(hash, word);
-        text.remove_prefix(sizeof word);
+    const auto* const end = text.data() + text.size();
+    if (text.size() >= sizeof word) {
+        const auto* at = text.data();
+        for (; end - at > std::ptrdiff_t{sizeof word}; at += sizeof word) {
+            std::memcpy(&word, at, sizeof word);
+            hash = mix(hash, word);
+        }
+        std::memcpy(&word, end - sizeof word, sizeof word); // some bytes once more, which does no harm
+    } else if (!text.empty()) {
+        std::memcpy(&word, text.data(), text.size());
     }
-    word = 0;
-    std::memcpy(&word, text.data(), text.size());
     hash = mix(hash, word);
     return mix(hash, hash >> 29);
 }
@@ -47,7 +51,10 @@ void StringTable::add(std::string_view text, std::uint64_t size, std::byte* numb
         --m_waitingCount;
     }
     const auto hash = hashOf(text);
-    prefetch(hash);
+    // Not in a function of its own: g++ takes one that only prefetches for one without an effect and leaves it out.
+    const auto& segment = m_segments[hash >> 61];
+    if (segment.capacity > 0)
+        __builtin_prefetch(&segment.slots[firstSlot(static_cast<std::uint32_t>(hash), segment.capacity)]);
     m_waiting[(m_firstWaiting + m_waitingCount++) % maximumWaiting] = {text, hash, size, number};
     m_size += size;
 }
@@ -66,13 +73,6 @@ void StringTable::settle(const Waiting& waiting)
     const auto number = numberOf(waiting.text, waiting.hash);
     std::memcpy(waiting.number, &number, sizeof number);
     if (m_count == count) m_size -= waiting.size;
-}
-
-void StringTable::prefetch(std::uint64_t hash) const
-{
-    const auto& segment = m_segments[hash >> 61];
-    if (segment.capacity == 0) return;
-    __builtin_prefetch(&segment.slots[firstSlot(static_cast<std::uint32_t>(hash), segment.capacity)]);
 }
 
 std::uint32_t StringTable::numberOf(std::string_view text, std::uint64_t hash)

@@ -67,7 +67,6 @@ private:
     static void insert(Segment& segment, Slot slot);
     static void rebuild(Segment& segment, std::uint32_t capacity, std::uint32_t belowNumber);
     void settle(const Waiting& waiting);
-    void prefetch(std::uint64_t hash) const;
     [[nodiscard]] std::uint32_t numberOf(std::string_view text, std::uint64_t hash);
     std::uint32_t addText(std::string_view text);
 
