@@ -103,7 +103,7 @@ private:
     MainMenus* m_menus;
     QSplitter* m_columns; // left: file list and information, right: the data view
     QSplitter* m_leftColumn;
-    QTimer* m_storeLater; // so that a program that is killed has what was changed before
+    QTimer* m_storeLater;                    // so that a program that is killed has what was changed before
     std::vector<std::string> m_waitingFiles; // handed over while a file was opened or an export ran
     bool m_isExportRunning = false;
     bool m_isShutDown = false;
