@@ -15,7 +15,6 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTest>
@@ -44,18 +43,15 @@ public:
         connect(&m_timer, &QTimer::timeout, this, [this] { beat(); });
     }
 
-    // The longest pause, in milliseconds, while `work` and all that it leaves to be done run in the event loop.
+    // The longest pause, in milliseconds, in which `work` and all that it leaves to the event loop are done.
     double longestPause(const std::function<void()>& work)
     {
         m_longest = 0;
         m_sinceBeat.start();
         m_timer.start();
-        QEventLoop loop;
-        QTimer::singleShot(5, &loop, [&] {
-            work();
-            QTimer::singleShot(30, &loop, &QEventLoop::quit);
-        });
-        loop.exec();
+        QTest::qWait(5);
+        work();
+        QTest::qWait(30);
         beat();
         m_timer.stop();
         return m_longest;

@@ -63,7 +63,7 @@ void addRow(RowGroupBuilder& rows, std::uint64_t row)
     const auto random = noise(row);
     const auto part = [random](
                           unsigned shift, unsigned below) { return static_cast<unsigned>(random >> shift) % below; };
-    add(std::snprintf(text, sizeof text, "%llu", static_cast<unsigned long long>(row + 1)));
+    add(std::snprintf(text, sizeof text, "%zu", row + 1));
     add(std::snprintf(text, sizeof text, "Customer %07u", part(3, 100'000'000)));
     add(std::snprintf(text, sizeof text, "%d", static_cast<int>(part(7, 60'000)) - 30'000));
     add(std::snprintf(text, sizeof text, "%u.%02u00", part(11, 5'000), part(13, 100)));

@@ -41,10 +41,10 @@ void fill(TAdmMDBFile& file)
 {
     TAdmMDBFile::Tables tables;
     std::vector<RelationSpec> relations;
+    std::vector<ColumnSpec> columns(20, ColumnSpec{"", "Text"});
+    for (std::size_t c = 0; c < columns.size(); ++c)
+        columns[c].name = fmt::format("Column {}", c);
     for (std::size_t i = 0; i < tableCount; ++i) {
-        std::vector<ColumnSpec> columns;
-        for (int c = 0; c < 20; ++c)
-            columns.push_back({fmt::format("Column {}", c), "Text"});
         tables.push_back(makeTable(fmt::format("Table {:04}", i), columns));
         relations.push_back({fmt::format("R{}", i), tables.back()->name(), "Table 0000", {{"Column 1", "Column 0"}}});
     }

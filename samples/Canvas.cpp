@@ -61,7 +61,9 @@ double coverage(int x, int y, const std::function<bool(Point)>& covers)
     constexpr int samples = 3;
     int hits = 0;
     for (int i = 0; i < samples * samples; ++i) {
-        if (covers({x + (i % samples + 0.5) / samples, y + (i / samples + 0.5) / samples})) ++hits;
+        const int column = i % samples;
+        const int line = i / samples;
+        if (covers({x + (column + 0.5) / samples, y + (line + 0.5) / samples})) ++hits;
     }
     return hits / double{samples * samples};
 }

@@ -90,6 +90,13 @@ Date randomDay(Random& random, int firstYear, int yearCount)
     return dateOf(year, month, 1 + random.below(28));
 }
 
+std::string mailLink(const std::string& address)
+{
+    auto link = address;
+    link.append("#mailto:").append(address).append("#");
+    return link;
+}
+
 Value cents(std::int64_t amount) { return Currency{amount * 100}; }
 
 TableDescription categoriesTable()
@@ -184,9 +191,9 @@ TableDescription customersTable()
         const std::string email = customer.email == nullptr ? "" : customer.email;
         const auto since = randomDay(random, 1998, 24);
         Value credit;
-        if (random.below(3) > 0) credit = cents((1 + random.below(20)) * 25000);
+        if (random.below(3) > 0) credit = cents(25'000L * (1 + random.below(20)));
         rows.push_back({static_cast<std::int64_t>(rows.size() + 1), customer.name, customer.city, customer.country,
-            email.empty() ? Value{} : Value{email + "#mailto:" + email + "#"}, since, credit, random.below(2) == 1,
+            email.empty() ? Value{} : Value{mailLink(email)}, since, credit, random.below(2) == 1,
             textOrNull(customer.note)});
     }
     table.rows = rowsOf(std::move(rows));

@@ -75,7 +75,7 @@ TableDescription wideTable()
             case 2: row.values[i] = number / 8.0; break;
             case 3: row.values[i] = Date{40000.0 + number}; break;
             case 4: row.values[i] = number % 2 == 0; break;
-            case 5: row.values[i] = samples::Currency{number * 2500}; break;
+            case 5: row.values[i] = samples::Currency{2500L * number}; break;
             case 8: row.values[i] = static_cast<float>(number) / 4; break;
             default: row.values[i] = LongValue{"memo", LongStorage::Single}; break;
             }

@@ -36,6 +36,7 @@ InformationPane::Entry entryOf(const TAdmMDBObject& object)
 template <typename List> std::vector<InformationPane::Entry> entriesOf(const List& objects)
 {
     std::vector<InformationPane::Entry> entries;
+    entries.reserve(objects.size());
     for (const auto& object : objects)
         entries.push_back(entryOf(*object));
     return entries;
