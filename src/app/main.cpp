@@ -20,6 +20,8 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QLibraryInfo>
+#include <QTranslator>
 #include <QUrl>
 
 namespace {
@@ -55,6 +57,17 @@ std::vector<std::string> filesOfCommandLine()
     parser.addPositionalArgument("files", localizedText("Databases to open."), "[files...]");
     parser.process(*qApp);
     return absolutePaths(parser.positionalArguments());
+}
+
+// Qt has texts of its own, on the buttons of dialogs and in the menus of text fields. Where their translations are not
+// installed they stay English.
+void translateQtTexts()
+{
+    auto* translator = new QTranslator(qApp);
+    const auto language = messagesLanguage();
+    if (!language.empty()
+        && translator->load("qtbase_" + toQString(language), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
 }
 
 // The Qt side of all that the browser needs of the desktop.
@@ -105,6 +118,7 @@ int main(int argc, char** argv)
 {
     initMessages(localeFolder().c_str());
     QApplication application(argc, argv);
+    translateQtTexts();
     QApplication::setApplicationName("vellumo");
     QApplication::setApplicationDisplayName("Vellumo");
     QApplication::setApplicationVersion(VELLUMO_VERSION);

@@ -23,4 +23,14 @@ std::string localized(const char* key)
     return *key == '\0' ? std::string() : std::string(dgettext(domain, key));
 }
 
+std::string messagesLanguage()
+{
+    constexpr std::string_view field = "\nLanguage: ";
+    const std::string_view header = dgettext(domain, "");
+    const auto found = header.find(field);
+    if (found == std::string_view::npos) return {};
+    const auto begin = found + field.size();
+    return std::string(header.substr(begin, header.find('\n', begin) - begin));
+}
+
 } // namespace vellumo

@@ -13,6 +13,9 @@ void initMessages(const char* localeDir);
 // The translation of `key`, UTF-8; the key itself where there is none.
 [[nodiscard]] std::string localized(const char* key);
 
+// The language that texts are translated into, as its code ("de", "pt_BR"); empty when they stay as they are.
+[[nodiscard]] std::string messagesLanguage();
+
 // Marks a text that is looked up later, for the collector of texts (xgettext).
 constexpr const char* messageKey(const char* key) { return key; }
 
