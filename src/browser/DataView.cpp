@@ -80,6 +80,13 @@ void DataView::reloadData()
     m_port.selectedRowsDidChange();
 }
 
+std::string DataView::placeholder()
+{
+    if (table() == nullptr) return localized("No tables selected");
+    if (numberOfRows() > 0) return {};
+    return table()->rows().empty() ? localized("No records") : localized("No records found");
+}
+
 GridValue DataView::getValueForTableColumn(std::size_t column, std::size_t row) const
 {
     return vellumo::getValueForTableColumn(m_rows.table(), column, m_rows.rowAt(row));

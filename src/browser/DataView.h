@@ -71,6 +71,8 @@ public:
     // The columns in the order in which the user has put them; initially as they are.
     void setDisplayOrder(std::vector<std::size_t> columns) { m_displayOrder = std::move(columns); }
     std::size_t numberOfRows() { return m_rows.rowCount(); }
+    // What the grid says instead of rows; empty when there are some.
+    [[nodiscard]] std::string placeholder();
     [[nodiscard]] GridValue getValueForTableColumn(std::size_t column, std::size_t row) const;
     // The record (row number of the table's store) at a position, and back; nullopt when the search hides it.
     [[nodiscard]] std::size_t recordAt(std::size_t row) const { return m_rows.rowAt(row); }

@@ -55,6 +55,18 @@ std::string tags(const DataView& view)
     return tags;
 }
 
+TEST_F(DataViewTest, EmptyGridTellsWhy)
+{
+    EXPECT_EQ(view.placeholder(), "No tables selected");
+    show({});
+    EXPECT_EQ(view.placeholder(), "No records");
+    show({test::Row{"1", "a", nullptr}});
+    EXPECT_EQ(view.placeholder(), "");
+    view.setSearch({"b", SearchOption::Contains, true});
+    view.reloadData();
+    EXPECT_EQ(view.placeholder(), "No records found");
+}
+
 TEST_F(DataViewTest, ColumnsTellHowTheyLook)
 {
     show({});

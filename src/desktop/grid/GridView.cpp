@@ -11,6 +11,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -68,6 +69,15 @@ void GridView::setUpHeaders()
 void GridView::adjustRowHeight()
 {
     verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height(), iconSize().height()) + 6);
+}
+
+void GridView::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (m_model == nullptr || m_model->rowCount() > 0) return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, toQString(m_dataView->placeholder()));
 }
 
 void GridView::changeEvent(QEvent* event)
