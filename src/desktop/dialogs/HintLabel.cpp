@@ -3,6 +3,7 @@
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QStringList>
 #include <QStyle>
@@ -34,10 +35,22 @@ void HintLabel::show(const std::vector<ExportHint>& hints, ExportHint::Place pla
         isWarning = isWarning || hint.kind == ExportHint::Kind::Warning;
     }
     m_text->setText(lines.join('\n'));
-    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    const auto picture = icon(isWarning ? "warning" : "information");
-    m_picture->setPixmap(picture.pixmap(QSize(size, size), devicePixelRatioF()));
+    m_pictureName = QLatin1String(isWarning ? "warning" : "information");
+    showPicture();
     setVisible(!lines.isEmpty());
+}
+
+void HintLabel::showPicture()
+{
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    m_picture->setPixmap(icon(m_pictureName).pixmap(QSize(size, size), devicePixelRatioF()));
+}
+
+void HintLabel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    const auto type = event->type();
+    if (type == QEvent::PaletteChange || type == QEvent::StyleChange) showPicture();
 }
 
 } // namespace vellumo

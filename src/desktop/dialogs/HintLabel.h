@@ -17,9 +17,15 @@ public:
     // A line a hint; "" for none.
     [[nodiscard]] QString text() const { return m_text->text(); }
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void showPicture();
+
     QLabel* m_picture; // both are children
     QLabel* m_text;
+    QString m_pictureName = "information";
 };
 
 } // namespace vellumo

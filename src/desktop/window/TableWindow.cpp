@@ -31,7 +31,7 @@ TableWindow::TableWindow(ChildWindow& window, Defaults& defaults)
     // Closing the main window ends the program, whatever other windows there are.
     setAttribute(Qt::WA_QuitOnClose, false);
     auto* close = new QAction(localizedText("Close"), this);
-    close->setShortcuts({QKeySequence::Close});
+    close->setShortcuts(QKeySequence::Close);
     connect(close, &QAction::triggered, this, &QWidget::close);
     addAction(close);
 }
