@@ -6,7 +6,7 @@
 namespace vellumo {
 
 SQLRowWriter::SQLRowWriter(
-    std::string start, std::vector<SQLRowColumn> columns, std::string_view end, std::string decimalSymbol)
+    std::string start, const std::vector<SQLRowColumn>& columns, std::string_view end, std::string decimalSymbol)
     : m_start(std::move(start))
     , m_end(end)
     , m_decimalSymbol(std::move(decimalSymbol))

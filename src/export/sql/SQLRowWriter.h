@@ -29,7 +29,8 @@ struct SQLRowColumn {
 class SQLRowWriter {
 public:
     // `start` goes in front of a row's values and `end` behind them; `columns` has one entry a column of the groups.
-    SQLRowWriter(std::string start, std::vector<SQLRowColumn> columns, std::string_view end, std::string decimalSymbol);
+    SQLRowWriter(
+        std::string start, const std::vector<SQLRowColumn>& columns, std::string_view end, std::string decimalSymbol);
 
     // The rows that follow are those of `group`, which stays until the next group begins.
     void beginGroup(const RowGroup& group);
