@@ -2,7 +2,7 @@
 
 #include "browser/CopiedText.h"
 #include "embedded/TAdmBlobData.h"
-#include "export/OutputFile.h"
+#include "export/ObjectFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
@@ -27,22 +27,6 @@ int nextDirection(int direction)
 bool isPlaceholder(std::string_view text)
 {
     return text == noFieldsText() || text == nonTextualDataText() || text == nullText();
-}
-
-// The text as a file name: names of columns come from the database.
-std::string fileNamePart(std::string text)
-{
-    std::ranges::replace_if(
-        text, [](char c) { return c == '/' || static_cast<unsigned char>(c) < 0x20; }, '_');
-    return text;
-}
-
-bool writeObject(const TAdmBlobData& object, const std::string& path)
-{
-    OutputFile out;
-    if (!out.open(path)) return false;
-    out.write({reinterpret_cast<const char*>(object.data().data()), object.data().size()});
-    return out.close();
 }
 
 } // namespace
@@ -182,7 +166,7 @@ void DataView::saveObjectAs()
     const auto object = m_detail.object;
     if (!object) return;
     const auto path = m_desktop.filePanels.saveFile(object->fileExtension(), fileNamePart(m_detail.objectName));
-    if (path && !writeObject(*object, *path))
+    if (path && !writeObjectFile(*object, *path))
         m_desktop.alerts.show({localized("Error"), localizedFormat("File (%@) cannot be written", {*path})});
 }
 

@@ -3,7 +3,7 @@
 #include "cli/ConsoleOutput.h"
 #include "cli/WholeNumber.h"
 #include "embedded/TAdmBlobData.h"
-#include "export/OutputFile.h"
+#include "export/ObjectFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
@@ -23,29 +23,13 @@ struct BlobOptions {
     std::string to;
 };
 
-// The text as one part of a path: names and extensions come from the database.
-std::string pathPart(std::string text)
-{
-    std::ranges::replace_if(
-        text, [](char c) { return c == '/' || static_cast<unsigned char>(c) < 0x20; }, '_');
-    return text;
-}
-
 std::string outputPath(const BlobOptions& options, const TAdmBlobData& blob)
 {
     std::error_code error;
     if (!std::filesystem::is_directory(options.to, error)) return options.to;
     const auto dot = blob.fileExtension().empty() ? "" : ".";
     return format(
-        "%@/%@-%@%@%@", {options.to, pathPart(options.column), options.row, dot, pathPart(blob.fileExtension())});
-}
-
-bool writeFile(const std::string& path, std::span<const std::byte> bytes)
-{
-    OutputFile out;
-    if (!out.open(path)) return false;
-    out.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-    return out.close();
+        "%@/%@-%@%@%@", {options.to, fileNamePart(options.column), options.row, dot, fileNamePart(blob.fileExtension())});
 }
 
 // Null, with a message printed, when there is nothing to extract.
@@ -78,7 +62,7 @@ ExitStatus extractBlob(const BlobOptions& options)
     const auto path = outputPath(options, *blob);
     std::error_code error;
     const bool isDatabase = std::filesystem::equivalent(path, options.file, error);
-    if (isDatabase || !writeFile(path, blob->data()))
+    if (isDatabase || !writeObjectFile(*blob, path))
         return failed(localizedFormat("File (%@) cannot be written", {path}));
     return ExitStatus::Done;
 }

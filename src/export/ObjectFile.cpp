@@ -1,0 +1,25 @@
+#include "export/ObjectFile.h"
+
+#include "embedded/TAdmBlobData.h"
+#include "export/OutputFile.h"
+
+#include <algorithm>
+
+namespace vellumo {
+
+std::string fileNamePart(std::string text)
+{
+    std::ranges::replace_if(
+        text, [](char c) { return c == '/' || static_cast<unsigned char>(c) < 0x20; }, '_');
+    return text;
+}
+
+bool writeObjectFile(const TAdmBlobData& object, const std::string& path)
+{
+    OutputFile out;
+    if (!out.open(path)) return false;
+    out.write({reinterpret_cast<const char*>(object.data().data()), object.data().size()});
+    return out.close();
+}
+
+} // namespace vellumo
