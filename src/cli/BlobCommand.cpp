@@ -28,8 +28,8 @@ std::string outputPath(const BlobOptions& options, const TAdmBlobData& blob)
     std::error_code error;
     if (!std::filesystem::is_directory(options.to, error)) return options.to;
     const auto dot = blob.fileExtension().empty() ? "" : ".";
-    return format(
-        "%@/%@-%@%@%@", {options.to, fileNamePart(options.column), options.row, dot, fileNamePart(blob.fileExtension())});
+    return format("%@/%@-%@%@%@",
+        {options.to, fileNamePart(options.column), options.row, dot, fileNamePart(blob.fileExtension())});
 }
 
 // Null, with a message printed, when there is nothing to extract.
