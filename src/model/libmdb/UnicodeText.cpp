@@ -158,6 +158,7 @@ using Iconv = std::unique_ptr<std::remove_pointer_t<GIConv>, IconvClose>;
 Iconv openConverter(const std::string& charset)
 {
     auto* converter = g_iconv_open("UTF-8", charset.c_str());
+    // The library reports a failure in this way. NOLINTNEXTLINE(performance-no-int-to-ptr)
     return Iconv(converter == reinterpret_cast<GIConv>(-1) ? nullptr : converter);
 }
 
