@@ -112,13 +112,13 @@ ExitStatus showInfo(const InfoOptions& options)
 {
     const auto file = openDatabase(options.file);
     if (!file) return ExitStatus::Failed;
-    if (options.table.empty()) {
+    const auto* table = options.table.empty() ? nullptr : findTableOrComplain(*file, options.table);
+    if (!options.table.empty() && table == nullptr) return ExitStatus::Failed;
+    if (options.isJson) leaveTextsUntranslated(); // a script finds the same keys in every language
+    if (table == nullptr)
         writeOutput(options.isJson ? dumped(fileJson(*file)) : fileText(*file));
-        return ExitStatus::Done;
-    }
-    const auto* table = findTableOrComplain(*file, options.table);
-    if (table == nullptr) return ExitStatus::Failed;
-    writeOutput(options.isJson ? dumped(tableJson(*table)) : tableText(*table));
+    else
+        writeOutput(options.isJson ? dumped(tableJson(*table)) : tableText(*table));
     return ExitStatus::Done;
 }
 

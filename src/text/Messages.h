@@ -10,6 +10,9 @@ namespace vellumo {
 // environment. Touches no other locale category: numbers and dates never depend on it. Call once, before threads start.
 void initMessages(const char* localeDir);
 
+// From now on every text stays as it is: for output that programs read. Not while other threads run.
+void leaveTextsUntranslated();
+
 // The translation of `key`, UTF-8; the key itself where there is none.
 [[nodiscard]] std::string localized(const char* key);
 

@@ -220,6 +220,15 @@ TEST_F(Program, ValuesDoNotDependOnTheEnvironment)
     EXPECT_THAT(exported.value_or(""), HasSubstr("\"K\u00E4se\",\"caf\u00E9 mmm"));
     EXPECT_EQ(runProgram("vellumo-cli", exporting, "", setVariables).status, 0);
     EXPECT_EQ(m_out.read("T.csv"), exported);
+
+    const auto speakGerman = [] {
+        ::setenv("LC_ALL", "C.UTF-8", 1);
+        ::setenv("LANGUAGE", "de", 1);
+    };
+    const std::vector<std::string> info = {"info", m_out.path("jet3.mdb"), "T"};
+    EXPECT_THAT(runProgram("vellumo-cli", info, "", speakGerman).output, HasSubstr("Anzahl der Spalten: 4"));
+    const std::vector<std::string> json = {"info", m_out.path("jet3.mdb"), "T", "--json"};
+    EXPECT_EQ(runProgram("vellumo-cli", json, "", speakGerman).output, run(json).output);
 }
 
 TEST_F(Program, ExtractsObjects)
