@@ -1,13 +1,10 @@
 #include "embedded/TAdmBlobData.h"
 #include "embedded/OleCells.h"
 #include "platform/ImageDecoder.h"
+#include "support/FileSizeLimit.h"
+#include "support/TempFolder.h"
 
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 namespace vellumo {
 namespace {
@@ -40,24 +37,12 @@ TEST(TAdmBlobData, DescriptionIsTheTextIfItIsOne)
         {"no UTF-8 behind the sample", std::string(2000, 'a') + '\xE9', notText},
         {"Latin 1 behind the sample of Latin 1", '\xE9' + std::string(1999, 'a') + '\xE8',
             "\u00E9" + std::string(1999, 'a') + "\u00E8"},
-        {"UTF-16 little-endian",
-            "\xFF\xFE"
-            "A\0\xE9\0\x3D\xD8\x00\xDE"s,
-            "A\u00E9\U0001F600"},
-        {"UTF-16 big-endian",
-            "\xFE\xFF"
-            "\0A\0\xE9\xD8\x3D\xDE\x00"s,
-            "A\u00E9\U0001F600"},
+        {"UTF-16 little-endian", "\xFF\xFEz\0\xE9\0\x3D\xD8\x00\xDE"s, "zé😀"},
+        {"UTF-16 big-endian", "\xFE\xFF\0z\0\xE9\xD8\x3D\xDE\x00"s, "zé😀"},
         {"UTF-16 mark alone", "\xFE\xFF"s, ""},
-        {"UTF-16 with half a character",
-            "\xFF\xFE"
-            "A\0B"s,
-            notText},
+        {"UTF-16 with half a character", "\xFF\xFEz\0z"s, notText},
         {"UTF-16 ends with a lead surrogate", "\xFF\xFE\x3D\xD8"s, notText},
-        {"UTF-16 lead surrogate before a letter",
-            "\xFF\xFE\x3D\xD8"
-            "A\0"s,
-            notText},
+        {"UTF-16 lead surrogate before a letter", "\xFF\xFE\x3D\xD8z\0"s, notText},
         {"UTF-16 trail surrogate first", "\xFF\xFE\x00\xDE\x3D\xD8"s, notText},
         {"UTF-32 little-endian", "\xFF\xFE\0\0A\0\0\0\x00\xF6\x01\x00"s, "A\U0001F600"},
         {"UTF-32 big-endian", "\0\0\xFE\xFF\0\0\0A\x00\x01\xF6\x00"s, "A\U0001F600"},
@@ -110,24 +95,9 @@ TEST(SafeFileExtension, IsTrueForDocumentsAndMediaAlone)
 // A temporary folder of its own for each test.
 class BlobTempFile : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        auto path = (std::filesystem::temp_directory_path() / "vellumo-test-XXXXXX").string();
-        ASSERT_NE(mkdtemp(path.data()), nullptr);
-        m_folder = path;
-        if (const auto* before = std::getenv("TMPDIR")) m_before = before;
-        setenv("TMPDIR", path.c_str(), 1);
-    }
-    void TearDown() override
-    {
-        std::filesystem::remove_all(m_folder);
-        if (m_before.empty())
-            unsetenv("TMPDIR");
-        else
-            setenv("TMPDIR", m_before.c_str(), 1);
-    }
-    std::filesystem::path m_folder;
-    std::string m_before;
+    BlobTempFile() { setenv("TMPDIR", m_folder.path().c_str(), 1); }
+    ~BlobTempFile() override { unsetenv("TMPDIR"); }
+    test::TempFolder m_folder;
 };
 
 TEST_F(BlobTempFile, LivesAsLongAsTheBlob)
@@ -135,16 +105,14 @@ TEST_F(BlobTempFile, LivesAsLongAsTheBlob)
     {
         TAdmBlobData blob(bytesOf("payload"), "txt");
         const std::filesystem::path path = blob.createTempFile();
-        EXPECT_EQ(path.parent_path(), m_folder);
+        EXPECT_EQ(path.parent_path(), m_folder.path());
         EXPECT_EQ(path.extension(), ".txt");
         EXPECT_EQ(path.filename().string().size(), "Vellumo-XXXXXXXXX.txt"s.size());
         EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0600));
         EXPECT_EQ(blob.createTempFile(), path.string());
-        std::string content;
-        EXPECT_TRUE(std::getline(std::ifstream(path), content));
-        EXPECT_EQ(content, "payload");
+        EXPECT_EQ(m_folder.read(path.filename().string()), "payload");
     }
-    EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+    EXPECT_TRUE(m_folder.names().empty());
 }
 
 TEST_F(BlobTempFile, NameWithoutExtensionHasNoDot)
@@ -157,24 +125,17 @@ TEST_F(BlobTempFile, CannotBeMadeOutsideTheFolder)
 {
     TAdmBlobData blob(bytesOf("payload"), "x/../../y");
     EXPECT_EQ(blob.createTempFile(), "");
-    EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+    EXPECT_TRUE(m_folder.names().empty());
 }
 
 TEST_F(BlobTempFile, FailedWriteLeavesNothingAndIsTriedAgain)
 {
     TAdmBlobData blob(Buffer(5000), "bin");
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    // Files end after 1000 bytes, as on a full disk.
-    const rlimit small{1000, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const auto path = blob.createTempFile();
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-
-    EXPECT_EQ(path, "");
-    EXPECT_TRUE(std::filesystem::is_empty(m_folder));
+    {
+        const test::FileSizeLimit limit(1000);
+        EXPECT_EQ(blob.createTempFile(), "");
+    }
+    EXPECT_TRUE(m_folder.names().empty());
     EXPECT_EQ(std::filesystem::file_size(blob.createTempFile()), 5000U);
 }
 

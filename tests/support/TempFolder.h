@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -8,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace vellumo::test {
 
@@ -42,6 +44,15 @@ public:
         std::ofstream(path(name), std::ios::binary) << bytes;
     }
     [[nodiscard]] bool exists(std::string_view name) const { return std::filesystem::exists(path(name)); }
+    // The names of what is in it, sorted.
+    [[nodiscard]] std::vector<std::string> names() const
+    {
+        std::vector<std::string> found;
+        for (const auto& entry : std::filesystem::directory_iterator(m_path))
+            found.push_back(entry.path().filename());
+        std::sort(found.begin(), found.end());
+        return found;
+    }
 
 private:
     std::string m_path;
