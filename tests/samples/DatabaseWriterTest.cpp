@@ -1,19 +1,19 @@
 #include "samples/DatabaseWriter.h"
 
-#include "FileContents.h"
-#include "samples/Damage.h"
-#include "samples/SampleDatabases.h"
+#include "support/TempFolder.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace vellumo::samples {
 namespace {
 
-std::string temporaryPath()
-{
-    return testing::TempDir() + "vellumo-" + testing::UnitTest::GetInstance()->current_test_info()->name() + ".mdb";
-}
+class DatabaseWriter : public testing::Test {
+protected:
+    std::string contents() const { return m_folder.read("test.mdb").value_or(""); }
+
+    test::TempFolder m_folder;
+    std::string m_path = m_folder.path("test.mdb");
+};
 
 std::uint32_t numberAt(const std::string& bytes, std::size_t offset)
 {
@@ -38,7 +38,7 @@ DatabaseDescription twoTables()
     return database;
 }
 
-TEST(DatabaseWriter, RefusesWhatCannotBeWritten)
+TEST_F(DatabaseWriter, RefusesWhatCannotBeWritten)
 {
     const struct {
         const char* name;
@@ -71,6 +71,19 @@ TEST(DatabaseWriter, RefusesWhatCannotBeWritten)
             "Relation <KeysUses> needs a unique index in table <Keys>."},
         {"a value of another type", [](auto& database) { database.tables[1].rows = rowsOf(std::vector<Row>{{{"7"}}}); },
             "A value of column <KeyID> in table <Uses> cannot be stored."},
+        {"a number too large",
+            [](auto& database) {
+                database.tables[1].columns[0].type = ColumnType::Byte;
+                database.tables[1].rows = rowsOf(std::vector<Row>{{{256}}});
+            },
+            "A value of column <KeyID> in table <Uses> cannot be stored."},
+        {"a text longer than its fixed size",
+            [](auto& database) {
+                database.tables[0].columns[1].size = 3;
+                database.tables[0].columns[1].placement = Placement::Fixed;
+                database.tables[0].rows = rowsOf(std::vector<Row>{{{1, "four"}}});
+            },
+            "A value of column <Text> in table <Keys> cannot be stored."},
         {"more columns than there are",
             [](auto& database) {
                 database.tables[1].rows = rowsOf(std::vector<Row>{{{7}, RowState::Live, 2}});
@@ -89,19 +102,40 @@ TEST(DatabaseWriter, RefusesWhatCannotBeWritten)
             },
             "A name in table <Keys> cannot be stored."},
     };
-    const auto path = temporaryPath();
     for (const auto& test : cases) {
         auto database = twoTables();
         test.spoil(database);
-        EXPECT_EQ(writeDatabase(database, path).error, test.error) << test.name;
-        EXPECT_FALSE(std::filesystem::exists(path)) << test.name;
+        EXPECT_EQ(writeDatabase(database, m_path).error, test.error) << test.name;
+        EXPECT_FALSE(std::filesystem::exists(m_path)) << test.name;
     }
     EXPECT_EQ(writeDatabase(twoTables(), "/nowhere/at/all.mdb").error, "Unable to write file </nowhere/at/all.mdb>.");
 }
 
-TEST(DatabaseWriter, TakesTheLongestRow)
+TEST_F(DatabaseWriter, RefusesTextsThatTheFormatCannotHold)
 {
-    const auto path = temporaryPath();
+    const struct {
+        const char* name;
+        JetVersion version;
+        const char* text;
+    } cases[] = {
+        {"not in the code page", JetVersion::Jet3, "α"},
+        {"a control of Latin 1", JetVersion::Jet3, "\xC2\x81"},
+        {"cut off", JetVersion::Jet4, "a\xE2\x82"},
+        {"overlong", JetVersion::Jet4, "\xC0\x80"},
+        {"overlong, three bytes", JetVersion::Jet4, "\xE0\x80\x80"},
+        {"a surrogate", JetVersion::Jet4, "\xED\xA0\x80"},
+    };
+    for (const auto& test : cases) {
+        auto database = twoTables();
+        database.version = test.version;
+        database.tables[0].rows = rowsOf(std::vector<Row>{{{1, test.text}}});
+        EXPECT_EQ(writeDatabase(database, m_path).error, "A value of column <Text> in table <Keys> cannot be stored.")
+            << test.name;
+    }
+}
+
+TEST_F(DatabaseWriter, TakesTheLongestRow)
+{
     // Jet 4: 2 (count) + value + 2 (end) + 2 (offset) + 2 (number) + 1 (mask) = 4080; Jet 3 adds 7 jumps: 2036.
     for (const auto& [version, size] : {std::pair{JetVersion::Jet4, 4071}, std::pair{JetVersion::Jet3, 2024}}) {
         for (const int more : {0, 1}) {
@@ -109,22 +143,20 @@ TEST(DatabaseWriter, TakesTheLongestRow)
             database.tables.resize(1);
             database.tables[0] = {.name = "T", .columns = {{.name = "B", .type = ColumnType::Binary}}};
             database.tables[0].rows = rowsOf(std::vector<Row>{{{Bytes(static_cast<std::size_t>(size + more))}}});
-            EXPECT_EQ(writeDatabase(database, path).ok(), more == 0) << size + more;
+            EXPECT_EQ(writeDatabase(database, m_path).ok(), more == 0) << size + more;
         }
     }
-    std::filesystem::remove(path);
 }
 
 // Both sides of a relation, read from the bytes of the two definitions.
-TEST(DatabaseWriter, WritesBothSidesOfARelation)
+TEST_F(DatabaseWriter, WritesBothSidesOfARelation)
 {
-    const auto path = temporaryPath();
     auto database = twoTables();
     database.relations[0].cascadeDeletes = true;
     database.tables[0].indexes[0].number = 3; // a gap before it
-    const auto result = writeDatabase(database, path);
+    const auto result = writeDatabase(database, m_path);
     ASSERT_EQ(result.error, "");
-    const auto file = contentsOf(path);
+    const auto file = contents();
     const auto keysPage = result.tables[0].definitionPages[0];
     const auto usesPage = result.tables[1].definitionPages[0];
     const auto logicalAt = [](std::uint32_t page, std::size_t physical, std::size_t columns, std::size_t nameBytes) {
@@ -148,49 +180,6 @@ TEST(DatabaseWriter, WritesBothSidesOfARelation)
         EXPECT_EQ(numberAt(file, test.offset + 17), test.otherPage) << test.name;
         EXPECT_EQ(numberAt(file, test.offset + 21) & 0xFFFFFF, test.bytes) << test.name << ": cascades and kind";
     }
-    std::filesystem::remove(path);
-}
-
-TEST(DatabaseWriter, SaysWhereLongValuesLieSoThatTheyCanBeDamaged)
-{
-    const auto path = temporaryPath();
-    for (const auto version : {JetVersion::Jet3, JetVersion::Jet4}) {
-        const auto result = writeDatabase(typesDatabase(version), path);
-        ASSERT_EQ(result.error, "");
-        const auto& values = result.tables[2].longValues;
-        const auto chain = std::find_if(
-            values.begin(), values.end(), [](const auto& value) { return value.row == 3 && value.column == 2; });
-        ASSERT_NE(chain, values.end());
-        ASSERT_EQ(chain->pieces.size(), 3U) << "21 bytes in links of 7";
-        auto file = contentsOf(path);
-        EXPECT_EQ(numberAt(file, chain->headerOffset), 21U);
-        EXPECT_EQ(numberAt(file, chain->headerOffset + 4), chain->pieces[0].pointer);
-        EXPECT_EQ(numberAt(file, chain->pieces[0].fileOffset), chain->pieces[1].pointer);
-        EXPECT_EQ(numberAt(file, chain->pieces[2].fileOffset), 0U);
-
-        EXPECT_TRUE(closeChain(path, *chain));
-        EXPECT_TRUE(stateLength(path, *chain, 0xFFFFFFFF));
-        file = contentsOf(path);
-        EXPECT_EQ(numberAt(file, chain->pieces[2].fileOffset), chain->pieces[0].pointer);
-        EXPECT_EQ(numberAt(file, chain->headerOffset), 0x3FFFFFFFU) << "the kind stays";
-        EXPECT_FALSE(closeChain(path, values[0])) << "an inline value is no chain";
-    }
-    std::filesystem::remove(path);
-}
-
-TEST(DatabaseWriter, SpreadsADefinitionOverPages)
-{
-    const auto path = temporaryPath();
-    const auto result = writeDatabase(wideDatabase(), path);
-    const auto& pages = result.tables[0].definitionPages;
-    // 63 + 255 * 25 + names of 5394 bytes + 25 memos of 10 + 2 = 12084 bytes, 4088 to a page after the first 8.
-    ASSERT_EQ(pages.size(), 3U);
-    const auto file = contentsOf(path);
-    for (std::size_t i = 0; i < pages.size(); ++i) {
-        EXPECT_EQ(numberAt(file, pages[i] * 4096U) & 0xFFFF, 0x0102U);
-        EXPECT_EQ(numberAt(file, pages[i] * 4096U + 4), i + 1 < pages.size() ? pages[i + 1] : 0);
-    }
-    std::filesystem::remove(path);
 }
 
 } // namespace

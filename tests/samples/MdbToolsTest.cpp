@@ -1,13 +1,12 @@
 // What the maker writes, as the programs of the mdbtools package read it. Skipped where they are not installed.
 
-#include "FileContents.h"
 #include "samples/DatabaseWriter.h"
 #include "samples/DemoDatabase.h"
 #include "samples/SampleDatabases.h"
+#include "support/TempFolder.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -21,14 +20,6 @@ protected:
     void SetUp() override
     {
         if (std::system("command -v mdb-tables > /dev/null") != 0) GTEST_SKIP() << "mdbtools is not installed";
-        const auto* const test = testing::UnitTest::GetInstance()->current_test_info();
-        m_path = testing::TempDir() + "vellumo-" + test->name() + ".mdb";
-        m_errors = m_path + ".err";
-    }
-    void TearDown() override
-    {
-        std::filesystem::remove(m_path);
-        std::filesystem::remove(m_errors);
     }
 
     WriteResult write(const DatabaseDescription& description)
@@ -41,18 +32,15 @@ protected:
     // The output of a tool on the file; nothing may go to the error output.
     std::string read(const std::string& tool, const std::string& rest = {})
     {
-        const auto output = m_path + ".out";
-        const auto command =
-            "LC_ALL=C.UTF-8 " + tool + " '" + m_path + "' " + rest + " > '" + output + "' 2> '" + m_errors + "'";
+        const auto command = "LC_ALL=C.UTF-8 " + tool + " '" + m_path + "' " + rest + " > '" + m_folder.path("out")
+            + "' 2> '" + m_folder.path("errors") + "'";
         EXPECT_EQ(std::system(command.c_str()), 0) << command;
-        EXPECT_EQ(contentsOf(m_errors), "") << command;
-        auto text = contentsOf(output);
-        std::filesystem::remove(output);
-        return text;
+        EXPECT_EQ(m_folder.read("errors"), "") << command;
+        return m_folder.read("out").value_or("");
     }
 
-    std::string m_path;
-    std::string m_errors;
+    test::TempFolder m_folder;
+    std::string m_path = m_folder.path("test.mdb");
 };
 
 // Whole lines that must be there, in this order.
@@ -184,7 +172,7 @@ TEST_F(MdbTools, ReadATableOfManyPages)
         database.tables.push_back(table);
         const auto result = write(database);
         ASSERT_EQ(result.tables[0].dataPages.size(), test.pages);
-        EXPECT_EQ(contentsOf(m_path).at(result.tables[0].dataMapOffset), 1) << "a large map";
+        EXPECT_EQ(m_folder.read("test.mdb").value().at(result.tables[0].dataMapOffset), 1) << "a large map";
         EXPECT_EQ(read("mdb-export -H", "Large | wc -l"), std::to_string(test.pages) + "\n");
     }
 }
@@ -214,7 +202,8 @@ TEST_F(MdbTools, ReadAnEncodedFile)
     auto database = typesDatabase(JetVersion::Jet4);
     database.databaseKey = 0x6AA23F11;
     write(database);
-    EXPECT_EQ(contentsOf(m_path).find("F\0i\0x\0e\0d"sv), std::string::npos) << "no readable name on disk";
+    EXPECT_EQ(m_folder.read("test.mdb").value().find("F\0i\0x\0e\0d"sv), std::string::npos)
+        << "no readable name on disk";
     EXPECT_EQ(read("mdb-count", "Types"), "6\n");
 }
 

@@ -1,13 +1,11 @@
 #include "samples/Canvas.h"
 #include "samples/CompoundFile.h"
-#include "samples/OleObjects.h"
 #include "samples/ZipFile.h"
 
 #include <gsf/gsf.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
-#include <zlib.h>
 
 namespace vellumo::samples {
 namespace {
@@ -80,86 +78,6 @@ TEST(CompoundFile, HasAnExtensionTableWhenLarge)
     EXPECT_EQ(file[44], 112) << "allocation table blocks";
     EXPECT_EQ(file[72], 1) << "extension blocks";
     EXPECT_EQ(streamOf(file, {"Package"}), textOf(pattern(14'100 * 512)));
-}
-
-TEST(OleObjects, WrapAsAccessDoes)
-{
-    using namespace std::string_literals;
-    EXPECT_EQ(textOf(oleObject("PB", "Pic", asBytes("native"))),
-        "\x15\x1C"
-        "\x1B\0"
-        "\2\0\0\0"
-        "\4\0"
-        "\3\0"
-        "\x14\0"
-        "\x18\0"
-        "\xFF\xFF\xFF\xFF"
-        "Pic\0"
-        "PB\0"
-        "\1\5\0\0"
-        "\2\0\0\0"
-        "\3\0\0\0"
-        "PB\0"
-        "\0\0\0\0"
-        "\0\0\0\0"
-        "\6\0\0\0"
-        "native"
-        "\1\5\0\0"
-        "\0\0\0\0"s);
-    EXPECT_EQ(textOf(packageData("a.b", "C:\\s", "C:\\t", asBytes("body"))),
-        "\2\0"
-        "a.b\0"
-        "C:\\s\0"
-        "\0\0\3\0"
-        "\5\0\0\0"
-        "C:\\t\0"
-        "\4\0\0\0"
-        "body"s);
-    EXPECT_EQ(textOf(attachmentRecord("tx", asBytes("body"), AttachmentStorage::Stored)),
-        "\0\0\0\0"
-        "\x16\0\0\0"
-        "\x12\0\0\0"
-        "\1\0\0\0"
-        "\3\0\0\0"
-        "t\0x\0\0\0"
-        "body"s);
-}
-
-TEST(OleObjects, HaveACompoundFileWhereTheClassNamesAStream)
-{
-    int withStream = 0;
-    for (const auto& oleClass : oleClasses()) {
-        const auto object = documentObject(oleClass, asBytes("document"));
-        const auto text = textOf(object);
-        const auto container = text.find("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1");
-        ASSERT_EQ(container != std::string::npos, oleClass.stream != nullptr) << oleClass.className;
-        if (oleClass.stream == nullptr) continue;
-        ++withStream;
-        const auto end = object.end() - 8; // what follows the native data
-        EXPECT_EQ(
-            streamOf({object.begin() + static_cast<std::ptrdiff_t>(container), end}, {oleClass.stream}), "document")
-            << oleClass.className;
-    }
-    EXPECT_EQ(withStream, 10);
-    EXPECT_EQ(oleClasses().size(), 15U);
-}
-
-TEST(OleObjects, DeflateTheWholeInnerRecord)
-{
-    const auto record = attachmentRecord("txt", pattern(5000), AttachmentStorage::Deflated);
-    EXPECT_EQ(record[0], 1);
-    const std::size_t innerSize = record[4] | record[5] << 8;
-    EXPECT_EQ(innerSize, 12 + 2 * 4 + 5000U);
-    Bytes inner(innerSize);
-    z_stream stream{};
-    stream.next_in = const_cast<Bytef*>(&record[10]);
-    stream.avail_in = static_cast<uInt>(record.size() - 10);
-    stream.next_out = inner.data();
-    stream.avail_out = static_cast<uInt>(inner.size());
-    ASSERT_EQ(inflateInit2(&stream, -15), Z_OK);
-    EXPECT_EQ(inflate(&stream, Z_FINISH), Z_STREAM_END);
-    inflateEnd(&stream);
-    EXPECT_EQ(textOf(ByteSpan(inner).subspan(20)), textOf(pattern(5000)));
 }
 
 TEST(Canvas, EncodesPictures)
