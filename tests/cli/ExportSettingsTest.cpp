@@ -1,7 +1,5 @@
 #include "cli/ExportSettings.h"
-#include "export/ExportWizard.h"
-#include "support/ExportFakes.h"
-#include "support/ExportRun.h"
+#include "support/ExportDesktop.h"
 #include "support/ModelBuilder.h"
 
 #include <gtest/gtest.h>
@@ -60,17 +58,13 @@ TEST(ExportSettings, ComplainsAboutWhatDoesNotApply)
 
 ExportOptions entered(const char* format, void (*change)(ExportSettings&))
 {
-    test::DirectMainThread mainThread;
-    test::FakeDefaults defaults;
-    test::FakeFilePanels panels;
-    test::FakeAlerts alerts;
-    test::FakeSystemLog log;
+    test::ExportDesktop desktop;
     const auto file = makeFile("/data/Shop.mdb", makeTable("T", {}));
     const auto settings = settingsFor(format, change);
-    ExportWizard wizard(*file, nullptr, exportFileType(settings), {mainThread, defaults, panels, alerts, log});
+    ExportWizard wizard(*file, nullptr, exportFileType(settings), desktop.ports);
     enterSettings(settings, wizard);
     EXPECT_TRUE(wizard.controls().isOkButtonEnabled) << format;
-    EXPECT_TRUE(panels.asked.empty()) << format;
+    EXPECT_TRUE(desktop.panels.asked.empty()) << format;
     return optionsFromControls(wizard.exportFileType(), wizard.controls());
 }
 

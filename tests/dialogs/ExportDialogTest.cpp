@@ -115,6 +115,11 @@ TEST(ExportDialog, ShowsWhatTheTypeNeeds)
             "+exportStructureCheckBox +includeDropTableCheckBox +includeForeignKeyCheckBox +includeIndexCheckBox "
             "+exportDataCheckBox",
             "&Export file:", false},
+        {"Export SQL – Shop.mdb", SQL, "Orders",
+            "-exportSingleFileCheckBox sqlFormatPopup schemaNameTextField decimalSymbolTextField "
+            "+exportStructureCheckBox +includeDropTableCheckBox +includeForeignKeyCheckBox +includeIndexCheckBox "
+            "+exportDataCheckBox",
+            "&Export path:", true},
         {"Export SQLite – Shop.mdb", SQLite, "Orders",
             "+includeForeignKeyCheckBox +includeIndexCheckBox +exportDataCheckBox", "&Export file:", false},
     };

@@ -1,7 +1,5 @@
 #include "export/ExportHints.h"
-#include "export/ExportWizard.h"
-#include "platform/MainThreadQueue.h"
-#include "support/ExportFakes.h"
+#include "support/ExportDesktop.h"
 #include "support/ModelBuilder.h"
 #include "support/TempFolder.h"
 #include "text/TextEncoding.h"
@@ -85,15 +83,11 @@ TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
         TempFolder folder;
         for (const auto* name : {"old.xls", "old.csv", "Shop.mdb"})
             folder.write(name, "x");
-        MainThreadQueue mainThread;
-        FakeDefaults defaults;
-        FakeFilePanels panels;
-        FakeAlerts alerts;
-        FakeSystemLog log;
-        defaults.strings["exportFilePath"] = folder.path();
+        ExportDesktop desktop;
+        desktop.defaults.strings["exportFilePath"] = folder.path();
         const auto file = makeFile(
             folder.path("Shop.mdb"), makeTable("Customers", {{"T", "Text"}}), makeTable("Orders", {{"T", "Text"}}));
-        ExportWizard wizard(*file, nullptr, c.type, {mainThread, defaults, panels, alerts, log});
+        ExportWizard wizard(*file, nullptr, c.type, desktop.ports);
         const auto inFolder = [&](std::string text) {
             if (const auto at = text.find('%'); at != std::string::npos) text.replace(at, 1, folder.path());
             if (const auto at = text.find('@'); at != std::string::npos)
@@ -113,14 +107,10 @@ TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
 TEST(ExportHints, AFileWithoutTablesHasNothingToExport)
 {
     TempFolder folder;
-    MainThreadQueue mainThread;
-    FakeDefaults defaults;
-    FakeFilePanels panels;
-    FakeAlerts alerts;
-    FakeSystemLog log;
-    defaults.strings["exportFilePath"] = folder.path();
+    ExportDesktop desktop;
+    desktop.defaults.strings["exportFilePath"] = folder.path();
     const auto file = makeFile(folder.path("Empty.mdb"));
-    const ExportWizard wizard(*file, nullptr, CSV, {mainThread, defaults, panels, alerts, log});
+    const ExportWizard wizard(*file, nullptr, CSV, desktop.ports);
     EXPECT_EQ(texts(wizard), std::vector<std::string>{"missing: The file has no tables to export."});
 }
 
