@@ -1,5 +1,5 @@
-#include "embedded/OleCells.h"
 #include "samples/DatabaseWriter.h"
+#include "samples/OleObjects.h"
 #include "support/ProgramRun.h"
 
 #include <gmock/gmock.h>
@@ -16,19 +16,10 @@ namespace {
 
 using samples::ColumnDescription;
 using samples::ColumnType;
-using samples::Value;
-using test::ProgramResult;
+using test::CommandResult;
 using test::RunningProgram;
-using test::runProgram;
 using test::TempFolder;
 using ::testing::HasSubstr;
-
-Value pictureCell()
-{
-    const auto cell = vellumo::testing::objectCell("PBrush", vellumo::testing::bytesOf("BM\xFFpicture"));
-    const auto* first = reinterpret_cast<const std::uint8_t*>(cell.data());
-    return samples::Bytes(first, first + cell.size());
-}
 
 // A small shop, and a table that is larger than all buffers between the writer of a file and its reader.
 class Program : public ::testing::Test {
@@ -43,7 +34,8 @@ protected:
             {.name = "Price", .type = ColumnType::Double}, {.name = "Picture", .type = ColumnType::Ole}};
         items.indexes = {{.name = "Key", .columns = {{"ID"}}, .primary = true}};
         items.rows = samples::rowsOf({
-            {std::int64_t{1}, std::string("Tea\tand\nmilk"), 2.5, pictureCell()},
+            {std::int64_t{1}, std::string("Tea\tand\nmilk"), 2.5,
+                samples::pictureObject(samples::asBytes("BM\xFFpicture"))},
             {std::int64_t{2}, std::string("K\u00E4se")},
         });
         auto& large = shop.tables.emplace_back();
@@ -60,11 +52,21 @@ protected:
     static void TearDownTestSuite() { s_folder.reset(); }
 
     static std::string database() { return s_folder->path("Shop.mdb"); }
-    static ProgramResult run(std::vector<std::string> arguments, const std::string& output = "")
+    // "FILE" stands for the database.
+    static RunningProgram start(
+        std::vector<std::string> arguments, const std::string& output = "",
+        const std::function<void()>& prepare = [] {})
     {
-        for (auto& argument : arguments)
-            if (argument == "FILE") argument = database();
-        return runProgram("vellumo-cli", arguments, output);
+        std::ranges::replace(arguments, std::string("FILE"), database());
+        arguments.insert(arguments.begin(), VELLUMO_BIN_DIR "/vellumo-cli");
+        return RunningProgram(arguments, output, [&] {
+            ::setenv("LC_ALL", "C", 1);
+            prepare();
+        });
+    }
+    template <typename... More> static CommandResult run(const std::vector<std::string>& arguments, const More&... more)
+    {
+        return start(arguments, more...).wait();
     }
 
     static std::unique_ptr<TempFolder> s_folder;
@@ -108,9 +110,9 @@ TEST_F(Program, ErrorsAreOneLineAndTellBetweenUsageAndFailure)
     for (const auto& c : cases) {
         const auto result = run(c.arguments);
         EXPECT_EQ(result.status, c.status) << c.name;
-        EXPECT_THAT(result.errors, HasSubstr(c.error)) << c.name;
-        EXPECT_EQ(std::ranges::count(result.errors, '\n'), 1) << c.name;
-        EXPECT_EQ(result.output, "") << c.name;
+        EXPECT_THAT(result.err, HasSubstr(c.error)) << c.name;
+        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << c.name;
+        EXPECT_EQ(result.out, "") << c.name;
     }
 }
 
@@ -134,8 +136,8 @@ TEST_F(Program, PrintsRows)
     };
     for (const auto& c : cases) {
         const auto result = run(c.arguments);
-        EXPECT_EQ(result.output, c.output) << c.name;
-        EXPECT_EQ(result.errors, "") << c.name;
+        EXPECT_EQ(result.out, c.output) << c.name;
+        EXPECT_EQ(result.err, "") << c.name;
         EXPECT_EQ(result.status, 0) << c.name;
     }
 }
@@ -143,14 +145,14 @@ TEST_F(Program, PrintsRows)
 TEST_F(Program, ShowsInformation)
 {
     auto result = run({"info", "FILE"});
-    EXPECT_THAT(result.output, HasSubstr("Name: Shop.mdb\nWhere: " + s_folder->path() + "\nSize: "));
-    EXPECT_THAT(result.output, HasSubstr("\nTables:\n    Items (2 rows)\n    Large (20000 rows)\n"));
+    EXPECT_THAT(result.out, HasSubstr("Name: Shop.mdb\nWhere: " + s_folder->path() + "\nSize: "));
+    EXPECT_THAT(result.out, HasSubstr("\nTables:\n    Items (2 rows)\n    Large (20000 rows)\n"));
     result = run({"info", "FILE", "Items"});
     EXPECT_THAT(
-        result.output, HasSubstr("Name: Items\nNumber of rows: 2\nNumber of columns: 4\n\nColumns:\n    Name: ID\n"));
-    EXPECT_THAT(result.output, HasSubstr("\n\nIndexes:\n    Name: Key\n"));
+        result.out, HasSubstr("Name: Items\nNumber of rows: 2\nNumber of columns: 4\n\nColumns:\n    Name: ID\n"));
+    EXPECT_THAT(result.out, HasSubstr("\n\nIndexes:\n    Name: Key\n"));
     result = run({"info", "FILE", "Large", "--json"});
-    EXPECT_EQ(result.output, R"({
+    EXPECT_EQ(result.out, R"({
   "table": {
     "Name": "Large",
     "Number of rows": 20000,
@@ -168,7 +170,7 @@ TEST_F(Program, ShowsInformation)
 }
 )");
     result = run({"info", "FILE", "--json"});
-    EXPECT_THAT(result.output, HasSubstr(R"(
+    EXPECT_THAT(result.out, HasSubstr(R"(
   "tables": [
     {
       "name": "Items",
@@ -184,8 +186,8 @@ TEST_F(Program, FollowsSymbolicLinksBeforeDots)
     std::filesystem::copy_file(database(), m_out.path("real/x.mdb"));
     m_out.write("sub/x.mdb", "another file, and no database");
     const auto info = run({"info", m_out.path("sub/link/../x.mdb")});
-    EXPECT_THAT(info.output, HasSubstr("Name: x.mdb\nWhere: " + m_out.path("real") + "\nSize: "));
-    EXPECT_THAT(info.output, HasSubstr("\n    Items (2 rows)\n"));
+    EXPECT_THAT(info.out, HasSubstr("Name: x.mdb\nWhere: " + m_out.path("real") + "\nSize: "));
+    EXPECT_THAT(info.out, HasSubstr("\n    Items (2 rows)\n"));
 }
 
 // Other readers of these files take settings from such variables.
@@ -209,16 +211,16 @@ TEST_F(Program, ValuesDoNotDependOnTheEnvironment)
     const auto row = "K\u00E4se\tcaf\u00E9 " + std::string(3000, 'm') + "\t2.5\t";
     const std::vector<std::string> rows = {"rows", m_out.path("jet3.mdb"), "T"};
     const auto without = run(rows);
-    EXPECT_TRUE(without.output.starts_with(row)) << without.output;
-    const auto with = runProgram("vellumo-cli", rows, "", setVariables);
-    EXPECT_EQ(with.output, without.output);
-    EXPECT_EQ(with.errors, "");
+    EXPECT_TRUE(without.out.starts_with(row)) << without.out;
+    const auto with = run(rows, "", setVariables);
+    EXPECT_EQ(with.out, without.out);
+    EXPECT_EQ(with.err, "");
     const std::vector<std::string> exporting = {
         "export", m_out.path("jet3.mdb"), "--format", "csv", "--to", m_out.path()};
     EXPECT_EQ(run(exporting).status, 0);
     const auto exported = m_out.read("T.csv");
     EXPECT_THAT(exported.value_or(""), HasSubstr("\"K\u00E4se\",\"caf\u00E9 mmm"));
-    EXPECT_EQ(runProgram("vellumo-cli", exporting, "", setVariables).status, 0);
+    EXPECT_EQ(run(exporting, "", setVariables).status, 0);
     EXPECT_EQ(m_out.read("T.csv"), exported);
 
     const auto speakGerman = [] {
@@ -226,9 +228,9 @@ TEST_F(Program, ValuesDoNotDependOnTheEnvironment)
         ::setenv("LANGUAGE", "de", 1);
     };
     const std::vector<std::string> info = {"info", m_out.path("jet3.mdb"), "T"};
-    EXPECT_THAT(runProgram("vellumo-cli", info, "", speakGerman).output, HasSubstr("Anzahl der Spalten: 4"));
+    EXPECT_THAT(run(info, "", speakGerman).out, HasSubstr("Anzahl der Spalten: 4"));
     const std::vector<std::string> json = {"info", m_out.path("jet3.mdb"), "T", "--json"};
-    EXPECT_EQ(runProgram("vellumo-cli", json, "", speakGerman).output, run(json).output);
+    EXPECT_EQ(run(json, "", speakGerman).out, run(json).out);
 }
 
 TEST_F(Program, ExtractsObjects)
@@ -243,27 +245,27 @@ TEST_F(Program, Exports)
 {
     auto result = run({"export", "FILE", "--format", "csv", "--to", m_out.path()});
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.output, "Export finished.\n2 tables exported successfully.\n");
-    EXPECT_EQ(result.errors, ""); // no bar where there is no terminal
+    EXPECT_EQ(result.out, "Export finished.\n2 tables exported successfully.\n");
+    EXPECT_EQ(result.err, ""); // no bar where there is no terminal
     EXPECT_EQ(m_out.read("Items.csv"),
         "\"ID\",\"Name\",\"Price\",\"Picture\"\n1,\"Tea\tand\nmilk\",2.5,\n2,\"K\u00E4se\",,\n");
 
     result = run({"export", "FILE", "--format", "txt", "--to", m_out.path(), "--table", "Items", "--no-header",
         "--field-delimiter", "tab", "--record-delimiter", "crlf", "--decimal-symbol=", "--encoding", "latin1"});
-    EXPECT_EQ(result.output, "Export finished.\n1 table exported successfully.\n");
+    EXPECT_EQ(result.out, "Export finished.\n1 table exported successfully.\n");
     EXPECT_EQ(m_out.read("Items.txt"), "1\t\"Tea\tand\nmilk\"\t25\t\r\n2\t\"K\xE4se\"\t\t\r\n");
     EXPECT_FALSE(m_out.exists("Large.txt"));
 
     result = run({"export", "FILE", "--format", "xml", "--to", m_out.path(), "--encoding", "us-ascii"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output,
+    EXPECT_EQ(result.out,
         "Export finished.\n1 table exported successfully.\n"
         "<Items> Failed: Text cannot be represented in the selected encoding.\n");
     EXPECT_FALSE(m_out.exists("Items.xml"));
 
     result = run({"export", "FILE", "--format", "csv", "--to", m_out.path("missing"), "--table", "Items"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "Export finished.\n<Items> Failed: Unable to create file for export.\n");
+    EXPECT_EQ(result.out, "Export finished.\n<Items> Failed: Unable to create file for export.\n");
 }
 
 // Waits until the program's handler for a signal, which works once, was called.
@@ -283,7 +285,7 @@ void waitUntilHandled(pid_t process, int signal)
 TEST_F(Program, InterruptionEndsTheExportCleanly)
 {
     ASSERT_EQ(::mkfifo(m_out.path("Large.csv").c_str(), 0600), 0);
-    const RunningProgram program("vellumo-cli", {"export", database(), "--format", "csv", "--to", m_out.path()});
+    const auto program = start({"export", "FILE", "--format", "csv", "--to", m_out.path()});
     std::ifstream pipe(m_out.path("Large.csv"), std::ios::binary);
     pipe.get();
     ::kill(program.process(), SIGINT);
@@ -293,9 +295,10 @@ TEST_F(Program, InterruptionEndsTheExportCleanly)
         ++received;
     const auto result = program.wait();
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.output, "Export terminated.\n1 table exported successfully.\n<Large> Failed: Terminated.\n");
+    EXPECT_EQ(result.out, "Export terminated.\n1 table exported successfully.\n<Large> Failed: Terminated.\n");
     EXPECT_LT(received, 20'000U * 200);
     EXPECT_TRUE(m_out.exists("Items.csv"));
+    EXPECT_TRUE(m_out.exists("Large.csv")); // a pipe is not ours to remove
 }
 
 TEST_F(Program, FileSizeLimitIsAFailedWrite)
@@ -305,11 +308,9 @@ TEST_F(Program, FileSizeLimitIsAFailedWrite)
         const rlimit limit{65536, 65536};
         ::setrlimit(RLIMIT_FSIZE, &limit);
     };
-    const auto result =
-        runProgram("vellumo-cli", {"export", database(), "--format", "csv", "--to", m_out.path()}, "", setLimit);
+    const auto result = run({"export", "FILE", "--format", "csv", "--to", m_out.path()}, "", setLimit);
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(
-        result.output, "Export finished.\n1 table exported successfully.\n<Large> Failed: Unable to write file.\n");
+    EXPECT_EQ(result.out, "Export finished.\n1 table exported successfully.\n<Large> Failed: Unable to write file.\n");
     EXPECT_FALSE(m_out.exists("Large.csv"));
 }
 
@@ -321,19 +322,19 @@ TEST_F(Program, LostOutputIsAFailure)
     for (const auto& command : commands) {
         const auto result = run(command, "/dev/full");
         EXPECT_EQ(result.status, 1) << command[0];
-        EXPECT_EQ(result.errors, "vellumo-cli: Unable to write to standard output.\n") << command[0];
+        EXPECT_EQ(result.err, "vellumo-cli: Unable to write to standard output.\n") << command[0];
     }
 }
 
 TEST_F(Program, HelpNamesEveryOption)
 {
-    EXPECT_THAT(run({"--version"}).output, ::testing::MatchesRegex("vellumo-cli [0-9.]+\n"));
+    EXPECT_THAT(run({"--version"}).out, ::testing::MatchesRegex("vellumo-cli [0-9.]+\n"));
     const auto help = run({"export", "--help"});
     EXPECT_EQ(help.status, 0);
     for (const auto* option : {"--format", "--to", "--table", "--single-file", "--no-header", "--field-delimiter",
              "--record-delimiter", "--decimal-symbol", "--encoding", "--dialect", "--schema", "--no-structure",
              "--no-drop-table", "--no-foreign-keys", "--no-indexes", "--no-data"})
-        EXPECT_THAT(help.output, HasSubstr(std::string("\n  ") + option + " ")) << option;
+        EXPECT_THAT(help.out, HasSubstr(std::string("\n  ") + option + " ")) << option;
 }
 
 } // namespace

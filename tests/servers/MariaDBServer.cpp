@@ -1,14 +1,19 @@
 #include "servers/Server.h"
 
 #include <csignal>
+#include <optional>
 #include <pwd.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace vellumo::test {
 
 namespace {
+
+// It may be kept off the PATH of users; "" when it is not installed.
+std::string serverProgram()
+{
+    if (isInstalled("mariadbd")) return "mariadbd";
+    return access("/usr/sbin/mariadbd", X_OK) == 0 ? "/usr/sbin/mariadbd" : "";
+}
 
 class MariaDBServer : public Server {
 public:
@@ -45,13 +50,12 @@ private:
         return {"mariadb", "--no-defaults", "--socket=" + m_socket, "--user=root", "--default-character-set=utf8mb4",
             "--batch", "--binary-mode", "--skip-column-names", "--database=test"};
     }
-    void startProcess();
 
     TempFolder m_folder;
     std::string m_dataFolder = m_folder.path("data");
     std::string m_socket = m_folder.path("s");
     std::string m_user; // whom the server runs as; it refuses root unless told so
-    pid_t m_process = 0;
+    std::optional<RunningProgram> m_process;
 };
 
 MariaDBServer::MariaDBServer()
@@ -61,7 +65,10 @@ MariaDBServer::MariaDBServer()
         "--auth-root-authentication-method=normal", "--skip-test-db", "--innodb-log-file-size=4M",
         "--innodb-buffer-pool-size=8M"});
     if (installed.status != 0) failToStart("MariaDB", installed);
-    startProcess();
+    m_process.emplace(std::vector<std::string>{serverProgram(), "--no-defaults", "--datadir=" + m_dataFolder,
+        "--user=" + m_user, "--socket=" + m_socket, "--skip-networking", "--pid-file=" + m_folder.path("pid"),
+        "--log-error=" + m_folder.path("log"), "--innodb-log-file-size=4M", "--innodb-buffer-pool-size=8M",
+        "--innodb-flush-log-at-trx-commit=0", "--open-files-limit=1024"});
     // The tool itself waits until the server answers.
     const auto answered = run({"mariadb-admin", "--no-defaults", "--socket=" + m_socket, "--user=root", "--wait=60",
         "--connect-timeout=60", "ping"});
@@ -71,35 +78,17 @@ MariaDBServer::MariaDBServer()
     if (created.status != 0) failToStart("MariaDB", created);
 }
 
-void MariaDBServer::startProcess()
-{
-    std::vector<std::string> command = {"mariadbd", "--no-defaults", "--datadir=" + m_dataFolder, "--user=" + m_user,
-        "--socket=" + m_socket, "--skip-networking", "--pid-file=" + m_folder.path("pid"),
-        "--log-error=" + m_folder.path("log"), "--innodb-log-file-size=4M", "--innodb-buffer-pool-size=8M",
-        "--innodb-flush-log-at-trx-commit=0", "--open-files-limit=1024"};
-    std::vector<char*> arguments;
-    for (auto& argument : command)
-        arguments.push_back(argument.data());
-    arguments.push_back(nullptr);
-    const auto path = isInstalled("mariadbd") ? std::string("mariadbd") : std::string("/usr/sbin/mariadbd");
-    if (posix_spawnp(&m_process, path.c_str(), nullptr, nullptr, arguments.data(), environ) != 0) {
-        std::perror("mariadbd");
-        std::exit(1);
-    }
-}
-
 MariaDBServer::~MariaDBServer()
 {
-    kill(m_process, SIGKILL); // nobody needs its data
-    waitpid(m_process, nullptr, 0);
+    kill(m_process->process(), SIGKILL); // nobody needs its data
+    static_cast<void>(m_process->wait());
 }
 
 } // namespace
 
 std::unique_ptr<Server> startMariaDB()
 {
-    const bool hasServer = isInstalled("mariadbd") || access("/usr/sbin/mariadbd", X_OK) == 0;
-    if (!hasServer || !isInstalled("mariadb-install-db") || !isInstalled("mariadb")) return nullptr;
+    if (serverProgram().empty() || !isInstalled("mariadb-install-db") || !isInstalled("mariadb")) return nullptr;
     return std::make_unique<MariaDBServer>();
 }
 

@@ -25,15 +25,10 @@ public:
     ServerType type() const override { return ServerType::PostgreSQL; }
     CommandResult runScript(const std::string& path) override { return client({"--file=" + path}); }
     CommandResult query(const std::string& statement) override { return client({"--command=" + statement}); }
-    std::string quoted(std::string_view name) const override { return '"' + std::string(name) + '"'; }
     std::string hexOf(const std::string& column, std::string_view accessType) const override
     {
         const auto bytes = accessType == "Binary" ? column : "convert_to(" + column + "::text, 'UTF8')";
         return "coalesce(encode(" + bytes + ", 'hex'), '-')";
-    }
-    std::string concatenation(const std::vector<std::string>& expressions) const override
-    {
-        return joined(expressions, " || ',' || ");
     }
 
 private:

@@ -17,14 +17,9 @@ public:
     {
         return run({"sqlite3", "-batch", m_folder.path("db.sqlite"), statement});
     }
-    std::string quoted(std::string_view name) const override { return '"' + std::string(name) + '"'; }
     std::string hexOf(const std::string& column, std::string_view) const override
     {
         return "CASE WHEN " + column + " IS NULL THEN '-' ELSE hex(" + column + ") END";
-    }
-    std::string concatenation(const std::vector<std::string>& expressions) const override
-    {
-        return joined(expressions, " || ',' || ");
     }
 
 private:

@@ -11,6 +11,15 @@
 
 namespace vellumo::test {
 
+// The expressions with `separator` between them.
+[[nodiscard]] inline std::string joined(const std::vector<std::string>& expressions, std::string_view separator)
+{
+    std::string text;
+    for (const auto& expression : expressions)
+        text.append(text.empty() ? std::string_view() : separator).append(expression);
+    return text;
+}
+
 // A database server of the test's own: it keeps everything in a temporary folder, listens on no network, and is gone
 // with the object.
 class Server {
@@ -24,25 +33,20 @@ public:
     [[nodiscard]] virtual CommandResult query(const std::string& statement) = 0;
 
     // A name as the server quotes it.
-    [[nodiscard]] virtual std::string quoted(std::string_view name) const = 0;
+    [[nodiscard]] virtual std::string quoted(std::string_view name) const { return '"' + std::string(name) + '"'; }
     // An expression for the hexadecimal text of a column's value, "-" when it is null.
     [[nodiscard]] virtual std::string hexOf(const std::string& column, std::string_view accessType) const = 0;
-    [[nodiscard]] virtual std::string concatenation(const std::vector<std::string>& expressions) const = 0;
+    // An expression for several of them, with commas in between.
+    [[nodiscard]] virtual std::string concatenation(const std::vector<std::string>& expressions) const
+    {
+        return joined(expressions, " || ',' || ");
+    }
 };
 
 // Null when the server is not installed; does not return when one that is installed cannot be started.
 [[nodiscard]] std::unique_ptr<Server> startSQLite();
 [[nodiscard]] std::unique_ptr<Server> startMariaDB();
 [[nodiscard]] std::unique_ptr<Server> startPostgreSQL();
-
-// The expressions with `separator` between them.
-[[nodiscard]] inline std::string joined(const std::vector<std::string>& expressions, std::string_view separator)
-{
-    std::string text;
-    for (const auto& expression : expressions)
-        text.append(text.empty() ? std::string_view() : separator).append(expression);
-    return text;
-}
 
 // Ends the test program with the reason.
 [[noreturn]] inline void failToStart(const char* server, const CommandResult& result)

@@ -3,6 +3,7 @@
 #include "embedded/TAdmBlobData.h"
 #include "model/TAdmMDBFile.h"
 
+#include <concepts>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,16 +16,9 @@ namespace vellumo::test {
 // A cell: a text, a blob, or `null`.
 struct Cell {
     Cell(std::nullptr_t) { }
-    Cell(const char* cellText)
-        : text(cellText)
-    {
-    }
-    Cell(std::string_view cellText)
-        : text(cellText)
-    {
-    }
-    Cell(std::string cellText)
-        : text(std::move(cellText))
+    template <std::convertible_to<std::string_view> Text>
+    Cell(const Text& cellText)
+        : text(std::string_view(cellText))
     {
     }
     Cell(std::shared_ptr<TAdmBlobData> cellBlob)

@@ -2,7 +2,6 @@
 
 #include "support/TempFolder.h"
 
-#include <cstdlib>
 #include <fcntl.h>
 #include <functional>
 #include <string>
@@ -10,41 +9,41 @@
 #include <unistd.h>
 #include <vector>
 
-// Runs a program of the build and catches what it says.
+// Runs a program and catches what it says.
 namespace vellumo::test {
 
-struct ProgramResult {
-    int status = -1; // -1: ended by a signal
-    std::string output;
-    std::string errors;
+struct CommandResult {
+    int status = -1; // exit status; -1 when a signal ended the program, 127 when there is no such program
+    std::string out;
+    std::string err;
 };
 
 class RunningProgram {
 public:
-    // `outputPath`: where standard output goes; "" catches it. `prepare` is called in the new process before it becomes
-    // the program.
-    RunningProgram(
-        const std::string& name, std::vector<std::string> arguments, const std::string& outputPath = "",
+    // `command`: a program found by PATH, or by its path, and its arguments; there is no shell. `outputPath`: where
+    // standard output goes; "" catches it. `prepare` is called in the new process before it becomes the program.
+    explicit RunningProgram(
+        std::vector<std::string> command, const std::string& outputPath = "",
         const std::function<void()>& prepare = [] {})
     {
-        const auto program = std::string(VELLUMO_BIN_DIR "/") + name;
-        std::vector<char*> argv = {const_cast<char*>(program.c_str())};
-        for (auto& argument : arguments)
+        std::vector<char*> argv;
+        for (auto& argument : command)
             argv.push_back(argument.data());
         argv.push_back(nullptr);
         m_process = ::fork();
         if (m_process != 0) return;
+        ::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO);
+        // Files rather than pipes: nothing can fill up while the program is waited for.
         redirect(STDOUT_FILENO, outputPath.empty() ? m_folder.path("out") : outputPath);
         redirect(STDERR_FILENO, m_folder.path("err"));
-        ::setenv("LC_ALL", "C", 1);
         prepare();
-        ::execv(program.c_str(), argv.data());
+        ::execvp(argv[0], argv.data());
         ::_exit(127);
     }
 
     [[nodiscard]] pid_t process() const { return m_process; }
 
-    [[nodiscard]] ProgramResult wait() const
+    [[nodiscard]] CommandResult wait() const
     {
         int status = 0;
         ::waitpid(m_process, &status, 0);
@@ -61,12 +60,5 @@ private:
     TempFolder m_folder;
     pid_t m_process = -1;
 };
-
-inline ProgramResult runProgram(
-    const std::string& name, const std::vector<std::string>& arguments, const std::string& outputPath = "",
-    const std::function<void()>& prepare = [] {})
-{
-    return RunningProgram(name, arguments, outputPath, prepare).wait();
-}
 
 } // namespace vellumo::test
