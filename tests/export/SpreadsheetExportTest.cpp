@@ -165,7 +165,7 @@ TEST(SpreadsheetExport, TextsPastTheLimitFailTheirTable)
 {
     std::string pairs; // 32,740 units in 65,480 bytes
     for (int i = 0; i < 16'370; ++i)
-        pairs += "\xF0\x9F\x98\x80";
+        pairs += "😀";
     const std::string tooLong(32'741, 'x');
     const auto file = makeFile("/nowhere/Shop.mdb", textTable("A", {"a", std::string(32'740, 'x'), pairs}),
         textTable("B", {"b", tooLong}),
@@ -180,7 +180,7 @@ TEST(SpreadsheetExport, TextsPastTheLimitFailTheirTable)
     EXPECT_THAT(outcome.log, lines);
     const auto sheets = sheetsIn(folder, "Shop.xls");
     EXPECT_THAT(namesOf(sheets), ElementsAre("A", "B", "C", "D"));
-    EXPECT_EQ(sheets.at(0).cells.at({3, 1}).size(), pairs.size() + 2);
+    EXPECT_EQ(sheets.at(0).cells.at({3, 1}), "'" + pairs + "'");
     EXPECT_THAT(sheets.at(1).cells, IsEmpty());
     EXPECT_THAT(sheets.at(2).cells, IsEmpty());
     EXPECT_EQ(sheets.at(3).cells.size(), 4U);
@@ -198,7 +198,7 @@ TEST(SpreadsheetExport, TablesThatCannotBeWrittenAreToldAndTheRestGoesOn)
     TempFolder folder;
     std::filesystem::create_directory(folder.path("C.xls"));
     const auto file = makeFile("/nowhere/Shop.mdb", textTable("A/B", {"x"}), textTable("C", {"x"}),
-        textTable("\xFF", {"x"}), textTable("O'Hara. \xC3\x84", {"x"}));
+        textTable("\xFF", {"x"}), textTable("O'Hara. Ä", {"x"}));
     const auto outcome =
         runWriter(exportXLSThread, *file, filePerTable(folder.path()), -1, {"A/B.xls", "C.xls", "D.xls", "E.xls"});
     EXPECT_THAT(outcome.log,
@@ -207,7 +207,7 @@ TEST(SpreadsheetExport, TablesThatCannotBeWrittenAreToldAndTheRestGoesOn)
     EXPECT_EQ(outcome.successTableCount, 1);
     EXPECT_THAT(outcome.progress, ElementsAre(0, 1, 2, 3));
     EXPECT_FALSE(folder.exists("D.xls"));
-    EXPECT_THAT(namesOf(sheetsIn(folder, "E.xls")), ElementsAre("O'Hara. \xC3\x84"));
+    EXPECT_THAT(namesOf(sheetsIn(folder, "E.xls")), ElementsAre("O'Hara. Ä"));
 
     const auto missing = runWriter(exportXLSThread, *file, singleFile(folder.path("missing/Shop.xls")));
     EXPECT_THAT(missing.log, ElementsAre("Unable to create file for export."));
@@ -295,10 +295,7 @@ TEST(SpreadsheetExport, StoppedRunLeavesOnlyWholeFiles)
         const auto outcome = runWriter(exportXLSThread, *file, options, test.stopAt);
         EXPECT_EQ(outcome.log, test.log) << test.name;
         EXPECT_EQ(outcome.successTableCount, test.successTableCount) << test.name;
-        std::vector<std::string> files;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
-            files.push_back(entry.path().filename());
-        EXPECT_EQ(files, test.files) << test.name;
+        EXPECT_EQ(folder.names(), test.files) << test.name;
     }
 }
 
@@ -320,10 +317,7 @@ TEST(SpreadsheetExport, FullDiskIsTold)
     EXPECT_EQ(single.successTableCount, 0);
     EXPECT_THAT(perTable.log, ElementsAre("<Large> Failed: Unable to write file."));
     EXPECT_EQ(perTable.successTableCount, 1);
-    std::vector<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
-        files.push_back(entry.path().filename());
-    EXPECT_THAT(files, ElementsAre("Small.xls"));
+    EXPECT_THAT(folder.names(), ElementsAre("Small.xls"));
 
     const auto device = runWriter(exportXLSThread, *file, singleFile("/dev/full"));
     EXPECT_THAT(device.log, ElementsAre("Unable to write file."));

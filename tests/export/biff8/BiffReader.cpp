@@ -7,6 +7,7 @@
 
 #include <bit>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -16,33 +17,9 @@ namespace {
 
 constexpr std::uint16_t continueId = 0x3C;
 
-void appendUtf8(std::string& text, std::uint32_t code)
-{
-    const auto follower = [&](unsigned shift) { return static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
-    if (code < 0x80) {
-        text += static_cast<char>(code);
-    } else if (code < 0x800) {
-        (text += static_cast<char>(0xC0 | (code >> 6))) += follower(0);
-    } else if (code < 0x10000) {
-        ((text += static_cast<char>(0xE0 | (code >> 12))) += follower(6)) += follower(0);
-    } else {
-        (((text += static_cast<char>(0xF0 | (code >> 18))) += follower(12)) += follower(6)) += follower(0);
-    }
-}
-
-// UTF-16 units as UTF-8; every surrogate must be one of a pair.
-std::string utf8Of(const std::vector<std::uint16_t>& units)
-{
-    std::string text;
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        std::uint32_t code = units[i];
-        if (code >= 0xD800 && code < 0xDC00 && i + 1 < units.size())
-            code = 0x10000 + ((code - 0xD800) << 10) + (units[++i] - 0xDC00u);
-        EXPECT_FALSE(code >= 0xD800 && code < 0xE000) << "lone surrogate";
-        appendUtf8(text, code);
-    }
-    return text;
-}
+// UTF-16 units as UTF-8. As the name of a file the standard library converts them, and throws where a surrogate is
+// alone.
+std::string utf8Of(const std::u16string& units) { return std::filesystem::path(units).string(); }
 
 // Walks over the data of a record and those that continue it.
 class StringCursor {
@@ -61,7 +38,7 @@ public:
         string.offsetInRecord = 4 + static_cast<std::uint32_t>(m_at);
         const auto count = take(2);
         auto unitSize = takeFlag();
-        std::vector<std::uint16_t> units;
+        std::u16string units;
         if (count > 0) {
             EXPECT_GE(left(), unitSize) << "no unit in the record of the head";
         }
@@ -71,7 +48,7 @@ public:
                 nextRecord();
                 unitSize = takeFlag();
             }
-            units.push_back(static_cast<std::uint16_t>(take(unitSize)));
+            units.push_back(static_cast<char16_t>(take(unitSize)));
         }
         string.text = utf8Of(units);
         return string;
@@ -108,18 +85,10 @@ std::string nameIn(const std::string& boundSheet)
     const auto length = numberAt(boundSheet, 6, 1);
     const std::size_t unitSize = boundSheet.at(7) == 0 ? 1 : 2;
     EXPECT_EQ(boundSheet.size(), 8 + length * unitSize);
-    std::vector<std::uint16_t> units;
+    std::u16string units;
     for (std::size_t i = 0; i < length; ++i)
-        units.push_back(static_cast<std::uint16_t>(numberAt(boundSheet, 8 + i * unitSize, unitSize)));
+        units.push_back(static_cast<char16_t>(numberAt(boundSheet, 8 + i * unitSize, unitSize)));
     return utf8Of(units);
-}
-
-std::string quoted(const std::string& text)
-{
-    std::string result(1, '\'');
-    result += text;
-    result += '\'';
-    return result;
 }
 
 std::string printed(double value)
@@ -146,7 +115,7 @@ void readCell(const Record& record, const std::vector<SharedString>& strings, Re
         EXPECT_TRUE(sheet.cells.emplace(std::pair(row, column), std::move(value)).second) << row << "," << column;
     };
     switch (record.id) {
-    case 0xFD: return put(quoted(strings.at(numberAt(data, 6, 4)).text));
+    case 0xFD: return put("'" + strings.at(numberAt(data, 6, 4)).text + "'");
     case 0x203: return put(printed(std::bit_cast<double>(numberAt(data, 6, 8))));
     case 0x27E: return put(packedNumber(numberAt(data, 6, 4)));
     case 0x201: return put("blank");

@@ -150,37 +150,24 @@ TEST(Workbook, RowBlocksCanBeFound)
     for (std::size_t i = 0; i < 7; ++i)
         EXPECT_EQ(numberAt(index->data, 16 + 4 * i, 4), lookups.at(i));
     // First block: three rows. 20 bytes a ROW, 14 + 18 a row of cells.
-    EXPECT_EQ(hex(at.at(lookups[0])->data),
-        "9c000000"
-        "2800"
-        "2000"
-        "2000");
+    EXPECT_EQ(hex(at.at(lookups[0])->data), "9c000000280020002000");
     EXPECT_EQ(hex(at.at(lookups[0] - 0x9C)->data), "050003000500ff000000000000010f00");
-    EXPECT_EQ(hex(at.at(lookups[1])->data),
-        "34000000"
-        "0000");
+    EXPECT_EQ(hex(at.at(lookups[1])->data), "340000000000");
     EXPECT_EQ(hex(at.at(lookups[2])->data), "00000000"); // no cell from 69 to 196
-    EXPECT_EQ(hex(at.at(lookups[6])->data),
-        "34000000"
-        "0000");
+    EXPECT_EQ(hex(at.at(lookups[6])->data), "340000000000");
 }
 
 TEST(Workbook, SheetsStandWhereTheListSays)
 {
     Workbook workbook;
-    for (const auto* name : {"Leer",
-             "B\xC3\xBC"
-             "cher",
-             "\xE6\x9C\xAC"})
+    for (const auto* name : {"Leer", "Bücher", "本"})
         EXPECT_TRUE(workbook.addSheet(name));
     EXPECT_EQ(workbook.setText(0, 0, "last"), Ok);
     const auto stream = streamOf(workbook);
     const auto sheets = sheetsOf(stream);
     ASSERT_EQ(sheets.size(), 3U);
-    EXPECT_EQ(sheets[1].name,
-        "B\xC3\xBC"
-        "cher");
-    EXPECT_EQ(sheets[2].name, "\xE6\x9C\xAC");
+    EXPECT_EQ(sheets[1].name, "Bücher");
+    EXPECT_EQ(sheets[2].name, "本");
     EXPECT_THAT(sheets[0].cells, IsEmpty());
     EXPECT_EQ(sheets[2].cells, (Cells{{{0, 0}, "'last'"}}));
     std::size_t shownSheets = 0;
@@ -193,7 +180,7 @@ TEST(Workbook, SheetsStandWhereTheListSays)
 TEST(Workbook, TextsAreStoredOnce)
 {
     auto workbook = workbookWithSheet();
-    const std::vector<std::string> texts = {"a", "\xC3\xA9", "\xE2\x82\xAC", "a", "\xF0\x9F\x98\x80", "\xE2\x82\xAC"};
+    const std::vector<std::string> texts = {"a", "é", "€", "a", "😀", "€"};
     for (std::uint16_t i = 0; i < texts.size(); ++i)
         EXPECT_EQ(workbook.setText(0, i, texts[i]), Ok);
     for (const auto& record : recordsOf(streamOf(workbook))) {
@@ -220,23 +207,13 @@ TEST(Workbook, TextsThatReadersDoNotSurviveAreRepaired)
         const char* cell;
     } cases[] = {
         {"line breaks and controls stay", "a\r\n\tb\x01", Ok, "'a\r\n\tb\x01'"},
-        {"zero", "a\0b"s, Ok,
-            "'a\xEF\xBF\xBD"
-            "b'"},
-        {"lone surrogate",
-            "a\xED\xA0\x80"
-            "b",
-            Ok,
-            "'a\xEF\xBF\xBD"
-            "b'"},
+        {"zero", "a\0b"s, Ok, "'a�b'"},
+        {"lone surrogate", "a\xED\xA0\x80z", Ok, "'a�z'"},
         {"empty", "", Ok, "''"},
         {"cut off character", "a\xC3", CellStatus::BadText, nullptr},
         {"overlong form", "\xC0\xAF", CellStatus::BadText, nullptr},
         {"beyond Unicode", "\xF4\x90\x80\x80", CellStatus::BadText, nullptr},
-        {"stray follower in a long text",
-            "12345678"
-            "1234567\x80",
-            CellStatus::BadText, nullptr},
+        {"stray follower in a long text", "123456781234567\x80", CellStatus::BadText, nullptr},
         {"as long as a cell can hold", longest, Ok, longestCell.c_str()},
         {"longer", std::string(32768, 'x'), CellStatus::BadText, nullptr},
     };
@@ -256,10 +233,9 @@ TEST(Workbook, TextsThatReadersDoNotSurviveAreRepaired)
 TEST(Workbook, TextsGoOnInTheNextRecord)
 {
     const std::string narrow = "abcdefghij";
-    const std::string wide = "\xD0\x96\xD0\x97\xD0\x98\xD0\x99";
-    const std::string pairs = "\xF0\x9F\x98\x80\xF0\x9F\x98\x81\xF0\x9F\x98\x82";
-    const auto mixed = "\xE2\x82\xAC" + pairs + "z";
-    for (const auto& text : {narrow, wide, pairs, mixed}) {
+    const std::string wide = "ЖЗИЙ";
+    const std::string pairs = "😀😁😂";
+    for (const auto& text : {narrow, wide, pairs, "€" + pairs + "z"}) {
         for (std::size_t filler = 8160; filler <= 8224; ++filler) {
             auto workbook = workbookWithSheet();
             const std::string first(filler, 'f');
@@ -272,23 +248,6 @@ TEST(Workbook, TextsGoOnInTheNextRecord)
                 ASSERT_EQ(strings[i].text, expected[i]) << filler;
         }
     }
-}
-
-TEST(Workbook, LongTextsSpanSeveralRecords)
-{
-    auto workbook = workbookWithSheet();
-    std::vector<std::string> texts(4);
-    for (int i = 0; i < 16370; ++i) {
-        texts[0] += "\xF0\x9F\x98\x80"; // 32,740 units
-        texts[1] += "xy";
-        texts[2] += "\xC3\xA9\n";
-        texts[3] += "\xD0\x96.";
-    }
-    for (std::uint16_t i = 0; i < 4; ++i)
-        EXPECT_EQ(workbook.setText(0, i, texts[i]), Ok);
-    const auto strings = sharedStringsOf(recordsOf(streamOf(workbook)));
-    for (std::size_t i = 0; i < 4; ++i)
-        EXPECT_TRUE(strings.at(i).text == texts[i]) << i;
 }
 
 TEST(Workbook, IndexOfStringsPointsAtThem)
@@ -377,7 +336,6 @@ TEST(Workbook, NamesAreRepaired)
 {
     const std::string forty(40, 'n');
     const std::string thirtyOne(31, 'n');
-    const std::string smile = "\xF0\x9F\x98\x80";
     const struct {
         const char* name;
         std::vector<std::string> given;
@@ -390,24 +348,15 @@ TEST(Workbook, NamesAreRepaired)
         {"cut", {forty}, {thirtyOne}},
         {"cut twice", {forty, forty + "x"}, {thirtyOne, thirtyOne.substr(2) + "_2"}},
         {"a quote at the cut", {thirtyOne.substr(1) + "'x"}, {thirtyOne.substr(1) + "_"}},
-        {"never half a pair", {thirtyOne.substr(1) + smile}, {thirtyOne.substr(1)}},
+        {"never half a pair", {thirtyOne.substr(1) + "😀"}, {thirtyOne.substr(1)}},
         {"continuation keeps its number", {forty, forty + "(2)", forty + "(12)"},
             {thirtyOne, thirtyOne.substr(3) + "(2)", thirtyOne.substr(4) + "(12)"}},
         {"a table named like a continuation", {"Orders(2)", "Orders(2)"}, {"Orders(2)", "Orders(2)_2"}},
         {"case does not tell them apart", {"Orders", "ORDERS", "orders"}, {"Orders", "ORDERS_2", "orders_3"}},
-        {"nor do foldings",
-            {"Stra\xC3\x9F"
-             "e",
-                "STRASSE"},
-            {"Stra\xC3\x9F"
-             "e",
-                "STRASSE_2"}},
+        {"nor do foldings", {"Straße", "STRASSE"}, {"Straße", "STRASSE_2"}},
         {"one that was taken by repair", {"a?", "a_", "a__2"}, {"a_", "a__2", "a__2_2"}},
         {"reserved", {"history"}, {"history_2"}},
-        {"lone surrogate",
-            {"a\xED\xA0\x80"
-             "b"},
-            {"a_b"}},
+        {"lone surrogate", {"a\xED\xA0\x80z"}, {"a_z"}},
         {"parentheses without a number", {forty + "()", forty + "(x)"}, {thirtyOne, thirtyOne.substr(2) + "_2"}},
         {"nothing but a number", {"(3)", "(3)"}, {"(3)", "(3)_2"}},
         {"a number too long to keep", {thirtyOne + "(7777777777777)"}, {thirtyOne}},
@@ -443,15 +392,6 @@ TEST(Workbook, FailsWhenItsTargetDoes)
     EXPECT_EQ(unused.bytes, "");
 }
 
-std::vector<std::string> namesIn(const TempFolder& folder)
-{
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
-        names.push_back(entry.path().filename());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 TEST(WorkbookFile, IsWrittenWholeOrNotAtAll)
 {
     std::vector<std::string> texts;
@@ -469,10 +409,10 @@ TEST(WorkbookFile, IsWrittenWholeOrNotAtAll)
             EXPECT_FALSE(workbook.writeFile(folder.path("New.xls")));
         }
         EXPECT_EQ(folder.read("Old.xls"), "old");
-        EXPECT_THAT(namesIn(folder), ElementsAre("Old.xls"));
+        EXPECT_THAT(folder.names(), ElementsAre("Old.xls"));
         EXPECT_TRUE(workbook.writeFile(folder.path("Old.xls")));
         EXPECT_TRUE(workbook.writeFile(folder.path("New.xls")));
-        EXPECT_THAT(namesIn(folder), ElementsAre("New.xls", "Old.xls"));
+        EXPECT_THAT(folder.names(), ElementsAre("New.xls", "Old.xls"));
         EXPECT_EQ(workbookStreamOf(folder.path("Old.xls")), streamOf(workbook));
         EXPECT_EQ(folder.read("New.xls"), folder.read("Old.xls"));
     }
@@ -486,7 +426,7 @@ TEST(WorkbookFile, ReplacesNothingButFiles)
     ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
     for (const auto& path : {folder.path("folder"), folder.path("pipe"), folder.path("missing/New.xls"), ""s})
         EXPECT_FALSE(workbook.writeFile(path)) << path;
-    EXPECT_THAT(namesIn(folder), ElementsAre("folder", "pipe"));
+    EXPECT_THAT(folder.names(), ElementsAre("folder", "pipe"));
     EXPECT_EQ(std::filesystem::status(folder.path("pipe")).type(), std::filesystem::file_type::fifo);
 }
 
