@@ -259,6 +259,8 @@ TEST_F(Scenario, AnExportWithoutItsLibraryTellsSoInAWindow)
     unsetenv("VELLUMO_SQLITE_LIBRARY");
     ASSERT_EQ(s.loadErrorWindow.shown.size(), 1U);
     EXPECT_EQ(s.loadErrorWindow.shown[0].label, "sqlitelibraryerror: '/nonexistent.so'");
+    EXPECT_EQ(s.sight().alerts, "sheet Export finished.: Unable to create file for export.");
+    EXPECT_FALSE(s.folder.exists("Sales.sqlite"));
 }
 
 } // namespace

@@ -7,9 +7,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-#include <thread>
-
 namespace vellumo {
 namespace {
 
@@ -240,35 +237,6 @@ TEST(TextExport, StopLeavesNothingOfTheTableBegun)
     EXPECT_TRUE(folder.exists("A.csv"));
     EXPECT_EQ(folder.read("B.csv"), "from an earlier export");
     EXPECT_FALSE(folder.exists("B.csv.part") || folder.exists("C.csv"));
-}
-
-// The reader of a pipe stops the export while the writer waits for it, in the middle of the rows.
-TEST(TextExport, StopInsideATable)
-{
-    TempFolder folder;
-    ASSERT_EQ(::mkfifo(folder.path("A.csv").c_str(), 0600), 0);
-    const std::vector<Row> rows(5000, Row{std::string(1000, 'x')});
-    const auto file = makeFile("/nowhere/Shop.mdb", textTable("A", rows));
-    std::atomic<bool> terminate = false;
-    std::size_t received = 0;
-    std::thread reader([&] {
-        std::ifstream pipe(folder.path("A.csv"), std::ios::binary);
-        while (pipe.get() != std::ifstream::traits_type::eof()) {
-            ++received;
-            terminate = true;
-        }
-    });
-    DirectMainThread mainThread;
-    FakeSystemLog systemLog;
-    auto options = optionsFor(CSV);
-    options.path = folder.path();
-    ExportJob job(*file, {ExportEntry::exportEntryWithTableName("A", CSV)}, options, terminate, mainThread, systemLog,
-        [](std::size_t) {});
-    exportTextFileThread(job);
-    reader.join();
-    EXPECT_THAT(job.msgLog(), ElementsAre("<A> Failed: Terminated."));
-    EXPECT_LT(received, 5'000'000U);
-    EXPECT_TRUE(folder.exists("A.csv")); // a pipe is not ours to remove
 }
 
 TEST(TextExport, TablesThatTheFileDoesNotHaveArePassedOver)

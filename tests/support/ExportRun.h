@@ -25,10 +25,11 @@ struct ExportOutcome {
     std::vector<std::size_t> progress; // the numbers reported
 };
 
-// All tables of the file, each to its default file name. `stopAt`: the table at whose beginning the user stops, -1 for
-// none. `fileNames`: output file names to use instead, in table order.
+// All tables of the file, each to its default file name. `stopAt`: the user stops when the report with this number
+// arrives (from 0; -1: never), or when `terminate` becomes true. `fileNames`: output file names to use instead, in
+// table order.
 inline ExportOutcome runWriter(ExportWriter writer, const TAdmMDBFile& file, const ExportOptions& options,
-    int stopAt = -1, const std::vector<std::string>& fileNames = {})
+    int stopAt = -1, const std::vector<std::string>& fileNames = {}, std::atomic<bool>* terminate = nullptr)
 {
     std::vector<ExportEntry> entries;
     for (const auto& table : file.tables())
@@ -37,11 +38,12 @@ inline ExportOutcome runWriter(ExportWriter writer, const TAdmMDBFile& file, con
         entries.at(i).exportFileName = fileNames[i];
     DirectMainThread mainThread;
     FakeSystemLog systemLog;
-    std::atomic<bool> terminate = false;
+    std::atomic<bool> stopFlag = false;
+    if (terminate == nullptr) terminate = &stopFlag;
     ExportOutcome outcome;
-    ExportJob job(file, entries, options, terminate, mainThread, systemLog, [&](std::size_t index) {
+    ExportJob job(file, entries, options, *terminate, mainThread, systemLog, [&](std::size_t index) {
+        if (static_cast<int>(outcome.progress.size()) == stopAt) *terminate = true;
         outcome.progress.push_back(index);
-        if (static_cast<int>(index) == stopAt) terminate = true;
     });
     writer(job);
     outcome.successTableCount = job.successTableCount();

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "support/ExportRun.h"
+#include "support/FileSizeLimit.h"
 #include "support/ModelBuilder.h"
 #include "support/TempFolder.h"
 
-#include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 namespace vellumo::test {
 
@@ -19,29 +18,6 @@ inline std::string contentOf(const fs::path& path)
     EXPECT_TRUE(file) << path;
     return {std::istreambuf_iterator<char>(file), {}};
 }
-
-// The disk is full once a file has this many bytes.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes)
-        : m_oldHandler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_old);
-        const rlimit limit{bytes, m_old.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_old);
-        std::signal(SIGXFSZ, m_oldHandler);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit m_old{};
-    void (*m_oldHandler)(int);
-};
 
 // Two related tables with a column of most types.
 inline std::unique_ptr<TAdmMDBFile> makeShop()
@@ -72,6 +48,7 @@ class SQLExportFixture : public testing::Test {
 protected:
     SQLExportFixture()
     {
+        m_options.fileType = ExportFileType::SQL;
         m_options.isSingleFile = true;
         m_options.path = m_folder / "out.sql";
     }
@@ -79,35 +56,15 @@ protected:
     // Exports all tables of the file. The run is stopped when the progress report with number `m_stopAt` arrives.
     ExportOutcome runExport(ExportWriter writer, const TAdmMDBFile& file)
     {
-        ExportOutcome report;
-        std::vector<ExportEntry> entries;
-        for (const auto& table : file.tables())
-            entries.push_back(ExportEntry::exportEntryWithTableName(table->name(), ExportFileType::SQL));
-        ExportJob job(file, entries, m_options, m_terminate, m_mainThread, m_systemLog, [&](std::size_t index) {
-            if (report.progress.size() == m_stopAt) m_terminate = true;
-            report.progress.push_back(index);
-        });
-        writer(job);
-        report.log = job.msgLog();
-        report.successTableCount = job.successTableCount();
-        return report;
+        return runWriter(writer, file, m_options, m_stopAt, {}, &m_terminate);
     }
-    [[nodiscard]] std::vector<std::string> filesInFolder() const
-    {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(m_folder))
-            names.push_back(entry.path().filename());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
+    [[nodiscard]] std::vector<std::string> filesInFolder() const { return m_tempFolder.names(); }
 
     TempFolder m_tempFolder;
     fs::path m_folder{m_tempFolder.path()};
     ExportOptions m_options;
-    std::size_t m_stopAt = static_cast<std::size_t>(-1);
+    int m_stopAt = -1;
     std::atomic<bool> m_terminate = false;
-    DirectMainThread m_mainThread;
-    FakeSystemLog m_systemLog;
 };
 
 } // namespace vellumo::test

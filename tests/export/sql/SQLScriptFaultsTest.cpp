@@ -1,9 +1,7 @@
 #include "export/sql/SQLExportFixture.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <thread>
-#include <unistd.h>
 
 namespace vellumo::test {
 namespace {
@@ -21,24 +19,32 @@ protected:
     }
 };
 
-TEST_F(SQLScriptFaults, ScriptThatCannotBeCreated)
+// A script, and a database of SQLite.
+TEST_F(SQLScriptFaults, FileThatCannotBeCreated)
 {
     const auto shop = makeShop();
     const struct {
         const char* name;
+        ExportWriter writer;
         fs::path path;
     } cases[] = {
-        {"no folder", m_folder / "none" / "out.sql"},
-        {"a folder", m_folder},
-        {"nothing", ""},
+        {"script, no folder", exportSQLThread, m_folder / "none" / "out.sql"},
+        {"script, a folder", exportSQLThread, m_folder},
+        {"script, nothing", exportSQLThread, ""},
+        {"database, no folder", exportSQLiteThread, m_folder / "none" / "out.sqlite"},
+        {"database, a folder", exportSQLiteThread, m_folder},
+        {"database, a device", exportSQLiteThread, "/dev/full"},
+        {"database, nothing", exportSQLiteThread, ""},
     };
     for (const auto& test : cases) {
         m_options.path = test.path;
-        const auto report = runExport(exportSQLThread, *shop);
+        const auto report = runExport(test.writer, *shop);
         EXPECT_THAT(report.log, ElementsAre("Unable to create file for export.")) << test.name;
         EXPECT_EQ(report.successTableCount, 0) << test.name;
         EXPECT_THAT(report.progress, IsEmpty()) << test.name;
     }
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+    EXPECT_TRUE(fs::is_directory(m_folder));
 }
 
 TEST_F(SQLScriptFaults, TableWhoseScriptCannotBeCreatedDoesNotStopTheOthers)
@@ -58,7 +64,7 @@ TEST_F(SQLScriptFaults, FullDiskLeavesNothing)
 {
     const auto shop = makeShop();
     {
-        const FullDisk full(1200); // more than the first table's script, less than both
+        const FileSizeLimit full(1200); // more than the first table's script, less than both
         const auto report = runExport(exportSQLThread, *shop);
         EXPECT_THAT(report.log, ElementsAre("Unable to write file."));
         EXPECT_EQ(report.successTableCount, 0);
@@ -66,27 +72,17 @@ TEST_F(SQLScriptFaults, FullDiskLeavesNothing)
     }
     const auto file = makeFile("/nowhere/x.mdb", makeTable("a", {{"t", "Text"}}, {{"x"}}),
         makeTable("b", {{"t", "Text"}}, {{std::string(1200, 'x')}}), makeTable("c", {{"t", "Text"}}, {{"x"}}));
-    const FullDisk full(1200);
+    const FileSizeLimit full(1200);
     const auto report = runPerTable(*file);
     EXPECT_THAT(report.log, ElementsAre("<b> Failed: Unable to write file."));
     EXPECT_THAT(filesInFolder(), ElementsAre("a.sql", "c.sql"));
-}
-
-TEST_F(SQLScriptFaults, FullDeviceIsToldAndStays)
-{
-    const auto shop = makeShop();
-    m_options.path = "/dev/full";
-    const auto report = runExport(exportSQLThread, *shop);
-    EXPECT_THAT(report.log, ElementsAre("Unable to write file."));
-    EXPECT_EQ(report.successTableCount, 0);
-    EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
 TEST_F(SQLScriptFaults, StopInOneScript)
 {
     const struct {
         const char* name;
-        std::size_t stopAt; // number of the progress report
+        int stopAt; // number of the progress report
         SQLDialect dialect;
         std::vector<std::string> log;
         int successes;
@@ -112,15 +108,12 @@ TEST_F(SQLScriptFaults, StopInOneScript)
 // Reads a pipe to its end. The flag is set as soon as a text has arrived.
 void setWhenRead(const fs::path& pipe, std::string_view text, std::atomic<bool>& flag)
 {
-    const int reader = ::open(pipe.c_str(), O_RDONLY | O_CLOEXEC);
+    std::ifstream stream(pipe);
     std::string all;
-    char buffer[4096];
-    for (ssize_t count = 0; (count = ::read(reader, buffer, sizeof buffer)) > 0;) {
-        if (flag) continue;
-        all.append(buffer, static_cast<std::size_t>(count));
-        flag = all.find(text) != std::string::npos;
+    for (char byte = 0; stream.get(byte);) {
+        all += byte;
+        if (all.ends_with(text)) flag = true;
     }
-    ::close(reader);
 }
 
 TEST_F(SQLScriptFaults, StopWithinTheLastStatementsOfTheFinalPass)

@@ -144,33 +144,20 @@ TEST(SQLTypes, UnknownTypesAndDialectsKeepTheName)
     EXPECT_EQ(convertMDBTypeToDBSPType("integer", ServerType::PostgreSQL), "integer");
     EXPECT_EQ(convertMDBTypeToDBSPType("", ServerType::MySQL), "");
     EXPECT_EQ(convertMDBTypeToDBSPType("Integer", ServerType(6)), "Integer");
-    // Written out by hand, in the order of the types.
+    // The types that the shop's scripts do not have.
     const struct {
         ServerType dialect;
-        std::string_view types;
+        const char* types;
     } cases[] = {
-        {ServerType::MySQL,
-            "char|int|int|int|float|float|float|datetime|varchar|varchar|text(8000)|text(8000)|varchar(16)|numeric|"
-            "int|"},
-        {ServerType::PostgreSQL,
-            "BOOL|SMALLINT|INTEGER|INTEGER|NUMERIC(15,2)|REAL|DOUBLE PRECISION|TIMESTAMP WITHOUT TIME "
-            "ZONE|BYTEA|VARCHAR|"
-            "BYTEA|TEXT|UUID|NUMERIC(15,2)|INTEGER|"},
-        {ServerType::Oracle,
-            "NUMBER(1)|NUMBER(3)|NUMBER(5)|NUMBER(11)|NUMBER(15,2)|FLOAT|FLOAT|TIMESTAMP|BINARY|VARCHAR2|BLOB|CLOB|"
-            "NUMBER|"
-            "NUMBER|NUMBER(11)|"},
-        {ServerType::SQLite,
-            "INTEGER|INTEGER|INTEGER|INTEGER|REAL|REAL|REAL|TEXT|BLOB|TEXT|BLOB|TEXT|TEXT|INTEGER|INTEGER|"},
-        {ServerType::SQLServer,
-            "bit|char|smallint|int|money|real|float|smalldatetime|text|varchar|varbinary|text|Sybase_Replication "
-            "ID|numeric|int|"},
+        {ServerType::MySQL, "int|float|varchar|numeric|int|"},
+        {ServerType::PostgreSQL, "SMALLINT|REAL|BYTEA|NUMERIC(15,2)|INTEGER|"},
+        {ServerType::Oracle, "NUMBER(3)|FLOAT|BINARY|NUMBER|NUMBER(11)|"},
+        {ServerType::SQLite, "INTEGER|REAL|BLOB|INTEGER|INTEGER|"},
+        {ServerType::SQLServer, "char|real|text|numeric|int|"},
     };
     for (const auto& test : cases) {
         std::string types;
-        for (const char* type :
-            {"Boolean", "Byte", "Integer", "Long Integer", "Currency", "Single", "Double", "DateTime", "Binary", "Text",
-                "OLE", "Memo/Hyperlink", "Replication ID", "Numeric", "Complex Value auto number"})
+        for (const char* type : {"Byte", "Single", "Binary", "Numeric", "Complex Value auto number"})
             types += convertMDBTypeToDBSPType(type, test.dialect) + '|';
         EXPECT_EQ(types, test.types);
     }

@@ -1,6 +1,5 @@
 #include "export/sql/SQLExportFixture.h"
 #include "export/sql/SQLiteReader.h"
-#include "support/RecordingLoadErrorWindow.h"
 
 #include <dlfcn.h>
 
@@ -59,41 +58,6 @@ protected:
 };
 
 constexpr bool refused = true;
-
-TEST_F(SQLiteFaults, FileThatCannotBeCreated)
-{
-    const struct {
-        const char* name;
-        fs::path path;
-    } cases[] = {
-        {"no folder", m_folder / "none" / "out.sqlite"},
-        {"a folder", m_folder},
-        {"a device", "/dev/full"},
-        {"nothing", ""},
-    };
-    for (const auto& test : cases) {
-        m_options.path = test.path;
-        const auto report = runExport(exportSQLiteThread, *m_shop);
-        EXPECT_THAT(report.log, ElementsAre("Unable to create file for export.")) << test.name;
-        EXPECT_EQ(report.successTableCount, 0) << test.name;
-        EXPECT_THAT(report.progress, IsEmpty()) << test.name;
-    }
-    EXPECT_TRUE(fs::is_character_file("/dev/full"));
-    EXPECT_TRUE(fs::is_directory(m_folder));
-}
-
-TEST_F(SQLiteFaults, MissingLibraryIsShownOnce)
-{
-    RecordingLoadErrorWindow window;
-    setenv("VELLUMO_SQLITE_LIBRARY", "/nonexistent.so", 1);
-    ExportJob job(*m_shop, {}, m_options, m_terminate, m_mainThread, m_systemLog, [](std::size_t) {});
-    job.setLoadErrorWindow(window);
-    exportSQLiteThread(job);
-    ASSERT_EQ(window.shown.size(), 1U);
-    EXPECT_EQ(window.shown[0].label, "sqlitelibraryerror: '/nonexistent.so'");
-    EXPECT_THAT(job.msgLog(), ElementsAre("Unable to create file for export."));
-    EXPECT_THAT(filesInFolder(), IsEmpty());
-}
 
 TEST_F(SQLiteFaults, FailuresBeforeTheFirstTableLeaveNoFile)
 {
@@ -172,7 +136,7 @@ TEST_F(SQLiteFaults, FullDiskCostsTheTableThatDoesNotFit)
     const auto file = makeFile("/nowhere/big.mdb", makeTable("a", {{"t", "Text"}}, {{"x"}}),
         makeTable("b", {{"t", "Text"}}, rows), makeTable("c", {{"t", "Text"}}, {{"x"}}));
     {
-        const FullDisk full(64 << 10);
+        const FileSizeLimit full(64 << 10);
         const auto report = runExport(exportSQLiteThread, *file);
         EXPECT_THAT(report.log, ElementsAre("<b> Failed: Insert record failed."));
         EXPECT_EQ(report.successTableCount, 2);
