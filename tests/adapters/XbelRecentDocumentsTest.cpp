@@ -70,11 +70,12 @@ protected:
     }
 
     TempFolder folder;
-    std::string path = folder.path("share/recently-used.xbel");
+    std::string path = folder.path("recently-used.xbel");
 };
 
 TEST_F(XbelRecentDocumentsTest, ListsWhatWasNotedTheLatestFirst)
 {
+    path = folder.path("new folder/recently-used.xbel");
     XbelRecentDocuments documents(settings());
     EXPECT_THAT(documents.paths(), ElementsAre());
     for (const auto* file : {"/data/one.mdb", "/data/Größe & 'co' 100%.accdb", "/data/two.mdb", "/data/one.mdb"})
@@ -97,7 +98,6 @@ TEST_F(XbelRecentDocumentsTest, ListsWhatWasNotedTheLatestFirst)
 
 TEST_F(XbelRecentDocumentsTest, LeavesTheEntriesOfOthersByteForByte)
 {
-    std::filesystem::create_directories(folder.path("share"));
     const auto others = head + gtkEntry + kdeEntry + foreignMetadataEntry;
     writeFile(path, others + foot);
     XbelRecentDocuments documents(settings());
@@ -113,7 +113,6 @@ TEST_F(XbelRecentDocumentsTest, LeavesTheEntriesOfOthersByteForByte)
 
 TEST_F(XbelRecentDocumentsTest, SharesAnEntryWithOtherPrograms)
 {
-    std::filesystem::create_directories(folder.path("share"));
     writeFile(path, head + kdeEntry + gtkEntry + foot);
     XbelRecentDocuments documents(settings());
     documents.note("/data/a&b.mdb");
@@ -144,7 +143,6 @@ TEST_F(XbelRecentDocumentsTest, WritesNothingThatCouldLoseSomething)
         {"root without content", "<xbel version=\"1.0\"/>"},
         {"other prefixes for the same names", "<xbel version=\"1.0\"></xbel>"},
     };
-    std::filesystem::create_directories(folder.path("share"));
     for (const auto& test : cases) {
         writeFile(path, test.content);
         XbelRecentDocuments documents(settings());
@@ -188,7 +186,6 @@ TEST_F(XbelRecentDocumentsTest, KeepsForThisRunWhatMayNotBeWritten)
 
 TEST_F(XbelRecentDocumentsTest, DoesNotWriteWhileAnotherProgramHoldsTheLock)
 {
-    std::filesystem::create_directories(folder.path("share"));
     XbelRecentDocuments documents(settings());
     {
         LockFile other(path + ".lock");
@@ -204,7 +201,6 @@ TEST_F(XbelRecentDocumentsTest, DoesNotWriteWhileAnotherProgramHoldsTheLock)
 TEST_F(XbelRecentDocumentsTest, WaitsForTheLockOnceUntilItIsFreeAgain)
 {
     using std::chrono::steady_clock;
-    std::filesystem::create_directories(folder.path("share"));
     auto patient = settings();
     patient.lockPatience = std::chrono::milliseconds(500);
     XbelRecentDocuments documents(patient);

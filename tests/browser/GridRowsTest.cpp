@@ -78,16 +78,6 @@ TEST_F(GridRowsTest, ColumnsSortedBeforeMoreThanAreKept)
     }
 }
 
-TEST_F(GridRowsTest, TwoGridsShareTheSortOrderOfATable)
-{
-    GridRows other;
-    other.setTable(table.get());
-    grid.setSearch({"Rome", SearchOption::Equals, true});
-    sortBy(0, -1);
-    EXPECT_THAT(listOf(grid), ElementsAre(2, 0));
-    EXPECT_THAT(listOf(other), ElementsAre(2, 0, 3, 4, 1));
-}
-
 TEST_F(GridRowsTest, AnotherTableOrNoneStartsAfresh)
 {
     sortBy(0, 1);

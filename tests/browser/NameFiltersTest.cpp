@@ -1,23 +1,14 @@
 #include "browser/NameFilters.h"
 
+#include "support/ModelBuilder.h"
+
 #include <gtest/gtest.h>
 
 namespace vellumo {
 namespace {
 
-std::unique_ptr<TAdmMDBFile> makeFile(const char* path, bool isOpen, const std::vector<const char*>& tableNames)
-{
-    auto file = std::make_unique<TAdmMDBFile>();
-    file->setFullPath(path);
-    TAdmMDBFile::Tables tables;
-    for (const auto* name : tableNames) {
-        tables.push_back(std::make_unique<TAdmMDBTable>());
-        tables.back()->setName(name);
-    }
-    file->setTables(std::move(tables));
-    file->setActive(isOpen);
-    return file;
-}
+using test::makeFile;
+using test::makeTable;
 
 std::vector<std::string> names(const auto& objects)
 {
@@ -30,9 +21,11 @@ std::vector<std::string> names(const auto& objects)
 
 TEST(NameFilters, KeepWhatMatchesInTheGivenOrder)
 {
-    const auto sales = makeFile("/data/Sales.mdb", true, {"Orders", "ÄRZTE", "Customers"});
-    const auto closed = makeFile("/orders/closed.accdb", false, {});
-    const auto stock = makeFile("/data/stock.mdb", true, {"Items"});
+    const auto sales =
+        makeFile("/data/Sales.mdb", makeTable("Orders", {}), makeTable("ÄRZTE", {}), makeTable("Customers", {}));
+    const auto closed = makeFile("/orders/closed.accdb");
+    closed->setActive(false);
+    const auto stock = makeFile("/data/stock.mdb", makeTable("Items", {}));
     const std::vector<TAdmMDBFile*> files = {stock.get(), closed.get(), sales.get()};
     const struct {
         const char* name;

@@ -1,4 +1,4 @@
-#include "model/TAdmMDBFile.h"
+#include "support/ModelBuilder.h"
 
 #include <gmock/gmock.h>
 
@@ -118,41 +118,18 @@ TEST(File, OrdersByNameThenFolderOrByLastOpening)
 
 TEST(Table, FindsItsRelationsAndKeyColumns)
 {
-    TAdmMDBFile file;
-    TAdmMDBFile::ForeignKeys relations;
-    for (const char* referencing : {"Orders", "orders", "Orders"}) {
-        relations.push_back(std::make_unique<TAdmMDBForeignKey>());
-        relations.back()->setReferencingTable(referencing);
-    }
-    relations[2]->setName("second");
-    relations[2]->setReferencedTable("Customers");
-    relations[2]->addColumnPair("CustomerID", "ID");
-    relations[2]->addColumnPair("Branch", "BranchID");
-    relations[2]->setOnDeleteCascade(true);
-    file.setAllForeignKeys(std::move(relations));
-    TAdmMDBTable table;
-    table.setFile(&file);
-    table.setName("Orders");
+    const auto file =
+        test::makeFile("/d/Shop.mdb", test::makeTable("Orders", {{"ID", ""}, {"Part", ""}, {"Note", ""}}));
+    test::setRelations(*file,
+        {{"first", "Orders", "", {}}, {"other case", "orders", "", {}},
+            {"second", "Orders", "Customers", {{"CustomerID", "ID"}, {"Branch", "BranchID"}}, false, true}});
+    auto& table = *file->tables()[0];
     ASSERT_EQ(table.foreignKeys().size(), 2U);
     EXPECT_EQ(line(*table.foreignKeys()[1]),
         "Name=second;Columns=CustomerID, Branch;Referenced table=Customers;Referenced columns=ID, BranchID;"
         "On update cascade=NO;On delete cascade=YES;");
 
-    TAdmMDBTable::Columns columns;
-    for (const char* name : {"ID", "Part", "Note"}) {
-        columns.push_back(std::make_unique<TAdmMDBColumn>());
-        columns.back()->setName(name);
-    }
-    table.setColumns(std::move(columns));
-    TAdmMDBTable::Indices indices;
-    for (const bool isPrimary : {true, false}) {
-        indices.push_back(std::make_unique<TAdmMDBIndex>());
-        indices.back()->setName(isPrimary ? "PrimaryKey" : "Notes");
-        indices.back()->setIsPrimaryKey(isPrimary);
-        indices.back()->setKeys(
-            isPrimary ? std::vector<IndexKey>{{"ID", true}, {"Part", false}} : std::vector<IndexKey>{{"Note", true}});
-    }
-    table.setIndices(std::move(indices));
+    test::setIndices(table, {{"PrimaryKey", {"ID", "-Part"}, false, true}, {"Notes", {"Note"}}});
     table.setColumnPrimaryKey();
     std::vector<bool> isKey;
     for (const auto& column : table.columns())
