@@ -296,7 +296,7 @@ TEST_F(Program, InterruptionEndsTheExportCleanly)
     const auto result = program.wait();
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "Export terminated.\n1 table exported successfully.\n<Large> Failed: Terminated.\n");
-    EXPECT_LT(received, 20'000U * 200);
+    EXPECT_LT(received, 20'000U * 100);
     EXPECT_TRUE(m_out.exists("Items.csv"));
     EXPECT_TRUE(m_out.exists("Large.csv")); // a pipe is not ours to remove
 }
