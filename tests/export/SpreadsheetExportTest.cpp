@@ -131,18 +131,16 @@ TEST(SpreadsheetExport, TableThatNoMoreFitsFailsAndIsEmptied)
     const struct {
         const char* name;
         std::size_t records;
-        ExportWriter writer;
+        std::uint64_t limit;
         std::vector<std::string> log;
         std::vector<std::string> sheets;
     } cases[] = {
-        {"a cell too many", 65'536, [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet - 1); },
-            {"<Large> Failed: Workbook exceeded size limit."}, {"Large", "Small"}},
-        {"fits", 65'536, [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet); },
-            {"<Small> Failed: Unable to create spreadsheet Small."}, {"Large"}},
-        {"no room for the second sheet", 65'537, [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet); },
-            {"<Large> Failed: Workbook exceeded size limit."}, {"Large", "Small"}},
-        {"no room for the second sheet's row", 65'537,
-            [](ExportJob& job) { exportSpreadsheets(job, sizeOfFullSheet + 512); },
+        {"a cell too many", 65'536, sizeOfFullSheet - 1, {"<Large> Failed: Workbook exceeded size limit."},
+            {"Large", "Small"}},
+        {"fits", 65'536, sizeOfFullSheet, {"<Small> Failed: Unable to create spreadsheet Small."}, {"Large"}},
+        {"no room for the second sheet", 65'537, sizeOfFullSheet, {"<Large> Failed: Workbook exceeded size limit."},
+            {"Large", "Small"}},
+        {"no room for the second sheet's row", 65'537, sizeOfFullSheet + 512,
             {"<Large> Failed: Workbook exceeded size limit."}, {"Large", "Small"}},
     };
     for (const auto& test : cases) {
@@ -152,7 +150,7 @@ TEST(SpreadsheetExport, TableThatNoMoreFitsFailsAndIsEmptied)
         TempFolder folder;
         auto options = singleFile(folder.path("Shop.xls"));
         options.includeColumnHeader = false;
-        const auto outcome = runWriter(test.writer, *file, options);
+        const auto outcome = runWriter([&](ExportJob& job) { exportSpreadsheets(job, test.limit); }, *file, options);
         EXPECT_EQ(outcome.log, test.log) << test.name;
         EXPECT_EQ(outcome.successTableCount, 1) << test.name;
         const auto sheets = sheetsIn(folder, "Shop.xls");

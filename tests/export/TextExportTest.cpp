@@ -34,17 +34,12 @@ const Row allValues = {"1", "7", "-2", "12", "2.5000", "3.5", "1e+20", "05/03/20
 
 struct Case {
     const char* name;
-    ExportOptions options;
+    ExportFileType type;
     std::vector<ColumnSpec> columns;
     std::vector<Row> rows;
     std::string expected;
+    void (*change)(ExportOptions&) = [](ExportOptions&) {}; // from the defaults
 };
-
-Case withOptions(Case c, void (*change)(ExportOptions&))
-{
-    change(c.options);
-    return c;
-}
 
 std::vector<Case> cases()
 {
@@ -52,89 +47,70 @@ std::vector<Case> cases()
     const std::vector<ColumnSpec> price = {{"Unit Price", "Currency"}, {"Size \"XL\"", "Double"}};
     const auto noHeader = [](ExportOptions& options) { options.includeColumnHeader = false; };
     return {
-        {"every type", optionsFor(CSV), allTypes, {allValues},
+        {"every type", CSV, allTypes, {allValues},
             "\"Yes\",\"B\",\"I\",\"L\",\"C\",\"S\",\"D\",\"When\",\"Bin\",\"T\",\"O\",\"M\",\"G\",\"N\",\"X\"\n"
             "1,7,-2,12,2.5000,3.5,1e+20,\"05/03/2014 21:07:00\",\"ff00\",\"a\"\"b\",,\"long\",{A-B},1.25,9\n"},
-        {"nulls are empty and never quoted", optionsFor(CSV), idAndName, {{null, null}, {"1", null}, {null, "Ann"}},
+        {"nulls are empty and never quoted", CSV, idAndName, {{null, null}, {"1", null}, {null, "Ann"}},
             "\"ID\",\"Name\"\n,\n1,\n,\"Ann\"\n"},
-        {"no rows", optionsFor(CSV), idAndName, {}, "\"ID\",\"Name\"\n"},
-        withOptions({"no rows, no header", optionsFor(CSV), idAndName, {}, ""}, noHeader),
-        withOptions({"no columns", optionsFor(CSV), {}, {{}, {}}, "\n\n"}, noHeader),
-        withOptions({"other types stay bare whatever they hold", optionsFor(CSV), {{"G", "Replication ID"}},
-                        {{"a,\"b\"\nc"}}, "a,\"b\"\nc\n"},
-            noHeader),
-        withOptions(
-            {"line breaks inside quotes stay", optionsFor(CSV), {{"T", "Text"}}, {{"a\r\nb,c"}}, "\"a\r\nb,c\"\n"},
-            noHeader),
-        withOptions({"semicolon, comma as decimal symbol", optionsFor(CSV), price, {{"2.50", "3.5"}, {"7", "-1.5e-3"}},
-                        "\"Unit Price\";\"Size \"\"XL\"\"\"\n2,50;3,5\n7;-1,5e-3\n"},
+        {"no rows", CSV, idAndName, {}, "\"ID\",\"Name\"\n"},
+        {"no rows, no header", CSV, idAndName, {}, "", noHeader},
+        {"no columns", CSV, {}, {{}, {}}, "\n\n", noHeader},
+        {"other types stay bare whatever they hold", CSV, {{"G", "Replication ID"}}, {{"a,\"b\"\nc"}}, "a,\"b\"\nc\n",
+            noHeader},
+        {"line breaks inside quotes stay", CSV, {{"T", "Text"}}, {{"a\r\nb,c"}}, "\"a\r\nb,c\"\n", noHeader},
+        {"semicolon, comma as decimal symbol", CSV, price, {{"2.50", "3.5"}, {"7", "-1.5e-3"}},
+            "\"Unit Price\";\"Size \"\"XL\"\"\"\n2,50;3,5\n7;-1,5e-3\n",
             [](ExportOptions& options) {
                 options.fieldDelimiter = FieldDelimiter::Semicolon;
                 options.decimalSymbol = ",";
-            }),
-        withOptions({"no decimal symbol, tab, CR LF", optionsFor(ExportFileType::TXT), price,
-                        {{"2.50", "3.5"}, {null, "1"}}, "\"Unit Price\"\t\"Size \"\"XL\"\"\"\r\n250\t35\r\n\t1\r\n"},
+            }},
+        {"no decimal symbol, tab, CR LF", ExportFileType::TXT, price, {{"2.50", "3.5"}, {null, "1"}},
+            "\"Unit Price\"\t\"Size \"\"XL\"\"\"\r\n250\t35\r\n\t1\r\n",
             [](ExportOptions& options) {
                 options.fieldDelimiter = FieldDelimiter::Tab;
                 options.recordDelimiter = RecordDelimiter::CRLF;
                 options.decimalSymbol = "";
-            }),
-        withOptions({"long decimal symbol, space, CR", optionsFor(ExportFileType::TXT), idAndName, {{"1.5", "1.5"}},
-                        "1.5 \"1.5\"\r"},
+            }},
+        {"long decimal symbol, space, CR", ExportFileType::TXT, idAndName, {{"1.5", "1.5"}}, "1.5 \"1.5\"\r",
             [](ExportOptions& options) {
                 options.includeColumnHeader = false;
                 options.fieldDelimiter = FieldDelimiter::Space;
                 options.recordDelimiter = RecordDelimiter::CR;
                 options.decimalSymbol = "\u00B7\u00B7";
-            }),
-        withOptions({"unknown tags", optionsFor(ExportFileType::TXT), idAndName, {{"1", "x"}}, "1,\"x\"\n"},
+            }},
+        {"unknown tags", ExportFileType::TXT, idAndName, {{"1", "x"}}, "1,\"x\"\n",
             [](ExportOptions& options) {
                 options.includeColumnHeader = false;
                 options.fieldDelimiter = static_cast<FieldDelimiter>(9);
                 options.recordDelimiter = static_cast<RecordDelimiter>(9);
-            }),
-        withOptions({"a piece ends at its first zero byte", optionsFor(CSV), idAndName, {{"1", "a\0b"s}, {"2", "c"}},
-                        "1,\"a\n2,\"c\"\n"},
-            noHeader),
-        withOptions({"Latin 1", optionsFor(CSV), {{"Gr\u00F6\u00DFe", "Text"}}, {{"\u00E4\"\u00F6"}, {"abc"}},
-                        "\"Gr\xF6\xDF"
-                        "e\"\n\"\xE4\"\"\xF6\"\n\"abc\"\n"},
-            [](ExportOptions& options) { options.encoding = encodingISOLatin1; }),
+            }},
+        {"a piece ends at its first zero byte", CSV, idAndName, {{"1", "a\0b"s}, {"2", "c"}}, "1,\"a\n2,\"c\"\n",
+            noHeader},
+        {"Latin 1", CSV, {{"Gr\u00F6\u00DFe", "Text"}}, {{"\u00E4\"\u00F6"}, {"abc"}},
+            "\"Gr\xF6\xDF"
+            "e\"\n\"\xE4\"\"\xF6\"\n\"abc\"\n",
+            [](ExportOptions& options) { options.encoding = encodingISOLatin1; }},
         // Little-endian: each ASCII character is its byte and a zero, which ends the piece.
-        withOptions({"UTF-16 is cut", optionsFor(CSV), idAndName, {{"12", "Ann"}, {"3", "\u3042x"}},
-                        "\""
-                        ","
-                        "\""
-                        "\n"
-                        "1"
-                        ","
-                        "\""
-                        "\n"
-                        "3"
-                        ","
-                        "\""
-                        "\n"},
-            [](ExportOptions& options) { options.encoding = encodingUTF16; }),
-        withOptions({"shift states end with each piece", optionsFor(CSV), {{"T", "Text"}, {"G", "Replication ID"}},
-                        {{"\u3042", "\u3042"}}, "\"\x1B$B\x24\x22\x1B(B\",\x1B$B\x24\x22\x1B(B\n"},
+        {"UTF-16 is cut", CSV, idAndName, {{"12", "Ann"}, {"3", "\u3042x"}}, "\",\"\n1,\"\n3,\"\n",
+            [](ExportOptions& options) { options.encoding = encodingUTF16; }},
+        {"shift states end with each piece", CSV, {{"T", "Text"}, {"G", "Replication ID"}}, {{"\u3042", "\u3042"}},
+            "\"\x1B$B\x24\x22\x1B(B\",\x1B$B\x24\x22\x1B(B\n",
             [](ExportOptions& options) {
                 options.includeColumnHeader = false;
                 options.encoding = 21; // ISO-2022-JP
-            }),
-        {"XML", optionsFor(XML), idAndName, {{"1", "Ann"}},
+            }},
+        {"XML", XML, idAndName, {{"1", "Ann"}},
             "<?xml version=\"1.0\"?>\n<RECORDS>\n<RECORD>\n\t<ID>1</ID>\n\t<Name>Ann</Name>\n</RECORD>\n</RECORDS>\n"},
-        {"XML without rows", optionsFor(XML), idAndName, {}, "<?xml version=\"1.0\"?>\n<RECORDS>\n</RECORDS>\n"},
-        {"XML without columns", optionsFor(XML), {}, {{}},
-            "<?xml version=\"1.0\"?>\n<RECORDS>\n<RECORD>\n</RECORD>\n</RECORDS>\n"},
-        withOptions({"XML escapes nothing", optionsFor(XML),
-                        {{"Unit Price", "Currency"}, {"a<b", "Text"}, {"O", "OLE"}, {"When", "DateTime"}},
-                        {{"2.50", "<&\"'", makeBlob("x", "bin"), null}},
-                        "<?xml version=\"1.0\"?>\r\n<RECORDS>\r\n<RECORD>\r\n\t<Unit Price>2,50</Unit Price>\r\n"
-                        "\t<a<b><&\"'</a<b>\r\n\t<O></O>\r\n\t<When></When>\r\n</RECORD>\r\n</RECORDS>\r\n"},
+        {"XML without rows", XML, idAndName, {}, "<?xml version=\"1.0\"?>\n<RECORDS>\n</RECORDS>\n"},
+        {"XML without columns", XML, {}, {{}}, "<?xml version=\"1.0\"?>\n<RECORDS>\n<RECORD>\n</RECORD>\n</RECORDS>\n"},
+        {"XML escapes nothing", XML, {{"Unit Price", "Currency"}, {"a<b", "Text"}, {"O", "OLE"}, {"When", "DateTime"}},
+            {{"2.50", "<&\"'", makeBlob("x", "bin"), null}},
+            "<?xml version=\"1.0\"?>\r\n<RECORDS>\r\n<RECORD>\r\n\t<Unit Price>2,50</Unit Price>\r\n"
+            "\t<a<b><&\"'</a<b>\r\n\t<O></O>\r\n\t<When></When>\r\n</RECORD>\r\n</RECORDS>\r\n",
             [](ExportOptions& options) {
                 options.recordDelimiter = RecordDelimiter::CRLF;
                 options.decimalSymbol = ",";
-            }),
+            }},
     };
 }
 
@@ -145,7 +121,8 @@ TEST(TextExport, WritesTheseBytes)
         for (const std::size_t rowsPerGroup : {1000, 1}) {
             TempFolder folder;
             const auto file = makeFile("/nowhere/Shop.mdb", makeTable("T", c.columns, c.rows, rowsPerGroup));
-            auto options = c.options;
+            auto options = optionsFor(c.type);
+            c.change(options);
             options.path = folder.path();
             const auto outcome = runWriter(exportTextFileThread, *file, options, -1, {"x.dat"});
             EXPECT_EQ(folder.read("x.dat"), c.expected) << c.name;

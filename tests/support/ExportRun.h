@@ -28,8 +28,9 @@ struct ExportOutcome {
 // All tables of the file, each to its default file name. `stopAt`: the user stops when the report with this number
 // arrives (from 0; -1: never), or when `terminate` becomes true. `fileNames`: output file names to use instead, in
 // table order.
-inline ExportOutcome runWriter(ExportWriter writer, const TAdmMDBFile& file, const ExportOptions& options,
-    int stopAt = -1, const std::vector<std::string>& fileNames = {}, std::atomic<bool>* terminate = nullptr)
+inline ExportOutcome runWriter(const std::function<void(ExportJob&)>& writer, const TAdmMDBFile& file,
+    const ExportOptions& options, int stopAt = -1, const std::vector<std::string>& fileNames = {},
+    std::atomic<bool>* terminate = nullptr)
 {
     std::vector<ExportEntry> entries;
     for (const auto& table : file.tables())

@@ -26,23 +26,13 @@ protected:
 
 TEST_F(SQLScript, WholeScriptOfEveryDialect)
 {
-    const struct {
-        const char* name;
-        SQLDialect dialect;
-    } cases[] = {
-        {"mysql", SQLDialect::MySQL},
-        {"postgresql", SQLDialect::PostgreSQL},
-        {"oracle", SQLDialect::Oracle},
-        {"sqlite", SQLDialect::SQLite},
-        {"sqlserver", SQLDialect::SQLServer},
-    };
     const auto shop = makeShop();
     m_options.schemaName = "sales"; // which two of them have no place for
-    for (const auto& test : cases) {
-        const auto expected =
-            contentOf(fs::path(VELLUMO_SOURCE_DIR "/tests/export/sql/expected") / test.name += ".sql");
-        EXPECT_EQ(scriptOf(*shop, test.dialect), expected) << test.name;
-    }
+    for (const auto& [name, dialect] : {std::pair("mysql", SQLDialect::MySQL), {"postgresql", SQLDialect::PostgreSQL},
+             {"oracle", SQLDialect::Oracle}, {"sqlite", SQLDialect::SQLite}, {"sqlserver", SQLDialect::SQLServer}})
+        EXPECT_EQ(scriptOf(*shop, dialect),
+            contentOf(fs::path(VELLUMO_SOURCE_DIR "/tests/export/sql/expected") / name += ".sql"))
+            << name;
 }
 
 TEST_F(SQLScript, ScriptPerTableIsCompleteInItself)
