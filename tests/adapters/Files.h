@@ -7,11 +7,6 @@
 
 namespace vellumo::test {
 
-inline void writeFile(const std::string& path, const std::string& text)
-{
-    std::ofstream(path, std::ios::binary) << text;
-}
-
 inline std::string readFile(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);

@@ -49,7 +49,7 @@ TEST(IniDefaults, LeavesWhatOthersWrote)
 {
     const TempFolder folder;
     const auto path = folder.path("vellumo.ini");
-    writeFile(path, "# by hand\n[General]\nkept=a\\nb\njumpBarShown=false\n\n[Later]\nkey[de]=Wert\n");
+    folder.write("vellumo.ini", "# by hand\n[General]\nkept=a\\nb\njumpBarShown=false\n\n[Later]\nkey[de]=Wert\n");
     IniDefaults first(path);
     IniDefaults second(path);
     first.setBoolean("jumpBarShown", true);
@@ -76,7 +76,7 @@ TEST(IniDefaults, NeverOverwritesWhatItDoesNotUnderstand)
     for (const auto& test : cases) {
         const TempFolder folder;
         const auto path = folder.path("vellumo.ini");
-        writeFile(path, test.content);
+        folder.write("vellumo.ini", test.content);
         IniDefaults defaults(path);
         EXPECT_EQ(defaults.boolean("jumpBarShown"), test.shown) << test.name;
         defaults.setBoolean("jumpBarShown", true);
@@ -90,7 +90,7 @@ TEST(IniDefaults, ReplacesTheFileBehindASymbolicLink)
 {
     const TempFolder folder;
     const auto path = folder.path("vellumo.ini");
-    writeFile(folder.path("real.ini"), "");
+    folder.write("real.ini", "");
     std::filesystem::create_symlink(folder.path("real.ini"), path);
     IniDefaults defaults(path);
     defaults.setBoolean("a", true);

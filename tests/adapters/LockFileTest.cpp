@@ -68,7 +68,7 @@ TEST(LockFile, TakesOverWhatADeadProcessLeft)
     for (const auto& test : cases) {
         const TempFolder folder;
         const auto path = folder.path("list.lock");
-        writeFile(path, test.content);
+        folder.write("list.lock", test.content);
         LockFile lock(path);
         EXPECT_EQ(lock.tryLock(once), test.isTaken) << test.name;
         EXPECT_EQ(readFile(path) == test.content, !test.isTaken) << test.name;

@@ -99,7 +99,7 @@ TEST_F(XbelRecentDocumentsTest, ListsWhatWasNotedTheLatestFirst)
 TEST_F(XbelRecentDocumentsTest, LeavesTheEntriesOfOthersByteForByte)
 {
     const auto others = head + gtkEntry + kdeEntry + foreignMetadataEntry;
-    writeFile(path, others + foot);
+    folder.write("recently-used.xbel", others + foot);
     XbelRecentDocuments documents(settings());
     documents.note("/data/new.mdb");
     documents.note("/data/newer.mdb");
@@ -113,7 +113,7 @@ TEST_F(XbelRecentDocumentsTest, LeavesTheEntriesOfOthersByteForByte)
 
 TEST_F(XbelRecentDocumentsTest, SharesAnEntryWithOtherPrograms)
 {
-    writeFile(path, head + kdeEntry + gtkEntry + foot);
+    folder.write("recently-used.xbel", head + kdeEntry + gtkEntry + foot);
     XbelRecentDocuments documents(settings());
     documents.note("/data/a&b.mdb");
     EXPECT_THAT(documents.paths(), ElementsAre("/data/a&b.mdb"));
@@ -144,7 +144,7 @@ TEST_F(XbelRecentDocumentsTest, WritesNothingThatCouldLoseSomething)
         {"other prefixes for the same names", "<xbel version=\"1.0\"></xbel>"},
     };
     for (const auto& test : cases) {
-        writeFile(path, test.content);
+        folder.write("recently-used.xbel", test.content);
         XbelRecentDocuments documents(settings());
         documents.note("/data/f.mdb");
         EXPECT_EQ(readFile(path), test.content) << test.name;
@@ -172,7 +172,7 @@ TEST_F(XbelRecentDocumentsTest, KeepsForThisRunWhatMayNotBeWritten)
         {"beside the temporary folder", "", "/temporary2/a.mdb", true},
     };
     for (const auto& test : cases) {
-        writeFile(globals, test.globals);
+        folder.write("kdeglobals", test.globals);
         std::filesystem::remove(path);
         auto mine = settings();
         mine.policy = readRecentFilesPolicy(globals);
@@ -222,7 +222,7 @@ TEST_F(XbelRecentDocumentsTest, KeepsItsListWhileTheFileCannotBeRead)
     EXPECT_THAT(documents.paths(), expected);
     const auto text = readFile(path);
     for (const auto& damaged : {std::string(), text.substr(0, text.size() / 2), std::string("recent files")}) {
-        writeFile(path, damaged);
+        folder.write("recently-used.xbel", damaged);
         EXPECT_THAT(documents.paths(), expected) << damaged;
     }
     std::filesystem::remove(path);
@@ -257,13 +257,13 @@ TEST_F(XbelRecentDocumentsTest, HidesForThisRunWhatCannotBeTakenOut)
         documents.note("/data/a.mdb");
         EXPECT_THAT(documents.paths(), ElementsAre("/data/a.mdb")) << test.name;
         const auto text = readFile(path);
-        writeFile(path, test.change(text));
+        folder.write("recently-used.xbel", test.change(text));
         EXPECT_THAT(documents.paths(), ElementsAre("/data/a.mdb")) << test.name;
         LockFile other(path + ".lock");
         EXPECT_TRUE(!test.isLocked || other.tryLock(std::chrono::milliseconds(0))) << test.name;
         documents.clear();
         EXPECT_THAT(documents.paths(), ElementsAre()) << test.name;
-        writeFile(path, text);
+        folder.write("recently-used.xbel", text);
         EXPECT_THAT(documents.paths(), ElementsAre()) << test.name << ", later";
         EXPECT_THAT(XbelRecentDocuments(settings()).paths(), ElementsAre("/data/a.mdb")) << test.name << ", next run";
         documents.note("/data/a.mdb");
