@@ -89,47 +89,37 @@ std::string visibleOptions(Screen& screen)
 
 TEST(ExportDialog, ShowsWhatTheTypeNeeds)
 {
+    const std::string delimited = "+includeColumnHeaderCheckBox fieldDelimiterPopup recordDelimiterPopup "
+                                  "decimalSymbolTextField encodingPopup";
+    const std::string sql = "exportSingleFileCheckBox sqlFormatPopup schemaNameTextField decimalSymbolTextField "
+                            "+exportStructureCheckBox +includeDropTableCheckBox +includeForeignKeyCheckBox "
+                            "+includeIndexCheckBox +exportDataCheckBox";
     const struct {
         const char* title;
         ExportFileType type;
         const char* table;
         std::string options;
-        const char* pathLabel;
-        bool showsFileNames;
+        bool isSingleFile;
     } cases[] = {
-        {"Export CSV – Shop.mdb", CSV, nullptr,
-            "+includeColumnHeaderCheckBox fieldDelimiterPopup recordDelimiterPopup decimalSymbolTextField "
-            "encodingPopup",
-            "&Export path:", true},
-        {"Export TXT – Shop.mdb", TXT, "Orders",
-            "+includeColumnHeaderCheckBox fieldDelimiterPopup recordDelimiterPopup decimalSymbolTextField "
-            "encodingPopup",
-            "&Export path:", true},
-        {"Export XML – Shop.mdb", XML, nullptr, "decimalSymbolTextField encodingPopup", "&Export path:", true},
-        {"Export XLS – Shop.mdb", XLS, nullptr, "+exportSingleFileCheckBox +includeColumnHeaderCheckBox",
-            "&Export file:", false},
-        {"Export XLS – Shop.mdb", XLS, "Orders", "-exportSingleFileCheckBox +includeColumnHeaderCheckBox",
-            "&Export path:", true},
-        {"Export SQL – Shop.mdb", SQL, nullptr,
-            "+exportSingleFileCheckBox sqlFormatPopup schemaNameTextField decimalSymbolTextField "
-            "+exportStructureCheckBox +includeDropTableCheckBox +includeForeignKeyCheckBox +includeIndexCheckBox "
-            "+exportDataCheckBox",
-            "&Export file:", false},
-        {"Export SQL – Shop.mdb", SQL, "Orders",
-            "-exportSingleFileCheckBox sqlFormatPopup schemaNameTextField decimalSymbolTextField "
-            "+exportStructureCheckBox +includeDropTableCheckBox +includeForeignKeyCheckBox +includeIndexCheckBox "
-            "+exportDataCheckBox",
-            "&Export path:", true},
+        {"Export CSV – Shop.mdb", CSV, nullptr, delimited, false},
+        {"Export TXT – Shop.mdb", TXT, "Orders", delimited, false},
+        {"Export XML – Shop.mdb", XML, nullptr, "decimalSymbolTextField encodingPopup", false},
+        {"Export XLS – Shop.mdb", XLS, nullptr, "+exportSingleFileCheckBox +includeColumnHeaderCheckBox", true},
+        {"Export XLS – Shop.mdb", XLS, "Orders", "-exportSingleFileCheckBox +includeColumnHeaderCheckBox", false},
+        {"Export SQL – Shop.mdb", SQL, nullptr, "+" + sql, true},
+        {"Export SQL – Shop.mdb", SQL, "Orders", "-" + sql, false},
         {"Export SQLite – Shop.mdb", SQLite, "Orders",
-            "+includeForeignKeyCheckBox +includeIndexCheckBox +exportDataCheckBox", "&Export file:", false},
+            "+includeForeignKeyCheckBox +includeIndexCheckBox +exportDataCheckBox", true},
     };
     for (const auto& c : cases) {
         ExportDesk desk;
         Screen screen(desk, c.type, c.table);
         EXPECT_EQ(screen.dialog->windowTitle().toStdString(), c.title);
         EXPECT_EQ(visibleOptions(screen), c.options) << c.title;
-        EXPECT_EQ(child<QLabel>(*screen.dialog, "exportPathLabel").text(), c.pathLabel) << c.title;
-        EXPECT_EQ(!screen.tables().isColumnHidden(2), c.showsFileNames) << c.title;
+        EXPECT_EQ(
+            child<QLabel>(*screen.dialog, "exportPathLabel").text(), c.isSingleFile ? "&Export file:" : "&Export path:")
+            << c.title;
+        EXPECT_EQ(screen.tables().isColumnHidden(2), c.isSingleFile) << c.title;
         EXPECT_EQ(
             screen.checked(), c.table == nullptr ? "+Customers +Orders +Products" : "-Customers +Orders -Products");
     }

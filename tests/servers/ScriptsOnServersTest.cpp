@@ -220,40 +220,28 @@ void expectSameRows(
         ASSERT_EQ(actual[r], expected[r]) << table;
 }
 
-void check(Server& server, const TAdmMDBFile& source, const Refused& refused)
+using Start = std::unique_ptr<Server> (*)();
+
+void check(Start start, const TAdmMDBFile& source, const Refused& refused)
 {
+    const auto server = start();
+    if (!server) GTEST_SKIP() << "not installed";
     const auto file = fileWithout(source, refused);
     const TempFolder folder;
     ExportOptions options;
     options.fileType = ExportFileType::SQL;
-    options.sqlDialect = server.type();
+    options.sqlDialect = server->type();
     options.isSingleFile = true;
     options.path = folder.path("script.sql");
     options.includeForeignKeys = !refused.foreignKeys;
     const auto outcome = runWriter(exportSQLThread, *file, options);
     ASSERT_EQ(outcome.successTableCount, static_cast<int>(file->tables().size()));
     for (int run = 1; run <= 2; ++run) { // the second time the tables exist
-        const auto result = server.runScript(options.path);
+        const auto result = server->runScript(options.path);
         ASSERT_EQ(result.status, 0) << "run " << run << ": " << result.out << result.err;
     }
     for (const auto& table : file->tables())
-        expectSameRows(table->name(), rowsOnServer(server, *table), rowsInModel(server.type(), *table));
-}
-
-using Start = std::unique_ptr<Server> (*)();
-
-void checkTypes(Start start, const Refused& refused)
-{
-    const auto server = start();
-    if (!server) GTEST_SKIP() << "not installed";
-    check(*server, *makeAllTypes(), refused);
-}
-
-void checkDemo(Start start, const Refused& refused)
-{
-    const auto server = start();
-    if (!server) GTEST_SKIP() << "not installed";
-    check(*server, DemoFile().file(), refused);
+        expectSameRows(table->name(), rowsOnServer(*server, *table), rowsInModel(server->type(), *table));
 }
 
 void checkCorpus(Start start, const Refused& refused)
@@ -261,27 +249,26 @@ void checkCorpus(Start start, const Refused& refused)
     TAdmMDBFile file;
     file.setFullPath(VELLUMO_SOURCE_DIR "/../shared/corpus/nwind-jet3.mdb");
     if (!file.open()) GTEST_SKIP() << "no corpus here";
-    const auto server = start();
-    if (!server) GTEST_SKIP() << "not installed";
-    check(*server, file, refused);
+    check(start, file, refused);
 }
 
-TEST(ScriptsOnSQLite, AllTypes) { checkTypes(startSQLite, {{"Replication ID"}}); }
-TEST(ScriptsOnSQLite, SampleDatabase) { checkDemo(startSQLite, {{"Replication ID"}}); }
+TEST(ScriptsOnSQLite, AllTypes) { check(startSQLite, *makeAllTypes(), {{"Replication ID"}}); }
+TEST(ScriptsOnSQLite, SampleDatabase) { check(startSQLite, DemoFile().file(), {{"Replication ID"}}); }
 TEST(ScriptsOnSQLite, RealDatabase) { checkCorpus(startSQLite, {}); }
 
 TEST(ScriptsOnMariaDB, AllTypes)
 {
-    checkTypes(startMariaDB, {.types = {"OLE", "Binary", "Replication ID"}, .beyondBasicPlane = true});
+    check(startMariaDB, *makeAllTypes(), {.types = {"OLE", "Binary", "Replication ID"}, .beyondBasicPlane = true});
 }
 TEST(ScriptsOnMariaDB, SampleDatabase)
 {
-    checkDemo(startMariaDB, {.types = {"OLE", "Replication ID"}, .foreignKeys = true, .beyondBasicPlane = true});
+    check(startMariaDB, DemoFile().file(),
+        {.types = {"OLE", "Replication ID"}, .foreignKeys = true, .beyondBasicPlane = true});
 }
 TEST(ScriptsOnMariaDB, RealDatabase) { checkCorpus(startMariaDB, {.types = {"OLE"}, .foreignKeys = true}); }
 
-TEST(ScriptsOnPostgreSQL, AllTypes) { checkTypes(startPostgreSQL, {{"OLE"}}); }
-TEST(ScriptsOnPostgreSQL, SampleDatabase) { checkDemo(startPostgreSQL, {{"OLE"}}); }
+TEST(ScriptsOnPostgreSQL, AllTypes) { check(startPostgreSQL, *makeAllTypes(), {{"OLE"}}); }
+TEST(ScriptsOnPostgreSQL, SampleDatabase) { check(startPostgreSQL, DemoFile().file(), {{"OLE"}}); }
 TEST(ScriptsOnPostgreSQL, RealDatabase) { checkCorpus(startPostgreSQL, {{"OLE"}}); }
 
 } // namespace
