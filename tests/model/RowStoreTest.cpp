@@ -47,6 +47,27 @@ TEST(RowStore, JoinsGroupsOfAnySize)
     EXPECT_NE(store.record(2), store.record(3));
 }
 
+TEST(RowStore, LongTextsComeThroughWhole)
+{
+    RowGroupBuilder builder({CellKind::Text});
+    const std::string longText(3 << 20, 'x');
+    builder.addText(0, "before");
+    builder.endRow();
+    builder.addText(0, longText);
+    builder.endRow();
+    builder.addText(0, "behind");
+    builder.endRow();
+    const auto large = builder.take();
+    builder.addText(0, "next");
+    builder.endRow();
+    const auto small = builder.take();
+
+    EXPECT_EQ(large.texts[0].text(0), "before");
+    EXPECT_EQ(large.texts[0].text(1), longText);
+    EXPECT_EQ(large.texts[0].text(2), "behind");
+    EXPECT_EQ(small.texts[0].text(0), "next");
+}
+
 TEST(TextColumnBuilder, RefusesMoreThanAChunkHolds)
 {
     TextColumnBuilder builder;
