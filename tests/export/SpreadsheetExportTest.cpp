@@ -162,11 +162,13 @@ TEST(SpreadsheetExport, TableThatNoMoreFitsFailsAndIsEmptied)
 TEST(SpreadsheetExport, TextsPastTheLimitFailTheirTable)
 {
     std::string pairs; // 32,740 units in 65,480 bytes
-    for (int i = 0; i < 16'370; ++i)
+    std::string latin; // the same units, of one byte each in the file
+    for (int i = 0; i < 16'370; ++i) {
         pairs += "😀";
+        latin += "é\n";
+    }
     const std::string tooLong(32'741, 'x');
-    const auto file = makeFile("/nowhere/Shop.mdb", textTable("A", {"a", std::string(32'740, 'x'), pairs}),
-        textTable("B", {"b", tooLong}),
+    const auto file = makeFile("/nowhere/Shop.mdb", textTable("A", {"a", latin, pairs}), textTable("B", {"b", tooLong}),
         makeTable("C", {{"First", "Memo/Hyperlink"}, {"Second", "Text"}}, {{"c", tooLong}, {tooLong, "c"}}),
         textTable("D", {"d"}));
     const auto lines =
@@ -178,6 +180,7 @@ TEST(SpreadsheetExport, TextsPastTheLimitFailTheirTable)
     EXPECT_THAT(outcome.log, lines);
     const auto sheets = sheetsIn(folder, "Shop.xls");
     EXPECT_THAT(namesOf(sheets), ElementsAre("A", "B", "C", "D"));
+    EXPECT_EQ(sheets.at(0).cells.at({2, 1}), "'" + latin + "'");
     EXPECT_EQ(sheets.at(0).cells.at({3, 1}), "'" + pairs + "'");
     EXPECT_THAT(sheets.at(1).cells, IsEmpty());
     EXPECT_THAT(sheets.at(2).cells, IsEmpty());

@@ -233,9 +233,10 @@ TEST(Workbook, TextsThatReadersDoNotSurviveAreRepaired)
 TEST(Workbook, TextsGoOnInTheNextRecord)
 {
     const std::string narrow = "abcdefghij";
+    const std::string latin = "äöüßéèñç";
     const std::string wide = "ЖЗИЙ";
     const std::string pairs = "😀😁😂";
-    for (const auto& text : {narrow, wide, pairs, "€" + pairs + "z"}) {
+    for (const auto& text : {narrow, latin, wide, pairs, "€" + pairs + "z"}) {
         for (std::size_t filler = 8160; filler <= 8224; ++filler) {
             auto workbook = workbookWithSheet();
             const std::string first(filler, 'f');
