@@ -10,8 +10,7 @@
 #include "desktop/window/MainWindow.h"
 #include "desktop/window/SearchField.h"
 #include "model/TAdmMDBFile.h"
-#include "support/DesktopFakes.h"
-#include "support/ExportFakes.h"
+#include "support/FakeDesktop.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -90,7 +89,7 @@ private:
 struct Program {
     explicit Program(const std::string& path)
     {
-        recent.listed = {path};
+        desktop.recent.listed = {path};
         window.start();
         QTest::qWait(100); // until all is laid out
     }
@@ -111,18 +110,8 @@ struct Program {
 
     [[nodiscard]] TAdmMDBTable& table() { return *window.app().recentFiles().front()->tables().front(); }
 
-    FakeAlerts alerts;
-    FakeDefaults defaults;
-    SystemFileFacts fileFacts;
-    FakeFilePanels filePanels;
-    QtImageDecoder imageDecoder;
-    QtMainThread mainThread;
-    FakePasteboard pasteboard;
-    FakeRecentDocuments recent;
-    FakeSystemLog systemLog;
-    FakeWorkspace workspace;
-    MainWindow window{{alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recent, systemLog,
-        workspace, ""}};
+    test::FakeDesktop<SystemFileFacts, QtImageDecoder, QtMainThread> desktop;
+    MainWindow window{desktop.ports};
     QTreeView& tree{*window.findChild<QTreeView*>("fileTree")};
     GridView& grid{*window.findChild<GridView*>("dataTableView")};
     QLineEdit& search{*window.findChild<QLineEdit*>("dataSearchField")};

@@ -3,9 +3,7 @@
 #include "Measure.h"
 #include "browser/FakeWindow.h"
 #include "browser/VellumoAppDelegate.h"
-#include "platform/MainThreadQueue.h"
-#include "support/DesktopFakes.h"
-#include "support/ExportFakes.h"
+#include "support/FakeDesktop.h"
 #include "support/ModelBuilder.h"
 
 #include <fmt/format.h>
@@ -19,21 +17,9 @@ using namespace test;
 constexpr std::size_t tableCount = 2000;
 constexpr int runs = 21;
 
-struct Program {
-    MainThreadQueue mainThread;
-    FakeAlerts alerts;
-    FakeDefaults defaults;
-    FakeFileFacts fileFacts;
-    FakeFilePanels filePanels;
-    FakeImageDecoder imageDecoder;
-    FakePasteboard pasteboard;
-    FakeRecentDocuments recent;
-    FakeSystemLog systemLog;
-    FakeWorkspace workspace;
+struct Program : FakeDesktop<> {
     FakeWindow window;
-    VellumoAppDelegate app{window,
-        {alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recent, systemLog, workspace,
-            ""}};
+    VellumoAppDelegate app{window, ports};
 };
 
 // Fills the one listed file as if it had been opened.

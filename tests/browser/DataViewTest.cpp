@@ -1,8 +1,6 @@
 #include "browser/DataView.h"
 #include "FakeWindow.h"
-#include "platform/MainThreadQueue.h"
-#include "support/DesktopFakes.h"
-#include "support/ExportFakes.h"
+#include "support/FakeDesktop.h"
 #include "support/ModelBuilder.h"
 
 #include <filesystem>
@@ -17,7 +15,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 // A grid over one table: a key column, a text column and an object column.
-class DataViewTest : public ::testing::Test {
+class DataViewTest : public ::testing::Test, protected FakeDesktop<> {
 protected:
     void show(const std::vector<test::Row>& rows)
     {
@@ -27,21 +25,8 @@ protected:
         port.events.clear();
     }
 
-    MainThreadQueue mainThread;
-    FakeAlerts alerts;
-    FakeDefaults defaults;
-    FakeFileFacts fileFacts;
-    FakeFilePanels filePanels;
-    FakeImageDecoder imageDecoder;
-    FakePasteboard pasteboard;
-    FakeRecentDocuments recent;
-    FakeSystemLog systemLog;
-    FakeWorkspace workspace;
     FakeDataView port;
-    DataView view{port,
-        {alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recent, systemLog, workspace,
-            ""},
-        false};
+    DataView view{port, ports, false};
 
 private:
     std::unique_ptr<TAdmMDBTable> m_table;

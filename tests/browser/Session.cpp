@@ -51,9 +51,8 @@ std::string Session::makeBrokenFile(const std::string& fileName)
 void Session::start()
 {
     m_app.reset();
-    const DesktopPorts desktop{alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recent,
-        systemLog, workspace, "/home/ann", &loadErrorWindow};
-    m_app = std::make_unique<VellumoAppDelegate>(window, desktop);
+    ports.loadErrorWindow = &loadErrorWindow;
+    m_app = std::make_unique<VellumoAppDelegate>(window, ports);
     m_app->applicationDidFinishLaunching();
 }
 

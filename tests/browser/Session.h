@@ -2,9 +2,7 @@
 
 #include "FakeWindow.h"
 #include "browser/VellumoAppDelegate.h"
-#include "platform/MainThreadQueue.h"
-#include "support/DesktopFakes.h"
-#include "support/ExportFakes.h"
+#include "support/FakeDesktop.h"
 #include "support/RecordingLoadErrorWindow.h"
 #include "support/TempFolder.h"
 
@@ -30,7 +28,7 @@ struct Sight {
 void PrintTo(const Sight& sight, std::ostream* out);
 
 // The program with stand-ins for desktop and window, and real database files in a folder of its own.
-class Session {
+class Session : public FakeDesktop<> {
 public:
     // A database in the folder, with tables of so many rows; their one text column "Name" holds "r1", "r2" and so on.
     // Returns its path.
@@ -55,16 +53,6 @@ public:
     [[nodiscard]] std::string tableNames(const SelectionHistory::Tables& tables) const;
 
     TempFolder folder;
-    MainThreadQueue mainThread;
-    FakeAlerts alerts;
-    FakeDefaults defaults;
-    FakeFileFacts fileFacts;
-    FakeFilePanels filePanels;
-    FakeImageDecoder imageDecoder;
-    FakePasteboard pasteboard;
-    FakeRecentDocuments recent;
-    FakeSystemLog systemLog;
-    FakeWorkspace workspace;
     RecordingLoadErrorWindow loadErrorWindow;
     FakeWindow window;
 

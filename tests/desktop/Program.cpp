@@ -42,8 +42,8 @@ std::string Program::makeBrokenFile(const std::string& fileName)
 void Program::start()
 {
     quit();
-    m_window = std::make_unique<MainWindow>(DesktopPorts{alerts, defaults, fileFacts, filePanels, imageDecoder,
-        mainThread, pasteboard, recent, systemLog, workspace, folder.path()});
+    ports.homeFolder = folder.path();
+    m_window = std::make_unique<MainWindow>(ports);
     m_window->start();
     m_window->resize(1120, 700);
     QApplication::processEvents();

@@ -3,8 +3,7 @@
 #include "desktop/ports/QtImageDecoder.h"
 #include "desktop/ports/QtMainThread.h"
 #include "desktop/window/MainWindow.h"
-#include "support/DesktopFakes.h"
-#include "support/ExportFakes.h"
+#include "support/FakeDesktop.h"
 #include "support/QtApplication.h"
 #include "support/TempFolder.h"
 
@@ -20,7 +19,7 @@ namespace vellumo::test {
 
 // The program's real main window over real database files, and a person in front of it: what can be seen, and what
 // hands can do with mouse and keyboard.
-class Program {
+class Program : public FakeDesktop<SystemFileFacts, QtImageDecoder, QtMainThread> {
 public:
     // The demo database in the folder; returns its path.
     std::string makeDemo(const std::string& fileName = "Shop.mdb");
@@ -63,16 +62,6 @@ public:
     template <typename Widget> [[nodiscard]] Widget& find(const char* name) { return child<Widget>(*m_window, name); }
 
     TempFolder folder;
-    FakeAlerts alerts;
-    FakeDefaults defaults;
-    SystemFileFacts fileFacts;
-    FakeFilePanels filePanels;
-    QtImageDecoder imageDecoder;
-    QtMainThread mainThread;
-    FakePasteboard pasteboard;
-    FakeRecentDocuments recent;
-    FakeSystemLog systemLog;
-    FakeWorkspace workspace;
 
 private:
     [[nodiscard]] QTreeView& tree() { return find<QTreeView>("fileTree"); }

@@ -24,6 +24,19 @@ Buffer compoundFileWith(const std::string& stream)
     return writeCompoundFile({9, 6, {{"Other", bytesOf("other")}, {stream, bytesOf("the document")}}}).bytes;
 }
 
+// A change to something good, and what its cell decodes to then.
+struct ChangedCase {
+    const char* name;
+    Change change;
+    std::string expected;
+};
+
+struct CellCase {
+    const char* name;
+    Buffer cell;
+    std::string expected;
+};
+
 TEST(OleField, ClassNameTellsExtensionAndStream)
 {
     const struct {
@@ -93,11 +106,7 @@ TEST(OleField, PackageIsBoundedByItsBytes)
 {
     const auto good = packageNative("a.b", bytesOf("file"));
     const auto sizeOffset = good.size() - 8;
-    const struct {
-        const char* name;
-        Change change;
-        const char* expected;
-    } cases[] = {
+    const ChangedCase cases[] = {
         {"size of one byte more", set32(sizeOffset, 5), "b:file"},
         {"size of 4 GB", set32(sizeOffset, 0xFFFFFFFF), "b:file"},
         {"size of less", set32(sizeOffset, 2), "b:fi"},
@@ -124,11 +133,7 @@ TEST(OleField, ChecksBothHeaders)
     const auto body = bodyOffset(good);
     const auto native = body + 24 + 7;
     const auto size = static_cast<unsigned>(good.size());
-    const struct {
-        const char* name;
-        Change change;
-        std::string expected;
-    } cases[] = {
+    const ChangedCase cases[] = {
         {"none", [](Buffer&) {}, "bmp:picture"},
         {"empty cell", resizeTo(0), "1"},
         {"three bytes", resizeTo(3), "1"},
@@ -178,11 +183,7 @@ TEST(OleField, BodyWithoutObjectIsAnAttachment)
     storedAfterHeader.insert(storedAfterHeader.end(), stored.begin(), stored.end());
     auto withoutName = storedAfterHeader;
     putU16(withoutName, 10, 0);
-    const struct {
-        const char* name;
-        Buffer cell;
-        std::string expected;
-    } cases[] = {
+    const CellCase cases[] = {
         {"other flag", bytesOf("\2\0\0\0x"s), ":\2\0\0\0x"s},
         {"other flag in four bytes", bytesOf("\2\0\0\0"s), "1"},
         {"other flag behind a header", rawAfterHeader, ":\3\0\0\0raw"s},
@@ -198,11 +199,7 @@ TEST(OleField, BodyWithoutObjectIsAnAttachment)
 TEST(OleField, AttachmentRecordIsBoundedByItsBytes)
 {
     const auto good = attachmentRecord("txt", bytesOf("text"));
-    const struct {
-        const char* name;
-        Change change;
-        std::string expected;
-    } cases[] = {
+    const ChangedCase cases[] = {
         {"none", [](Buffer&) {}, "txt:text"},
         {"the last character is not a zero", set8(18, 'x'), "txt:text"},
         {"a zero in the middle", set8(14, 0), "t:text"},
@@ -234,11 +231,7 @@ TEST(OleField, DeflatedAttachmentFitsItsStatedSize)
     cutStream.pop_back();
     auto noStream = deflatedAttachment(record, size);
     noStream.resize(10);
-    const struct {
-        const char* name;
-        Buffer cell;
-        std::string expected;
-    } cases[] = {
+    const CellCase cases[] = {
         {"exact", deflatedAttachment(record, size), whole},
         {"more", deflatedAttachment(record, size + 1), whole},
         {"2 GB, which are not allocated", deflatedAttachment(record, 0x7FFFFFFF), whole},
