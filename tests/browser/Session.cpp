@@ -37,7 +37,7 @@ std::string Session::makeDatabase(const std::string& fileName, const std::vector
     samples::DatabaseDescription description;
     for (const auto& [name, rowCount] : tables)
         description.tables.push_back(describeTable(name, rowCount));
-    const auto path = folder.path(fileName);
+    auto path = folder.path(fileName);
     EXPECT_EQ(samples::writeDatabase(description, path).error, "");
     return path;
 }

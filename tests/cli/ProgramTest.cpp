@@ -14,7 +14,6 @@
 namespace vellumo {
 namespace {
 
-using samples::ColumnDescription;
 using samples::ColumnType;
 using test::CommandResult;
 using test::RunningProgram;

@@ -28,7 +28,7 @@ std::string Program::makeDemo(const std::string& fileName)
     static const TempFolder made;
     static const auto result = samples::writeDatabase(samples::demoDatabase(), made.path("demo.mdb"));
     EXPECT_TRUE(result.ok()) << result.error;
-    const auto path = folder.path(fileName);
+    auto path = folder.path(fileName);
     std::filesystem::copy_file(made.path("demo.mdb"), path);
     return path;
 }

@@ -22,7 +22,7 @@ Report readReport()
 {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     if (box == nullptr) return {};
-    const Report result{box->text().toStdString(), box->informativeText().toStdString()};
+    Report result{box->text().toStdString(), box->informativeText().toStdString()};
     box->button(QMessageBox::Ok)->click();
     return result;
 }

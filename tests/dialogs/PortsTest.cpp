@@ -109,7 +109,7 @@ TEST(QtImageDecoder, TakesNothingElseForAPicture)
         {"text that starts like a bitmap", "BM and more text that goes on for a while, with no header"},
         {"html", "<html><body>no drawing</body></html>"},
         {"a zip file", "PK\3\4" + std::string(60, 'x')},
-        {"a compressed text", "\x1F\x8B\x08\0\0\0\0\0\0\3\x03\0\0\0\0\0\0\0\0\0"},
+        {"a compressed text", std::string("\x1F\x8B\x08\0\0\0\0\0\0\3\x03\0\0\0\0\0\0\0\0\0"sv)},
         {"a cut picture", png.substr(0, 20)},
         {"the signature alone", png.substr(0, 8)},
         {"a giant", hugePng},

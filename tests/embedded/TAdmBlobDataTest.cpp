@@ -94,9 +94,11 @@ TEST(SafeFileExtension, IsTrueForDocumentsAndMediaAlone)
 
 // A temporary folder of its own for each test.
 class BlobTempFile : public ::testing::Test {
+public:
+    ~BlobTempFile() override { unsetenv("TMPDIR"); }
+
 protected:
     BlobTempFile() { setenv("TMPDIR", m_folder.path().c_str(), 1); }
-    ~BlobTempFile() override { unsetenv("TMPDIR"); }
     test::TempFolder m_folder;
 };
 

@@ -2,6 +2,7 @@
 
 #include "support/TempFolder.h"
 
+#include <algorithm>
 #include <fcntl.h>
 #include <functional>
 #include <string>
@@ -26,10 +27,8 @@ public:
         std::vector<std::string> command, const std::string& outputPath = "",
         const std::function<void()>& prepare = [] {})
     {
-        std::vector<char*> argv;
-        for (auto& argument : command)
-            argv.push_back(argument.data());
-        argv.push_back(nullptr);
+        std::vector<char*> argv(command.size() + 1); // null at the end
+        std::ranges::transform(command, argv.begin(), [](std::string& argument) { return argument.data(); });
         m_process = ::fork();
         if (m_process != 0) return;
         ::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO);

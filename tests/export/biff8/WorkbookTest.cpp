@@ -181,8 +181,9 @@ TEST(Workbook, TextsAreStoredOnce)
 {
     auto workbook = workbookWithSheet();
     const std::vector<std::string> texts = {"a", "é", "€", "a", "😀", "€"};
-    for (std::uint16_t i = 0; i < texts.size(); ++i)
-        EXPECT_EQ(workbook.setText(0, i, texts[i]), Ok);
+    std::uint16_t column = 0;
+    for (const auto& text : texts)
+        EXPECT_EQ(workbook.setText(0, column++, text), Ok);
     for (const auto& record : recordsOf(streamOf(workbook))) {
         if (record.id != 0xFC) continue;
         EXPECT_EQ(hex(record.data),
@@ -241,8 +242,9 @@ TEST(Workbook, TextsGoOnInTheNextRecord)
             auto workbook = workbookWithSheet();
             const std::string first(filler, 'f');
             const std::vector<std::string> expected = {first, text, "end"};
-            for (std::uint16_t i = 0; i < expected.size(); ++i)
-                EXPECT_EQ(workbook.setText(0, i, expected[i]), Ok);
+            std::uint16_t column = 0;
+            for (const auto& cell : expected)
+                EXPECT_EQ(workbook.setText(0, column++, cell), Ok);
             const auto strings = sharedStringsOf(recordsOf(streamOf(workbook)));
             ASSERT_EQ(strings.size(), 3U);
             for (std::size_t i = 0; i < 3; ++i)
@@ -402,7 +404,8 @@ TEST(WorkbookFile, IsWrittenWholeOrNotAtAll)
         TempFolder folder;
         folder.write("Old.xls", "old");
         auto workbook = workbookWithSheet();
-        for (std::uint16_t i = 0; i < (isLarge ? 1000 : 1); ++i)
+        const std::uint16_t rowCount = isLarge ? 1000 : 1;
+        for (std::uint16_t i = 0; i < rowCount; ++i)
             EXPECT_EQ(workbook.setText(i, 0, texts[i]), Ok);
         {
             const FileSizeLimit limit(isLarge ? 100'000 : 1000);

@@ -38,9 +38,11 @@ void replaceByFolder()
 }
 
 class SQLiteFaults : public SQLExportFixture {
+public:
+    ~SQLiteFaults() override { unsetenv("VELLUMO_SQLITE_LIBRARY"); }
+
 protected:
     SQLiteFaults() { m_options.path = m_folder / "out.sqlite"; }
-    ~SQLiteFaults() override { unsetenv("VELLUMO_SQLITE_LIBRARY"); }
 
     ExportOutcome runWith(const Trap& trap)
     {
