@@ -74,10 +74,10 @@ TEST(CompoundFile, IsReadByAnotherLibrary)
 // 109 table blocks of 128 entries name 13,952 blocks; this needs 111 of them.
 TEST(CompoundFile, HasAnExtensionTableWhenLarge)
 {
-    const auto file = compoundFile({{"Package", pattern(14'100 * 512)}});
+    const auto file = compoundFile({{"Package", pattern(14'100 * std::size_t{512})}});
     EXPECT_EQ(file[44], 112) << "allocation table blocks";
     EXPECT_EQ(file[72], 1) << "extension blocks";
-    EXPECT_EQ(streamOf(file, {"Package"}), textOf(pattern(14'100 * 512)));
+    EXPECT_EQ(streamOf(file, {"Package"}), textOf(pattern(14'100 * std::size_t{512})));
 }
 
 TEST(Canvas, EncodesPictures)

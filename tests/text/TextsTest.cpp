@@ -75,7 +75,8 @@ protected:
 
 TEST_F(DateTextTest, NamesTheDayByTheRoundedUtcDay)
 {
-    constexpr long long day = 86400;
+    constexpr long long hour = 3600;
+    constexpr long long day = 24 * hour;
     constexpr long long midnight = 16134 * day; // 2014-03-05 00:00 UTC
     const struct {
         const char* name;
@@ -85,11 +86,11 @@ TEST_F(DateTextTest, NamesTheDayByTheRoundedUtcDay)
     } cases[] = {
         {"same moment", midnight, midnight, "Today 2:00 AM"},
         {"UTC noon starts a new rounded day", midnight + day / 2 - 1, midnight + day / 2, "Yesterday 1:59 PM"},
-        {"before and after midnight are one rounded day", midnight - 3600, midnight + 3600, "Today 1:00 AM"},
+        {"before and after midnight are one rounded day", midnight - hour, midnight + hour, "Today 1:00 AM"},
         {"two days ago", midnight - day, midnight + day, "4/3/2014 2:00 AM"},
-        {"in the future", midnight + 19 * 3600 + 7 * 60, midnight - day, "5/3/2014 9:07 PM"},
-        {"noon", midnight + 10 * 3600, midnight - 9 * day, "5/3/2014 12:00 PM"},
-        {"midnight local", midnight + 22 * 3600, midnight - 9 * day, "6/3/2014 12:00 AM"},
+        {"in the future", midnight + 19 * hour + 7 * hour / 60, midnight - day, "5/3/2014 9:07 PM"},
+        {"noon", midnight + 10 * hour, midnight - 9 * day, "5/3/2014 12:00 PM"},
+        {"midnight local", midnight + 22 * hour, midnight - 9 * day, "6/3/2014 12:00 AM"},
     };
     for (const auto& test : cases)
         EXPECT_EQ(dateWithFinderFormat(at(test.date), at(test.now)), test.expected) << test.name;

@@ -8,7 +8,6 @@ namespace {
 
 using namespace std::string_literals;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Pair;
 
 std::string u16(std::size_t value) { return {static_cast<char>(value), static_cast<char>(value >> 8)}; }
