@@ -198,8 +198,10 @@ CodePage::CodePage(int number)
         gsize fromLeft = 1;
         auto* to = character.bytes;
         gsize toLeft = sizeof character.bytes;
+        // The second call gets out a letter that is held back because a mark could follow: Hebrew and Vietnamese.
         const bool isDone = byte != 0 && converter
-            && g_iconv(converter.get(), &from, &fromLeft, &to, &toLeft) != static_cast<gsize>(-1);
+            && g_iconv(converter.get(), &from, &fromLeft, &to, &toLeft) != static_cast<gsize>(-1)
+            && g_iconv(converter.get(), nullptr, nullptr, &to, &toLeft) != static_cast<gsize>(-1);
         if (!isDone) {
             if (converter) g_iconv(converter.get(), nullptr, nullptr, nullptr, nullptr);
             to = putUtf8(character.bytes, replacement);

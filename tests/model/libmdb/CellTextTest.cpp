@@ -162,6 +162,8 @@ TEST(CellText, Jet3TextFollowsItsCodePage)
     } cases[] = {
         {"Western", 1252, "caf\xE9 \x80", "café €"},
         {"a byte that the code page leaves out", 1252, "a\x81"s + "b", "a\uFFFDb"},
+        {"Hebrew", 1255, "\xF9\xEC\xE5\xED", "שלום"},
+        {"Vietnamese, whose marks follow their letters", 1258, "L\xEA O\xD2", "Lê O\u0309"},
         {"Cyrillic", 1251, "\xC6\xFB", "Жы"},
         {"unknown page", 7, "\xE9", "é"},
         {"Japanese", 932, "\x82\xA0x\xB1", "あxｱ"},
