@@ -110,11 +110,11 @@ std::string dumped(const Json& json) { return json.dump(2, ' ', false, Json::err
 
 ExitStatus showInfo(const InfoOptions& options)
 {
+    if (options.isJson) leaveTextsUntranslated(); // a script finds the same texts in every language
     const auto file = openDatabase(options.file);
     if (!file) return ExitStatus::Failed;
     const auto* table = options.table.empty() ? nullptr : findTableOrComplain(*file, options.table);
     if (!options.table.empty() && table == nullptr) return ExitStatus::Failed;
-    if (options.isJson) leaveTextsUntranslated(); // a script finds the same keys in every language
     if (table == nullptr)
         writeOutput(options.isJson ? dumped(fileJson(*file)) : fileText(*file));
     else

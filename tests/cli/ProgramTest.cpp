@@ -196,8 +196,9 @@ TEST_F(Program, ValuesDoNotDependOnTheEnvironment)
     description.version = samples::JetVersion::Jet3;
     auto& table = description.tables.emplace_back();
     table.name = "T";
-    table.columns = {{.name = "Gr\u00F6\u00DFe"}, {.name = "Memo", .type = ColumnType::Memo},
-        {.name = "Number", .type = ColumnType::Double}, {.name = "When", .type = ColumnType::DateTime}};
+    table.columns = {{.name = "Gr\u00F6\u00DFe", .properties = {samples::booleanProperty("Required", true)}},
+        {.name = "Memo", .type = ColumnType::Memo}, {.name = "Number", .type = ColumnType::Double},
+        {.name = "When", .type = ColumnType::DateTime}};
     table.rows = samples::rowsOf(
         {{std::string("K\u00E4se"), std::string("caf\u00E9 ") + std::string(3000, 'm'), 2.5, samples::Date{45000.5}}});
     ASSERT_TRUE(samples::writeDatabase(description, m_out.path("jet3.mdb")).ok());
