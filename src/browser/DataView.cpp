@@ -3,6 +3,7 @@
 #include "browser/CopiedText.h"
 #include "embedded/TAdmBlobData.h"
 #include "export/ObjectFile.h"
+#include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
@@ -165,8 +166,9 @@ void DataView::saveObjectAs()
     // The dialog may let events through that show another cell.
     const auto object = m_detail.object;
     if (!object) return;
+    const auto database = table() != nullptr && table()->file() != nullptr ? table()->file()->fullPath() : "";
     const auto path = m_desktop.filePanels.saveFile(object->fileExtension(), fileNamePart(m_detail.objectName));
-    if (path && !writeObjectFile(*object, *path))
+    if (path && !writeObjectFile(*object, *path, database))
         m_desktop.alerts.show({localized("Error"), localizedFormat("File (%@) cannot be written", {*path})});
 }
 

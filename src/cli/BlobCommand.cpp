@@ -60,9 +60,7 @@ ExitStatus extractBlob(const BlobOptions& options)
     const auto blob = table == nullptr ? nullptr : findBlob(*table, options);
     if (!blob) return ExitStatus::Failed;
     const auto path = outputPath(options, *blob);
-    std::error_code error;
-    const bool isDatabase = std::filesystem::equivalent(path, options.file, error);
-    if (isDatabase || !writeObjectFile(*blob, path))
+    if (!writeObjectFile(*blob, path, options.file))
         return failed(localizedFormat("File (%@) cannot be written", {path}));
     return ExitStatus::Done;
 }

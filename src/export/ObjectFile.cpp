@@ -1,9 +1,10 @@
 #include "export/ObjectFile.h"
 
 #include "embedded/TAdmBlobData.h"
-#include "export/OutputFile.h"
+#include "export/files/OutputFile.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace vellumo {
 
@@ -14,8 +15,10 @@ std::string fileNamePart(std::string text)
     return text;
 }
 
-bool writeObjectFile(const TAdmBlobData& object, const std::string& path)
+bool writeObjectFile(const TAdmBlobData& object, const std::string& path, const std::string& databasePath)
 {
+    std::error_code error;
+    if (std::filesystem::equivalent(path, databasePath, error)) return false;
     OutputFile out;
     if (!out.open(path)) return false;
     out.write({reinterpret_cast<const char*>(object.data().data()), object.data().size()});

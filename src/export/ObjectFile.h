@@ -9,7 +9,9 @@ class TAdmBlobData;
 // The text as one part of a path: what names and types come from a database may hold anything.
 [[nodiscard]] std::string fileNamePart(std::string text);
 
-// Writes the object's bytes as a file. False when that failed; then an older file is as it was.
-[[nodiscard]] bool writeObjectFile(const TAdmBlobData& object, const std::string& path);
+// Writes the object's bytes as a file. False when that failed, or when `path` leads to the database itself, which is
+// never written to. Then an older file is as it was; one that can only be written in place is empty.
+[[nodiscard]] bool writeObjectFile(
+    const TAdmBlobData& object, const std::string& path, const std::string& databasePath);
 
 } // namespace vellumo

@@ -1,9 +1,9 @@
 #include "export/ExcelExport.h"
 #include "export/ExportJob.h"
 #include "export/ExportWriters.h"
-#include "export/OutputFile.h"
 #include "export/biff8/UTF8ToUTF16Converter.h"
 #include "export/biff8/Workbook.h"
+#include "export/files/Replacement.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <fcntl.h>
 #include <filesystem>
 #include <limits>
 #include <unistd.h>
@@ -64,14 +63,13 @@ const TAdmMDBColumn* columnOfTooLongText(const TAdmMDBTable& table)
     return nullptr;
 }
 
-// A workbook is made beside the file that it takes the place of, so that a folder which takes no new file would cost
-// the user the old one.
-bool wouldOnlyDestroy(const std::string& path)
+// Asked before the work begins.
+bool canBeCreated(const std::string& path)
 {
+    if (Replacement::create(path)) return true;
+    // A device can be opened. That it takes no workbook, which never grows in place, shows when there is one.
     std::error_code error;
-    const auto target = std::filesystem::canonical(path, error); // links are followed
-    if (error || !std::filesystem::is_regular_file(target, error)) return false;
-    return ::faccessat(AT_FDCWD, target.parent_path().c_str(), W_OK | X_OK, AT_EACCESS) != 0;
+    return std::filesystem::is_character_file(path, error) && ::access(path.c_str(), W_OK) == 0;
 }
 
 // The cells of one table, on as many sheets as they take.
@@ -166,10 +164,6 @@ public:
     void run();
 
 private:
-    [[nodiscard]] bool openPlaceholder(const std::string& path)
-    {
-        return !wouldOnlyDestroy(path) && m_placeholder.open(path);
-    }
     void exportTable(const ExportEntry& entry, const TAdmMDBTable& table);
     // True when all of it is in the workbook.
     [[nodiscard]] bool fillSheets(const TAdmMDBTable& table);
@@ -178,15 +172,12 @@ private:
     ExportJob& m_job;
     ExcelExport m_excel;
     bool m_isSingleFile;
-    // Proves that the output can be created. For a single file it stays until the workbook takes its place, and goes
-    // away by itself if that does not happen.
-    OutputFile m_placeholder;
     int m_tablesInFile = 0; // complete in a single file that is not written yet
 };
 
 void SpreadsheetExport::run()
 {
-    if (m_isSingleFile && !openPlaceholder(m_job.singleFilePath())) {
+    if (m_isSingleFile && !canBeCreated(m_job.singleFilePath())) {
         m_job.log(localized(exportReason::cannotCreate));
         return;
     }
@@ -197,10 +188,8 @@ void SpreadsheetExport::run()
 void SpreadsheetExport::exportTable(const ExportEntry& entry, const TAdmMDBTable& table)
 {
     const auto path = m_job.outputPath(entry);
-    if (!m_isSingleFile) {
-        if (!openPlaceholder(path)) return m_job.logFailure(table.name(), localized(exportReason::cannotCreate));
-        m_placeholder.discard();
-    }
+    if (!m_isSingleFile && !canBeCreated(path))
+        return m_job.logFailure(table.name(), localized(exportReason::cannotCreate));
     if (!m_excel.addSheet(table.name()))
         return m_job.logFailure(table.name(), localizedFormat("Unable to create spreadsheet %@.", {table.name()}));
     if (!fillSheets(table)) return;

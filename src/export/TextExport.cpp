@@ -1,7 +1,7 @@
 #include "export/ExportJob.h"
 #include "export/ExportWriters.h"
-#include "export/OutputFile.h"
 #include "export/TextFrame.h"
+#include "export/files/OutputFile.h"
 #include "model/TAdmMDBTable.h"
 #include "text/Messages.h"
 #include "text/TextEncoding.h"

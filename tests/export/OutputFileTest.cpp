@@ -1,14 +1,16 @@
-#include "export/OutputFile.h"
+#include "export/files/OutputFile.h"
 #include "support/TempFolder.h"
 
 #include <climits>
 #include <filesystem>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace vellumo {
 namespace {
 
 using test::TempFolder;
+using testing::ElementsAre;
 
 TEST(OutputFile, WritesPiecesOfAnySizeInOrder)
 {
@@ -42,7 +44,7 @@ TEST(OutputFile, TakesItsNameWhenItIsWhole)
     for (const auto& test : cases) {
         TempFolder folder;
         folder.write("a", "old, and longer");
-        folder.write("a.part", "of a program that was killed, and longer still");
+        folder.write("a.part", "of somebody else");
         fs::permissions(folder.path("a"), fs::perms(0640));
         const TempFolder links;
         fs::create_symlink(folder.path("a"), links.path("link"));
@@ -55,7 +57,8 @@ TEST(OutputFile, TakesItsNameWhenItIsWhole)
         else
             file.discard();
         EXPECT_EQ(folder.read("a"), test.result) << test.name;
-        EXPECT_FALSE(folder.exists("a.part")) << test.name;
+        EXPECT_THAT(folder.names(), ElementsAre("a", "a.part")) << test.name;
+        EXPECT_EQ(folder.read("a.part"), "of somebody else") << test.name;
         EXPECT_TRUE(fs::is_symlink(links.path("link"))) << test.name;
         EXPECT_EQ(fs::status(folder.path("a")).permissions(), fs::perms(0640)) << test.name;
     }
@@ -68,9 +71,24 @@ TEST(OutputFile, LeavesNothingWhenItIsNotClosed)
         OutputFile file;
         ASSERT_TRUE(file.open(folder.path("a")));
         file.write(std::string(1 << 20, 'x'));
-        EXPECT_TRUE(folder.exists("a.part"));
+        EXPECT_THAT(folder.names(), ElementsAre(testing::MatchesRegex("a\\.[0-9a-f]+\\.part")));
     }
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST(OutputFile, TwoProgramsDoNotMixTheirBytes)
+{
+    TempFolder folder;
+    OutputFile first;
+    OutputFile second;
+    ASSERT_TRUE(first.open(folder.path("a")) && second.open(folder.path("a")));
+    first.write("of the first");
+    second.write("half");
+    EXPECT_TRUE(first.close());
+    EXPECT_EQ(folder.read("a"), "of the first");
+    second.discard();
+    EXPECT_EQ(folder.read("a"), "of the first");
+    EXPECT_THAT(folder.names(), ElementsAre("a"));
 }
 
 TEST(OutputFile, LongestName)

@@ -1,7 +1,10 @@
 #include "export/biff8/CompoundFileTarget.h"
 
-#include <filesystem>
+#include "export/files/Replacement.h"
+
+#include <cstdio>
 #include <gsf/gsf.h>
+#include <unistd.h>
 
 namespace vellumo::biff8 {
 
@@ -16,17 +19,11 @@ template <typename T> using Ref = std::unique_ptr<T, Unref>;
 constexpr guint8 workbookClassId[16] = {
     0x20, 0x08, 0x02, 0x00, 0x00, 0x00, 0x00, 0x00, 0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46};
 
-bool canBeReplaced(const std::string& path)
-{
-    std::error_code error;
-    const auto type = std::filesystem::status(path, error).type();
-    return type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;
-}
-
 } // namespace
 
 // The file, the storage in it, the stream in that. Closing the storage closes the file.
 struct CompoundFileTarget::Outputs {
+    std::unique_ptr<Replacement> replacement;
     Ref<GsfOutput> file;
     Ref<GsfOutfile> storage;
     Ref<GsfOutput> stream;
@@ -40,13 +37,6 @@ struct CompoundFileTarget::Outputs {
         const bool isStreamClosed = gsf_output_close(stream.get());
         return gsf_output_close(GSF_OUTPUT(storage.get())) && isStreamClosed;
     }
-
-    // An output with an error set removes its temporary file when it is closed.
-    void cancel()
-    {
-        gsf_output_set_error(file.get(), 0, "cancelled");
-        close();
-    }
 };
 
 CompoundFileTarget::CompoundFileTarget(std::unique_ptr<Outputs> outputs)
@@ -57,10 +47,16 @@ CompoundFileTarget::CompoundFileTarget(std::unique_ptr<Outputs> outputs)
 std::unique_ptr<CompoundFileTarget> CompoundFileTarget::create(const std::string& path)
 {
     gsf_init();
-    if (path.empty() || !canBeReplaced(path)) return nullptr;
     auto outputs = std::make_unique<Outputs>();
-    outputs->file.reset(gsf_output_stdio_new(path.c_str(), nullptr));
-    if (!outputs->file) return nullptr;
+    outputs->replacement = Replacement::create(path);
+    if (!outputs->replacement) return nullptr;
+    const int descriptor = outputs->replacement->takeDescriptor();
+    auto* const file = ::fdopen(descriptor, "w+b");
+    if (file == nullptr) {
+        ::close(descriptor);
+        return nullptr;
+    }
+    outputs->file.reset(gsf_output_stdio_new_FILE(outputs->replacement->part().c_str(), file, FALSE));
     outputs->storage.reset(gsf_outfile_msole_new(outputs->file.get()));
     gsf_outfile_msole_set_class_id(GSF_OUTFILE_MSOLE(outputs->storage.get()), workbookClassId);
     outputs->stream.reset(gsf_outfile_new_child(outputs->storage.get(), "Workbook", FALSE));
@@ -69,7 +65,7 @@ std::unique_ptr<CompoundFileTarget> CompoundFileTarget::create(const std::string
 
 CompoundFileTarget::~CompoundFileTarget()
 {
-    if (m_outputs) m_outputs->cancel();
+    if (m_outputs) m_outputs->close();
 }
 
 bool CompoundFileTarget::write(std::string_view bytes)
@@ -89,7 +85,7 @@ bool CompoundFileTarget::finish()
 {
     if (!m_outputs->isSound()) return false;
     const auto outputs = std::move(m_outputs);
-    return outputs->close() && outputs->isSound();
+    return outputs->close() && outputs->isSound() && outputs->replacement->finish();
 }
 
 } // namespace vellumo::biff8

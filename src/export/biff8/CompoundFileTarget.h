@@ -7,9 +7,8 @@
 
 namespace vellumo::biff8 {
 
-// A compound file with the one stream "Workbook". It grows under a temporary name in its folder and takes the place of
-// `path` when it is finished; until then, and if it never is, what stood at `path` is untouched and nothing is left.
-// One thread at a time.
+// A compound file with the one stream "Workbook". It grows beside `path` and takes its place when it is
+// finished; until then, and if it never is, what stood there is untouched and nothing is left. One thread at a time.
 class CompoundFileTarget : public StreamTarget {
 public:
     // Null when there is no such folder, it cannot be written to, or `path` is anything but a regular file.

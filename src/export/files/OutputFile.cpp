@@ -1,4 +1,4 @@
-#include "export/OutputFile.h"
+#include "export/files/OutputFile.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -8,16 +8,6 @@
 namespace vellumo {
 
 namespace {
-
-constexpr mode_t usualMode = 0666;
-
-// Null when there is none.
-std::optional<mode_t> modeOf(const std::string& path)
-{
-    struct stat facts { };
-    if (::stat(path.c_str(), &facts) != 0) return {};
-    return facts.st_mode & 07777;
-}
 
 void emptyRegularFile(int descriptor)
 {
@@ -38,24 +28,10 @@ bool OutputFile::open(const std::string& path)
 {
     m_used = 0;
     m_failed = false;
-    if (openPart(path)) return true;
-    m_replacement.reset();
-    m_descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, usualMode);
+    m_replacement = Replacement::create(path);
+    m_descriptor = m_replacement ? m_replacement->takeDescriptor()
+                                 : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     return m_descriptor >= 0;
-}
-
-bool OutputFile::openPart(const std::string& path)
-{
-    m_replacement = Replacement::of(path);
-    if (!m_replacement) return false;
-    const auto mode = modeOf(m_replacement->target);
-    // A file that may not be written may not be replaced either.
-    if (mode && ::access(m_replacement->target.c_str(), W_OK) != 0) return false;
-    m_replacement->discard();
-    m_descriptor = ::open(m_replacement->part.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, usualMode);
-    if (m_descriptor < 0) return false;
-    if (mode) m_failed = ::fchmod(m_descriptor, *mode) != 0;
-    return true;
 }
 
 void OutputFile::writeThrough(std::string_view bytes)
@@ -85,19 +61,16 @@ bool OutputFile::close()
     }
     // Network file systems report a full disk only now.
     m_failed = !closeDescriptor();
-    if (!m_replacement) return !m_failed;
-    if (m_failed) m_replacement->discard();
-    return !m_failed && m_replacement->finish();
+    const auto replacement = std::move(m_replacement);
+    return !m_failed && (!replacement || replacement->finish());
 }
 
 void OutputFile::discard()
 {
     if (m_descriptor < 0) return;
-    if (m_replacement)
-        m_replacement->discard();
-    else
-        emptyRegularFile(m_descriptor);
+    if (!m_replacement) emptyRegularFile(m_descriptor);
     static_cast<void>(closeDescriptor());
+    m_replacement.reset();
 }
 
 bool OutputFile::closeDescriptor() { return ::close(std::exchange(m_descriptor, -1)) == 0; }

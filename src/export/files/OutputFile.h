@@ -1,11 +1,10 @@
 #pragma once
 
-#include "export/Replacement.h"
+#include "export/files/Replacement.h"
 
 #include <cstddef>
 #include <cstring>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,7 +22,7 @@ public:
     OutputFile& operator=(const OutputFile&) = delete;
 
     // Creates the file, beside an existing one that stays until `close`. What cannot be replaced (a device, a pipe, a
-    // file in a folder that takes no new one) is written in place. False when nothing of that can be done. No file is
+    // file that its folder keeps from us) is written in place. False when nothing of that can be done. No file is
     // open before; the object may be used for one file after the other.
     [[nodiscard]] bool open(const std::string& path);
 
@@ -50,12 +49,11 @@ private:
     void writeThrough(std::string_view bytes);
     void flush();
     void writeNow(std::string_view bytes);
-    [[nodiscard]] bool openPart(const std::string& path);
     [[nodiscard]] bool closeDescriptor();
 
     std::unique_ptr<char[]> m_buffer;
     std::size_t m_used = 0;
-    std::optional<Replacement> m_replacement; // nothing: it is written in place
+    std::unique_ptr<Replacement> m_replacement; // null: it is written in place
     int m_descriptor = -1;
     bool m_failed = false;
 };

@@ -1,42 +1,115 @@
-#include "export/Replacement.h"
+#include "export/files/Replacement.h"
 
+#include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
+#include <fmt/format.h>
+#include <random>
+#include <string_view>
 #include <unistd.h>
+#include <utility>
 
 namespace vellumo {
 
 namespace {
 
-constexpr const char* partSuffix = ".part";
-constexpr std::size_t longestName = NAME_MAX - 5;
+constexpr mode_t modeBits = 07777;
 
-std::string partPath(const std::filesystem::path& target)
+// "" when there is something at `path` that cannot be replaced.
+std::string targetOf(const std::string& path)
 {
-    return target.parent_path() / (target.filename().native().substr(0, longestName) + partSuffix);
+    std::error_code error;
+    if (path.empty()) return {};
+    if (std::filesystem::symlink_status(path, error).type() == std::filesystem::file_type::not_found) return path;
+    const auto target = std::filesystem::canonical(path, error);
+    return !error && std::filesystem::is_regular_file(target, error) ? target.string() : std::string();
+}
+
+// In a folder like /tmp nobody may move the files of others.
+bool isKeptFromUs(const std::filesystem::path& target, const struct stat& file)
+{
+    struct stat folder { };
+    const auto parent = target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+    if (::stat(parent.c_str(), &folder) != 0 || (folder.st_mode & S_ISVTX) == 0) return false;
+    const auto us = ::geteuid();
+    return us != 0 && us != file.st_uid && us != folder.st_uid;
+}
+
+// A new file beside the target, -1 when the folder takes none. `part`: its name.
+int openPart(const std::filesystem::path& target, std::string& part)
+{
+    constexpr int attempts = 100;
+    const auto base = target.filename().native().substr(0, NAME_MAX - std::string_view(".01234567.part").size());
+    std::random_device random;
+    for (int i = 0; i < attempts; ++i) {
+        part = target.parent_path() / fmt::format("{}.{:08x}.part", base, random());
+        const int descriptor = ::open(part.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (descriptor >= 0 || errno != EEXIST) return descriptor;
+    }
+    return -1;
 }
 
 } // namespace
 
-std::optional<Replacement> Replacement::of(const std::string& path)
+Replacement::Replacement(std::string target, std::string part, int descriptor)
+    : m_target(std::move(target))
+    , m_part(std::move(part))
+    , m_descriptor(descriptor)
 {
-    std::error_code error;
-    const auto named = std::filesystem::symlink_status(path, error);
-    if (!path.empty() && named.type() == std::filesystem::file_type::not_found)
-        return Replacement{path, partPath(path)};
-    const auto target = std::filesystem::canonical(path, error);
-    if (error || !std::filesystem::is_regular_file(target, error)) return {};
-    return Replacement{target, partPath(target)};
 }
 
-bool Replacement::finish() const
+std::unique_ptr<Replacement> Replacement::create(const std::string& path)
 {
-    if (std::rename(part.c_str(), target.c_str()) == 0) return true;
-    discard();
-    return false;
+    auto target = targetOf(path);
+    if (target.empty()) return nullptr;
+    std::string part;
+    const int descriptor = openPart(target, part);
+    if (descriptor < 0) return nullptr;
+    std::unique_ptr<Replacement> made(new Replacement(std::move(target), std::move(part), descriptor));
+    if (!made->takeAfterOlderFile()) return nullptr;
+    return made;
 }
 
-void Replacement::discard() const { ::unlink(part.c_str()); }
+Replacement::~Replacement()
+{
+    closeDescriptor();
+    if (!m_isFinished) ::unlink(m_part.c_str());
+}
+
+bool Replacement::takeAfterOlderFile()
+{
+    struct stat older { };
+    if (::stat(m_target.c_str(), &older) != 0) return true;
+    // A file that may not be written may not be replaced either.
+    if (::access(m_target.c_str(), W_OK) != 0 || isKeptFromUs(m_target, older)) return false;
+    // Refused where it belongs to somebody else: then it becomes ours.
+    static_cast<void>(::fchown(m_descriptor, older.st_uid, older.st_gid) == 0);
+    m_olderMode = older.st_mode & modeBits;
+    return ::fchmod(m_descriptor, *m_olderMode) == 0;
+}
+
+int Replacement::takeDescriptor() { return std::exchange(m_descriptor, -1); }
+
+void Replacement::makeRoom()
+{
+    closeDescriptor();
+    ::unlink(m_part.c_str());
+}
+
+bool Replacement::adopt() const { return !m_olderMode || ::chmod(m_part.c_str(), *m_olderMode) == 0; }
+
+bool Replacement::finish()
+{
+    closeDescriptor();
+    m_isFinished = std::rename(m_part.c_str(), m_target.c_str()) == 0;
+    return m_isFinished;
+}
+
+void Replacement::closeDescriptor()
+{
+    if (m_descriptor >= 0) ::close(takeDescriptor());
+}
 
 } // namespace vellumo

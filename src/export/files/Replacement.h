@@ -1,24 +1,48 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <sys/stat.h>
 
 namespace vellumo {
 
 // A file that is made beside the one whose place it takes, so that a program that is killed in between leaves nothing
-// that could be taken for a finished file, and an older one whole.
-struct Replacement {
-    std::string target; // links followed
-    std::string part;   // the name meanwhile, in the same folder; left-overs of a killed program go
+// that could be taken for a finished file, and an older one whole. It goes with the object unless it was finished.
+class Replacement {
+public:
+    // Makes the file, empty, for `path`, where there is a regular file that may be written, or nothing. Owner and mode
+    // are those of the older file as far as the system allows. Null for all else: a folder, a device, a link that leads
+    // nowhere, a folder that takes no new file or keeps the older one from us.
+    [[nodiscard]] static std::unique_ptr<Replacement> create(const std::string& path);
+    ~Replacement();
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
 
-    // For `path`, where there is a regular file or nothing. Nothing for all else (a folder, a device, a link that leads
-    // nowhere), which cannot be replaced but only be written to.
-    [[nodiscard]] static std::optional<Replacement> of(const std::string& path);
+    // The name meanwhile, in the same folder. No other file had it.
+    [[nodiscard]] const std::string& part() const { return m_part; }
+    [[nodiscard]] const std::string& target() const { return m_target; } // links followed
+    // For reading and writing. The caller closes it, once, before the end.
+    [[nodiscard]] int takeDescriptor();
 
-    // Gives the finished file its name. What fails leaves nothing of it.
-    [[nodiscard]] bool finish() const;
-    // Removes the file.
-    void discard() const;
+    // For a library that only takes names that are free: removes the empty file, and looks after the one that was made
+    // in its stead. False when that cannot have the older file's mode.
+    void makeRoom();
+    [[nodiscard]] bool adopt() const;
+
+    // Gives the whole file its name. What fails leaves nothing of it.
+    [[nodiscard]] bool finish();
+
+private:
+    Replacement(std::string target, std::string part, int descriptor);
+    [[nodiscard]] bool takeAfterOlderFile();
+    void closeDescriptor();
+
+    std::string m_target;
+    std::string m_part;
+    int m_descriptor;
+    std::optional<mode_t> m_olderMode; // nothing: there is no older file
+    bool m_isFinished = false;
 };
 
 } // namespace vellumo

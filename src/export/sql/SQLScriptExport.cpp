@@ -1,6 +1,6 @@
 #include "export/ExportJob.h"
 #include "export/ExportWriters.h"
-#include "export/OutputFile.h"
+#include "export/files/OutputFile.h"
 #include "export/sql/SQLNameUses.h"
 #include "export/sql/SQLRowWriter.h"
 #include "export/sql/SQLStructure.h"

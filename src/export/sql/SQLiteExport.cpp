@@ -1,7 +1,7 @@
 #include "SQLite Connection/Connection/SQLConnection.h"
 #include "export/ExportJob.h"
 #include "export/ExportWriters.h"
-#include "export/Replacement.h"
+#include "export/files/Replacement.h"
 #include "export/sql/SQLNameUses.h"
 #include "export/sql/SQLRowWriter.h"
 #include "export/sql/SQLStructure.h"
@@ -11,7 +11,7 @@
 #include "text/Messages.h"
 
 #include <fcntl.h>
-#include <optional>
+#include <memory>
 #include <unistd.h>
 
 namespace vellumo {
@@ -41,7 +41,7 @@ public:
         , m_facts(sqlDialectFacts(ServerType::SQLite))
         , m_structure(m_facts, job.file(), job.options())
         , m_names(m_facts.sharesIndexNames)
-        , m_replacement(Replacement::of(job.singleFilePath()))
+        , m_replacement(Replacement::create(job.singleFilePath()))
         , m_connection(ServerType::SQLite, job.loadErrorWindow())
     {
     }
@@ -53,6 +53,7 @@ private:
     [[nodiscard]] bool connect();
     [[nodiscard]] bool switchForeignKeysOff();
     void finish();
+    [[nodiscard]] bool publish();
 
     void exportTable(const TAdmMDBTable& table);
     // Both log their failure.
@@ -70,7 +71,7 @@ private:
     const SQLDialectFacts& m_facts;
     SQLStructure m_structure;
     SQLNameUses m_names;
-    std::optional<Replacement> m_replacement;
+    std::unique_ptr<Replacement> m_replacement;
     SQLConnection m_connection;
     StatementBuffer m_statement;
     int m_finishedTables = 0;
@@ -82,7 +83,6 @@ void SQLiteExport::run()
     if (!createFile()) return;
     if (!connect() || !switchForeignKeysOff()) {
         m_connection.disconnect();
-        m_replacement->discard();
         return;
     }
     m_job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
@@ -98,10 +98,9 @@ void SQLiteExport::run()
 bool SQLiteExport::createFile()
 {
     if (m_replacement) {
-        m_replacement->discard();
-        m_connection.setDbFilePath(m_replacement->part);
-        if (m_connection.createDbFile().empty()) return true;
-        m_replacement->discard();
+        m_replacement->makeRoom();
+        m_connection.setDbFilePath(m_replacement->part());
+        if (m_connection.createDbFile().empty() && m_replacement->adopt()) return true;
     }
     m_job.log(localized(exportReason::cannotCreate));
     return false;
@@ -130,12 +129,19 @@ bool SQLiteExport::switchForeignKeysOff()
 // The tables count once the file is known to be whole; those that were finished before a stop count as well.
 void SQLiteExport::finish()
 {
-    const bool isWhole = !m_job.terminated() && !m_isDamaged && flushToDisk(m_replacement->part);
-    if (!isWhole) m_replacement->discard();
-    if (!m_job.terminated() && !(isWhole && m_replacement->finish()))
-        return m_job.log(localized(exportReason::cannotWrite));
+    const bool isStopped = m_job.terminated();
+    if (!isStopped && !publish()) return m_job.log(localized(exportReason::cannotWrite));
     for (int i = 0; i < m_finishedTables; ++i)
         m_job.tableSucceeded();
+}
+
+bool SQLiteExport::publish()
+{
+    if (m_isDamaged || !flushToDisk(m_replacement->part()) || !m_replacement->finish()) return false;
+    // Of a program that was killed over the older database: they would be played back into this one.
+    for (const auto* suffix : {"-journal", "-wal", "-shm"})
+        ::unlink((m_replacement->target() + suffix).c_str());
+    return true;
 }
 
 void SQLiteExport::exportTable(const TAdmMDBTable& table)

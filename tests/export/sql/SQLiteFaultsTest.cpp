@@ -33,8 +33,9 @@ int trapStatement(const char* statement)
 
 void replaceByFolder()
 {
-    fs::remove("out.sqlite.part");
-    fs::create_directory("out.sqlite.part");
+    const auto file = fs::directory_iterator(".")->path();
+    fs::remove(file);
+    fs::create_directory(file);
 }
 
 class SQLiteFaults : public SQLExportFixture {
@@ -80,9 +81,20 @@ TEST_F(SQLiteFaults, FailuresBeforeTheFirstTableLeaveNoFile)
         EXPECT_THAT(report.log, ElementsAre(test.log)) << test.name;
         EXPECT_EQ(report.successTableCount, 0) << test.name;
         EXPECT_FALSE(fs::exists(m_options.path)) << test.name;
-        fs::remove(m_options.path + ".part");
+        for (const auto& left : filesInFolder())
+            fs::remove(left);
     }
     fs::current_path("/");
+}
+
+// What a program that was killed left beside the older database would be played back into the new one.
+TEST_F(SQLiteFaults, TakesAwayTheLogsOfTheOlderDatabase)
+{
+    for (const auto* suffix : {"", "-journal", "-wal", "-shm"})
+        m_tempFolder.write("out.sqlite" + std::string(suffix), "of the older one");
+    EXPECT_THAT(runExport(exportSQLiteThread, *m_shop).log, IsEmpty());
+    EXPECT_THAT(filesInFolder(), ElementsAre("out.sqlite"));
+    EXPECT_THAT(SQLiteReader(m_options.path).rows("PRAGMA integrity_check"), ElementsAre("ok"));
 }
 
 TEST_F(SQLiteFaults, StatementsThatFailCostTheirTableOrIndex)
