@@ -4,7 +4,6 @@
 #include "model/libmdb/RowReader.h"
 #include "model/rows/RowStore.h"
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>

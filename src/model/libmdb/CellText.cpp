@@ -8,7 +8,6 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
-#include <cstring>
 
 namespace vellumo::libmdb {
 

@@ -86,11 +86,7 @@ std::vector<std::uint32_t> dataPages(Database::Impl& database, const MdbTableDef
     const Bytes map(library.usage_map, library.usage_map == nullptr ? 0 : library.map_sz);
     auto pages =
         pagesOfUsageMap(map, database.pageCount(), [&](std::uint32_t page) { return database.otherPage(page); });
-    if (pages) return std::move(*pages);
-    // Rows say which table they belong to, so all pages of the file will do.
-    std::vector<std::uint32_t> all(database.pageCount() - 1);
-    std::iota(all.begin(), all.end(), 1);
-    return all;
+    return pages ? std::move(*pages) : database.dataPagesOf(library.entry->table_pg);
 }
 
 std::uint32_t unsignedNumber(std::string_view text)
@@ -147,6 +143,18 @@ Bytes Database::Impl::otherPage(std::uint32_t page)
         m_otherPage = page;
     }
     return {handle->alt_pg_buf, pageSize()};
+}
+
+const std::vector<std::uint32_t>& Database::Impl::dataPagesOf(std::uint32_t definitionPage)
+{
+    constexpr std::size_t ownerOffset = 4;
+    if (!m_pagesByOwner) {
+        m_pagesByOwner.emplace();
+        for (std::uint32_t number = 1; number < m_pageCount; ++number)
+            if (const auto page = otherPage(number); !page.empty() && page[0] == MDB_PAGE_DATA)
+                (*m_pagesByOwner)[load32(&page[ownerOffset])].push_back(number);
+    }
+    return (*m_pagesByOwner)[definitionPage];
 }
 
 bool Database::Impl::readPage(std::uint32_t page)

@@ -8,6 +8,8 @@
 #include "model/libmdb/Database.h"
 #include "model/libmdb/UnicodeText.h"
 
+#include <map>
+
 // The parts of an open database that need the library's headers. For the sources of this folder only.
 namespace vellumo::libmdb {
 
@@ -31,6 +33,9 @@ struct Database::Impl : PageFile {
     [[nodiscard]] std::span<const std::uint8_t> otherPage(std::uint32_t page);
     // To be called when the library may have used that buffer itself.
     void forgetOtherPage() { m_otherPage = 0; }
+    // The data pages that say they belong to this table, for one whose own list of them is lost. The first call reads
+    // the whole file.
+    [[nodiscard]] const std::vector<std::uint32_t>& dataPagesOf(std::uint32_t definitionPage);
     // A page read into the library's first buffer, which cracking rows works on.
     [[nodiscard]] bool readPage(std::uint32_t page);
 
@@ -44,6 +49,7 @@ struct Database::Impl : PageFile {
 private:
     std::uint32_t m_pageCount;
     std::uint32_t m_otherPage = 0; // what the second buffer holds; 0: nothing
+    std::optional<std::map<std::uint32_t, std::vector<std::uint32_t>>> m_pagesByOwner; // ascending
 };
 
 // A table as the library knows it.

@@ -2,8 +2,6 @@
 
 #include "model/libmdb/ByteReader.h"
 
-#include <algorithm>
-
 namespace vellumo::libmdb {
 
 namespace {
