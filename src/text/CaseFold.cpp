@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <unicode/bytestream.h>
+#include <unicode/casemap.h>
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 #include <vector>
@@ -171,6 +173,15 @@ FoldedEnd foldCaseInto(std::string_view text, char* out)
         i += character.length;
     }
     return result;
+}
+
+std::string lowerCase(std::string_view text)
+{
+    std::string lower;
+    icu::StringByteSink<std::string> sink(&lower);
+    UErrorCode status = U_ZERO_ERROR;
+    icu::CaseMap::utf8ToLower("", 0, {text.data(), static_cast<std::int32_t>(text.size())}, sink, nullptr, status);
+    return lower;
 }
 
 std::string foldCase(std::string_view text)

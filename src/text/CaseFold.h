@@ -11,6 +11,9 @@ namespace vellumo {
 
 [[nodiscard]] std::string foldCase(std::string_view text);
 
+// In lower case, in which texts keep more of their differences: "ß" is not "ss".
+[[nodiscard]] std::string lowerCase(std::string_view text);
+
 // True when no byte is above 0x7F.
 [[nodiscard]] bool isAscii(std::string_view text);
 

@@ -11,6 +11,6 @@ std::string SQLNameUses::uniqueName(const std::string& name)
     return count == 0 ? name : name + '_' + std::to_string(count);
 }
 
-std::string SQLNameUses::key(const std::string& name) const { return m_ignoresCase ? foldCase(name) : name; }
+std::string SQLNameUses::key(const std::string& name) const { return m_ignoresCase ? lowerCase(name) : name; }
 
 } // namespace vellumo
