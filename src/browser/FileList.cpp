@@ -22,7 +22,7 @@ TAdmMDBFile& FileList::createNewMDBFile(std::string_view path, bool insertFront)
 {
     auto file = std::make_shared<TAdmMDBFile>();
     file->setFullPath(path);
-    takeFacts(*file);
+    takeFacts(*file, m_facts);
     const auto place = insertFront ? m_recentFiles.begin() : m_recentFiles.end();
     return **m_recentFiles.insert(place, std::move(file));
 }
@@ -67,7 +67,7 @@ FileList::Difference FileList::compareWith(const std::vector<std::string>& docum
         const auto path = entry->fullPath();
         entries.insert(path);
         if (listed.contains(path)) {
-            takeFacts(*entry);
+            takeFacts(*entry, m_facts);
             m_documented.insert(entry.get());
         } else if (m_documented.contains(entry.get())) {
             difference.vanished.push_back(entry.get());
@@ -86,9 +86,9 @@ void FileList::sortByLastOpenDate()
 
 void FileList::sortByName() { vellumo::sortByName(m_recentFiles); }
 
-void FileList::takeFacts(TAdmMDBFile& file) const
+void takeFacts(TAdmMDBFile& file, const FileFactsSource& source)
 {
-    const auto facts = m_facts.facts(file.fullPath());
+    const auto facts = source.facts(file.fullPath());
     if (!facts) return;
     file.setSize(facts->size);
     file.setCreateDate(facts->created);

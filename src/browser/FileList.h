@@ -11,6 +11,9 @@
 
 namespace vellumo {
 
+// Takes over size and dates of the file at its path; it stays as it is when that cannot be looked at.
+void takeFacts(TAdmMDBFile& file, const FileFactsSource& source);
+
 // The files that the user has brought in, open or not, in display order. Closing a file and telling others that it goes
 // is the caller's business.
 class FileList {
@@ -54,8 +57,6 @@ public:
     void sortByName();
 
 private:
-    void takeFacts(TAdmMDBFile& file) const;
-
     const FileFactsSource& m_facts;
     Files m_recentFiles;
     std::set<const TAdmMDBFile*> m_documented; // entries that were seen among the recent documents

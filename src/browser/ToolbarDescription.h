@@ -3,7 +3,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 // What the toolbar and the fixed menu items consist of.
 namespace vellumo {

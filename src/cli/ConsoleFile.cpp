@@ -1,5 +1,6 @@
 #include "cli/ConsoleFile.h"
 
+#include "browser/FileList.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
@@ -12,16 +13,6 @@
 namespace vellumo {
 
 namespace {
-
-void takeFacts(TAdmMDBFile& file, const std::string& path)
-{
-    const auto facts = SystemFileFacts().facts(path);
-    if (!facts) return;
-    file.setSize(facts->size);
-    file.setCreateDate(facts->created);
-    file.setModifyDate(facts->modified);
-    file.setLastOpenDate(facts->accessed);
-}
 
 // The file keeps the name it was called by, in the folder as it really is: ".." behind a symbolic link leads on from
 // where the link points to.
@@ -40,7 +31,7 @@ std::unique_ptr<TAdmMDBFile> openDatabase(const std::string& path)
 {
     auto file = std::make_unique<TAdmMDBFile>();
     file->setFullPath(absolutePath(path));
-    takeFacts(*file, file->fullPath());
+    takeFacts(*file, SystemFileFacts());
     ProgressBar bar(localizedFormat("Opening %@", {file->label()}));
     OpenOptions options;
     options.observer = [&](std::uint64_t rowsDone, std::uint64_t rowsExpected) {

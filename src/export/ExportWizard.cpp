@@ -21,6 +21,7 @@ constexpr std::string_view exportFilePathKey = "exportFilePath";
 std::string parentFolder(std::string_view path)
 {
     const auto slash = path.rfind('/');
+    if (slash == 0) return "/";
     return std::string(slash == std::string_view::npos ? std::string_view() : path.substr(0, slash));
 }
 

@@ -1,7 +1,5 @@
 #include "desktop/appearance/DarkPalette.h"
 
-#include <utility>
-
 namespace vellumo {
 
 namespace {
