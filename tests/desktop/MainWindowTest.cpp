@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QStackedWidget>
 #include <QTableWidget>
@@ -230,6 +231,25 @@ TEST_F(MainWindowTest, closesAndRemovesFiles)
     m_program.menuItem("Clear File List")->trigger();
     EXPECT_EQ(m_program.treeText(), "");
     EXPECT_TRUE(m_program.find<QWidget>("dropPlaceholder").isVisible());
+}
+
+TEST_F(MainWindowTest, removesAFileByKeyOnlyFromTheList)
+{
+    m_program.startWithDemo();
+    m_program.clickTree("Orders");
+    for (const auto* name : {"dataSearchField", "fileSearchField"}) {
+        SCOPED_TRACE(name);
+        auto& field = m_program.find<QLineEdit>(name);
+        field.setFocus();
+        field.setText("tea coffee");
+        m_program.press(Qt::Key_Backspace, Qt::ControlModifier);
+        EXPECT_EQ(field.text(), "tea ");
+        EXPECT_THAT(m_program.recent.listed, testing::SizeIs(1));
+        field.clear();
+    }
+    m_program.find<QWidget>("fileTree").setFocus();
+    m_program.press(Qt::Key_Backspace, Qt::ControlModifier);
+    EXPECT_THAT(m_program.recent.listed, testing::IsEmpty());
 }
 
 TEST_F(MainWindowTest, remembersViewsAndFilesForTheNextStart)

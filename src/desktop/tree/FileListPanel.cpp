@@ -7,6 +7,7 @@
 #include "desktop/tree/FileTreeMenu.h"
 #include "desktop/tree/FileTreeModel.h"
 
+#include <QAction>
 #include <QBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -100,6 +101,12 @@ void FileListPanel::focusFilter()
 {
     m_filter->setFocus(Qt::ShortcutFocusReason);
     m_filter->selectAll();
+}
+
+void FileListPanel::addCommand(QAction& command)
+{
+    command.setShortcutContext(Qt::WidgetShortcut);
+    m_tree->addAction(&command);
 }
 
 // What the controller tells

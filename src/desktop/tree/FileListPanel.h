@@ -6,6 +6,7 @@
 
 #include <set>
 
+class QAction;
 class QLineEdit;
 class QStackedWidget;
 class QTreeView;
@@ -23,6 +24,8 @@ public:
     FileListPanel(VellumoAppDelegate& app, QWidget* parent);
 
     void focusFilter();
+    // The command's keys work only while the tree has the keyboard.
+    void addCommand(QAction& command);
 
     // What changed in the controller.
     void reload();

@@ -82,9 +82,10 @@ void MainMenus::makeFileMenu()
     enableWhile(
         add(menu, localizedText("&Close File"), {QKeySequence::Close}, onFile(&VellumoAppDelegate::CloseSelectedFile)),
         isOpen);
-    enableWhile(add(menu, localizedText("&Remove from List"), {Qt::CTRL | Qt::Key_Backspace},
-                    onFile(&VellumoAppDelegate::RemoveSelectedFile)),
-        hasFile);
+    auto* remove = add(menu, localizedText("&Remove from List"), {Qt::CTRL | Qt::Key_Backspace},
+        onFile(&VellumoAppDelegate::RemoveSelectedFile));
+    m_window.addFileListCommand(*remove); // in a text field the key deletes a word
+    enableWhile(remove, hasFile);
     enableWhile(add(menu, localizedText("Remove O&ther Files"), {}, onFile(&VellumoAppDelegate::RemoveOtherFiles)),
         [this, hasFile] { return hasFile() && m_app.recentFiles().size() > 1; });
     enableWhile(add(menu, localizedText("C&lear File List"), {}, [this] { m_app.clearRecentDocuments(); }), hasFiles);

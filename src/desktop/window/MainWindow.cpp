@@ -203,6 +203,8 @@ void MainWindow::focusFileFilter()
     m_fileList->focusFilter();
 }
 
+void MainWindow::addFileListCommand(QAction& command) { m_fileList->addCommand(command); }
+
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::MouseButtonPress) return false;

@@ -45,6 +45,8 @@ public:
     void addAppearanceMenu(Appearance& appearance);
 
     void focusFileFilter();
+    // From now on the command's keys work only while the file list has the keyboard.
+    void addFileListCommand(QAction& command);
     void toggleFullScreen();
 
     // MainWindowView
