@@ -202,6 +202,18 @@ TEST_F(MainWindowTest, goesBackAndForth)
     EXPECT_THAT(m_program.treeText(), testing::HasSubstr("Orders  (420)*"));
     EXPECT_FALSE(m_program.find<QAction>("navigationBack").isEnabled());
     EXPECT_TRUE(m_program.find<QAction>("navigationNext").isEnabled());
+    // Pressed twice in quick succession, over a row that a double click would open.
+    m_program.clickTree("Suppliers");
+    m_program.clickTree("Products");
+    auto& tree = m_program.find<QTreeView>("fileTree");
+    const auto point = tree.visualRect(tree.currentIndex()).center();
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick}) {
+        QMouseEvent event(type, point, tree.viewport()->mapToGlobal(point), Qt::BackButton, Qt::BackButton, {});
+        QApplication::sendEvent(tree.viewport(), &event);
+    }
+    QApplication::processEvents();
+    EXPECT_THAT(m_program.treeText(), testing::HasSubstr("Orders  (420)*"));
+    EXPECT_EQ(m_program.window().app().childWinManager(), nullptr); // no table window
 }
 
 TEST_F(MainWindowTest, jumpsByTheJumpBar)

@@ -207,7 +207,8 @@ void MainWindow::addFileListCommand(QAction& command) { m_fileList->addCommand(c
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != QEvent::MouseButtonPress) return false;
+    // The second of two quick presses comes as a double click.
+    if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonDblClick) return false;
     const auto* widget = qobject_cast<QWidget*>(watched);
     if (widget == nullptr || widget->window() != this) return false;
     const auto button = static_cast<QMouseEvent*>(event)->button();
