@@ -186,6 +186,36 @@ TEST_F(GridTest, jumpsToARow)
     EXPECT_EQ(m_program.detailText(), "10001");
 }
 
+TEST_F(GridTest, staysWhereItIsWhenMoreRowsAreSelected)
+{
+    m_program.clickTree("Orders");
+    auto& grid = m_program.grid();
+    const auto topRow = [&grid] { return grid.rowAt(0); };
+    m_program.clickCell(200, 1);
+    const auto top = topRow();
+    EXPECT_GT(top, 100);
+    m_program.press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(m_program.statusText(), "420 of 420 records");
+    EXPECT_EQ(topRow(), top);
+    EXPECT_EQ(grid.currentIndex(), grid.model()->index(200, 1));
+    // Without a current row, too.
+    m_program.clickTree("Products");
+    m_program.clickTree("Orders");
+    QApplication::processEvents();
+    grid.scrollTo(grid.model()->index(300, 0), QAbstractItemView::PositionAtTop);
+    m_program.press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(topRow(), 300);
+}
+
+TEST_F(GridTest, keepsTheCurrentColumnThroughASort)
+{
+    m_program.clickTree("Categories");
+    m_program.clickCell(2, 1);
+    m_program.clickHeader(1);
+    EXPECT_EQ(m_program.selectedRows(), "2");
+    EXPECT_EQ(m_program.grid().currentIndex(), m_program.grid().model()->index(2, 1));
+}
+
 TEST_F(GridTest, followsTheSelectedRecordThroughASearch)
 {
     m_program.clickTree("Employees");

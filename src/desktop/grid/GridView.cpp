@@ -103,6 +103,7 @@ void GridView::columnsDidChange()
     if (m_model == nullptr) return;
     const QScopedValueRollback following(m_isFollowing, true);
     m_model->reload();
+    m_currentColumn = 0;
     restoreColumnOrder();
     fitColumnWidths(*this);
     scrollToTop();
@@ -136,20 +137,23 @@ void GridView::selectedRowsDidChange()
             m_model->index(static_cast<int>(last), m_model->columnCount() - 1));
     const QScopedValueRollback following(m_isFollowing, true);
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    const auto first = m_dataView->selectedRows().first();
-    if (first) {
-        // The arrow keys go on from the selected row.
-        const auto column = std::max(0, currentIndex().column());
-        const auto index = m_model->index(static_cast<int>(*first), column);
-        selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
-        scrollTo(index);
-    }
+    goOnFromSelection();
 }
 
-void GridView::scrollToRow(std::size_t row)
+// The arrow keys go on from a selected row: the current one if it is among them, or else one that can be seen.
+void GridView::goOnFromSelection()
 {
-    scrollTo(m_model->index(static_cast<int>(row), std::max(0, currentIndex().column())));
+    const auto& rows = m_dataView->selectedRows();
+    const auto isSelected = [&rows](int row) { return row >= 0 && rows.contains(static_cast<std::size_t>(row)); };
+    if (rows.isEmpty() || isSelected(currentIndex().row())) return;
+    const auto topRow = rowAt(0);
+    const auto row = isSelected(topRow) ? topRow : static_cast<int>(*rows.first());
+    const auto index = m_model->index(row, m_currentColumn);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+    scrollTo(index);
 }
+
+void GridView::scrollToRow(std::size_t row) { scrollTo(m_model->index(static_cast<int>(row), m_currentColumn)); }
 
 void GridView::focusCell(std::size_t column, std::size_t row)
 {
@@ -201,6 +205,7 @@ void GridView::selectionChanged(const QItemSelection& selected, const QItemSelec
 void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QTableView::currentChanged(current, previous);
+    if (current.isValid()) m_currentColumn = current.column();
     if (!m_isFollowing && current.isValid()) displayCell(current);
 }
 

@@ -48,6 +48,7 @@ private:
     void sortByColumn(int column);
     void columnsWereMoved();
     void displayCell(const QModelIndex& index);
+    void goOnFromSelection();
     void restoreColumnOrder();
     [[nodiscard]] RowSelection selectionOfView() const;
     [[nodiscard]] QModelIndex iconAt(const QPoint& position) const;
@@ -56,6 +57,7 @@ private:
 
     DataView* m_dataView = nullptr;
     GridModel* m_model = nullptr;
+    int m_currentColumn = 0;    // that of the current cell, kept while rows are loaded anew
     bool m_isFollowing = false; // the view takes over what the DataView has, which is no action of the user
     QPersistentModelIndex m_pressedIcon;
     QPoint m_pressPosition;
