@@ -80,6 +80,13 @@ void GridView::paintEvent(QPaintEvent* event)
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, toQString(m_dataView->placeholder()));
 }
 
+// The text in place of rows stays where it is, while the viewport's pixels move along.
+void GridView::scrollContentsBy(int dx, int dy)
+{
+    QTableView::scrollContentsBy(dx, dy);
+    if (m_model != nullptr && m_model->rowCount() == 0) viewport()->update();
+}
+
 void GridView::changeEvent(QEvent* event)
 {
     QTableView::changeEvent(event);
