@@ -1,9 +1,12 @@
 #include "desktop/ports/QtFilePanels.h"
 #include "support/QtApplication.h"
 
+#include <QAbstractButton>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QTimer>
+#include <functional>
 #include <gmock/gmock.h>
 
 namespace vellumo {
@@ -61,8 +64,49 @@ TEST_F(FilePanels, AFileToSaveGetsItsExtension)
 {
     answerNext(folder.path("Shop"));
     EXPECT_EQ(panels.saveFile("xls", "Shop"), folder.path("Shop.xls"));
-    answerNext("Orders.old"); // the panel remembers the folder; another extension stays
-    EXPECT_EQ(panels.saveFile("xls", "Shop"), folder.path("Orders.old"));
+    // The panel remembers the folder.
+    const struct {
+        const char* extension;
+        const char* typed;
+        const char* saved;
+    } cases[] = {{"xls", "Shop.2020", "Shop.2020.xls"}, {"xls", "Orders.XLS", "Orders.XLS"}, {"", "a.b", "a.b"}};
+    for (const auto& [extension, typed, saved] : cases) {
+        answerNext(typed);
+        EXPECT_EQ(panels.saveFile(extension, "Shop"), folder.path(saved)) << typed;
+    }
+}
+
+TEST_F(FilePanels, OffersTheSuggestedNameWithItsExtension)
+{
+    QTimer::singleShot(0, [] {
+        auto* panel = QApplication::activeModalWidget();
+        EXPECT_EQ(child<QLineEdit>(*panel, "fileNameEdit").text(), "Shop.2020.xls");
+        QMetaObject::invokeMethod(panel, "reject");
+    });
+    EXPECT_EQ(panels.saveFile("xls", "Shop.2020"), std::nullopt);
+}
+
+TEST_F(FilePanels, AsksBeforeAnExtensionMakesItAnExistingFile)
+{
+    folder.write("Shop.2020.xls", "x");
+    const auto answerQuestion = [](QMessageBox::StandardButton answer, std::function<void()> next) {
+        return [=] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr) return ADD_FAILURE() << "no question";
+            EXPECT_EQ(box->text(), "The file “Shop.2020.xls” exists already. Replace it?");
+            if (next) QTimer::singleShot(0, next);
+            box->button(answer)->click();
+        };
+    };
+    const auto typed = folder.path("Shop.2020");
+    answerNext(typed);
+    QTimer::singleShot(0, [&] { QTimer::singleShot(0, answerQuestion(QMessageBox::Yes, {})); });
+    EXPECT_EQ(panels.saveFile("xls", "Shop"), folder.path("Shop.2020.xls"));
+    // No leads back to the panel.
+    answerNext(typed);
+    QTimer::singleShot(
+        0, [&] { QTimer::singleShot(0, answerQuestion(QMessageBox::No, [&] { answerNext(folder.path("Other")); })); });
+    EXPECT_EQ(panels.saveFile("xls", "Shop"), folder.path("Other.xls"));
 }
 
 } // namespace

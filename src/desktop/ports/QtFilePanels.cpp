@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QStandardPaths>
 
 namespace vellumo {
@@ -33,6 +34,12 @@ QString existingFolder(const QString& path)
     while (!info.isDir() && info.absolutePath() != info.absoluteFilePath())
         info.setFile(info.absolutePath());
     return info.absoluteFilePath();
+}
+
+QString withExtension(const QString& name, const QString& extension)
+{
+    const auto ending = "." + extension;
+    return extension.isEmpty() || name.endsWith(ending, Qt::CaseInsensitive) ? name : name + ending;
 }
 
 } // namespace
@@ -86,9 +93,26 @@ std::optional<std::string> QtFilePanels::saveFile(const std::string& extension, 
         dialog.setNameFilters({nameFilter(localizedFormat("%@ files", {"." + extension}), {extension})});
         dialog.setDefaultSuffix(toQString(extension));
     }
-    dialog.selectFile(toQString(suggestedName));
-    if (!run(dialog)) return std::nullopt;
-    return fromQString(QFileInfo(dialog.selectedFiles().first()).absoluteFilePath());
+    dialog.selectFile(withExtension(toQString(suggestedName), toQString(extension)));
+    while (run(dialog)) {
+        // The dialog completes no name with a dot, and has asked for the name as it was typed.
+        const auto chosen = QFileInfo(dialog.selectedFiles().first()).absoluteFilePath();
+        const auto path = withExtension(chosen, toQString(extension));
+        if (path == chosen || !QFileInfo::exists(path) || mayReplace(path)) return fromQString(path);
+        dialog.selectFile(path);
+    }
+    return std::nullopt;
+}
+
+bool QtFilePanels::mayReplace(const QString& path) const
+{
+    const auto name = fromQString(QFileInfo(path).fileName());
+    const auto question = toQString(localizedFormat("The file “%@” exists already. Replace it?", {name}));
+    QMessageBox box(
+        QMessageBox::Warning, localizedText("Save as"), question, QMessageBox::Yes | QMessageBox::No, parent());
+    box.setDefaultButton(QMessageBox::No);
+    box.setTextFormat(Qt::PlainText); // names must not be read as markup
+    return box.exec() == QMessageBox::Yes;
 }
 
 } // namespace vellumo

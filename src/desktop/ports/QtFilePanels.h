@@ -25,6 +25,8 @@ public:
 private:
     [[nodiscard]] QWidget* parent() const;
     [[nodiscard]] bool run(QFileDialog& dialog);
+    // Asks the user.
+    [[nodiscard]] bool mayReplace(const QString& path) const;
 
     QPointer<QWidget> m_mainWindow;
     QString m_folder; // where the last panel was left; "" at first
