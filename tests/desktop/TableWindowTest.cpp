@@ -2,6 +2,7 @@
 
 #include "desktop/window/TableWindow.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QPlainTextEdit>
 #include <QToolButton>
@@ -79,6 +80,31 @@ TEST_F(TableWindowTest, hasCommandsOfItsOwn)
     QApplication::processEvents();
     EXPECT_TRUE(tableWindows().empty());
     EXPECT_TRUE(m_program.window().app().childWinManager()->childWins().empty());
+}
+
+TEST_F(TableWindowTest, offersOnlyCommandsThatCanBeUsed)
+{
+    m_program.startWithDemo();
+    m_program.doubleClickTree("Categories");
+    auto* window = windowTitled("Categories @Shop");
+    ASSERT_NE(window, nullptr);
+    auto& grid = *window->findChild<QTableView*>();
+    const auto isUsable = [window](const QString& title) {
+        for (const auto* action : window->actions())
+            if (action->text() == title) return action->isEnabled();
+        throw std::out_of_range(title.toStdString());
+    };
+    QApplication::processEvents();
+    EXPECT_TRUE(isUsable("&Jump to Row…"));
+    EXPECT_FALSE(isUsable("&Deselect All"));
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.model()->index(2, 1)).center());
+    EXPECT_TRUE(isUsable("&Deselect All"));
+    // A file without a table has no rows.
+    m_program.window().app().childWinManager()->childWins().front()->showTable(nullptr);
+    QApplication::processEvents();
+    EXPECT_EQ(window->windowTitle(), "");
+    EXPECT_FALSE(isUsable("&Jump to Row…"));
+    EXPECT_FALSE(isUsable("&Deselect All"));
 }
 
 TEST_F(TableWindowTest, closesWithItsFileAndNoOther)

@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QTimer>
 
 namespace vellumo {
 
@@ -46,6 +47,7 @@ void TableWindow::attach()
     m_ui->dataView->jumpBar().setMenu(
         m_window.jumpBar(), [this](const TreeItem& item) { m_window.jumpBarDidSelectItem(item); });
     m_editActions = std::make_unique<EditActions>(makeEditActions(*this, m_window.dataView()));
+    m_window.dataView().setSelectionListener([this] { m_editActions->update(m_window.dataView()); });
 }
 
 DataViewPort& TableWindow::dataView() { return *m_ui->dataView; }
@@ -54,6 +56,8 @@ void TableWindow::setTitle(const std::string& title)
 {
     attach();
     setWindowTitle(toQString(title));
+    // The table of that title is shown right after.
+    QTimer::singleShot(0, this, [this] { m_editActions->update(m_window.dataView()); });
 }
 
 void TableWindow::setLevel(WindowLevel level)
