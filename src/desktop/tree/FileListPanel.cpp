@@ -31,7 +31,10 @@ FileListPanel::FileListPanel(VellumoAppDelegate& app, QWidget* parent)
     m_filter->setPlaceholderText(localizedText("Filter files and tables"));
     m_filter->setAccessibleName(localizedText("Filter files and tables"));
     m_filter->setClearButtonEnabled(true);
-    m_filter->addAction(icon("search"), QLineEdit::LeadingPosition);
+    m_filter->setAcceptDrops(false); // files are for the window
+    auto* magnifier = m_filter->addAction(icon("search"), QLineEdit::LeadingPosition);
+    magnifier->setText(localizedText("Filter files and tables"));
+    connect(magnifier, &QAction::triggered, this, &FileListPanel::focusFilter);
     connect(m_filter, &QLineEdit::textChanged, this, [this](const QString& text) {
         m_app.controlTextDidChange(VellumoAppDelegate::SearchField::File, fromQString(text));
     });
@@ -80,9 +83,9 @@ QWidget* FileListPanel::makePlaceholder()
 {
     auto* page = new QWidget(this);
     page->setObjectName("dropPlaceholder");
-    auto* picture = new QLabel(page);
-    picture->setPixmap(icon("drop").pixmap(64, 64));
-    picture->setAlignment(Qt::AlignCenter);
+    m_dropPicture = new QLabel(page);
+    m_dropPicture->setAlignment(Qt::AlignCenter);
+    showDropPicture();
     auto* text = new QLabel(localizedText("Drop MDB or ACCDB files here"), page);
     text->setAlignment(Qt::AlignCenter);
     text->setWordWrap(true);
@@ -90,11 +93,19 @@ QWidget* FileListPanel::makePlaceholder()
     connect(open, &QPushButton::clicked, this, [this] { m_app.OpenFile(); });
     auto* layout = new QVBoxLayout(page);
     layout->addStretch();
-    layout->addWidget(picture);
+    layout->addWidget(m_dropPicture);
     layout->addWidget(text);
     layout->addWidget(open, 0, Qt::AlignHCenter);
     layout->addStretch();
     return page;
+}
+
+void FileListPanel::showDropPicture() { m_dropPicture->setPixmap(icon("drop").pixmap(64, 64)); }
+
+void FileListPanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) showDropPicture();
 }
 
 void FileListPanel::focusFilter()

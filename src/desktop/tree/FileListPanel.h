@@ -7,6 +7,7 @@
 #include <set>
 
 class QAction;
+class QLabel;
 class QLineEdit;
 class QStackedWidget;
 class QTreeView;
@@ -37,11 +38,13 @@ public:
     void placeholderDidChange();
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void setUpTree();
     [[nodiscard]] QWidget* makePlaceholder();
+    void showDropPicture();
     void restoreExpansion();
     void userSelected();
     void openCurrent();
@@ -52,6 +55,7 @@ private:
     QLineEdit* m_filter;
     QTreeView* m_tree;
     QStackedWidget* m_pages;
+    QLabel* m_dropPicture = nullptr;
     std::set<const TAdmMDBFile*> m_expanded; // of the list; never dereferenced
     bool m_isFollowing = false;              // the tree takes over what the controller has
 };

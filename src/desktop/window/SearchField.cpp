@@ -16,11 +16,12 @@ SearchField::SearchField(VellumoAppDelegate& app, QWidget* parent)
 {
     setObjectName("dataSearchField");
     setClearButtonEnabled(true);
+    setAcceptDrops(false); // files are for the window
     setMinimumWidth(fontMetrics().averageCharWidth() * 18);
     setMaximumWidth(fontMetrics().averageCharWidth() * 40);
     setAccessibleName(localizedText("Search"));
     auto* options = addAction(icon("search"), LeadingPosition);
-    options->setToolTip(localizedText("Search options"));
+    options->setText(localizedText("Search options")); // the button's name and tool tip
     connect(options, &QAction::triggered, this, &SearchField::popUpMenu);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
         m_app.controlTextDidChange(VellumoAppDelegate::SearchField::Data, fromQString(text));
