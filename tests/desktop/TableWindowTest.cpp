@@ -107,6 +107,22 @@ TEST_F(TableWindowTest, offersOnlyCommandsThatCanBeUsed)
     EXPECT_FALSE(isUsable("&Deselect All"));
 }
 
+TEST_F(TableWindowTest, keepsItsSizeHoweverItGoes)
+{
+    m_program.startWithDemo();
+    m_program.doubleClickTree("Categories");
+    windowTitled("Categories @Shop")->resize(520, 410);
+    m_program.start(); // ends the run with the window open
+    m_program.doubleClickTree("Shop");
+    m_program.doubleClickTree("Categories");
+    EXPECT_EQ(windowTitled("Categories @Shop")->size(), QSize(520, 410));
+    windowTitled("Categories @Shop")->resize(530, 420);
+    m_program.chooseForTree("Shop", "Close");
+    m_program.doubleClickTree("Shop");
+    m_program.doubleClickTree("Orders");
+    EXPECT_EQ(windowTitled("Orders @Shop")->size(), QSize(530, 420));
+}
+
 TEST_F(TableWindowTest, closesWithItsFileAndNoOther)
 {
     m_program.recent.listed = {m_program.makeDemo("Shop.mdb"), m_program.makeDemo("Archive.mdb")};

@@ -38,6 +38,11 @@ void DataViewWidget::restoreLayout(const std::string& state)
     m_ui->splitView->restoreState(QByteArray::fromBase64(QByteArray::fromStdString(state)));
 }
 
+void DataViewWidget::setLayoutListener(std::function<void()> listener)
+{
+    connect(m_ui->splitView, &QSplitter::splitterMoved, this, std::move(listener));
+}
+
 void DataViewWidget::gridColumnsDidChange() { m_ui->dataTableView->columnsDidChange(); }
 
 void DataViewWidget::gridRowsDidChange() { m_ui->dataTableView->rowsDidChange(); }

@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -30,6 +31,8 @@ public:
     // The share of grid and detail pane, as a text.
     [[nodiscard]] std::string layoutState() const;
     void restoreLayout(const std::string& state);
+    // Called after the user has changed that share.
+    void setLayoutListener(std::function<void()> listener);
 
     // DataViewPort
     void gridColumnsDidChange() override;

@@ -131,8 +131,10 @@ void MainMenus::addAppearanceMenu(Appearance& appearance)
     auto& menu = *m_viewMenu->addMenu(localizedText("&Appearance"));
     auto* group = new QActionGroup(&menu);
     for (const auto& [titleKey, choice] : choices) {
-        auto* action =
-            add(menu, localizedText(titleKey), {}, [&appearance, choice = choice] { appearance.setChoice(choice); });
+        auto* action = add(menu, localizedText(titleKey), {}, [this, &appearance, choice = choice] {
+            appearance.setChoice(choice);
+            m_window.storeSoon();
+        });
         action->setCheckable(true);
         action->setChecked(choice == appearance.choice());
         group->addAction(action);

@@ -72,6 +72,7 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     connect(m_storeLater, &QTimer::timeout, this, [this] { storeSettings(); });
     for (auto* splitter : {m_columns, m_leftColumn})
         connect(splitter, &QSplitter::splitterMoved, m_storeLater, qOverload<>(&QTimer::start));
+    m_dataView->setLayoutListener([this] { storeSoon(); });
     qApp->installEventFilter(this); // for the mouse's Back and Next buttons, wherever the pointer is
 }
 
@@ -179,6 +180,12 @@ void MainWindow::storeSettings()
     m_app->storeSettings();
 }
 
+void MainWindow::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    m_storeLater->start();
+}
+
 void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
@@ -194,6 +201,8 @@ void MainWindow::changeEvent(QEvent* event)
 }
 
 void MainWindow::addAppearanceMenu(Appearance& appearance) { m_menus->addAppearanceMenu(appearance); }
+
+void MainWindow::storeSoon() { m_storeLater->start(); }
 
 void MainWindow::toggleFullScreen() { setWindowState(windowState() ^ Qt::WindowFullScreen); }
 
@@ -340,7 +349,7 @@ void MainWindow::beginExportProgressSheet(const std::shared_ptr<ExportWizard>& w
 
 std::unique_ptr<ChildWindowPort> MainWindow::createChildWindow(ChildWindow& window)
 {
-    return std::make_unique<TableWindow>(window, m_defaults);
+    return std::make_unique<TableWindow>(window, m_defaults, [this] { storeSoon(); });
 }
 
 bool MainWindow::isFullScreen() const { return QMainWindow::isFullScreen(); }

@@ -44,6 +44,8 @@ public:
     // Offers the choice between light and dark. `appearance` outlives the window's use.
     void addAppearanceMenu(Appearance& appearance);
 
+    // Stores the settings once nothing has changed for a while.
+    void storeSoon();
     void focusFileFilter();
     // From now on the command's keys work only while the file list has the keyboard.
     void addFileListCommand(QAction& command);
@@ -84,6 +86,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

@@ -4,11 +4,11 @@
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
 #include "desktop/window/EditActions.h"
-#include "desktop/window/WindowLayout.h"
 #include "ui_ChildWindow.h"
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QScreen>
 #include <QTimer>
 
 namespace vellumo {
@@ -16,19 +16,22 @@ namespace vellumo {
 namespace {
 
 constexpr const char* layoutKey = "tableWindowLayout";
+constexpr const char* sizeKey = "tableWindowSize"; // "760x520"
 
 } // namespace
 
-TableWindow::TableWindow(ChildWindow& window, Defaults& defaults)
+TableWindow::TableWindow(ChildWindow& window, Defaults& defaults, std::function<void()> layoutDidChange)
     : m_window(window)
     , m_defaults(defaults)
+    , m_layoutDidChange(std::move(layoutDidChange))
     , m_ui(std::make_unique<Ui::ChildWindow>())
 {
     m_ui->setupUi(this);
     setObjectName("tableWindow");
     setWindowIcon(applicationIcon());
     m_ui->dataView->setJumpBarShown(true);
-    m_ui->dataView->restoreLayout(m_defaults.string(layoutKey).value_or(""));
+    restoreLayout();
+    m_ui->dataView->setLayoutListener([this] { storeLayout(); });
     // Closing the main window ends the program, whatever other windows there are.
     setAttribute(Qt::WA_QuitOnClose, false);
     auto* close = new QAction(localizedText("Close"), this);
@@ -38,6 +41,28 @@ TableWindow::TableWindow(ChildWindow& window, Defaults& defaults)
 }
 
 TableWindow::~TableWindow() = default;
+
+void TableWindow::restoreLayout()
+{
+    m_ui->dataView->restoreLayout(m_defaults.string(layoutKey).value_or(""));
+    const auto parts = toQString(m_defaults.string(sizeKey).value_or("")).split('x');
+    const QSize size(parts.first().toInt(), parts.last().toInt());
+    if (!size.isEmpty()) resize(size.boundedTo(screen()->availableSize()));
+}
+
+void TableWindow::storeLayout()
+{
+    const auto size = normalGeometry().size();
+    m_defaults.setString(sizeKey, fromQString(QString("%1x%2").arg(size.width()).arg(size.height())));
+    m_defaults.setString(layoutKey, m_ui->dataView->layoutState());
+    m_layoutDidChange();
+}
+
+void TableWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (isVisible()) storeLayout(); // however the window goes later
+}
 
 // The ChildWindow may not be asked before it is made, which it is when it tells its first title.
 void TableWindow::attach()
@@ -82,7 +107,6 @@ void TableWindow::jumpBarSelectionDidChange() { m_ui->dataView->jumpBar().select
 
 void TableWindow::closeEvent(QCloseEvent* event)
 {
-    m_defaults.setString(layoutKey, m_ui->dataView->layoutState());
     event->accept();
     // Closing destroys this object, which has to wait until the event is done with.
     QMetaObject::invokeMethod(

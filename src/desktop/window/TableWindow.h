@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -16,11 +17,12 @@ class ChildWindow;
 class Defaults;
 struct EditActions;
 
-// The widgets of a table window, laid out by ChildWindow.ui. A new window takes the size of the one closed last.
+// The widgets of a table window, laid out by ChildWindow.ui. A new window takes the size and
+// the share of its panes that a table window was given last.
 class TableWindow : public QWidget, public ChildWindowPort {
 public:
-    // Both outlive the window.
-    TableWindow(ChildWindow& window, Defaults& defaults);
+    // Both outlive the window. `layoutDidChange` is called when the defaults have got another layout.
+    TableWindow(ChildWindow& window, Defaults& defaults, std::function<void()> layoutDidChange);
     ~TableWindow() override;
 
     // ChildWindowPort
@@ -33,12 +35,16 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void attach();
+    void restoreLayout();
+    void storeLayout();
 
     ChildWindow& m_window;
     Defaults& m_defaults;
+    std::function<void()> m_layoutDidChange;
     std::unique_ptr<Ui::ChildWindow> m_ui;
     std::unique_ptr<EditActions> m_editActions; // null until the window is attached
 };
