@@ -207,6 +207,18 @@ TEST_F(GridTest, staysWhereItIsWhenMoreRowsAreSelected)
     EXPECT_EQ(topRow(), 300);
 }
 
+TEST_F(GridTest, keepsColumnWidthsWhileTheFileListIsFiltered)
+{
+    m_program.clickTree("Categories");
+    m_program.grid().setColumnWidth(1, 231);
+    m_program.typeInto("fileSearchField", "cat");
+    EXPECT_EQ(m_program.grid().columnWidth(1), 231);
+    m_program.typeInto("fileSearchField", "");
+    m_program.clickTree("Suppliers");
+    m_program.clickTree("Categories");
+    EXPECT_NE(m_program.grid().columnWidth(1), 231);
+}
+
 TEST_F(GridTest, keepsTheCurrentColumnThroughASort)
 {
     m_program.clickTree("Categories");

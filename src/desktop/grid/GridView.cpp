@@ -14,6 +14,7 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <utility>
 
 namespace vellumo {
 
@@ -112,7 +113,8 @@ void GridView::columnsDidChange()
     m_model->reload();
     m_currentColumn = 0;
     restoreColumnOrder();
-    fitColumnWidths(*this);
+    // The user may have changed the widths of a table that is shown again.
+    if (std::exchange(m_fittedTable, m_dataView->table()) != m_dataView->table()) fitColumnWidths(*this);
     scrollToTop();
     horizontalScrollBar()->setValue(0);
     sortIndicatorsDidChange();

@@ -11,6 +11,7 @@ namespace vellumo {
 
 class DataView;
 class GridModel;
+class TAdmMDBTable;
 
 // The grid of a DataView. Left and right arrow lead where the DataView says; with Ctrl they go from cell to cell. The
 // icon of an object cell can be dragged out as a file, and a double click on it opens the object.
@@ -58,7 +59,8 @@ private:
 
     DataView* m_dataView = nullptr;
     GridModel* m_model = nullptr;
-    int m_currentColumn = 0;    // that of the current cell, kept while rows are loaded anew
+    const TAdmMDBTable* m_fittedTable = nullptr; // whose columns have their widths; never dereferenced
+    int m_currentColumn = 0;                     // that of the current cell, kept while rows are loaded anew
     bool m_isFollowing = false; // the view takes over what the DataView has, which is no action of the user
     QPersistentModelIndex m_pressedIcon;
     QPoint m_pressPosition;
