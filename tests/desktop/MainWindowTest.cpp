@@ -68,6 +68,8 @@ TEST_F(MainWindowTest, opensFilesByEveryRoute)
             [&](const std::string& path) {
                 m_program.dropFiles({"/tmp/notes.txt", path});
             }},
+        {"drop on a text field",
+            [&](const std::string& path) { m_program.dropFiles({path}, &m_program.find<QWidget>("dataSearchField")); }},
         {"second start", [&](const std::string& path) { m_program.window().openFiles({path}); }},
         {"double click in the list",
             [&](const std::string& path) {

@@ -224,19 +224,21 @@ void Program::press(int key, Qt::KeyboardModifiers modifiers)
     QApplication::processEvents();
 }
 
-void Program::dropFiles(const std::vector<std::string>& paths)
+void Program::dropFiles(const std::vector<std::string>& paths, QWidget* onto)
 {
     QMimeData data;
     QList<QUrl> urls;
     for (const auto& path : paths)
         urls << QUrl::fromLocalFile(toQString(path));
     data.setUrls(urls);
-    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    data.setText(urls.isEmpty() ? QString() : urls.first().toString());
+    auto* target = onto == nullptr ? m_window.get() : onto;
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
     enter.ignore();
-    QApplication::sendEvent(m_window.get(), &enter);
+    QApplication::sendEvent(target, &enter);
     if (!enter.isAccepted()) return;
-    QDropEvent drop({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, {});
-    QApplication::sendEvent(m_window.get(), &drop);
+    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(target, &drop);
     QApplication::processEvents();
 }
 

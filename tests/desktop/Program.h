@@ -54,7 +54,8 @@ public:
     // Opens the context menu of a row of the tree, or of a cell, and chooses an item.
     void chooseForTree(const std::string& name, const std::string& title);
     void press(int key, Qt::KeyboardModifiers modifiers = {});
-    void dropFiles(const std::vector<std::string>& paths);
+    // Onto the window, or onto a part of it. As file managers do, offers the paths as a text, too.
+    void dropFiles(const std::vector<std::string>& paths, QWidget* onto = nullptr);
     // An item of the menu bar.
     [[nodiscard]] QAction* menuItem(const std::string& title);
 
