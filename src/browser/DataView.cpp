@@ -163,13 +163,14 @@ void DataView::openObject()
 
 void DataView::saveObjectAs()
 {
-    // The dialog may let events through that show another cell.
+    // The dialog may let events through that show another cell, or close the window and this view with it.
     const auto object = m_detail.object;
     if (!object) return;
+    auto& alerts = m_desktop.alerts;
     const auto database = table() != nullptr && table()->file() != nullptr ? table()->file()->fullPath() : "";
     const auto path = m_desktop.filePanels.saveFile(object->fileExtension(), fileNamePart(m_detail.objectName));
     if (path && !writeObjectFile(*object, *path, database))
-        m_desktop.alerts.show({localized("Error"), localizedFormat("File (%@) cannot be written", {*path})});
+        alerts.show({localized("Error"), localizedFormat("File (%@) cannot be written", {*path})});
 }
 
 void DataView::ShowHideBottomTextView(bool isShown)

@@ -1,5 +1,6 @@
 #include "desktop/ports/ImageFormat.h"
 #include "desktop/ports/QtAlerts.h"
+#include "desktop/ports/QtFilePanels.h"
 #include "desktop/ports/QtImageDecoder.h"
 #include "desktop/ports/QtLoadErrorWindow.h"
 #include "desktop/ports/QtMainThread.h"
@@ -14,8 +15,10 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
+#include <functional>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <thread>
@@ -166,6 +169,48 @@ TEST(QtAlerts, ASheetDoesNotWaitAndAModalBoxDoes)
     });
     alerts.show({"Error", "File (x.mdb) cannot be opened", Alert::Style::Modal});
     EXPECT_TRUE(wasModal);
+}
+
+TEST(Dialogs, GoWithTheirWindowAsIfCancelled)
+{
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QtMainThread mainThread;
+    QtAlerts alerts;
+    QtFilePanels panels;
+    QtLoadErrorWindow errorWindow(mainThread);
+    const struct {
+        const char* name;
+        std::function<bool()> show; // true when it was answered
+    } cases[] = {
+        {"open", [&] { return panels.openFiles({"mdb"}).has_value(); }},
+        {"folder", [&] { return panels.chooseFolder("").has_value(); }},
+        {"save", [&] { return panels.saveFile("xls", "Shop").has_value(); }},
+        {"alert",
+            [&] {
+                return alerts.show({"Error", "File", Alert::Style::Modal}), false;
+            }},
+        {"load error",
+            [&] {
+                return errorWindow.show({"Load Library Error", "x", "y"}), false;
+            }},
+    };
+    for (const auto& [name, show] : cases) {
+        auto window = std::make_unique<QWidget>();
+        window->show();
+        alerts.setMainWindow(window.get());
+        panels.setMainWindow(window.get());
+        errorWindow.setMainWindow(window.get());
+        QPointer<QWidget> dialog;
+        QTimer::singleShot(0, [&] {
+            dialog = QApplication::activeModalWidget();
+            ASSERT_NE(dialog, nullptr) << name;
+            EXPECT_EQ(dialog->windowModality(), Qt::ApplicationModal) << name;
+            EXPECT_EQ(dialog->parentWidget(), window.get()) << name;
+            window.reset();
+        });
+        EXPECT_FALSE(show()) << name;
+        EXPECT_EQ(dialog, nullptr) << name;
+    }
 }
 
 TEST(QtLoadErrorWindow, TellsAWorkerOnTheMainThreadAndWaits)

@@ -2,6 +2,7 @@
 
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
+#include "desktop/ports/RunDialog.h"
 
 #include <QApplication>
 #include <QGridLayout>
@@ -40,11 +41,9 @@ void fill(QMessageBox& box, const Alert& alert)
 void QtAlerts::show(const Alert& alert)
 {
     if (alert.style == Alert::Style::Modal) {
-        QWidget* active = QApplication::activeWindow();
-        QMessageBox box(active != nullptr ? active : m_mainWindow.data());
-        fill(box, alert);
-        box.setWindowModality(Qt::ApplicationModal);
-        box.exec();
+        auto* box = new QMessageBox(windowForDialog(m_mainWindow)); // destroyed when it was answered
+        fill(*box, alert);
+        static_cast<void>(runDialog(*box)); // there is one answer
         return;
     }
     auto* box = new QMessageBox(m_mainWindow);

@@ -1,9 +1,9 @@
 #include "desktop/ports/QtFilePanels.h"
 
 #include "desktop/QtText.h"
+#include "desktop/ports/RunDialog.h"
 #include "text/Format.h"
 
-#include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -44,16 +44,15 @@ QString withExtension(const QString& name, const QString& extension)
 
 } // namespace
 
-QWidget* QtFilePanels::parent() const
+// Destroyed by `run`, or with the window it lies on.
+QFileDialog& QtFilePanels::makeDialog(const QString& title, const QString& folder) const
 {
-    QWidget* active = QApplication::activeWindow();
-    return active != nullptr ? active : m_mainWindow.data();
+    return *new QFileDialog(windowForDialog(m_mainWindow), title, folder);
 }
 
 bool QtFilePanels::run(QFileDialog& dialog)
 {
-    dialog.setWindowModality(Qt::WindowModal);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
+    if (!runDialog(dialog) || dialog.selectedFiles().isEmpty()) return false;
     // Not the dialog's folder: a path that was typed may lead out of it.
     const QFileInfo chosen(dialog.selectedFiles().first());
     m_folder = chosen.isDir() ? chosen.absoluteFilePath() : chosen.absolutePath();
@@ -62,7 +61,7 @@ bool QtFilePanels::run(QFileDialog& dialog)
 
 std::optional<std::vector<std::string>> QtFilePanels::openFiles(const std::vector<std::string>& extensions)
 {
-    QFileDialog dialog(parent(), localizedText("Open MDB files"), m_folder);
+    auto& dialog = makeDialog(localizedText("Open MDB files"), m_folder);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setNameFilters({nameFilter(localized("Access databases"), extensions)});
     if (!run(dialog)) return std::nullopt;
@@ -75,7 +74,7 @@ std::optional<std::vector<std::string>> QtFilePanels::openFiles(const std::vecto
 std::optional<std::string> QtFilePanels::chooseFolder(const std::string& initial)
 {
     const auto start = initial.empty() ? m_folder : existingFolder(toQString(initial));
-    QFileDialog dialog(parent(), localizedText("Choose the folder to export to"), start);
+    auto& dialog = makeDialog(localizedText("Choose the folder to export to"), start);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     if (!run(dialog)) return std::nullopt;
@@ -86,7 +85,7 @@ std::optional<std::string> QtFilePanels::saveFile(const std::string& extension, 
 {
     auto start = m_folder;
     if (start.isEmpty()) start = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    QFileDialog dialog(parent(), localizedText("Save as"), start);
+    auto& dialog = makeDialog(localizedText("Save as"), start);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     if (!extension.empty()) {
@@ -108,8 +107,8 @@ bool QtFilePanels::mayReplace(const QString& path) const
 {
     const auto name = fromQString(QFileInfo(path).fileName());
     const auto question = toQString(localizedFormat("The file “%@” exists already. Replace it?", {name}));
-    QMessageBox box(
-        QMessageBox::Warning, localizedText("Save as"), question, QMessageBox::Yes | QMessageBox::No, parent());
+    QMessageBox box(QMessageBox::Warning, localizedText("Save as"), question, QMessageBox::Yes | QMessageBox::No,
+        windowForDialog(m_mainWindow));
     box.setDefaultButton(QMessageBox::No);
     box.setTextFormat(Qt::PlainText); // names must not be read as markup
     return box.exec() == QMessageBox::Yes;

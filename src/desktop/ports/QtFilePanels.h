@@ -10,7 +10,8 @@ class QFileDialog;
 
 namespace vellumo {
 
-// The desktop's own file dialogs, on the window that is active when they are asked for.
+// The desktop's own file dialogs, on the window that is active when they are asked for. They block the program; one
+// whose window goes meanwhile counts as cancelled.
 class QtFilePanels : public FilePanels {
 public:
     // Used where no window is active.
@@ -23,7 +24,7 @@ public:
         const std::string& extension, const std::string& suggestedName) override;
 
 private:
-    [[nodiscard]] QWidget* parent() const;
+    [[nodiscard]] QFileDialog& makeDialog(const QString& title, const QString& folder) const;
     [[nodiscard]] bool run(QFileDialog& dialog);
     // Asks the user.
     [[nodiscard]] bool mayReplace(const QString& path) const;

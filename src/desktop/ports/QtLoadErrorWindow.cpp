@@ -1,9 +1,9 @@
 #include "desktop/ports/QtLoadErrorWindow.h"
 
 #include "desktop/QtText.h"
+#include "desktop/ports/RunDialog.h"
 #include "platform/MainThread.h"
 
-#include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFontDatabase>
@@ -37,7 +37,6 @@ void fill(QDialog& window, const LoadError& error)
 {
     window.setObjectName("loadErrorWindow");
     window.setWindowTitle(toQString(error.title));
-    window.setWindowModality(Qt::ApplicationModal);
     auto* layout = new QVBoxLayout(&window);
     layout->addWidget(makeLabel(error));
     layout->addWidget(makeList(error));
@@ -51,10 +50,9 @@ void fill(QDialog& window, const LoadError& error)
 void QtLoadErrorWindow::show(const LoadError& error)
 {
     m_mainThread.performAndWait([&] {
-        QWidget* active = QApplication::activeWindow();
-        QDialog window(active != nullptr ? active : m_mainWindow.data());
-        fill(window, error);
-        window.exec();
+        auto* window = new QDialog(windowForDialog(m_mainWindow)); // destroyed when it was closed
+        fill(*window, error);
+        static_cast<void>(runDialog(*window)); // there is nothing to answer
     });
 }
 
