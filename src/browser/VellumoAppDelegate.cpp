@@ -308,9 +308,10 @@ bool VellumoAppDelegate::showVisitedTable(TAdmMDBTable& table)
 // The tree follows, so that its selection is always what the window shows.
 void VellumoAppDelegate::jumpBarDidSelectItem(const TreeItem& item)
 {
-    if (m_JumpBarMenuRefresh) return;
-    selectWhereShown(item);
-    if (item.isTable() && !m_performBackForward) recordVisit(*item.table);
+    const auto listed = m_jumpBar.find(item);
+    if (m_JumpBarMenuRefresh || listed.isNone()) return;
+    selectWhereShown(listed);
+    if (listed.isTable() && !m_performBackForward) recordVisit(*listed.table);
 }
 
 void VellumoAppDelegate::updateJumpBarSelection()

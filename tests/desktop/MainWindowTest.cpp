@@ -6,8 +6,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QStackedWidget>
 #include <QTableWidget>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <functional>
@@ -295,6 +298,57 @@ TEST_F(MainWindowTest, keepsFilesThatComeWhileAnExportDialogIsOpen)
     dialog->reject();
     QApplication::processEvents();
     EXPECT_THAT(m_program.treeText(), testing::StartsWith("Later*\n"));
+}
+
+TEST_F(MainWindowTest, keepsFilesThatComeWhileAMenuOrADialogIsOpen)
+{
+    m_program.startWithDemo();
+    m_program.clickTree("Orders");
+    m_program.press(Qt::Key_4, Qt::ControlModifier); // jump bar
+    const auto handOver = [&](const char* name) {
+        m_program.window().openFiles({m_program.folder.path("Shop.mdb"), m_program.makeDemo(name)});
+        QApplication::processEvents();
+        EXPECT_THAT(m_program.treeText(), testing::Not(testing::HasSubstr(std::string(name, 4)))) << name;
+    };
+    auto& button = m_program.find<QWidget>("jumpBarTable");
+    QTimer::singleShot(0, &button, [&] {
+        handOver("Menu.mdb");
+        m_program.choose("Suppliers");
+    });
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_THAT(m_program.treeText(), testing::HasSubstr("Suppliers  (10)*"));
+    const auto isListed = [&](const char* name) { return m_program.treeText().find(name) != std::string::npos; };
+    EXPECT_TRUE(eventually([&] { return isListed("Menu*"); }));
+
+    QDialog dialog(&m_program.window());
+    dialog.open();
+    handOver("Sheet.mdb");
+    dialog.close();
+    EXPECT_TRUE(eventually([&] { return isListed("Sheet*"); }));
+}
+
+TEST_F(MainWindowTest, choosesNothingThatHasGoneWhileItsMenuWasOpen)
+{
+    m_program.startWithDemo();
+    m_program.doubleClickTree("Orders");
+    QMenu* windows = nullptr;
+    for (auto* menu : m_program.window().menuBar()->findChildren<QMenu*>())
+        if (menu->actions().contains(m_program.menuItem("Hide Vellumo"))) windows = menu;
+    ASSERT_NE(windows, nullptr);
+    windows->popup({0, 0});
+    m_program.window().app().childWinManager()->childWins()[0]->windowWillClose();
+    m_program.choose("Orders @Shop");
+    EXPECT_TRUE(m_program.window().app().childWinManager()->childWins().empty());
+
+    m_program.press(Qt::Key_4, Qt::ControlModifier); // jump bar
+    auto& button = m_program.find<QWidget>("jumpBarTable");
+    QTimer::singleShot(0, &button, [&] {
+        m_program.window().app().CloseSelectedFile(VellumoAppDelegate::Sender::Other);
+        m_program.choose("Suppliers");
+    });
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_EQ(m_program.treeText(), "Shop\n");
+    EXPECT_EQ(m_program.grid().model()->columnCount(), 0);
 }
 
 // A key that means two things means nothing: Qt calls it ambiguous and does neither.

@@ -86,6 +86,7 @@ void JumpBar::fillFiles(QMenu& menu)
         // Items of the submenu are many; most submenus are never opened.
         connect(tables, &QMenu::aboutToShow, this, [this, tables, file = item.file] {
             tables->clear();
+            if (m_menu->find({file, nullptr}).isNone()) return;
             addItem(*tables, file->name(), TreeItem::of(*file));
             tables->addSeparator();
             addTables(*tables, file);
@@ -105,7 +106,10 @@ void JumpBar::addTables(QMenu& menu, TAdmMDBFile* file)
 
 void JumpBar::addItem(QMenu& menu, const std::string& title, const TreeItem& item)
 {
-    auto* action = menu.addAction(plainTitle(title), this, [this, item] { m_select(item); });
+    auto* action = menu.addAction(plainTitle(title), this, [this, item] {
+        // A file may be closed while the menu is open.
+        if (m_menu->find(item) == item) m_select(item);
+    });
     action->setCheckable(true);
     action->setChecked(item == m_menu->selectedItem());
 }

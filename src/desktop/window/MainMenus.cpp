@@ -14,6 +14,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 
 namespace vellumo {
@@ -171,7 +172,16 @@ void MainMenus::listTableWindows(QMenu& menu)
     if (m_app.childWinManager() == nullptr || m_app.childWinManager()->childWins().empty()) return;
     menu.addSeparator();
     for (const auto& child : m_app.childWinManager()->childWins())
-        add(menu, toQString(child->title()).replace('&', "&&"), {}, [&port = child->port()] { port.makeKey(); });
+        add(menu, toQString(child->title()).replace('&', "&&"), {},
+            [this, window = child.get()] { bringToFront(window); });
+}
+
+// The window may have closed since the menu opened.
+void MainMenus::bringToFront(const ChildWindow* window)
+{
+    const auto& windows = m_app.childWinManager()->childWins();
+    const auto place = std::ranges::find(windows, window, &std::unique_ptr<ChildWindow>::get);
+    if (place != windows.end()) (*place)->port().makeKey();
 }
 
 void MainMenus::makeHelpMenu()

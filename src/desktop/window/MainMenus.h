@@ -16,6 +16,7 @@ class QMenuBar;
 namespace vellumo {
 
 class Appearance;
+class ChildWindow;
 class MainWindow;
 class VellumoAppDelegate;
 
@@ -43,6 +44,7 @@ private:
     void enableWhile(QAction* action, std::function<bool()> isUsable);
     void update();
     void listTableWindows(QMenu& menu);
+    void bringToFront(const ChildWindow* window);
 
     MainWindow& m_window;
     VellumoAppDelegate& m_app;

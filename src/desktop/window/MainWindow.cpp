@@ -33,6 +33,7 @@ constexpr const char* columnsKey = "mainWindowColumns";
 constexpr const char* leftColumnKey = "mainWindowLeftColumn";
 constexpr const char* dataViewKey = "mainWindowDataView";
 constexpr int storeDelayMs = 2000;
+constexpr int waitingDelayMs = 100;
 
 std::vector<std::string> localFiles(const QMimeData& data)
 {
@@ -57,6 +58,7 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     , m_columns(new QSplitter(Qt::Horizontal, this))
     , m_leftColumn(new QSplitter(Qt::Vertical, this))
     , m_storeLater(new QTimer(this))
+    , m_openLater(new QTimer(this))
 {
     setObjectName("mainWindow");
     setWindowTitle(QApplication::applicationDisplayName());
@@ -70,6 +72,9 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     m_storeLater->setSingleShot(true);
     m_storeLater->setInterval(storeDelayMs);
     connect(m_storeLater, &QTimer::timeout, this, [this] { storeSettings(); });
+    m_openLater->setSingleShot(true);
+    m_openLater->setInterval(waitingDelayMs);
+    connect(m_openLater, &QTimer::timeout, this, [this] { openWaitingFiles(); });
     for (auto* splitter : {m_columns, m_leftColumn})
         connect(splitter, &QSplitter::splitterMoved, m_storeLater, qOverload<>(&QTimer::start));
     m_dataView->setLayoutListener([this] { storeSoon(); });
@@ -125,6 +130,9 @@ void MainWindow::openFiles(const std::vector<std::string>& paths)
 void MainWindow::openWaitingFiles()
 {
     if (m_openProgress.isActive() || m_app->isExporting() || m_waitingFiles.empty()) return;
+    // What a menu or a dialog offers has to be there when it is chosen. Nobody tells when the last of them has closed.
+    if (QApplication::activePopupWidget() != nullptr || QApplication::activeModalWidget() != nullptr)
+        return m_openLater->start();
     const auto paths = std::exchange(m_waitingFiles, {});
     m_app->applicationOpenFiles(paths);
 }

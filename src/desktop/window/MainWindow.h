@@ -109,7 +109,8 @@ private:
     QSplitter* m_columns; // left: file list and information, right: the data view
     QSplitter* m_leftColumn;
     QTimer* m_storeLater;                    // so that a program that is killed has what was changed before
-    std::vector<std::string> m_waitingFiles; // handed over while a file was opened or an export ran
+    QTimer* m_openLater;                     // looks again whether files that wait can be opened
+    std::vector<std::string> m_waitingFiles; // handed over while something was in the way
     bool m_isExportRunning = false;
     bool m_isShutDown = false;
 };
