@@ -5,9 +5,10 @@ namespace vellumo {
 OpenResult FileOpener::open(const std::shared_ptr<TAdmMDBFile>& file)
 {
     if (file->active()) return OpenResult::Opened;
+    if (m_isStoppedForGood) return OpenResult::Stopped;
     bool isStopped = false;
     const auto observer = [&](std::uint64_t rowsDone, std::uint64_t rowsExpected) {
-        isStopped = isStopped || !m_view.openDidProgress(rowsDone, rowsExpected);
+        isStopped = isStopped || !m_view.openDidProgress(rowsDone, rowsExpected) || m_isStoppedForGood;
         return !isStopped;
     };
     m_isOpening = true;

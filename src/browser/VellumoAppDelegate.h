@@ -40,6 +40,8 @@ public:
 
     // --- The program's life ---
     void applicationDidFinishLaunching();
+    // The program was asked to end: the file that is being opened is given up, and none is begun any more.
+    void applicationShouldTerminate() { m_opener.stopForGood(); }
     void applicationWillTerminate();
     // At the end, and whenever something was changed that the next run is to have.
     void storeSettings();

@@ -2,6 +2,7 @@
 
 #include "browser/MainWindowView.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -77,7 +78,11 @@ public:
     void searchMenuDidChange() override { }
     void focusDataSearchField() override { events.emplace_back("search field"); }
     void openDidBegin(const TAdmMDBFile& file) override { events.push_back("opening " + file.name()); }
-    bool openDidProgress(std::uint64_t, std::uint64_t) override { return !stopsOpening; }
+    bool openDidProgress(std::uint64_t, std::uint64_t) override
+    {
+        if (duringOpening) duringOpening();
+        return !stopsOpening;
+    }
     void openDidEnd() override { events.emplace_back("opening ended"); }
     void beginExportSheet(const std::shared_ptr<ExportWizard>&) override { events.emplace_back("export sheet"); }
     void beginExportProgressSheet(const std::shared_ptr<ExportWizard>&) override
@@ -94,6 +99,7 @@ public:
     FakeDataView data;
     std::vector<std::string> events;
     std::vector<std::string> childEvents;
+    std::function<void()> duringOpening; // what comes in while the events are handled
     bool stopsOpening = false;
     bool isFull = false;
 };

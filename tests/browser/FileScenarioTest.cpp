@@ -97,6 +97,17 @@ TEST_F(Scenario, StoppingToOpenIsNoFailure)
     EXPECT_THAT(s.window.events, ::testing::Not(::testing::Contains("export sheet")));
 }
 
+TEST_F(Scenario, AProgramThatIsToEndOpensNoMoreFiles)
+{
+    s.start();
+    s.window.duringOpening = [&] { s.app().applicationShouldTerminate(); };
+    s.window.events.clear();
+    s.app().applicationOpenFiles({sales, stock});
+    EXPECT_THAT(s.window.events, ::testing::ElementsAre("opening Sales", "opening ended"));
+    EXPECT_EQ(s.sight().recent, "");
+    EXPECT_EQ(s.sight().alerts, "");
+}
+
 TEST_F(Scenario, ClosingAFileTakesItsTablesOutOfHistoryAndWindows)
 {
     s.start();

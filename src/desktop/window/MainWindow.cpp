@@ -139,7 +139,7 @@ void MainWindow::openWaitingFiles()
 
 void MainWindow::terminate()
 {
-    m_openProgress.stop();
+    m_app->applicationShouldTerminate();
     QCoreApplication::exit();
 }
 

@@ -77,7 +77,7 @@ void OpenProgress::showDialog()
     layout->addWidget(m_bar);
     layout->addWidget(stop, 0, Qt::AlignRight);
     QObject::connect(stop, &QPushButton::clicked, m_dialog.get(), &QDialog::reject);
-    QObject::connect(m_dialog.get(), &QDialog::rejected, m_dialog.get(), [this] { this->stop(); });
+    QObject::connect(m_dialog.get(), &QDialog::rejected, m_dialog.get(), [this] { m_isStopped = true; });
     m_dialog->show();
 }
 

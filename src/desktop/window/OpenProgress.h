@@ -26,9 +26,6 @@ public:
     // Handles events at most every few milliseconds. False when the user wants to stop.
     [[nodiscard]] bool advance(std::uint64_t rowsDone, std::uint64_t rowsExpected);
     void end();
-    // Asks the opening to end, as the button does.
-    void stop() { m_isStopped = true; }
-
     [[nodiscard]] bool isActive() const { return m_isActive; }
 
 private:
