@@ -1,5 +1,7 @@
 #include "TerminationSignals.h"
 
+#include "platform/TerminationSignal.h"
+
 #include <atomic>
 #include <csignal>
 #include <fcntl.h>
@@ -41,16 +43,7 @@ TerminationSignals::TerminationSignals(std::function<void()> terminate)
     });
     for (const int signal : {SIGPIPE, SIGXFSZ})
         std::signal(signal, goOn);
-    if (writeEnd < 0) return;
-    struct sigaction action { };
-    action.sa_handler = onTermination;
-    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        struct sigaction inherited { };
-        // One that the caller had ignored (nohup) stays so.
-        if (::sigaction(signal, nullptr, &inherited) == 0 && inherited.sa_handler != SIG_IGN)
-            ::sigaction(signal, &action, nullptr);
-    }
+    if (writeEnd >= 0) onFirstTermination(onTermination, BlockedCalls::GoOn);
 }
 
 } // namespace vellumo

@@ -1,6 +1,7 @@
 #include "cli/Interrupt.h"
 
 #include "export/ExportWizard.h"
+#include "platform/TerminationSignal.h"
 
 #include <atomic>
 #include <csignal>
@@ -24,15 +25,8 @@ void onInterrupt(int)
 
 void handleSignals()
 {
-    struct sigaction action { };
-    action.sa_handler = onInterrupt;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        struct sigaction inherited { };
-        // One that the caller had ignored (nohup) stays so.
-        if (::sigaction(signal, nullptr, &inherited) == 0 && inherited.sa_handler != SIG_IGN)
-            ::sigaction(signal, &action, nullptr);
-    }
+    // Nothing else would end a wait for a pipe that nobody reads.
+    onFirstTermination(onInterrupt, BlockedCalls::Fail);
     for (const int signal : {SIGPIPE, SIGXFSZ})
         std::signal(signal, SIG_IGN);
 }

@@ -301,6 +301,19 @@ TEST_F(Program, InterruptionEndsTheExportCleanly)
     EXPECT_TRUE(m_out.exists("Large.csv")); // a pipe is not ours to remove
 }
 
+TEST_F(Program, ASecondRequestOfAnotherKindEndsItAtOnce)
+{
+    ASSERT_EQ(::mkfifo(m_out.path("Large.csv").c_str(), 0600), 0);
+    const auto program = start({"export", "FILE", "--format", "csv", "--to", m_out.path()});
+    std::ifstream pipe(m_out.path("Large.csv"), std::ios::binary);
+    pipe.get();
+    ::kill(program.process(), SIGHUP);
+    waitUntilHandled(program.process(), SIGHUP);
+    ::kill(program.process(), SIGTERM);
+    pipe.close(); // one that has not ended fails to write
+    EXPECT_EQ(program.wait().status, -1);
+}
+
 TEST_F(Program, FileSizeLimitIsAFailedWrite)
 {
     const auto setLimit = [] {
