@@ -120,7 +120,6 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     translateQtTexts();
     QApplication::setApplicationName("vellumo");
-    QApplication::setApplicationDisplayName("Vellumo");
     QApplication::setApplicationVersion(VELLUMO_VERSION);
     QGuiApplication::setDesktopFileName(desktopId);
     return run(filesOfCommandLine());

@@ -20,7 +20,6 @@ public:
     {
         isolate();
         QApplication::setApplicationName("vellumo");
-        QApplication::setApplicationDisplayName("Vellumo");
         m_application = std::make_unique<QApplication>(m_argumentCount, m_arguments);
         QApplication::setStyle("Fusion");
     }

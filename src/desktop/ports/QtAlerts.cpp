@@ -3,6 +3,7 @@
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
 #include "desktop/ports/RunDialog.h"
+#include "platform/DesktopId.h"
 
 #include <QApplication>
 #include <QGridLayout>
@@ -24,7 +25,7 @@ void widen(QMessageBox& box)
 void fill(QMessageBox& box, const Alert& alert)
 {
     box.setObjectName("alert");
-    box.setWindowTitle(QApplication::applicationDisplayName());
+    box.setWindowTitle(programName);
     // File and table names come from outside: never read them as markup.
     box.setTextFormat(Qt::PlainText);
     box.setText(toQString(alert.title));

@@ -2,6 +2,7 @@
 
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
+#include "platform/DesktopId.h"
 #include "text/Format.h"
 
 #include <QApplication>
@@ -14,7 +15,7 @@ void showAboutDialog(QWidget& window)
     auto* box = new QMessageBox(&window);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(Qt::WindowModal);
-    const auto name = fromQString(QApplication::applicationDisplayName());
+    const auto name = programName;
     box->setWindowTitle(toQString(localizedFormat("About %@", {name})));
     box->setIconPixmap(applicationIcon().pixmap(64, 64));
     box->setTextFormat(Qt::PlainText);

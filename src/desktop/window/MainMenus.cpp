@@ -8,6 +8,7 @@
 #include "desktop/window/AboutDialog.h"
 #include "desktop/window/ExportMenu.h"
 #include "desktop/window/MainWindow.h"
+#include "platform/DesktopId.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -23,7 +24,7 @@ namespace {
 
 using Sender = VellumoAppDelegate::Sender;
 
-ApplicationMenuTitles titles() { return applicationMenuTitles(fromQString(QApplication::applicationDisplayName())); }
+ApplicationMenuTitles titles() { return applicationMenuTitles(programName); }
 
 } // namespace
 

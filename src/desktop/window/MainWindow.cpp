@@ -13,6 +13,7 @@
 #include "desktop/window/StatusLine.h"
 #include "desktop/window/TableWindow.h"
 #include "desktop/window/WindowLayout.h"
+#include "platform/DesktopId.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -61,7 +62,7 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     , m_openLater(new QTimer(this))
 {
     setObjectName("mainWindow");
-    setWindowTitle(QApplication::applicationDisplayName());
+    setWindowTitle(programName);
     setWindowIcon(applicationIcon());
     setAcceptDrops(true);
     setContextMenuPolicy(Qt::NoContextMenu);
