@@ -91,10 +91,19 @@ struct Desktop {
     }
 };
 
+// Whether a program that runs already has taken the files. Otherwise this is the one that others find.
+bool anotherTakes(RunningInstance& instance, const std::vector<std::string>& files)
+{
+    if (instance.handOver(files)) return true;
+    // Of two that start at once, the second finds the first here.
+    return instance.listen() == RunningInstance::Listening::AnotherRuns && instance.handOver(files);
+}
+
 int run(const std::vector<std::string>& files)
 {
+    // Before the window is built, which takes a while: who starts meanwhile waits for an answer.
     RunningInstance instance(userSocketPath());
-    if (instance.handOver(files)) return 0;
+    if (anotherTakes(instance, files)) return 0;
     Desktop desktop;
     Appearance appearance(desktop.defaults);
     MainWindow window(desktop.ports());
@@ -105,7 +114,7 @@ int run(const std::vector<std::string>& files)
     TerminationSignals termination([&window] { window.terminate(); });
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window, [&window] { window.shutDown(); });
     window.start();
-    instance.listen([&window](const std::vector<std::string>& received) { window.openFiles(received); });
+    instance.receive([&window](const std::vector<std::string>& received) { window.openFiles(received); });
     if (!files.empty())
         QMetaObject::invokeMethod(
             &window, [&] { window.openFiles(files); }, Qt::QueuedConnection);

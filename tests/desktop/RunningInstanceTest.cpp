@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QLocalSocket>
 #include <atomic>
 #include <gmock/gmock.h>
 #include <sys/socket.h>
@@ -15,6 +16,8 @@
 namespace vellumo::test {
 
 namespace {
+
+using enum RunningInstance::Listening;
 
 class RunningInstanceTest : public testing::Test {
 protected:
@@ -57,7 +60,8 @@ TEST_F(RunningInstanceTest, handsFilesToTheFirst)
 {
     RunningInstance first(m_socketPath);
     EXPECT_FALSE(first.handOver({"/a.mdb"})); // nobody is there
-    ASSERT_TRUE(first.listen(m_receive));
+    ASSERT_EQ(first.listen(), Begun);
+    first.receive(m_receive);
     EXPECT_TRUE(handOver({"/with space/b.mdb", "/line\nbreak.mdb", "/ü.accdb"}));
     EXPECT_TRUE(handOver({}));
     const std::vector<std::string> files{"/with space/b.mdb", "/line\nbreak.mdb", "/ü.accdb"};
@@ -73,7 +77,8 @@ TEST_F(RunningInstanceTest, replacesTheSocketOfADeadProgram)
     leaveStaleSocket();
     RunningInstance next(m_socketPath);
     EXPECT_FALSE(next.handOver({"/a.mdb"}));
-    ASSERT_TRUE(next.listen(m_receive));
+    ASSERT_EQ(next.listen(), Begun);
+    next.receive(m_receive);
     EXPECT_TRUE(handOver({"/b.mdb"}));
     EXPECT_EQ(m_received.size(), 1U);
 }
@@ -81,11 +86,28 @@ TEST_F(RunningInstanceTest, replacesTheSocketOfADeadProgram)
 TEST_F(RunningInstanceTest, leavesALivingOneAlone)
 {
     RunningInstance first(m_socketPath);
-    ASSERT_TRUE(first.listen(m_receive));
+    ASSERT_EQ(first.listen(), Begun);
+    first.receive(m_receive);
     RunningInstance second(m_socketPath);
-    EXPECT_FALSE(second.listen([](const auto&) {}));
+    EXPECT_EQ(second.listen(), AnotherRuns);
     EXPECT_TRUE(handOver({"/b.mdb"}));
     EXPECT_EQ(m_received.size(), 1U);
+}
+
+TEST_F(RunningInstanceTest, keepsWhatComesBeforeItCanReceive)
+{
+    RunningInstance first(m_socketPath);
+    ASSERT_EQ(first.listen(), Begun);
+    QLocalSocket early;
+    early.connectToServer(m_socketPath);
+    ASSERT_TRUE(early.waitForConnected());
+    early.write("/a.mdb\0\0", 8);
+    ASSERT_TRUE(early.waitForBytesWritten());
+    QApplication::processEvents();
+    EXPECT_EQ(early.bytesAvailable(), 0);
+    first.receive(m_receive);
+    EXPECT_TRUE(eventually([&] { return early.bytesAvailable() == 1; }));
+    EXPECT_THAT(m_received, testing::ElementsAre(std::vector<std::string>{"/a.mdb"}));
 }
 
 } // namespace vellumo::test

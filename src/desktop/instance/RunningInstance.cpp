@@ -81,22 +81,30 @@ bool RunningInstance::handOver(const std::vector<std::string>& paths) const
         && answer == accepted;
 }
 
-bool RunningInstance::listen(Receive receive)
+RunningInstance::Listening RunningInstance::listen()
 {
-    m_receive = std::move(receive);
-    if (m_socketPath.isEmpty()) return false;
+    using enum Listening;
+    if (m_socketPath.isEmpty()) return Impossible;
     // Of two programs that start at once, one makes the socket and the other finds it.
     QLockFile lock(m_socketPath + ".lock");
-    if (!lock.tryLock(patienceMs)) return false;
+    if (!lock.tryLock(patienceMs)) return Impossible;
     QLocalSocket probe;
     probe.connectToServer(m_socketPath);
-    if (probe.waitForConnected(patienceMs)) return false;
+    if (probe.waitForConnected(patienceMs)) return AnotherRuns;
     QLocalServer::removeServer(m_socketPath);
-    return m_server.listen(m_socketPath);
+    return m_server.listen(m_socketPath) ? Begun : Impossible;
+}
+
+void RunningInstance::receive(Receive receive)
+{
+    m_receive = std::move(receive);
+    answer();
 }
 
 void RunningInstance::answer()
 {
+    // Without an answer the other program waits.
+    if (!m_receive) return;
     while (auto* socket = m_server.nextPendingConnection()) {
         socket->setParent(this);
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);

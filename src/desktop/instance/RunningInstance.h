@@ -22,9 +22,13 @@ public:
     // Hands the files (perhaps none) to the program that runs already. False when there is none, or when it does not
     // answer: then this one has to go on.
     [[nodiscard]] bool handOver(const std::vector<std::string>& paths) const;
-    // From now on this is the running program. A socket that a dead one left behind is replaced. False when the socket
-    // cannot be made; the program then works on its own.
-    bool listen(Receive receive);
+    // AnotherRuns: it has begun to listen since this one looked. Impossible: the socket cannot be made; the program
+    // then works on its own.
+    enum class Listening { Begun, AnotherRuns, Impossible };
+    // From now on this is the running program. A socket that a dead one left behind is replaced.
+    [[nodiscard]] Listening listen();
+    // Takes what other starts hand over, also what has waited since `listen`.
+    void receive(Receive receive);
 
 private:
     void answer();
