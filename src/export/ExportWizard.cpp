@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <new>
+#include <system_error>
 
 namespace vellumo {
 
@@ -246,7 +247,12 @@ bool ExportWizard::startExport()
     m_job = std::make_unique<ExportJob>(m_exportFile, m_tableEntries, optionsFromControls(m_exportFileType, m_controls),
         m_terminate, m_ports.mainThread, m_ports.systemLog, [this](std::size_t index) { updateProgressPanel(index); });
     if (m_ports.loadErrorWindow != nullptr) m_job->setLoadErrorWindow(*m_ports.loadErrorWindow);
-    m_worker = std::thread([this, writer] { runWriter(writer); });
+    try {
+        m_worker = std::thread([this, writer] { runWriter(writer); });
+    } catch (const std::system_error&) { // too many threads already
+        logOutOfMemory();
+        exportThreadFinished();
+    }
     return true;
 }
 
@@ -255,9 +261,14 @@ void ExportWizard::runWriter(ExportWriter writer)
     try {
         writer(*m_job);
     } catch (const std::bad_alloc&) {
-        m_job->log(format("%@: %@", {localized("Failed"), localized("Not enough memory.")}));
+        logOutOfMemory();
     }
     m_ports.mainThread.performAndWait([this] { exportThreadFinished(); });
+}
+
+void ExportWizard::logOutOfMemory()
+{
+    m_job->log(format("%@: %@", {localized("Failed"), localized("Not enough memory.")}));
 }
 
 void ExportWizard::updateProgressPanel(std::size_t index)

@@ -125,6 +125,7 @@ private:
     void storeExportPath();
     [[nodiscard]] std::string extension() const;
     void runWriter(ExportWriter writer);
+    void logOutOfMemory();
     void updateProgressPanel(std::size_t index);
     void exportThreadFinished();
 
