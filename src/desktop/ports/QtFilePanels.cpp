@@ -83,6 +83,21 @@ std::optional<std::string> QtFilePanels::chooseFolder(const std::string& initial
 
 std::optional<std::string> QtFilePanels::saveFile(const std::string& extension, const std::string& suggestedName)
 {
+    const auto ending = toQString(extension);
+    auto name = withExtension(toQString(suggestedName), ending);
+    while (true) {
+        auto& dialog = makeSaveDialog(extension);
+        dialog.selectFile(name);
+        if (!run(dialog)) return std::nullopt;
+        // The dialog completes no name with a dot, and has asked for the name as it was typed.
+        const auto chosen = QFileInfo(dialog.selectedFiles().first()).absoluteFilePath();
+        name = withExtension(chosen, ending);
+        if (name == chosen || !QFileInfo::exists(name) || mayReplace(name)) return fromQString(name);
+    }
+}
+
+QFileDialog& QtFilePanels::makeSaveDialog(const std::string& extension) const
+{
     auto start = m_folder;
     if (start.isEmpty()) start = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     auto& dialog = makeDialog(localizedText("Save as"), start);
@@ -92,15 +107,7 @@ std::optional<std::string> QtFilePanels::saveFile(const std::string& extension, 
         dialog.setNameFilters({nameFilter(localizedFormat("%@ files", {"." + extension}), {extension})});
         dialog.setDefaultSuffix(toQString(extension));
     }
-    dialog.selectFile(withExtension(toQString(suggestedName), toQString(extension)));
-    while (run(dialog)) {
-        // The dialog completes no name with a dot, and has asked for the name as it was typed.
-        const auto chosen = QFileInfo(dialog.selectedFiles().first()).absoluteFilePath();
-        const auto path = withExtension(chosen, toQString(extension));
-        if (path == chosen || !QFileInfo::exists(path) || mayReplace(path)) return fromQString(path);
-        dialog.selectFile(path);
-    }
-    return std::nullopt;
+    return dialog;
 }
 
 bool QtFilePanels::mayReplace(const QString& path) const

@@ -25,6 +25,7 @@ public:
 
 private:
     [[nodiscard]] QFileDialog& makeDialog(const QString& title, const QString& folder) const;
+    [[nodiscard]] QFileDialog& makeSaveDialog(const std::string& extension) const;
     [[nodiscard]] bool run(QFileDialog& dialog);
     // Asks the user.
     [[nodiscard]] bool mayReplace(const QString& path) const;
