@@ -106,8 +106,27 @@ TEST_F(RunningInstanceTest, keepsWhatComesBeforeItCanReceive)
     QApplication::processEvents();
     EXPECT_EQ(early.bytesAvailable(), 0);
     first.receive(m_receive);
-    EXPECT_TRUE(eventually([&] { return early.bytesAvailable() == 1; }));
+    EXPECT_TRUE(eventually([&] { return early.bytesAvailable() == 1 && !m_received.empty(); }));
     EXPECT_THAT(m_received, testing::ElementsAre(std::vector<std::string>{"/a.mdb"}));
+}
+
+// An alert about a file lets events through, the end of the connection among them.
+TEST_F(RunningInstanceTest, maySeeTheOtherGoWhileItReceives)
+{
+    RunningInstance first(m_socketPath);
+    ASSERT_EQ(first.listen(), Begun);
+    first.receive([&](const auto& paths) {
+        m_receive(paths);
+        QEventLoop alert;
+        auto* socket = first.findChild<QLocalSocket*>();
+        if (socket == nullptr) return; // gone already
+        QObject::connect(socket, &QObject::destroyed, &alert, &QEventLoop::quit);
+        alert.exec();
+    });
+    EXPECT_TRUE(handOver({"/bad.mdb"}));
+    EXPECT_TRUE(handOver({"/next.mdb"}));
+    EXPECT_THAT(
+        m_received, testing::ElementsAre(std::vector<std::string>{"/bad.mdb"}, std::vector<std::string>{"/next.mdb"}));
 }
 
 } // namespace vellumo::test

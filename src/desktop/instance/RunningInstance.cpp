@@ -113,10 +113,12 @@ void RunningInstance::answer()
             *message += socket->readAll();
             if (message->size() > longestMessage) socket->abort();
             if (!isComplete(*message)) return;
+            // What receives them may run the event loop, in which the socket goes: no longer inside its signal.
             const auto paths = pathsOf(std::exchange(*message, {}));
+            QMetaObject::invokeMethod(
+                this, [this, paths] { m_receive(paths); }, Qt::QueuedConnection);
             socket->putChar(accepted);
             socket->flush();
-            m_receive(paths);
         };
         connect(socket, &QLocalSocket::readyRead, this, read);
         read(); // what has come already

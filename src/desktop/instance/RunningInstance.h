@@ -27,7 +27,8 @@ public:
     enum class Listening { Begun, AnotherRuns, Impossible };
     // From now on this is the running program. A socket that a dead one left behind is replaced.
     [[nodiscard]] Listening listen();
-    // Takes what other starts hand over, also what has waited since `listen`.
+    // Takes what other starts hand over, also what has waited since `listen`. `receive` is called from the event loop,
+    // and may run another.
     void receive(Receive receive);
 
 private:
