@@ -46,6 +46,7 @@ void DataView::updateDataTableToShowMDBTable(const TAdmMDBTable* table)
         m_rows.setTable(table);
         m_selectedRows = {};
         m_clickedRow = {};
+        m_currentColumn = {};
     }
     m_columns.clear();
     if (table != nullptr)
@@ -145,6 +146,7 @@ void DataView::openBlobAsFile()
 
 void DataView::displayCell(std::size_t column, std::size_t row)
 {
+    m_currentColumn = column;
     displayTextViewContent(getValueForTableColumn(column, row));
     // Rows count from 1 in stored order, however the grid is sorted.
     m_detail.objectName = format("%@-%@", {m_columns[column].identifier, m_rows.rowAt(row) + 1});
@@ -261,6 +263,7 @@ void DataView::jumpToRowConfirmed(long number)
     }
     const auto row = static_cast<std::size_t>(number) - 1;
     selectRows(RowSelection::ofRow(row));
+    if (!m_columns.empty()) displayCell(currentColumn(), row);
     m_port.scrollToRow(row);
     m_port.focusGrid();
 }

@@ -94,7 +94,7 @@ public:
     // Detail pane.
     [[nodiscard]] const DetailContent& detail() const { return m_detail; }
     void displayTextViewContent(const GridValue& value);
-    // Shows the value of a cell.
+    // Shows the value of a cell, whose column is the current one from then on.
     void displayCell(std::size_t column, std::size_t row);
     // Opens the file of the picture shown with its default application.
     void openBlobAsFile();
@@ -119,8 +119,13 @@ public:
     [[nodiscard]] bool validateMenuItem(GridCommand command);
     void copy();
     void JumpToRow();
-    // The answer to the sheet; counts from 1.
+    // The answer to the sheet; counts from 1. Shows the row's value in the current column.
     void jumpToRowConfirmed(long number);
+    // The column of the cell that was shown last, else the first as they are displayed; 0 when there are none.
+    [[nodiscard]] std::size_t currentColumn() const
+    {
+        return m_currentColumn.value_or(m_displayOrder.empty() ? 0 : m_displayOrder.front());
+    }
 
 private:
     [[nodiscard]] RowSelection rowsToCopy() const;
@@ -135,6 +140,7 @@ private:
     std::vector<std::size_t> m_displayOrder; // all of m_columns, once each
     RowSelection m_selectedRows;
     std::optional<std::size_t> m_clickedRow;
+    std::optional<std::size_t> m_currentColumn; // of the table shown
     DetailContent m_detail;
     bool m_isTextViewShown;
 };

@@ -19,6 +19,7 @@ public:
     virtual void sortIndicatorsDidChange() = 0;
     // The selected rows are now those of DataView::selectedRows().
     virtual void selectedRowsDidChange() = 0;
+    // Brings a selected row into sight; its cell in DataView::currentColumn() becomes the current one.
     virtual void scrollToRow(std::size_t row) = 0;
     virtual void focusGrid() = 0;
     // Marks a cell as the current one; its row is selected already.

@@ -4,6 +4,7 @@
 #include "support/ModelBuilder.h"
 
 #include <filesystem>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -173,6 +174,32 @@ TEST_F(DataViewTest, GoesNowhereWithoutRows)
         view.jumpToRowConfirmed(number);
     EXPECT_EQ(alerts.beeps, 3);
     EXPECT_THAT(port.events, ElementsAre("Jump to row / Row:"));
+}
+
+TEST_F(DataViewTest, AJumpShowsTheRowInTheCurrentColumn)
+{
+    show({{"1", "a", null}, {"2", "b", null}, {"3", "c", null}});
+    view.setDisplayOrder({1, 0, 2});
+    const struct {
+        const char* name;
+        std::function<void()> before;
+        long number;
+        const char* shown;
+    } cases[] = {
+        {"no current column: the first displayed", [] {}, 2, "b"},
+        {"the column of the cell shown", [&] { view.displayCell(0, 0); }, 3, "3"},
+        {"the row that is selected already", [&] { view.displayCell(0, 0); }, 3, "3"},
+        {"no such row", [] {}, 4, "3"},
+    };
+    for (const auto& test : cases) {
+        test.before();
+        view.jumpToRowConfirmed(test.number);
+        EXPECT_EQ(view.detail().text, test.shown) << test.name;
+    }
+    view.updateDataTableToShowMDBTable(nullptr);
+    show({{"9", "z", null}});
+    view.jumpToRowConfirmed(1);
+    EXPECT_EQ(view.detail().text, "9") << "another table has no current column";
 }
 
 TEST_F(DataViewTest, MenuItemsAreEnabledForWhatThereIs)

@@ -111,7 +111,6 @@ void GridView::columnsDidChange()
     if (m_model == nullptr) return;
     const QScopedValueRollback following(m_isFollowing, true);
     m_model->reload();
-    m_currentColumn = 0;
     restoreColumnOrder();
     // The user may have changed the widths of a table that is shown again.
     if (std::exchange(m_fittedTable, m_dataView->table()) != m_dataView->table()) fitColumnWidths(*this);
@@ -157,12 +156,12 @@ void GridView::goOnFromSelection()
     if (rows.isEmpty() || isSelected(currentIndex().row())) return;
     const auto topRow = rowAt(0);
     const auto row = isSelected(topRow) ? topRow : static_cast<int>(*rows.first());
-    const auto index = m_model->index(row, m_currentColumn);
+    const auto index = m_model->index(row, static_cast<int>(m_dataView->currentColumn()));
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
     scrollTo(index);
 }
 
-void GridView::scrollToRow(std::size_t row) { scrollTo(m_model->index(static_cast<int>(row), m_currentColumn)); }
+void GridView::scrollToRow(std::size_t row) { focusCell(m_dataView->currentColumn(), row); }
 
 void GridView::focusCell(std::size_t column, std::size_t row)
 {
@@ -214,7 +213,6 @@ void GridView::selectionChanged(const QItemSelection& selected, const QItemSelec
 void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QTableView::currentChanged(current, previous);
-    if (current.isValid()) m_currentColumn = current.column();
     if (!m_isFollowing && current.isValid()) displayCell(current);
 }
 

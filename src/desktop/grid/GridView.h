@@ -60,7 +60,6 @@ private:
     DataView* m_dataView = nullptr;
     GridModel* m_model = nullptr;
     const TAdmMDBTable* m_fittedTable = nullptr; // whose columns have their widths; never dereferenced
-    int m_currentColumn = 0;                     // that of the current cell, kept while rows are loaded anew
     bool m_isFollowing = false; // the view takes over what the DataView has, which is no action of the user
     QPersistentModelIndex m_pressedIcon;
     QPoint m_pressPosition;
