@@ -71,6 +71,9 @@ void VellumoAppDelegate::bringIn(const std::string& path)
     const auto result = m_opener.open(m_files.share(file));
     if (result != OpenResult::Opened) {
         clearSelection();
+        // What is seen beside the alert agrees with the empty grid.
+        deselectAll();
+        updateStatusBarForNoSelection();
         if (result == OpenResult::Failed) showOpenFailure(file.label(), Alert::Style::Modal);
         return;
     }

@@ -81,6 +81,21 @@ TEST_F(Scenario, AFileThatFailsToOpenStaysInTheListWhateverTheRoute)
     }
 }
 
+TEST_F(Scenario, NothingIsSelectedBehindTheAlertThatAFileFailed)
+{
+    const auto bad = s.makeBrokenFile("Bad.mdb");
+    s.start();
+    s.openByPanel({sales});
+    s.click("Sales/Orders");
+    Sight behind;
+    s.alerts.whileShown = [&] { behind = s.sight(); };
+    s.openByPanel({bad});
+    const Sight expected{"Bad Sales[Customers Orders]", "2 files", "Orders | ", "Sales.mdb",
+        "modal Error: File (Bad.mdb) cannot be opened"};
+    EXPECT_EQ(behind, expected);
+    EXPECT_EQ(s.app().jumpBar().selectedItem(), TreeItem());
+}
+
 TEST_F(Scenario, StoppingToOpenIsNoFailure)
 {
     s.start();

@@ -5,6 +5,7 @@
 #include "platform/FilePanels.h"
 #include "platform/SystemLog.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -14,10 +15,15 @@ namespace vellumo::test {
 
 class FakeAlerts : public Alerts {
 public:
-    void show(const Alert& alert) override { shown.push_back(alert); }
+    void show(const Alert& alert) override
+    {
+        shown.push_back(alert);
+        whileShown();
+    }
     void beep() override { ++beeps; }
 
     std::vector<Alert> shown;
+    std::function<void()> whileShown = [] {}; // looks at what stands behind the alert
     int beeps = 0;
 };
 
