@@ -104,6 +104,18 @@ TEST_F(MainWindowTest, opensFilesByEveryRoute)
     }
 }
 
+TEST_F(MainWindowTest, keepsTheSearchFieldInSight)
+{
+    m_program.startWithDemo();
+    const auto& field = m_program.find<QWidget>("dataSearchField");
+    for (const int width : {1280, 800, 100}) {
+        m_program.window().resize(width, 500);
+        QApplication::processEvents();
+        EXPECT_TRUE(field.isVisible()) << width;
+        EXPECT_LE(field.mapTo(&m_program.window(), QPoint(field.width(), 0)).x(), m_program.window().width()) << width;
+    }
+}
+
 TEST_F(MainWindowTest, refusesADropWithoutDatabases)
 {
     m_program.start();

@@ -32,6 +32,17 @@ MainToolBar::MainToolBar(VellumoAppDelegate& app, QWidget* parent)
         if (item.command == ToolbarCommand::NextTable || item.command == ToolbarCommand::OpenFile) addSeparator();
     }
     navigationDidChange();
+    m_widthWithTexts = sizeHint().width();
+    setToolButtonStyle(Qt::ToolButtonIconOnly);
+    layout()->invalidate();
+    m_widthWithoutTexts = sizeHint().width();
+    setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+}
+
+void MainToolBar::resizeEvent(QResizeEvent* event)
+{
+    QToolBar::resizeEvent(event);
+    setToolButtonStyle(width() < m_widthWithTexts ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
 }
 
 QAction* MainToolBar::addItem(const ToolbarItem& item)
@@ -74,6 +85,8 @@ void MainToolBar::addSearchField(const ToolbarItem& item)
     layout->addWidget(m_searchField);
     layout->addWidget(label);
     addWidget(holder);
+    connect(this, &QToolBar::toolButtonStyleChanged, label,
+        [label](Qt::ToolButtonStyle style) { label->setVisible(style != Qt::ToolButtonIconOnly); });
 }
 
 void MainToolBar::navigationDidChange()

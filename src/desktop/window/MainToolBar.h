@@ -8,15 +8,21 @@ class SearchField;
 class VellumoAppDelegate;
 struct ToolbarItem;
 
-// The toolbar as ToolbarDescription has it; the search field stands at its end.
+// The toolbar as ToolbarDescription has it; the search field stands at its end and is always in sight: where the
+// texts of the buttons leave no room for it, they are hidden.
 class MainToolBar : public QToolBar {
 public:
     // `app` outlives the toolbar's use.
     MainToolBar(VellumoAppDelegate& app, QWidget* parent);
 
     [[nodiscard]] SearchField& searchField() { return *m_searchField; }
+    // In pixels; in a narrower window the search field would be out of sight.
+    [[nodiscard]] int leastWidth() const { return m_widthWithoutTexts; }
     // Whether Back and Next can be used.
     void navigationDidChange();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QAction* addItem(const ToolbarItem& item);
@@ -27,6 +33,8 @@ private:
     SearchField* m_searchField = nullptr;
     QAction* m_back = nullptr;
     QAction* m_next = nullptr;
+    int m_widthWithTexts = 0; // pixels, as the next
+    int m_widthWithoutTexts = 0;
 };
 
 } // namespace vellumo

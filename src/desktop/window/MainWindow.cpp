@@ -108,6 +108,7 @@ void MainWindow::layOutPanels()
     layout->setContentsMargins(6, 6, 6, 0);
     layout->addWidget(m_columns);
     setCentralWidget(central);
+    setMinimumWidth(m_toolBar->leastWidth());
     // Less on a small screen, or on one whose pixels are counted double.
     resize(QSize(1120, 700).boundedTo(screen()->availableSize() * 0.95));
 }
