@@ -119,7 +119,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation == Qt::Vertical) return role == Qt::DisplayRole ? QVariant(section + 1) : QVariant();
+    // The space keeps the number off the first cell.
+    if (orientation == Qt::Vertical)
+        return role == Qt::DisplayRole ? QVariant(QString::number(section + 1) + QChar::Nbsp) : QVariant();
     if (section < 0 || section >= m_columnCount) return {};
     return columnTitle(m_dataView->columns()[static_cast<std::size_t>(section)], role);
 }

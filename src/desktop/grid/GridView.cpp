@@ -75,7 +75,11 @@ void GridView::adjustRowHeight()
 void GridView::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
-    if (m_model == nullptr || m_model->rowCount() > 0) return;
+    if (m_model == nullptr) return;
+    if (m_model->rowCount() > 0) {
+        frameCurrentCell();
+        return;
+    }
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, toQString(m_dataView->placeholder()));
@@ -86,6 +90,19 @@ void GridView::scrollContentsBy(int dx, int dy)
 {
     QTableView::scrollContentsBy(dx, dy);
     if (m_model != nullptr && m_model->rowCount() == 0) viewport()->update();
+}
+
+// The style's own frame is lost in the colour of a selected row, and goes with the focus.
+void GridView::frameCurrentCell()
+{
+    const auto current = currentIndex();
+    if (!current.isValid()) return;
+    const auto isSelected = selectionModel()->isSelected(current);
+    QPainter painter(viewport());
+    QPen pen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::Highlight), 2);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.drawRect(visualRect(current).adjusted(1, 1, -1, -1));
 }
 
 void GridView::changeEvent(QEvent* event)

@@ -47,6 +47,7 @@ protected:
 private:
     void setUpHeaders();
     void adjustRowHeight();
+    void frameCurrentCell();
     void sortByColumn(int column);
     void columnsWereMoved();
     void displayCell(const QModelIndex& index);
