@@ -116,6 +116,19 @@ TEST_F(MainWindowTest, keepsTheSearchFieldInSight)
     }
 }
 
+TEST_F(MainWindowTest, workWithTheKeyboardBeginsInTheFileList)
+{
+    m_program.start();
+    m_program.window().openFiles({m_program.makeDemo()}); // named at the start
+    EXPECT_EQ(m_program.window().focusWidget()->objectName(), "fileTree");
+    m_program.press(Qt::Key_Down);
+    EXPECT_EQ(m_program.statusText(), "1 of 8 tables, contains 8 records");
+    // Neither leads anywhere: the tree must not take them for its own.
+    m_program.press(Qt::Key_Left, Qt::AltModifier);
+    m_program.press(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(m_program.statusText(), "1 of 8 tables, contains 8 records");
+}
+
 TEST_F(MainWindowTest, refusesADropWithoutDatabases)
 {
     m_program.start();

@@ -251,6 +251,7 @@ void GridView::keyPressEvent(QKeyEvent* event)
 {
     const auto isLeft = event->key() == Qt::Key_Left;
     if (isLeft || event->key() == Qt::Key_Right) {
+        if (event->modifiers().testFlag(Qt::AltModifier)) return; // Back and Next that lead nowhere
         if (event->modifiers() == Qt::ControlModifier && moveToNeighbour(isLeft ? -1 : 1)) return;
         if (event->modifiers() == Qt::NoModifier
             && m_dataView->keyDown(isLeft ? DataView::leftArrowKey : DataView::rightArrowKey))

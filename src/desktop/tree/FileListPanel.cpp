@@ -46,6 +46,7 @@ FileListPanel::FileListPanel(VellumoAppDelegate& app, QWidget* parent)
     layout->setSpacing(4);
     layout->addWidget(m_filter);
     layout->addWidget(m_pages, 1);
+    setFocusProxy(m_tree);
 }
 
 void FileListPanel::setUpTree()
@@ -175,13 +176,20 @@ void FileListPanel::selectionDidChange()
 
 void FileListPanel::scrollToSelection()
 {
-    if (const auto index = m_model->indexOf(m_app.treeSelection()); index.isValid()) m_tree->scrollTo(index);
+    const auto index = m_model->indexOf(m_app.treeSelection());
+    if (!index.isValid()) return;
+    // As many of a file's tables as there is room for below it.
+    if (const auto count = m_model->rowCount(index); count > 0) m_tree->scrollTo(m_model->index(count - 1, 0, index));
+    m_tree->scrollTo(index);
 }
 
 void FileListPanel::placeholderDidChange()
 {
-    m_pages->setCurrentIndex(m_app.isPlaceholderShown() ? 1 : 0);
+    const auto page = m_app.isPlaceholderShown() ? 1 : 0;
+    if (page == m_pages->currentIndex()) return;
+    m_pages->setCurrentIndex(page);
     m_filter->setEnabled(!m_app.isPlaceholderShown());
+    if (page == 0) m_tree->setFocus(); // the first file has come
 }
 
 // What the user does
@@ -204,11 +212,15 @@ void FileListPanel::popUpMenu(const QPoint& position)
 bool FileListPanel::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_tree && event->type() == QEvent::KeyPress) {
-        const auto key = static_cast<QKeyEvent*>(event)->key();
+        const auto& keyEvent = static_cast<QKeyEvent&>(*event);
+        const auto key = keyEvent.key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
             openCurrent();
             return true;
         }
+        // Back and Next that lead nowhere.
+        if ((key == Qt::Key_Left || key == Qt::Key_Right) && keyEvent.modifiers().testFlag(Qt::AltModifier))
+            return true;
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -119,6 +119,7 @@ void MainWindow::start()
 {
     restoreState();
     m_app->applicationDidFinishLaunching();
+    m_fileList->setFocus();
     show();
 }
 
