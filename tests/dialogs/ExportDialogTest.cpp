@@ -120,6 +120,7 @@ TEST(ExportDialog, ShowsWhatTheTypeNeeds)
             child<QLabel>(*screen.dialog, "exportPathLabel").text(), c.isSingleFile ? "&Export file:" : "&Export path:")
             << c.title;
         EXPECT_EQ(screen.tables().isColumnHidden(2), c.isSingleFile) << c.title;
+        EXPECT_EQ(screen.tables().currentIndex().row(), c.table == nullptr ? 0 : 1) << c.title;
         EXPECT_EQ(
             screen.checked(), c.table == nullptr ? "+Customers +Orders +Products" : "-Customers +Orders -Products");
     }

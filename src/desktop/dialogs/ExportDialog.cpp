@@ -68,7 +68,10 @@ void ExportDialog::setUpTableList()
     header->setSectionResizeMode(ExportTableModel::TableName, QHeaderView::Stretch);
     header->setSectionResizeMode(ExportTableModel::FileName, QHeaderView::Stretch);
     view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
-    if (m_tables->rowCount() > 0) view->setCurrentIndex(m_tables->index(0, ExportTableModel::TableName));
+    const auto ticked =
+        m_tables->match(m_tables->index(0, ExportTableModel::Selected), Qt::CheckStateRole, Qt::Checked);
+    const auto current = ticked.isEmpty() ? m_tables->index(0, ExportTableModel::TableName) : ticked.first();
+    if (current.isValid()) view->setCurrentIndex(current.siblingAtColumn(ExportTableModel::TableName));
     // The space bar works on whole rows, whichever cell has the frame.
     auto* space = new QShortcut(QKeySequence(Qt::Key_Space), view, nullptr, nullptr, Qt::WidgetShortcut);
     connect(space, &QShortcut::activated, this, &ExportDialog::toggleSelectedRows);
