@@ -17,6 +17,7 @@ JumpToRowSheet::JumpToRowSheet(const QString& title, const QString& prompt, QWid
     setWindowModality(Qt::WindowModal);
     m_number->setObjectName("rowNumber");
     m_number->setInputMethodHints(Qt::ImhDigitsOnly);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 40); // room for the title, too
     auto* form = new QFormLayout(this);
     form->addRow(prompt, m_number); // the label becomes the field's buddy
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
