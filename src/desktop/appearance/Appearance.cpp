@@ -1,6 +1,7 @@
 #include "desktop/appearance/Appearance.h"
 
 #include "desktop/appearance/DarkPalette.h"
+#include "desktop/appearance/DarkStyle.h"
 #include "platform/Defaults.h"
 
 #include <QApplication>
@@ -113,8 +114,13 @@ void Appearance::apply()
     const bool wantsLight = m_choice == Choice::Light;
     m_isOwnPalette = (wantsDark && !desktopIsDark) || (wantsLight && desktopIsDark);
     if (!m_isOwnPalette) return;
-    QApplication::setStyle(ownStyle);
-    QApplication::setPalette(wantsDark ? darkPalette() : QApplication::style()->standardPalette());
+    if (wantsDark) {
+        QApplication::setStyle(new DarkStyle); // the application's from now on
+        QApplication::setPalette(darkPalette());
+    } else {
+        QApplication::setStyle(ownStyle);
+        QApplication::setPalette(QApplication::style()->standardPalette());
+    }
 }
 
 } // namespace vellumo
