@@ -89,7 +89,7 @@ TEST_F(FilePanels, OffersTheSuggestedNameWithItsExtension)
 TEST_F(FilePanels, AsksBeforeAnExtensionMakesItAnExistingFile)
 {
     folder.write("Shop.2020.xls", "x");
-    const auto answerQuestion = [](QMessageBox::StandardButton answer, std::function<void()> next) {
+    const auto answerQuestion = [](QMessageBox::StandardButton answer, const std::function<void()>& next) {
         return [=] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (box == nullptr) return ADD_FAILURE() << "no question";

@@ -201,7 +201,7 @@ TEST(Dialogs, GoWithTheirWindowAsIfCancelled)
         panels.setMainWindow(window.get());
         errorWindow.setMainWindow(window.get());
         QPointer<QWidget> dialog;
-        QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [&, name = name] {
             dialog = QApplication::activeModalWidget();
             ASSERT_NE(dialog, nullptr) << name;
             EXPECT_EQ(dialog->windowModality(), Qt::ApplicationModal) << name;

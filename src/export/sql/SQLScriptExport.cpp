@@ -213,7 +213,7 @@ SQLRowWriter SQLScriptExport::rowWriter(const TAdmMDBTable& table) const
     }
     auto start = format(
         "INSERT INTO %@ (%@) VALUES (", {m_structure.qualifiedTable(table.name()), quoteIdentifiers(names, m_facts)});
-    return {std::move(start), std::move(columns), m_facts.insertEnd, m_options.decimalSymbol};
+    return {std::move(start), columns, m_facts.insertEnd, m_options.decimalSymbol};
 }
 
 SQLCellForm SQLScriptExport::cellForm(std::string_view dataType) const

@@ -205,7 +205,7 @@ SQLRowWriter SQLiteExport::rowWriter(const TAdmMDBTable& table) const
     }
     auto start = format(
         "INSERT INTO %@ (%@) VALUES (", {quoteIdentifier(table.name(), m_facts), quoteIdentifiers(names, m_facts)});
-    return {std::move(start), std::move(columns), ");", "."};
+    return {std::move(start), columns, ");", "."};
 }
 
 void SQLiteExport::createAllIndexes()

@@ -86,7 +86,8 @@ std::vector<std::uint32_t> dataPages(Database::Impl& database, const MdbTableDef
     const Bytes map(library.usage_map, library.usage_map == nullptr ? 0 : library.map_sz);
     auto pages =
         pagesOfUsageMap(map, database.pageCount(), [&](std::uint32_t page) { return database.otherPage(page); });
-    return pages ? std::move(*pages) : database.dataPagesOf(library.entry->table_pg);
+    if (pages) return std::move(*pages);
+    return database.dataPagesOf(library.entry->table_pg);
 }
 
 std::uint32_t unsignedNumber(std::string_view text)
