@@ -1,6 +1,6 @@
 #include "TerminationSignals.h"
 
-#include "platform/TerminationSignal.h"
+#include "platform/FirstTermination.h"
 
 #include <atomic>
 #include <csignal>

@@ -139,9 +139,7 @@ void DataView::displayTextViewContent(const GridValue& value)
 
 void DataView::openBlobAsFile()
 {
-    if (!m_detail.blob) return;
-    // Without a temporary file there is nothing to open.
-    if (const auto path = m_detail.blob->createTempFile(); !path.empty()) m_desktop.workspace.openFile(path);
+    if (m_detail.blob) openObject();
 }
 
 void DataView::displayCell(std::size_t column, std::size_t row)
@@ -160,6 +158,7 @@ bool DataView::canOpenObject() const
 void DataView::openObject()
 {
     if (!canOpenObject()) return;
+    // Without a temporary file there is nothing to open.
     if (const auto path = m_detail.object->createTempFile(); !path.empty()) m_desktop.workspace.openFile(path);
 }
 

@@ -1,7 +1,7 @@
 #include "cli/Interrupt.h"
 
 #include "export/ExportWizard.h"
-#include "platform/TerminationSignal.h"
+#include "platform/FirstTermination.h"
 
 #include <atomic>
 #include <csignal>

@@ -17,8 +17,8 @@ class ChildWindow;
 class Defaults;
 struct EditActions;
 
-// The widgets of a table window, laid out by ChildWindow.ui. A new window takes the size and
-// the share of its panes that a table window was given last.
+// The widgets of a table window, laid out by ChildWindow.ui. A new window takes the size and the share of its panes that
+// a table window was given last.
 class TableWindow : public QWidget, public ChildWindowPort {
 public:
     // Both outlive the window. `layoutDidChange` is called when the defaults have got another layout.

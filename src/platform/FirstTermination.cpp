@@ -1,4 +1,4 @@
-#include "platform/TerminationSignal.h"
+#include "platform/FirstTermination.h"
 
 #include <array>
 #include <atomic>
