@@ -69,42 +69,32 @@ TEST_F(TableWindowTest, hasCommandsOfItsOwn)
     auto* window = windowTitled("Categories @Shop");
     ASSERT_NE(window, nullptr);
     auto& grid = *window->findChild<QTableView*>();
-    EXPECT_EQ(window->focusWidget(), &grid);
-    EXPECT_EQ(window->findChild<QPlainTextEdit*>()->toPlainText(), "No fields selected");
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.model()->index(2, 1)).center());
-    EXPECT_EQ(window->findChild<QPlainTextEdit*>()->toPlainText(), "Preserves");
-    QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
-    ASSERT_EQ(m_program.pasteboard.texts.size(), 1U);
-    EXPECT_THAT(m_program.pasteboard.texts[0], testing::StartsWith("3\tPreserves\t"));
-    QTest::keyClick(&grid, Qt::Key_W, Qt::ControlModifier);
-    QApplication::processEvents();
-    EXPECT_TRUE(tableWindows().empty());
-    EXPECT_TRUE(m_program.window().app().childWinManager()->childWins().empty());
-}
-
-TEST_F(TableWindowTest, offersOnlyCommandsThatCanBeUsed)
-{
-    m_program.startWithDemo();
-    m_program.doubleClickTree("Categories");
-    auto* window = windowTitled("Categories @Shop");
-    ASSERT_NE(window, nullptr);
-    auto& grid = *window->findChild<QTableView*>();
     const auto isUsable = [window](const QString& title) {
         for (const auto* action : window->actions())
             if (action->text() == title) return action->isEnabled();
         throw std::out_of_range(title.toStdString());
     };
     QApplication::processEvents();
+    EXPECT_EQ(window->focusWidget(), &grid);
     EXPECT_TRUE(isUsable("&Jump to Row…"));
     EXPECT_FALSE(isUsable("&Deselect All"));
+    EXPECT_EQ(window->findChild<QPlainTextEdit*>()->toPlainText(), "No fields selected");
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.model()->index(2, 1)).center());
+    EXPECT_EQ(window->findChild<QPlainTextEdit*>()->toPlainText(), "Preserves");
     EXPECT_TRUE(isUsable("&Deselect All"));
+    QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
+    ASSERT_EQ(m_program.pasteboard.texts.size(), 1U);
+    EXPECT_THAT(m_program.pasteboard.texts[0], testing::StartsWith("3\tPreserves\t"));
     // A file without a table has no rows.
     m_program.window().app().childWinManager()->childWins().front()->showTable(nullptr);
     QApplication::processEvents();
     EXPECT_EQ(window->windowTitle(), "");
     EXPECT_FALSE(isUsable("&Jump to Row…"));
     EXPECT_FALSE(isUsable("&Deselect All"));
+    QTest::keyClick(&grid, Qt::Key_W, Qt::ControlModifier);
+    QApplication::processEvents();
+    EXPECT_TRUE(tableWindows().empty());
+    EXPECT_TRUE(m_program.window().app().childWinManager()->childWins().empty());
 }
 
 TEST_F(TableWindowTest, keepsItsSizeHoweverItGoes)
