@@ -21,15 +21,16 @@ Buffer extendedCompoundFile(const Buffer& stream)
     constexpr std::uint32_t tableBlocks = 110;
     constexpr std::uint32_t extension = 119;
     auto file = writeCompoundFile({7, 6, {{"Contents", stream}}});
+    const auto tableBlock = file.tableBlock(0);
     file.bytes.resize(file.offsetOfBlock(extension));
     for (int i = 0; i < 31; ++i)
-        addU32(file.bytes, file.tableBlocks[0]);
+        addU32(file.bytes, tableBlock);
     addU32(file.bytes, 0xFFFFFFFE);
     putU32(file.bytes, 44, tableBlocks);
     putU32(file.bytes, 68, extension);
     putU32(file.bytes, 72, 1);
     for (std::size_t i = 0; i < 109; ++i)
-        putU32(file.bytes, 76 + 4 * i, file.tableBlocks[0]);
+        putU32(file.bytes, 76 + 4 * i, tableBlock);
     return file.bytes;
 }
 

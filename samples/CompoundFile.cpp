@@ -10,9 +10,9 @@ constexpr std::uint32_t endOfChain = 0xFFFFFFFE;
 constexpr std::uint32_t tableBlock = 0xFFFFFFFD;
 constexpr std::uint32_t extensionBlock = 0xFFFFFFFC;
 constexpr std::uint32_t noEntry = 0xFFFFFFFF;
-constexpr std::size_t smallBlockSize = 64;
 constexpr std::size_t smallStreamLimit = 4096;
 constexpr std::size_t headerTableEntries = 109;
+constexpr std::size_t headerSize = 512;
 
 enum class EntryType : std::uint8_t { Storage = 1, Stream = 2, Root = 5 };
 
@@ -118,11 +118,16 @@ private:
 
 class CompoundEncoder {
 public:
-    CompoundEncoder(const std::vector<CompoundStream>& streams, int bigBlockShift)
+    CompoundEncoder(const std::vector<CompoundStream>& streams, int bigBlockShift, int smallBlockShift)
         : m_shift(bigBlockShift)
+        , m_smallShift(smallBlockShift)
         , m_blockSize(std::size_t{1} << bigBlockShift)
+        , m_smallBlockSize(std::size_t{1} << smallBlockShift)
         , m_directory(streams)
     {
+        // Where blocks are shorter than the header, it covers some of them.
+        m_table.assign(std::max(headerSize / m_blockSize, std::size_t{1}) - 1, freeBlock);
+        m_blocks.resize(m_table.size() * m_blockSize);
     }
 
     Bytes encode()
@@ -141,7 +146,7 @@ public:
         placeTables();
 
         Bytes out = header(directoryStart, smallTableStart, smallTable.size() / m_blockSize);
-        appendBytes(out, m_blocks);
+        appendBytes(out, ByteSpan(m_blocks).subspan(out.size() - m_blockSize));
         return out;
     }
 
@@ -154,9 +159,9 @@ private:
             entry.firstBlock = addChain(entry.bytes);
         } else if (entry.size > 0) {
             entry.firstBlock = static_cast<std::uint32_t>(m_smallTable.size());
-            extendChain(m_smallTable, (entry.size + smallBlockSize - 1) / smallBlockSize);
+            extendChain(m_smallTable, (entry.size + m_smallBlockSize - 1) / m_smallBlockSize);
             appendBytes(m_smallBlocks, entry.bytes);
-            m_smallBlocks.resize(m_smallTable.size() * smallBlockSize);
+            m_smallBlocks.resize(m_smallTable.size() * m_smallBlockSize);
         }
     }
 
@@ -233,13 +238,13 @@ private:
         Bytes out{0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1};
         out.resize(24);
         appendNumber<std::uint16_t>(out, 0x3E);
-        appendNumber<std::uint16_t>(out, m_shift == 9 ? 3 : 4);
+        appendNumber<std::uint16_t>(out, m_shift == 12 ? 4 : 3);
         appendNumber<std::uint16_t>(out, 0xFFFE);
         appendNumber<std::uint16_t>(out, static_cast<std::uint16_t>(m_shift));
-        appendNumber<std::uint16_t>(out, 6);
+        appendNumber<std::uint16_t>(out, static_cast<std::uint16_t>(m_smallShift));
         out.resize(40);
         const auto directoryBlocks = (128 * m_directory.entries.size() + m_blockSize - 1) / m_blockSize;
-        appendNumber<std::uint32_t>(out, m_shift == 9 ? 0 : static_cast<std::uint32_t>(directoryBlocks));
+        appendNumber<std::uint32_t>(out, m_shift == 12 ? static_cast<std::uint32_t>(directoryBlocks) : 0);
         appendNumber<std::uint32_t>(out, static_cast<std::uint32_t>(m_tableCount));
         appendNumber<std::uint32_t>(out, directory);
         appendNumber<std::uint32_t>(out, 0);
@@ -250,12 +255,14 @@ private:
         appendNumber<std::uint32_t>(out, static_cast<std::uint32_t>(m_extensionCount));
         for (std::size_t i = 0; i < headerTableEntries; ++i)
             appendNumber<std::uint32_t>(out, tableBlockNumber(i));
-        out.resize(m_blockSize);
+        out.resize(std::max(headerSize, m_blockSize));
         return out;
     }
 
     int m_shift;
+    int m_smallShift;
     std::size_t m_blockSize;
+    std::size_t m_smallBlockSize;
     Directory m_directory;
     Bytes m_blocks;
     std::vector<std::uint32_t> m_table;
@@ -268,9 +275,9 @@ private:
 
 } // namespace
 
-Bytes compoundFile(const std::vector<CompoundStream>& streams, int bigBlockShift)
+Bytes compoundFile(const std::vector<CompoundStream>& streams, int bigBlockShift, int smallBlockShift)
 {
-    return CompoundEncoder(streams, bigBlockShift).encode();
+    return CompoundEncoder(streams, bigBlockShift, smallBlockShift).encode();
 }
 
 } // namespace vellumo::samples

@@ -64,7 +64,7 @@ TEST(CompoundFile, FindsTableBlocksBeyondTheHeader)
     for (const auto& test : cases) {
         const auto content = pattern(test.dataBlocks * 128);
         const auto file = writeCompoundFile({7, 6, {{"Contents", content}}});
-        ASSERT_EQ(file.tableBlocks.size(), test.tableBlocks) << test.name;
+        ASSERT_EQ(file.tableBlockCount(), test.tableBlocks) << test.name;
         EXPECT_EQ(extract(file.bytes, "Contents"), (Extracted{0, content})) << test.name;
     }
 }
@@ -114,7 +114,8 @@ TEST(CompoundFile, SurvivesDamage)
     const auto big = pattern(6000);
     const auto small = pattern(250);
     const auto good = writeCompoundFile({9, 6, {{"Big", big}, {"Small", small}, {"Last", small}}});
-    const auto firstBig = good.firstBlocks[0];
+    const auto firstBig = good.firstBlockOf(1);
+    const auto firstSmall = good.firstBlockOf(2);
     const struct {
         const char* name;
         Change damage;
@@ -137,7 +138,7 @@ TEST(CompoundFile, SurvivesDamage)
         {"2^32-1 table blocks", set32(44, 0xFFFFFFFF), 1, 1},
         {"table block outside the file", set32(76, outside), 1, 1},
         {"directory outside the table", set32(48, outside), 1, 1},
-        {"directory chain loops", set32(good.offsetOfLink(good.directoryBlock), good.directoryBlock), 0, 0},
+        {"directory chain loops", set32(good.offsetOfLink(good.directoryBlock()), good.directoryBlock()), 0, 0},
         {"root is a stream", set16(good.offsetOfEntry(0) + 66, 2), 1, 1},
         {"root of an unknown type", set16(good.offsetOfEntry(0) + 66, 3), 1, 1},
         {"root without a name", set16(good.offsetOfEntry(0), 0), 1, 1},
@@ -147,19 +148,19 @@ TEST(CompoundFile, SurvivesDamage)
         {"big chain leaves the table", set32(good.offsetOfLink(firstBig + 5), outside), 2, 0},
         {"big chain ends early", set32(good.offsetOfLink(firstBig + 10), end), 2, 0},
         {"big chain enters a block in the table, not in the file", set32(good.offsetOfLink(firstBig + 5), 127), 2, 0},
-        {"small chain loops", set32(good.offsetOfSmallLink(good.firstBlocks[1]), good.firstBlocks[1]), 0, 2},
-        {"small chain leaves the area", set32(good.offsetOfSmallLink(good.firstBlocks[1]), 100), 0, 2},
+        {"small chain loops", set32(good.offsetOfSmallLink(firstSmall), firstSmall), 0, 2},
+        {"small chain leaves the area", set32(good.offsetOfSmallLink(firstSmall), 100), 0, 2},
         {"stated size beyond the chain", set32(good.offsetOfEntry(1) + 120, 12 * 512 + 1), 2, 0},
         {"stated size of 4 GB", set32(good.offsetOfEntry(1) + 120, 0xFFFFFFFF), 2, 0},
-        {"siblings loop", set32(good.offsetOfEntry(3) + 72, 1), 0, 0},
-        {"sibling is its own child and sibling", set32(good.offsetOfEntry(1) + 72, 1), 0, 2},
-        {"siblings leave the directory", set32(good.offsetOfEntry(1) + 72, outside), 0, 2},
+        {"siblings loop", set32(good.offsetOfEntry(2) + 72, 1), 0, 0},
+        {"an entry is its own sibling", set32(good.offsetOfEntry(3) + 72, 3), 0, 2},
+        {"siblings leave the directory", set32(good.offsetOfEntry(3) + 72, outside), 0, 2},
         {"child is the root", set32(good.offsetOfEntry(0) + 76, 0), 2, 2},
         {"entry of an unknown type", set16(good.offsetOfEntry(1) + 66, 0x100), 2, 0},
         {"name length beyond the field", set16(good.offsetOfEntry(1) + 64, 0xFFFF), 0, 0},
         {"name length of zero", set16(good.offsetOfEntry(1) + 64, 0), 2, 0},
         {"last table block is cut inside",
-            resizeTo(good.offsetOfBlock(good.tableBlocks[0]) + std::size_t{4} * good.tableBlocks[0]), 0, 0},
+            resizeTo(good.offsetOfBlock(good.tableBlock(0)) + std::size_t{4} * good.tableBlock(0)), 0, 0},
     };
     for (const auto& test : cases) {
         auto file = good.bytes;
@@ -176,7 +177,7 @@ TEST(CompoundFile, LoopingExtensionBlocksEnd)
 {
     const auto content = pattern(450560);
     auto file = writeCompoundFile({7, 6, {{"Contents", content}}});
-    const auto extension = file.tableBlocks.back() + 1;
+    const auto extension = file.firstExtensionBlock();
     putU32(file.bytes, 72, 0x7FFFFFFF);
     putU32(file.bytes, file.offsetOfBlock(extension) + 124, extension);
     EXPECT_EQ(extract(file.bytes, "Contents"), (Extracted{0, content})) << "nothing of the loop is needed";

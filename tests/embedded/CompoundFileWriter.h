@@ -25,23 +25,25 @@ using Change = std::function<void(Buffer&)>;
 [[nodiscard]] Change resizeTo(std::size_t size);
 [[nodiscard]] Change both(const Change& first, const Change& second);
 
-// What to write: streams in the root, or in one storage each ("Folder/Name").
 struct CompoundFileContent {
     unsigned bigShift = 9;
     unsigned smallShift = 6;
-    std::vector<std::pair<std::string, Buffer>> streams;
+    std::vector<std::pair<std::string, Buffer>> streams; // as the sample maker takes them
 };
 
 // A whole compound file, and where its parts stand, for those who want to damage it.
 struct CompoundFile {
     Buffer bytes;
-    std::size_t blockSize = 0;
-    std::vector<std::uint32_t> tableBlocks; // of the big-block table
-    std::uint32_t smallTableBlock = 0;      // first block
-    std::uint32_t directoryBlock = 0;       // first block
-    std::vector<std::uint32_t> firstBlocks; // per stream, in its own kind of blocks
+    unsigned bigShift;
 
-    [[nodiscard]] std::size_t offsetOfBlock(std::size_t block) const { return (block + 1) * blockSize; }
+    [[nodiscard]] std::size_t tableBlockCount() const;
+    // One of the first 109 blocks of the big-block table.
+    [[nodiscard]] std::uint32_t tableBlock(std::size_t index) const;
+    [[nodiscard]] std::uint32_t directoryBlock() const;
+    [[nodiscard]] std::uint32_t firstExtensionBlock() const;
+    // Of a stream, in its own kind of blocks.
+    [[nodiscard]] std::uint32_t firstBlockOf(std::size_t entry) const;
+    [[nodiscard]] std::size_t offsetOfBlock(std::size_t block) const;
     // The entry of the big-block table for `block`.
     [[nodiscard]] std::size_t offsetOfLink(std::size_t block) const;
     // Of the first block's entries.
@@ -49,8 +51,7 @@ struct CompoundFile {
     [[nodiscard]] std::size_t offsetOfEntry(std::size_t entry) const;
 };
 
-// Entry 0 is the root; every stream takes the next entry, after that of its folder. The entries of one folder are
-// chained by their right siblings.
+// By the sample maker. Siblings form a tree that is sorted by the length of their names.
 [[nodiscard]] CompoundFile writeCompoundFile(const CompoundFileContent& content);
 
 } // namespace vellumo::testing
