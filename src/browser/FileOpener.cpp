@@ -13,7 +13,7 @@ OpenResult FileOpener::open(const std::shared_ptr<TAdmMDBFile>& file)
     };
     m_isOpening = true;
     m_view.openDidBegin(*file);
-    const bool isOpen = file->open({observer, 0});
+    const bool isOpen = file->open({.observer = observer});
     m_view.openDidEnd();
     m_isOpening = false;
     if (isOpen) return OpenResult::Opened;

@@ -1,6 +1,6 @@
 #include "browser/KeySorter.h"
 
-#include "model/rows/RowStore.h"
+#include "rows/RowStore.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/rows/RowStore.h"
+#include "rows/RowStore.h"
 
 #include <cstdint>
 #include <span>

@@ -1,7 +1,7 @@
 #include "browser/RowOrder.h"
 
 #include "browser/KeySorter.h"
-#include "model/rows/RowStore.h"
+#include "rows/RowStore.h"
 
 namespace vellumo {
 

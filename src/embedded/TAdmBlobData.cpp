@@ -28,9 +28,10 @@ char asciiLower(char letter)
 
 } // namespace
 
-TAdmBlobData::TAdmBlobData(std::vector<std::byte> data, std::string fileExtension)
+TAdmBlobData::TAdmBlobData(std::vector<std::byte> data, std::string fileExtension, ObjectFacts facts)
     : m_data(std::move(data))
     , m_fileExtension(isUtf8(fileExtension) ? std::move(fileExtension) : std::string())
+    , m_facts(std::move(facts))
 {
 }
 

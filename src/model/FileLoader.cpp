@@ -45,7 +45,7 @@ std::string firstPrimaryKeyColumn(const TAdmMDBTable& table)
 
 bool FileLoader::load()
 {
-    m_database = libmdb::Database::open(m_file.fullPath());
+    m_database = jet::Database::open(m_file.fullPath());
     if (!m_database) return false;
     const auto catalog = m_database->readCatalog();
     // A database whose catalogue cannot be read opens without tables.
@@ -60,11 +60,11 @@ bool FileLoader::load()
     return true;
 }
 
-std::vector<FileLoader::PendingTable> FileLoader::readDefinitions(const std::vector<libmdb::CatalogEntry>& catalog)
+std::vector<FileLoader::PendingTable> FileLoader::readDefinitions(const std::vector<jet::CatalogEntry>& catalog)
 {
     std::vector<PendingTable> pending;
     for (const auto& entry : catalog) {
-        if (entry.type != libmdb::CatalogEntry::tableType) continue;
+        if (entry.type != jet::CatalogEntry::tableType) continue;
         const bool isListed = entry.isUserTable()
             || (m_database->formatVersion() > jet4 && entry.isSystemTable() && entry.flags == hiddenValueTableFlags);
         if (isListed) {
@@ -76,7 +76,7 @@ std::vector<FileLoader::PendingTable> FileLoader::readDefinitions(const std::vec
     return pending;
 }
 
-void FileLoader::addUserTable(const libmdb::CatalogEntry& entry, std::vector<PendingTable>& pending)
+void FileLoader::addUserTable(const jet::CatalogEntry& entry, std::vector<PendingTable>& pending)
 {
     auto def = m_database->readTable(entry);
     if (!def) return;
@@ -91,10 +91,10 @@ void FileLoader::addUserTable(const libmdb::CatalogEntry& entry, std::vector<Pen
 }
 
 // One row a column pair: the first row of a name tells the tables, every row adds a pair.
-void FileLoader::readRelations(const libmdb::TableDef& table)
+void FileLoader::readRelations(const jet::TableDef& table)
 {
     if (table.columns.size() < RelationColumnCount) return;
-    RowStore rows({}, libmdb::cellKinds(table));
+    RowStore rows({}, jet::cellKinds(table));
     TableRowsLoader loader(*m_database, m_file.fullPath(), 1);
     if (!loader.load(table, rows, [](std::size_t) { return true; })) return;
     TAdmMDBFile::ForeignKeys relations;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "jet/Database.h"
 #include "model/TAdmMDBFile.h"
-#include "model/libmdb/Database.h"
 
 namespace vellumo {
 
@@ -19,18 +19,18 @@ public:
 private:
     // A table that will be listed: its definition, and the object to fill.
     struct PendingTable {
-        libmdb::TableDef def;
+        jet::TableDef def;
         std::unique_ptr<TAdmMDBTable> table;
     };
 
-    [[nodiscard]] std::vector<PendingTable> readDefinitions(const std::vector<libmdb::CatalogEntry>& catalog);
-    void addUserTable(const libmdb::CatalogEntry& entry, std::vector<PendingTable>& pending);
-    void readRelations(const libmdb::TableDef& table);
+    [[nodiscard]] std::vector<PendingTable> readDefinitions(const std::vector<jet::CatalogEntry>& catalog);
+    void addUserTable(const jet::CatalogEntry& entry, std::vector<PendingTable>& pending);
+    void readRelations(const jet::TableDef& table);
     [[nodiscard]] bool readRows(std::vector<PendingTable>& pending);
 
     TAdmMDBFile& m_file;
     const OpenOptions& m_options;
-    std::unique_ptr<libmdb::Database> m_database;
+    std::unique_ptr<jet::Database> m_database;
 };
 
 } // namespace vellumo

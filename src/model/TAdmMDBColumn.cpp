@@ -1,6 +1,6 @@
 #include "model/TAdmMDBColumn.h"
 
-#include "model/libmdb/TableDef.h"
+#include "jet/TableDef.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
@@ -74,7 +74,7 @@ void TAdmMDBColumn::applyProperty(std::string_view property, std::string_view va
     } else if (property == "Description") {
         m_description = value;
     } else if (property == "ResultType") {
-        if (value != "0") m_resultType = libmdb::mdb_get_colbacktype_string_fromMdbType(leadingNumber(value));
+        if (value != "0") m_resultType = jet::mdb_get_colbacktype_string_fromMdbType(leadingNumber(value));
     } else if (property == "Expression") {
         m_expression = value;
     } else if (property == "TextFormat" && m_dataType == "Memo/Hyperlink") {

@@ -50,10 +50,12 @@ void TAdmMDBFile::setAllForeignKeys(ForeignKeys foreignKeys)
 bool TAdmMDBFile::open(const OpenOptions& options)
 {
     if (m_fActive) return true;
+    m_openFailure.reset();
     try {
         m_fActive = FileLoader(*this, options).load();
+        if (!m_fActive) m_openFailure = OpenFailure::NotADatabase;
     } catch (const std::bad_alloc&) {
-        m_fActive = false; // too large for this machine: as if it could not be opened
+        m_openFailure = OpenFailure::TooLittleMemory;
     }
     if (!m_fActive) close();
     return m_fActive;
@@ -65,6 +67,7 @@ void TAdmMDBFile::close()
         table->close();
     m_tables.clear();
     m_allForeignKeys.clear();
+    m_damage = {};
     m_fActive = false;
 }
 

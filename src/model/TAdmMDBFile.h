@@ -1,5 +1,7 @@
 #pragma once
 
+#include "jet/DamageReport.h"
+#include "jet/OpenFailure.h"
 #include "model/TAdmMDBTable.h"
 #include "text/DateText.h"
 
@@ -12,9 +14,18 @@ namespace vellumo {
 // states them (a hint: real files are off by some, and it may be 0). Returns false to stop.
 using OpenObserver = std::function<bool(std::uint64_t rowsDone, std::uint64_t rowsExpected)>;
 
+// What to look for beside the sound content of a file.
+enum class Salvage : std::uint8_t {
+    None,
+    LostRows,           // tables that the catalogue does not name, and rows on pages that their table does not list
+    LostAndDeletedRows, // and deleted rows whose bytes still stand in their page
+};
+
 struct OpenOptions {
-    OpenObserver observer;    // may be empty
-    unsigned readerCount = 0; // threads that read rows, the calling one included; 0: as many as there are cores
+    OpenObserver observer{};         // may be empty
+    unsigned readerCount = 0;        // threads that read rows, the calling one included; 0: as many as there are cores
+    Salvage salvage = Salvage::None; // what is found becomes tables of their own, TAdmMDBTable::origin() tells
+    bool checksIndexes = false;      // hold the rows against the indexes: slower, and finds more of what is lost
 };
 
 // A database file of the file list. It knows its path and facts from the start; everything inside is read by `open`
@@ -60,6 +71,11 @@ public:
     // too little memory, and a stop by the observer give false and leave it inactive and empty.
     [[nodiscard]] bool open(const OpenOptions& options = {});
     void close();
+    // Why the last `open` gave false; nullopt before any, and after one that gave true.
+    [[nodiscard]] const std::optional<OpenFailure>& openFailure() const { return m_openFailure; }
+    // What of the open file could not be read; empty for a sound one, and while inactive.
+    [[nodiscard]] const DamageReport& damage() const { return m_damage; }
+    void setDamage(DamageReport damage) { m_damage = std::move(damage); }
 
     [[nodiscard]] TAdmMDBTable* findTable(std::string_view name) const; // exactly this name
     [[nodiscard]] TAdmMDBForeignKey* findForeignKeyByName(std::string_view name) const;
@@ -87,6 +103,8 @@ private:
     Timestamp m_lastOpenDate;
     Tables m_tables;
     ForeignKeys m_allForeignKeys;
+    DamageReport m_damage;
+    std::optional<OpenFailure> m_openFailure;
     bool m_fActive = false;
 };
 

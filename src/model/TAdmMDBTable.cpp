@@ -1,7 +1,7 @@
 #include "model/TAdmMDBTable.h"
 
+#include "jet/TableDef.h"
 #include "model/TAdmMDBFile.h"
-#include "model/libmdb/TableDef.h"
 #include "text/Messages.h"
 
 #include <set>
@@ -45,13 +45,13 @@ std::vector<TAdmMDBForeignKey*> TAdmMDBTable::foreignKeys() const
     return m_file == nullptr ? std::vector<TAdmMDBForeignKey*>() : m_file->foreignKeysForTable(name());
 }
 
-void TAdmMDBTable::getColumnsFromMdbTableDef(const libmdb::TableDef& tableDef, int formatVersion)
+void TAdmMDBTable::getColumnsFromMdbTableDef(const jet::TableDef& tableDef, int formatVersion)
 {
     Columns columns;
     for (const auto& def : tableDef.columns) {
         auto column = std::make_unique<TAdmMDBColumn>();
         column->setName(def.name);
-        column->setDataType(std::string(libmdb::mdb_get_colbacktype_string_fromMdbType(def.typeCode)));
+        column->setDataType(std::string(jet::mdb_get_colbacktype_string_fromMdbType(def.typeCode)));
         // Jet 4 stores two bytes a character and states the size in bytes.
         if (def.typeCode == textType && def.size > 0)
             column->setFieldSize(formatVersion != 0 ? def.size / 2 : def.size);
@@ -68,15 +68,15 @@ void TAdmMDBTable::getColumnsFromMdbTableDef(const libmdb::TableDef& tableDef, i
     setColumns(std::move(columns));
 }
 
-void TAdmMDBTable::getIndicesFromMdbTableDef(const libmdb::TableDef& tableDef)
+void TAdmMDBTable::getIndicesFromMdbTableDef(const jet::TableDef& tableDef)
 {
     Indices indices;
     for (const auto& def : tableDef.indices) {
         if (def.keys.empty()) continue;
         auto index = std::make_unique<TAdmMDBIndex>();
         index->setName(def.name);
-        index->setIsPrimaryKey(def.type == libmdb::IndexDef::primaryKeyType);
-        index->setIsUnique((def.flags & libmdb::IndexDef::uniqueFlag) != 0);
+        index->setIsPrimaryKey(def.type == jet::IndexDef::primaryKeyType);
+        index->setIsUnique((def.flags & jet::IndexDef::uniqueFlag) != 0);
         std::vector<IndexKey> keys;
         for (const auto& key : def.keys)
             keys.push_back({tableDef.columns[key.column].name, key.isAscending});

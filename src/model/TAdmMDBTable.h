@@ -3,15 +3,22 @@
 #include "model/TAdmMDBColumn.h"
 #include "model/TAdmMDBForeignKey.h"
 #include "model/TAdmMDBIndex.h"
-#include "model/rows/RowStore.h"
+#include "rows/RowStore.h"
 
 #include <memory>
 
 namespace vellumo {
 
-namespace libmdb {
+namespace jet {
 class TableDef;
 }
+
+// Where the rows of a table come from.
+enum class TableOrigin : std::uint8_t {
+    Catalogue, // a table as the file lists it
+    Recovered, // found by looking for what was lost: its name ends in " (recovered)", or is "Recovered n"
+    Deleted,   // deleted rows of a table: its name ends in " (deleted)"
+};
 
 // A user table of an open file with its columns, rows and indexes. Filled while the file is opened, only read
 // afterwards (but for the columns' sort order).
@@ -19,6 +26,9 @@ class TAdmMDBTable : public TAdmMDBObject {
 public:
     [[nodiscard]] TAdmMDBFile* file() const { return m_file; }
     void setFile(TAdmMDBFile* file) { m_file = file; }
+
+    [[nodiscard]] TableOrigin origin() const { return m_origin; }
+    void setOrigin(TableOrigin origin) { m_origin = origin; }
 
     // In the order in which the table stores them. Never null.
     using Columns = std::vector<std::unique_ptr<TAdmMDBColumn>>;
@@ -41,9 +51,9 @@ public:
     [[nodiscard]] std::vector<TAdmMDBForeignKey*> foreignKeys() const;
 
     // `formatVersion`: 0 for Jet 3, 1 for Jet 4.
-    void getColumnsFromMdbTableDef(const libmdb::TableDef& tableDef, int formatVersion);
+    void getColumnsFromMdbTableDef(const jet::TableDef& tableDef, int formatVersion);
     // Only indexes with keys are taken.
-    void getIndicesFromMdbTableDef(const libmdb::TableDef& tableDef);
+    void getIndicesFromMdbTableDef(const jet::TableDef& tableDef);
     // Marks the columns that are keys of a primary-key index.
     void setColumnPrimaryKey();
 
@@ -60,6 +70,7 @@ protected:
 
 private:
     TAdmMDBFile* m_file = nullptr; // the owner
+    TableOrigin m_origin = TableOrigin::Catalogue;
     Columns m_columns;
     RowStore m_rows;
     Indices m_indices;

@@ -26,7 +26,7 @@ std::shared_ptr<TAdmBlobData> decodeObject(std::span<const std::uint8_t> stored)
 
 // What the readers of one table share. Each range is written by the one reader that took it.
 struct TableRowsLoader::Work {
-    const libmdb::TableDef& table;
+    const jet::TableDef& table;
     std::vector<std::vector<RowGroup>> ranges;
     std::atomic<std::size_t> nextRange{0};
     std::atomic<std::size_t> rowsDone{0};
@@ -34,7 +34,7 @@ struct TableRowsLoader::Work {
     std::atomic<bool> isOutOfMemory{false};
 };
 
-TableRowsLoader::TableRowsLoader(libmdb::Database& database, std::string path, unsigned readerCount)
+TableRowsLoader::TableRowsLoader(jet::Database& database, std::string path, unsigned readerCount)
     : m_database(database)
     , m_path(std::move(path))
     , m_readerCount(readerCount != 0 ? readerCount : std::max(1U, std::thread::hardware_concurrency()))
@@ -48,14 +48,14 @@ std::size_t TableRowsLoader::helperCount(std::size_t rangeCount)
 {
     const auto wanted = std::min<std::size_t>(m_readerCount, rangeCount) - 1;
     while (m_helperDatabases.size() < wanted) {
-        auto database = libmdb::Database::open(m_path);
+        auto database = jet::Database::open(m_path);
         if (!database) break;
         m_helperDatabases.push_back(std::move(database));
     }
     return std::min(wanted, m_helperDatabases.size());
 }
 
-bool TableRowsLoader::load(const libmdb::TableDef& table, RowStore& rows, const Observer& observer)
+bool TableRowsLoader::load(const jet::TableDef& table, RowStore& rows, const Observer& observer)
 {
     const auto rangeCount = (table.dataPages.size() + pagesPerRange - 1) / pagesPerRange;
     if (rangeCount == 0) return true;
@@ -84,7 +84,7 @@ std::vector<std::jthread> TableRowsLoader::startHelpers(std::size_t count, Work&
     return helpers;
 }
 
-void TableRowsLoader::readRanges(libmdb::Database& database, Work& work, const Observer* observer)
+void TableRowsLoader::readRanges(jet::Database& database, Work& work, const Observer* observer)
 {
     try {
         takeRanges(database, work, observer);
@@ -94,10 +94,10 @@ void TableRowsLoader::readRanges(libmdb::Database& database, Work& work, const O
     }
 }
 
-void TableRowsLoader::takeRanges(libmdb::Database& database, Work& work, const Observer* observer)
+void TableRowsLoader::takeRanges(jet::Database& database, Work& work, const Observer* observer)
 {
-    libmdb::RowReader reader(database, work.table, decodeObject);
-    RowGroupBuilder builder(libmdb::cellKinds(work.table));
+    jet::RowReader reader(database, work.table, decodeObject);
+    RowGroupBuilder builder(jet::cellKinds(work.table));
     const std::span<const std::uint32_t> pages(work.table.dataPages);
     while (!work.isStopped) {
         const auto range = work.nextRange++;

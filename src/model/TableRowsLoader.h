@@ -1,8 +1,8 @@
 #pragma once
 
-#include "model/libmdb/Database.h"
-#include "model/libmdb/RowReader.h"
-#include "model/rows/RowStore.h"
+#include "jet/Database.h"
+#include "jet/RowReader.h"
+#include "rows/RowStore.h"
 
 #include <functional>
 #include <memory>
@@ -20,25 +20,25 @@ public:
     using Observer = std::function<bool(std::size_t rowsDone)>;
 
     // `database` is the calling thread's handle; the others are opened from `path` when a table is worth it.
-    TableRowsLoader(libmdb::Database& database, std::string path, unsigned readerCount);
+    TableRowsLoader(jet::Database& database, std::string path, unsigned readerCount);
     ~TableRowsLoader();
 
     // Fills `rows`, which is empty and has the table's columns. False when stopped; `rows` stays empty then.
     // Throws std::bad_alloc on the calling thread when any reader runs out of memory.
-    [[nodiscard]] bool load(const libmdb::TableDef& table, RowStore& rows, const Observer& observer);
+    [[nodiscard]] bool load(const jet::TableDef& table, RowStore& rows, const Observer& observer);
 
 private:
     struct Work;
 
     [[nodiscard]] std::size_t helperCount(std::size_t rangeCount);
     [[nodiscard]] std::vector<std::jthread> startHelpers(std::size_t count, Work& work);
-    void readRanges(libmdb::Database& database, Work& work, const Observer* observer);
-    void takeRanges(libmdb::Database& database, Work& work, const Observer* observer);
+    void readRanges(jet::Database& database, Work& work, const Observer* observer);
+    void takeRanges(jet::Database& database, Work& work, const Observer* observer);
 
-    libmdb::Database& m_database;
+    jet::Database& m_database;
     std::string m_path;
     unsigned m_readerCount;
-    std::vector<std::unique_ptr<libmdb::Database>> m_helperDatabases;
+    std::vector<std::unique_ptr<jet::Database>> m_helperDatabases;
 };
 
 } // namespace vellumo

@@ -1,4 +1,4 @@
-#include "model/rows/RowStore.h"
+#include "rows/RowStore.h"
 
 #include "embedded/TAdmBlobData.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "export/sql/SQLDateText.h"
-#include "model/rows/RowGroup.h"
+#include "rows/RowGroup.h"
 
 #include <string>
 #include <string_view>

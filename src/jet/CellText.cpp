@@ -1,0 +1,232 @@
+#include "jet/CellText.h"
+
+#include "jet/ByteReader.h"
+#include "jet/UnicodeText.h"
+#include "text/Hex.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+
+namespace vellumo::jet {
+
+namespace {
+
+using Bytes = std::span<const std::uint8_t>;
+
+__extension__ using Magnitude = unsigned __int128;
+
+constexpr std::size_t longestNumber = 48; // characters of any number, date or GUID text
+
+// Lets `write` put at most longestNumber characters and commits them. `write` returns the end of what it wrote.
+template <typename Write> void appendShort(TextColumnBuilder& out, Write write)
+{
+    auto* start = out.room(longestNumber);
+    out.commit(static_cast<std::size_t>(write(start) - start));
+}
+
+template <typename T> void appendInteger(Bytes stored, TextColumnBuilder& out)
+{
+    appendShort(out, [&](char* to) {
+        return std::to_chars(to, to + longestNumber, static_cast<int>(loadNumber<T>(stored.data()))).ptr;
+    });
+}
+
+// Exactly `width` digits of `value`, zeros in front.
+char* putDigits(char* to, std::uint64_t value, int width)
+{
+    for (int i = width - 1; i >= 0; --i) {
+        to[i] = static_cast<char>('0' + value % 10);
+        value /= 10;
+    }
+    return to + width;
+}
+
+void appendCurrency(Bytes stored, TextColumnBuilder& out)
+{
+    const auto scaled = loadNumber<std::int64_t>(stored.data());
+    const auto magnitude = scaled < 0 ? 0 - static_cast<std::uint64_t>(scaled) : static_cast<std::uint64_t>(scaled);
+    appendShort(out, [&](char* to) {
+        if (scaled < 0) *to++ = '-';
+        to = std::to_chars(to, to + longestNumber, magnitude / 10000).ptr;
+        *to++ = '.';
+        return putDigits(to, magnitude % 10000, 4);
+    });
+}
+
+// Rewrites "d.ddde+XX" (any number of digits) in the notation of %.<precision>g: without an exponent where that is
+// from -4 to precision - 1. The digits stay as they are.
+char* putGeneral(char* to, const char* first, const char* last, int precision)
+{
+    if (*first == '-') *to++ = *first++;
+    const auto* e = std::find(first, last, 'e');
+    int exponent = 0;
+    std::from_chars(e + (e[1] == '+' ? 2 : 1), last, exponent);
+    if (exponent < -4 || exponent >= precision) return std::copy(first, last, to);
+    const auto fraction = e - first > 1 ? e - first - 2 : 0; // digits behind the point
+    const auto* digits = first + 2;
+    if (exponent < 0) {
+        to = std::copy_n("0.0000", 1 - exponent, to);
+        *to++ = *first;
+        return std::copy_n(digits, fraction, to);
+    }
+    *to++ = *first;
+    const auto whole = std::min<std::ptrdiff_t>(fraction, exponent);
+    to = std::copy_n(digits, whole, to);
+    to = std::fill_n(to, exponent - whole, '0');
+    if (fraction <= exponent) return to;
+    *to++ = '.';
+    return std::copy_n(digits + whole, fraction - whole, to);
+}
+
+template <typename T> void appendFloating(Bytes stored, int precision, TextColumnBuilder& out)
+{
+    const auto value = loadNumber<T>(stored.data());
+    if (!std::isfinite(value)) {
+        out.append(std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf");
+        return;
+    }
+    char scientific[longestNumber];
+    const auto* end = std::to_chars(scientific, scientific + longestNumber, value, std::chars_format::scientific).ptr;
+    appendShort(out, [&](char* to) { return putGeneral(to, scientific, end, precision); });
+}
+
+// Days since 1899-12-30 and a time of day: before that day the whole part is negative while the time still counts
+// forward from midnight.
+void appendDate(Bytes stored, TextColumnBuilder& out)
+{
+    constexpr double firstDay = -657434; // 0100-01-01
+    constexpr double lastDay = 2958465;  // 9999-12-31
+    constexpr int secondsPerDay = 86400;
+    const auto value = loadNumber<double>(stored.data());
+    auto day = std::trunc(value);
+    if (!(day >= firstDay && day <= lastDay)) {
+        out.append(replacementCharacter);
+        return;
+    }
+    auto second = static_cast<int>(std::lround(std::abs(value - day) * secondsPerDay));
+    if (second == secondsPerDay) {
+        // The last half second of a day belongs to the next one; behind the last day there is none.
+        second = day < lastDay ? 0 : secondsPerDay - 1;
+        day = std::min(day + 1, lastDay);
+    }
+    constexpr std::chrono::sys_days origin = std::chrono::year(1899) / 12 / 30;
+    const std::chrono::year_month_day date(origin + std::chrono::days(static_cast<int>(day)));
+    appendShort(out, [&](char* to) {
+        to = putDigits(to, static_cast<unsigned>(date.month()), 2);
+        *to++ = '/';
+        to = putDigits(to, static_cast<unsigned>(date.day()), 2);
+        *to++ = '/';
+        to = putDigits(to, static_cast<unsigned>(static_cast<int>(date.year())), 4);
+        *to++ = ' ';
+        to = putDigits(to, static_cast<unsigned>(second / 3600), 2);
+        *to++ = ':';
+        to = putDigits(to, static_cast<unsigned>(second / 60 % 60), 2);
+        *to++ = ':';
+        return putDigits(to, static_cast<unsigned>(second % 60), 2);
+    });
+}
+
+void appendBinary(Bytes stored, TextColumnBuilder& out)
+{
+    const auto length = toHex(nullptr, 0, stored.data(), stored.size());
+    out.commit(toHex(out.room(length), length, stored.data(), stored.size()));
+}
+
+// Two groups of the sixteen bytes are little-endian numbers, the rest stands as written.
+void appendGuid(Bytes stored, TextColumnBuilder& out)
+{
+    constexpr int order[] = {3, 2, 1, 0, -1, 5, 4, -1, 7, 6, -1, 8, 9, -1, 10, 11, 12, 13, 14, 15};
+    constexpr char digits[] = "0123456789ABCDEF";
+    appendShort(out, [&](char* to) {
+        *to++ = '{';
+        for (const auto byte : order) {
+            if (byte < 0) {
+                *to++ = '-';
+                continue;
+            }
+            *to++ = digits[stored[static_cast<std::size_t>(byte)] >> 4];
+            *to++ = digits[stored[static_cast<std::size_t>(byte)] & 15];
+        }
+        *to++ = '}';
+        return to;
+    });
+}
+
+// A sign byte, then a 128-bit magnitude as four 32-bit words, the most significant first, each little-endian.
+void appendNumeric(const ColumnDef& column, Bytes stored, TextColumnBuilder& out)
+{
+    Magnitude magnitude = 0;
+    for (std::size_t word = 0; word < 4; ++word)
+        magnitude = magnitude << 32 | load32(&stored[1 + 4 * word]);
+    // 2^128 has 39 digits; a scale above 28 is damage, and needs no more zeros than fit.
+    constexpr int mostDigits = 40;
+    const auto scale = std::min(column.scale, mostDigits - 1);
+    char digits[mostDigits];
+    int count = 0;
+    while (magnitude != 0 || count <= scale) {
+        digits[mostDigits - ++count] = static_cast<char>('0' + static_cast<int>(magnitude % 10));
+        magnitude /= 10;
+    }
+    const auto* first = digits + mostDigits - count;
+    appendShort(out, [&](char* to) {
+        if (stored[0] != 0) *to++ = '-';
+        to = std::copy_n(first, count - scale, to);
+        if (scale == 0) return to;
+        *to++ = '.';
+        return std::copy_n(first + count - scale, scale, to);
+    });
+}
+
+std::size_t sizeOf(int typeCode)
+{
+    switch (typeCode) {
+    case 2: return 1;
+    case 3: return 2;
+    case 4:
+    case 6:
+    case 18: return 4;
+    case 5:
+    case 7:
+    case 8: return 8;
+    case 15: return 16;
+    case 16: return 17;
+    default: return 0;
+    }
+}
+
+} // namespace
+
+void appendStoredText(Bytes stored, const TextRules& rules, TextColumnBuilder& out)
+{
+    if (rules.isJet3)
+        rules.codePage->append(stored, out);
+    else
+        appendJet4Text(stored, out);
+}
+
+void appendCellText(const ColumnDef& column, Bytes stored, const TextRules& rules, TextColumnBuilder& out)
+{
+    if (stored.size() < sizeOf(column.typeCode)) {
+        out.append(replacementCharacter);
+        return;
+    }
+    switch (column.typeCode) {
+    case 2: appendInteger<std::uint8_t>(stored, out); break;
+    case 3: appendInteger<std::int16_t>(stored, out); break;
+    case 4:
+    case 18: appendInteger<std::int32_t>(stored, out); break;
+    case 5: appendCurrency(stored, out); break;
+    case 6: appendFloating<float>(stored, 8, out); break;
+    case 7: appendFloating<double>(stored, 16, out); break;
+    case 8: appendDate(stored, out); break;
+    case 10: appendStoredText(stored, rules, out); break;
+    case 15: appendGuid(stored, out); break;
+    case 16: appendNumeric(column, stored, out); break;
+    // Binary, and whatever type a newer program may have left behind: no byte is lost.
+    default: appendBinary(stored, out); break;
+    }
+}
+
+} // namespace vellumo::jet

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "jet/TableDef.h"
+#include "rows/TextChunk.h"
+
+#include <span>
+
+namespace vellumo::jet {
+
+class CodePage;
+
+// What the text of a cell depends on besides its bytes.
+struct TextRules {
+    bool isJet3 = false;
+    const CodePage* codePage = nullptr; // Jet 3 only
+};
+
+// Appends the text of a value that is not null, as it lies in a row, to `out`. Numbers and dates never depend on a
+// locale:
+//   whole numbers    12, -3
+//   Currency         always 4 decimals: 2.5000
+//   Single, Double   the fewest digits that give the same value back, in the notation of %.8g and %.16g; inf, -inf, nan
+//   DateTime         MM/DD/YYYY hh:mm:ss, the seconds rounded
+//   Binary           lower-case hexadecimal
+//   Replication ID   {8-4-4-4-12} in capitals
+//   Numeric          exactly as many decimals as the column's scale
+// What cannot be decoded (too few bytes, a date outside the years 100 to 9999, broken text) becomes U+FFFD. Not for
+// Boolean, memo and OLE columns, whose values do not lie in the row.
+void appendCellText(
+    const ColumnDef& column, std::span<const std::uint8_t> stored, const TextRules& rules, TextColumnBuilder& out);
+
+// The text of a text or memo value.
+void appendStoredText(std::span<const std::uint8_t> stored, const TextRules& rules, TextColumnBuilder& out);
+
+} // namespace vellumo::jet

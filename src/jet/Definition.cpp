@@ -1,0 +1,188 @@
+#include "jet/Definition.h"
+
+#include "jet/ByteReader.h"
+
+#include <algorithm>
+
+namespace vellumo::jet {
+
+namespace {
+
+// Offsets and sizes in a definition, bytes. The two versions differ in unused fields only.
+struct Layout {
+    std::size_t rowCount;
+    std::size_t columnCount;
+    std::size_t logicalIndexCount;
+    std::size_t physicalIndexCount;
+    std::size_t indexEntries; // 8 or 12 bytes a physical index
+    std::size_t indexEntrySize;
+
+    std::size_t columnSize;
+    std::size_t columnNumber;    // offsets inside a column entry
+    std::size_t columnPrecision; // followed by the scale
+    std::size_t columnFlags;     // followed by a second flag byte
+    std::size_t columnBytes;
+
+    std::size_t nameLengthSize; // 1 or 2 bytes before a name
+    std::size_t physicalSize;
+    std::size_t physicalKeys;
+    std::size_t physicalFlags;
+    std::size_t logicalSize;
+    std::size_t logicalPhysical; // offset of the physical index inside a logical one
+    std::size_t logicalKind;
+};
+
+constexpr Layout jet3{12, 25, 27, 31, 43, 8, 18, 1, 9, 13, 16, 1, 39, 0, 38, 20, 4, 19};
+constexpr Layout jet4{16, 45, 47, 51, 63, 12, 25, 5, 11, 15, 23, 2, 52, 4, 46, 28, 8, 23};
+
+constexpr int memoType = 12;
+constexpr int numericType = 16;
+constexpr int relationType = 2; // of a logical index
+constexpr std::uint8_t hyperlinkFlag = 0x80;
+constexpr std::uint8_t calculatedFlags = 0xC0; // in the second flag byte
+constexpr std::size_t maximumColumns = 255;
+constexpr std::size_t keysPerIndex = 10;
+constexpr std::uint16_t noColumn = 0xFFFF;
+
+struct PhysicalIndex {
+    std::vector<std::pair<int, bool>> keys; // column number, ascending
+    int flags = 0;
+};
+
+class Parser {
+public:
+    Parser(std::span<const std::uint8_t> bytes, bool isJet3, const NameDecoder& decodeName)
+        : m_bytes(bytes)
+        , m_layout(isJet3 ? jet3 : jet4)
+        , m_reader(bytes)
+        , m_decodeName(decodeName)
+    {
+    }
+
+    std::optional<RawDefinition> parse()
+    {
+        if (m_bytes.size() < m_layout.indexEntries) return std::nullopt;
+        const auto columnCount = load16(&m_bytes[m_layout.columnCount]);
+        const auto logicalCount = load32(&m_bytes[m_layout.logicalIndexCount]);
+        const auto physicalCount = load32(&m_bytes[m_layout.physicalIndexCount]);
+        if (columnCount > maximumColumns || !isPlausible(logicalCount, m_layout.logicalSize)
+            || !isPlausible(physicalCount, m_layout.physicalSize))
+            return std::nullopt;
+
+        RawDefinition definition;
+        definition.rowCount = load32(&m_bytes[m_layout.rowCount]);
+        m_reader.seek(m_layout.indexEntries + physicalCount * m_layout.indexEntrySize);
+        readColumns(columnCount, definition);
+        if (!m_reader.isGood()) return std::nullopt;
+        readIndices(logicalCount, physicalCount, definition);
+        // A definition that breaks off among its indexes still tells how to read the rows.
+        if (!m_reader.isGood()) definition.indices.clear();
+        return definition;
+    }
+
+private:
+    [[nodiscard]] bool isPlausible(std::uint32_t count, std::size_t entrySize) const
+    {
+        return count <= m_bytes.size() / entrySize;
+    }
+
+    std::string readName()
+    {
+        const std::size_t length =
+            m_layout.nameLengthSize == 1 ? m_reader.number<std::uint8_t>() : m_reader.number<std::uint16_t>();
+        return m_decodeName(m_reader.take(length));
+    }
+
+    void readColumns(std::size_t count, RawDefinition& definition)
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto entry = m_reader.take(m_layout.columnSize);
+            if (!m_reader.isGood()) return;
+            definition.columns.push_back(column(entry));
+        }
+        for (auto& column : definition.columns)
+            column.name = readName();
+    }
+
+    [[nodiscard]] ColumnDef column(std::span<const std::uint8_t> entry) const
+    {
+        ColumnDef column;
+        column.typeCode = entry[0];
+        column.number = load16(&entry[m_layout.columnNumber]);
+        column.size = load16(&entry[m_layout.columnBytes]);
+        // The two bytes hold the sort order in columns of any other type.
+        if (column.typeCode == numericType) {
+            column.precision = entry[m_layout.columnPrecision];
+            column.scale = entry[m_layout.columnPrecision + 1];
+        }
+        const auto flags = entry[m_layout.columnFlags];
+        column.isHyperlink = column.typeCode == memoType && (flags & hyperlinkFlag) != 0;
+        // Jet 3 has no second flag byte; what follows there is the offset.
+        if (m_layout.nameLengthSize == 2)
+            column.isCalculated = (entry[m_layout.columnFlags + 1] & calculatedFlags) == calculatedFlags;
+        return column;
+    }
+
+    // A logical index names the physical one that holds its keys by position. Numbers of indexes have gaps in real
+    // files, so positions and numbers must not be mixed up.
+    void readIndices(std::uint32_t logicalCount, std::uint32_t physicalCount, RawDefinition& definition)
+    {
+        std::vector<PhysicalIndex> physical;
+        for (std::uint32_t i = 0; i < physicalCount && m_reader.isGood(); ++i)
+            physical.push_back(physicalIndex(m_reader.take(m_layout.physicalSize)));
+        for (std::uint32_t i = 0; i < logicalCount && m_reader.isGood(); ++i) {
+            const auto entry = m_reader.take(m_layout.logicalSize);
+            if (entry.empty()) return;
+            IndexDef index;
+            index.type = entry[m_layout.logicalKind];
+            const auto position = load32(&entry[m_layout.logicalPhysical]);
+            // The entry of a relation lends the keys of another index and is no index of its own.
+            if (position < physical.size() && index.type != relationType) {
+                index.flags = physical[position].flags;
+                index.keys = keysOf(physical[position], definition.columns);
+            }
+            definition.indices.push_back(std::move(index));
+        }
+        for (auto& index : definition.indices)
+            index.name = readName();
+    }
+
+    [[nodiscard]] PhysicalIndex physicalIndex(std::span<const std::uint8_t> entry) const
+    {
+        PhysicalIndex index;
+        if (entry.empty()) return index;
+        for (std::size_t k = 0; k < keysPerIndex; ++k) {
+            const auto* key = &entry[m_layout.physicalKeys + 3 * k];
+            if (load16(key) != noColumn) index.keys.emplace_back(load16(key), key[2] == 1);
+        }
+        index.flags = entry[m_layout.physicalFlags];
+        return index;
+    }
+
+    static std::vector<IndexKeyDef> keysOf(const PhysicalIndex& physical, const std::vector<ColumnDef>& columns)
+    {
+        std::vector<IndexKeyDef> keys;
+        for (const auto& [number, isAscending] : physical.keys) {
+            const auto found = std::find_if(
+                columns.begin(), columns.end(), [n = number](const ColumnDef& column) { return column.number == n; });
+            if (found != columns.end())
+                keys.push_back({static_cast<std::size_t>(found - columns.begin()), isAscending});
+        }
+        return keys;
+    }
+
+    std::span<const std::uint8_t> m_bytes;
+    const Layout& m_layout;
+    ByteReader m_reader;
+    const NameDecoder& m_decodeName;
+};
+
+} // namespace
+
+std::optional<RawDefinition> parseDefinition(
+    std::span<const std::uint8_t> bytes, bool isJet3, const NameDecoder& decodeName)
+{
+    return Parser(bytes, isJet3, decodeName).parse();
+}
+
+} // namespace vellumo::jet

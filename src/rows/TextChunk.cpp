@@ -1,0 +1,60 @@
+#include "rows/TextChunk.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace vellumo {
+
+namespace {
+
+// From this size on a builder gives its memory away with the chunk: a copy would hold a long text twice.
+constexpr std::size_t handOverBytes = 1 << 20;
+
+} // namespace
+
+void TextColumnBuilder::append(std::string_view piece)
+{
+    if (piece.empty()) return;
+    std::memcpy(room(piece.size()), piece.data(), piece.size());
+    commit(piece.size());
+}
+
+void TextColumnBuilder::grow(std::size_t count)
+{
+    if (count > maximumBytes - m_byteCount) throw std::bad_alloc();
+    // Doubling, but never far beyond what a very long text needs.
+    const auto step = std::min<std::size_t>(m_capacity, 64 << 20);
+    const auto capacity = std::min(std::max({m_byteCount + count, m_capacity + step, std::size_t{1024}}), maximumBytes);
+    auto* larger = static_cast<char*>(std::realloc(m_bytes.get(), capacity));
+    if (larger == nullptr) throw std::bad_alloc();
+    static_cast<void>(m_bytes.release());
+    m_bytes.reset(larger);
+    m_capacity = capacity;
+}
+
+TextChunk TextColumnBuilder::take()
+{
+    TextChunk chunk;
+    chunk.m_rowCount = static_cast<std::uint32_t>(m_ends.size());
+    chunk.m_byteCount = static_cast<std::uint32_t>(m_byteCount);
+    const auto size = TextChunk::endsOffset(m_byteCount) + m_ends.size() * sizeof(std::uint32_t);
+    const bool isHandedOver = m_byteCount >= handOverBytes;
+    auto* block = static_cast<char*>(
+        isHandedOver ? std::realloc(m_bytes.get(), size) : std::malloc(std::max<std::size_t>(size, 1)));
+    if (block == nullptr) throw std::bad_alloc();
+    if (isHandedOver) {
+        static_cast<void>(m_bytes.release());
+        m_capacity = 0;
+    } else if (m_byteCount > 0) {
+        std::memcpy(block, m_bytes.get(), m_byteCount);
+    }
+    chunk.m_block.reset(block);
+    if (!m_ends.empty())
+        std::memcpy(block + TextChunk::endsOffset(m_byteCount), m_ends.data(), m_ends.size() * sizeof(std::uint32_t));
+    m_ends.clear();
+    m_byteCount = 0;
+    return chunk;
+}
+
+} // namespace vellumo
