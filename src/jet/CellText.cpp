@@ -13,8 +13,6 @@ namespace vellumo::jet {
 
 namespace {
 
-using Bytes = std::span<const std::uint8_t>;
-
 __extension__ using Magnitude = unsigned __int128;
 
 constexpr std::size_t longestNumber = 48; // characters of any number, date or GUID text
@@ -26,11 +24,12 @@ template <typename Write> void appendShort(TextColumnBuilder& out, Write write)
     out.commit(static_cast<std::size_t>(write(start) - start));
 }
 
-template <typename T> void appendInteger(Bytes stored, TextColumnBuilder& out)
+template <typename T> bool appendInteger(ByteSpan stored, TextColumnBuilder& out)
 {
     appendShort(out, [&](char* to) {
         return std::to_chars(to, to + longestNumber, static_cast<int>(loadNumber<T>(stored.data()))).ptr;
     });
+    return true;
 }
 
 // Exactly `width` digits of `value`, zeros in front.
@@ -43,7 +42,7 @@ char* putDigits(char* to, std::uint64_t value, int width)
     return to + width;
 }
 
-void appendCurrency(Bytes stored, TextColumnBuilder& out)
+bool appendCurrency(ByteSpan stored, TextColumnBuilder& out)
 {
     const auto scaled = loadNumber<std::int64_t>(stored.data());
     const auto magnitude = scaled < 0 ? 0 - static_cast<std::uint64_t>(scaled) : static_cast<std::uint64_t>(scaled);
@@ -53,6 +52,7 @@ void appendCurrency(Bytes stored, TextColumnBuilder& out)
         *to++ = '.';
         return putDigits(to, magnitude % 10000, 4);
     });
+    return true;
 }
 
 // Rewrites "d.ddde+XX" (any number of digits) in the notation of %.<precision>g: without an exponent where that is
@@ -80,21 +80,22 @@ char* putGeneral(char* to, const char* first, const char* last, int precision)
     return std::copy_n(digits + whole, fraction - whole, to);
 }
 
-template <typename T> void appendFloating(Bytes stored, int precision, TextColumnBuilder& out)
+template <typename T, int precision> bool appendFloating(ByteSpan stored, TextColumnBuilder& out)
 {
     const auto value = loadNumber<T>(stored.data());
     if (!std::isfinite(value)) {
         out.append(std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf");
-        return;
+        return true;
     }
     char scientific[longestNumber];
     const auto* end = std::to_chars(scientific, scientific + longestNumber, value, std::chars_format::scientific).ptr;
     appendShort(out, [&](char* to) { return putGeneral(to, scientific, end, precision); });
+    return true;
 }
 
 // Days since 1899-12-30 and a time of day: before that day the whole part is negative while the time still counts
 // forward from midnight.
-void appendDate(Bytes stored, TextColumnBuilder& out)
+bool appendDate(ByteSpan stored, TextColumnBuilder& out)
 {
     constexpr double firstDay = -657434; // 0100-01-01
     constexpr double lastDay = 2958465;  // 9999-12-31
@@ -103,9 +104,9 @@ void appendDate(Bytes stored, TextColumnBuilder& out)
     auto day = std::trunc(value);
     if (!(day >= firstDay && day <= lastDay)) {
         out.append(replacementCharacter);
-        return;
+        return false;
     }
-    auto second = static_cast<int>(std::lround(std::abs(value - day) * secondsPerDay));
+    auto second = static_cast<int>(std::abs(value - day) * secondsPerDay + 0.5);
     if (second == secondsPerDay) {
         // The last half second of a day belongs to the next one; behind the last day there is none.
         second = day < lastDay ? 0 : secondsPerDay - 1;
@@ -126,16 +127,18 @@ void appendDate(Bytes stored, TextColumnBuilder& out)
         *to++ = ':';
         return putDigits(to, static_cast<unsigned>(second % 60), 2);
     });
+    return true;
 }
 
-void appendBinary(Bytes stored, TextColumnBuilder& out)
+bool appendBinary(ByteSpan stored, TextColumnBuilder& out)
 {
     const auto length = toHex(nullptr, 0, stored.data(), stored.size());
     out.commit(toHex(out.room(length), length, stored.data(), stored.size()));
+    return true;
 }
 
 // Two groups of the sixteen bytes are little-endian numbers, the rest stands as written.
-void appendGuid(Bytes stored, TextColumnBuilder& out)
+bool appendGuid(ByteSpan stored, TextColumnBuilder& out)
 {
     constexpr int order[] = {3, 2, 1, 0, -1, 5, 4, -1, 7, 6, -1, 8, 9, -1, 10, 11, 12, 13, 14, 15};
     constexpr char digits[] = "0123456789ABCDEF";
@@ -152,10 +155,11 @@ void appendGuid(Bytes stored, TextColumnBuilder& out)
         *to++ = '}';
         return to;
     });
+    return true;
 }
 
 // A sign byte, then a 128-bit magnitude as four 32-bit words, the most significant first, each little-endian.
-void appendNumeric(const ColumnDef& column, Bytes stored, TextColumnBuilder& out)
+void appendNumeric(const ColumnDef& column, ByteSpan stored, TextColumnBuilder& out)
 {
     Magnitude magnitude = 0;
     for (std::size_t word = 0; word < 4; ++word)
@@ -179,53 +183,65 @@ void appendNumeric(const ColumnDef& column, Bytes stored, TextColumnBuilder& out
     });
 }
 
-std::size_t sizeOf(int typeCode)
+// A value of at least `size` bytes, which `append` needs.
+template <std::size_t size, auto append>
+bool appendSized(const ColumnDef&, ByteSpan stored, const TextRules&, TextColumnBuilder& out)
 {
-    switch (typeCode) {
-    case 2: return 1;
-    case 3: return 2;
-    case 4:
-    case 6:
-    case 18: return 4;
-    case 5:
-    case 7:
-    case 8: return 8;
-    case 15: return 16;
-    case 16: return 17;
-    default: return 0;
+    if (stored.size() < size) {
+        out.append(replacementCharacter);
+        return false;
     }
+    return append(stored, out);
+}
+
+bool appendNumericCell(const ColumnDef& column, ByteSpan stored, const TextRules&, TextColumnBuilder& out)
+{
+    constexpr std::size_t size = 17;
+    if (stored.size() < size) {
+        out.append(replacementCharacter);
+        return false;
+    }
+    appendNumeric(column, stored, out);
+    return true;
+}
+
+bool appendTextCell(const ColumnDef&, ByteSpan stored, const TextRules& rules, TextColumnBuilder& out)
+{
+    return appendStoredText(stored, rules, out);
 }
 
 } // namespace
 
-void appendStoredText(Bytes stored, const TextRules& rules, TextColumnBuilder& out)
+bool appendStoredText(ByteSpan stored, const TextRules& rules, TextColumnBuilder& out)
 {
-    if (rules.isJet3)
-        rules.codePage->append(stored, out);
-    else
-        appendJet4Text(stored, out);
+    if (!rules.isJet3) return appendJet4Text(stored, out);
+    rules.codePage->append(stored, out);
+    return true;
 }
 
-void appendCellText(const ColumnDef& column, Bytes stored, const TextRules& rules, TextColumnBuilder& out)
+CellAppender::CellAppender(const ColumnDef& column, const TextRules& rules)
+    : m_column(column)
+    , m_rules(rules)
+    , m_append(appendFor(column.typeCode))
 {
-    if (stored.size() < sizeOf(column.typeCode)) {
-        out.append(replacementCharacter);
-        return;
-    }
-    switch (column.typeCode) {
-    case 2: appendInteger<std::uint8_t>(stored, out); break;
-    case 3: appendInteger<std::int16_t>(stored, out); break;
+}
+
+CellAppender::Append CellAppender::appendFor(int typeCode)
+{
+    switch (typeCode) {
+    case 2: return appendSized<1, appendInteger<std::uint8_t>>;
+    case 3: return appendSized<2, appendInteger<std::int16_t>>;
     case 4:
-    case 18: appendInteger<std::int32_t>(stored, out); break;
-    case 5: appendCurrency(stored, out); break;
-    case 6: appendFloating<float>(stored, 8, out); break;
-    case 7: appendFloating<double>(stored, 16, out); break;
-    case 8: appendDate(stored, out); break;
-    case 10: appendStoredText(stored, rules, out); break;
-    case 15: appendGuid(stored, out); break;
-    case 16: appendNumeric(column, stored, out); break;
+    case 18: return appendSized<4, appendInteger<std::int32_t>>;
+    case 5: return appendSized<8, appendCurrency>;
+    case 6: return appendSized<4, appendFloating<float, 8>>;
+    case 7: return appendSized<8, appendFloating<double, 16>>;
+    case 8: return appendSized<8, appendDate>;
+    case TypeCode::text: return appendTextCell;
+    case 15: return appendSized<16, appendGuid>;
+    case TypeCode::numeric: return appendNumericCell;
     // Binary, and whatever type a newer program may have left behind: no byte is lost.
-    default: appendBinary(stored, out); break;
+    default: return appendSized<0, appendBinary>;
     }
 }
 

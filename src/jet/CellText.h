@@ -3,8 +3,6 @@
 #include "jet/TableDef.h"
 #include "rows/TextChunk.h"
 
-#include <span>
-
 namespace vellumo::jet {
 
 class CodePage;
@@ -15,8 +13,8 @@ struct TextRules {
     const CodePage* codePage = nullptr; // Jet 3 only
 };
 
-// Appends the text of a value that is not null, as it lies in a row, to `out`. Numbers and dates never depend on a
-// locale:
+// Appends the text of a value that is not null, as it lies in a row, to `out`. One for the cells of a column. Numbers
+// and dates never depend on a locale:
 //   whole numbers    12, -3
 //   Currency         always 4 decimals: 2.5000
 //   Single, Double   the fewest digits that give the same value back, in the notation of %.8g and %.16g; inf, -inf, nan
@@ -24,12 +22,25 @@ struct TextRules {
 //   Binary           lower-case hexadecimal
 //   Replication ID   {8-4-4-4-12} in capitals
 //   Numeric          exactly as many decimals as the column's scale
-// What cannot be decoded (too few bytes, a date outside the years 100 to 9999, broken text) becomes U+FFFD. Not for
-// Boolean, memo and OLE columns, whose values do not lie in the row.
-void appendCellText(
-    const ColumnDef& column, std::span<const std::uint8_t> stored, const TextRules& rules, TextColumnBuilder& out);
+// What cannot be decoded (too few bytes, a date outside the years 100 to 9999, broken text) becomes U+FFFD. False when
+// the value is damaged: of a text only when it ends inside a character, since other broken characters may have been
+// entered so. Not for Boolean, memo and OLE columns, whose values do not lie in the row.
+class CellAppender {
+public:
+    // `column` and `rules` outlive it.
+    CellAppender(const ColumnDef& column, const TextRules& rules);
+    bool operator()(ByteSpan stored, TextColumnBuilder& out) const { return m_append(m_column, stored, m_rules, out); }
 
-// The text of a text or memo value.
-void appendStoredText(std::span<const std::uint8_t> stored, const TextRules& rules, TextColumnBuilder& out);
+private:
+    using Append = bool (*)(const ColumnDef&, ByteSpan, const TextRules&, TextColumnBuilder&);
+    [[nodiscard]] static Append appendFor(int typeCode);
+
+    const ColumnDef& m_column;
+    const TextRules& m_rules;
+    Append m_append;
+};
+
+// The text of a text or memo value; false when it ends inside a character.
+bool appendStoredText(ByteSpan stored, const TextRules& rules, TextColumnBuilder& out);
 
 } // namespace vellumo::jet

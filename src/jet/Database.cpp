@@ -1,121 +1,42 @@
-#include "jet/DatabaseImpl.h"
+#include "jet/Database.h"
 
 #include "embedded/TAdmBlobData.h"
 #include "jet/ByteReader.h"
 #include "jet/Definition.h"
+#include "jet/Limits.h"
 #include "jet/Properties.h"
-#include "jet/RowReader.h"
-#include "jet/UsageMap.h"
-#include "rows/RowStore.h"
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
-#include <fcntl.h>
-#include <mutex>
-#include <numeric>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <set>
 
 namespace vellumo::jet {
 
 namespace {
 
-using Bytes = std::span<const std::uint8_t>;
-
-constexpr std::size_t jet3PageSize = 2048;
-constexpr std::size_t jet4PageSize = 4096;
-constexpr std::uint16_t rowOffsetMask = 0x1FFF;
-constexpr std::size_t rowOffsetsBehindCount = 2;
-constexpr std::size_t definitionHeader = 8;         // of every page of a definition; its total length stands behind it
-constexpr std::size_t largestDefinition = 16 << 20; // far above 255 columns and all indexes a table can have
 constexpr std::uint32_t catalogPage = 2;
 constexpr std::uint32_t typeMask = 0x7F;       // of a catalogue entry; forms and the like have negative types
 constexpr std::uint32_t pageMask = 0x00FFFFFF; // of its Id
 
-// The library's texts and its search for files depend on these.
-void clearLibraryEnvironment()
+std::int32_t number(std::string_view text)
 {
-    for (const auto* variable : {"MDBPATH", "MDBICONV", "MDB_JET3_CHARSET", "MDBOPTS"})
-        unsetenv(variable);
+    std::int32_t value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
 }
 
-struct FileDescriptor {
-    explicit FileDescriptor(const char* path)
-        : value(::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK))
-    {
-    }
-    ~FileDescriptor()
-    {
-        if (value >= 0) ::close(value);
-    }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    int value;
-};
-
-// The size of the file when it is a database in one of the two formats that are read. The library itself does not
-// look at the mark, and takes a file of zeros for a database.
-std::optional<std::uint64_t> sizeOfDatabase(const std::string& path)
-{
-    const FileDescriptor file(path.c_str());
-    struct stat facts { };
-    if (file.value < 0 || fstat(file.value, &facts) != 0 || !S_ISREG(facts.st_mode)) return std::nullopt;
-    std::uint8_t start[24];
-    if (pread(file.value, start, sizeof start, 0) != static_cast<ssize_t>(sizeof start)) return std::nullopt;
-    constexpr std::string_view mark("\0\1\0\0Standard Jet DB\0", 20);
-    if (std::string_view(reinterpret_cast<const char*>(start), mark.size()) != mark) return std::nullopt;
-    const auto version = load32(start + 20);
-    if (version > MDB_VER_JET4) return std::nullopt;
-    const auto size = static_cast<std::uint64_t>(facts.st_size);
-    if (size < (version == MDB_VER_JET3 ? jet3PageSize : jet4PageSize)) return std::nullopt;
-    return size;
-}
-
-NameDecoder nameDecoder(const Database::Impl& database)
-{
-    return [rules = TextRules{database.isJet3(), &database.codePage}](Bytes stored) {
-        TextColumnBuilder text;
-        appendStoredText(stored, rules, text);
-        return std::string(text.openText());
-    };
-}
-
-std::vector<std::uint32_t> dataPages(Database::Impl& database, const MdbTableDef& library)
-{
-    const Bytes map(library.usage_map, library.usage_map == nullptr ? 0 : library.map_sz);
-    auto pages =
-        pagesOfUsageMap(map, database.pageCount(), [&](std::uint32_t page) { return database.otherPage(page); });
-    if (pages) return std::move(*pages);
-    return database.dataPagesOf(library.entry->table_pg);
-}
-
-std::uint32_t unsignedNumber(std::string_view text)
-{
-    std::int32_t number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return static_cast<std::uint32_t>(number);
-}
-
-std::shared_ptr<TAdmBlobData> rawObject(Bytes stored)
+DecodedObject rawObject(ByteSpan stored, bool isWhole)
 {
     const auto bytes = std::as_bytes(stored);
-    return std::make_shared<TAdmBlobData>(std::vector<std::byte>(bytes.begin(), bytes.end()), std::string());
+    const ObjectFacts facts{.state = isWhole ? ObjectState::Whole : ObjectState::Damaged};
+    return {std::make_shared<TAdmBlobData>(std::vector<std::byte>(bytes.begin(), bytes.end()), std::string(), facts)};
 }
 
-// Object cells are kept as they are stored.
-RowStore readAllRows(Database& database, const TableDef& table)
+// The catalogue holds more than is asked for, and what of that is damaged concerns nobody.
+void keepColumns(TableDef& table, std::initializer_list<std::string_view> names)
 {
-    RowStore rows({}, cellKinds(table));
-    RowReader reader(database, table, rawObject);
-    RowGroupBuilder builder(rows.kinds());
-    std::vector<RowGroup> groups;
-    for (const auto page : table.dataPages)
-        reader.readPage(page, builder, groups);
-    groups.push_back(builder.take());
-    for (auto& group : groups)
-        rows.append(std::move(group));
-    return rows;
+    std::erase_if(
+        table.columns, [&](const ColumnDef& column) { return std::ranges::find(names, column.name) == names.end(); });
 }
 
 std::optional<std::size_t> columnNamed(const TableDef& table, std::string_view name)
@@ -125,191 +46,191 @@ std::optional<std::size_t> columnNamed(const TableDef& table, std::string_view n
     return std::nullopt;
 }
 
+std::shared_ptr<TAdmBlobData> objectIn(const RowStore& rows, std::size_t row, std::size_t column)
+{
+    const auto value = rows.value(row, column);
+    const auto* object = std::get_if<std::shared_ptr<TAdmBlobData>>(&value);
+    return object == nullptr ? nullptr : *object;
+}
+
+// A system table's damage, told in the unit of what the table lists. Its objects are the properties of tables, of which
+// each table tells itself.
+void tellAs(DamageKind kind, const DamageReport& found, DamageReport& damage)
+{
+    const auto isObject = [](const DamageRecord& record) { return record.kind == DamageKind::Object; };
+    if (std::ranges::all_of(found.records(), isObject)) return;
+    damage.add({.kind = kind, .count = std::max<std::uint64_t>(found.missingRows(), 1)});
+}
+
 } // namespace
 
-Database::Impl::Impl(HandlePtr openHandle, std::uint64_t sizeOfFile)
-    : handle(std::move(openHandle))
-    , fileSize(sizeOfFile)
-    , codePage(handle->f->code_page)
-    , m_pageCount(static_cast<std::uint32_t>(sizeOfFile / static_cast<std::uint64_t>(handle->fmt->pg_size)))
+void tellMissingRows(const TableDef& table, std::uint64_t rowsFound, DamageReport& damage)
+{
+    const auto known = rowsFound + damage.total(DamageKind::Row);
+    if (table.statedRowCount > known)
+        damage.add({.kind = DamageKind::MissingRows, .count = table.statedRowCount - known});
+}
+
+Database::Database(std::unique_ptr<PageSource> pages)
+    : m_pages(std::move(pages))
+    , m_codePage(m_pages->codePage())
+    , m_longValueBudget(static_cast<std::int64_t>(m_pages->fileSize() * longValueBytesPerFileByte))
 {
 }
 
-Bytes Database::Impl::otherPage(std::uint32_t page)
+std::unique_ptr<Database> Database::open(const std::string& path, OpenFailure& failure)
 {
-    if (page >= m_pageCount) return {};
-    if (page != m_otherPage) {
-        m_otherPage = 0;
-        if (mdb_read_alt_pg(handle.get(), page) != handle->fmt->pg_size) return {};
-        m_otherPage = page;
+    auto pages = PageSource::open(path, failure);
+    return pages ? std::unique_ptr<Database>(new Database(std::move(pages))) : nullptr;
+}
+
+TableReader::Source Database::source(Pages& pages, ObjectDecoder decodeObject)
+{
+    return {pages, rules(), m_longValueBudget, std::move(decodeObject)};
+}
+
+std::vector<CatalogEntry> Database::readCatalog(DamageReport& damage)
+{
+    DamageReport found;
+    auto objects = readTableAt(catalogPage, found);
+    if (objects) keepColumns(*objects, {"Id", "Name", "Type", "Flags", "LvProp"});
+    const auto column = [&](std::string_view name) { return objects ? columnNamed(*objects, name) : std::nullopt; };
+    const auto id = column("Id");
+    const auto name = column("Name");
+    const auto type = column("Type");
+    const auto flags = column("Flags");
+    const auto properties = column("LvProp");
+    if (!id || !name || !type || !flags) {
+        damage.add({.kind = DamageKind::Catalogue, .page = catalogPage});
+        return {};
     }
-    return {handle->alt_pg_buf, pageSize()};
-}
-
-const std::vector<std::uint32_t>& Database::Impl::dataPagesOf(std::uint32_t definitionPage)
-{
-    constexpr std::size_t ownerOffset = 4;
-    if (!m_pagesByOwner) {
-        m_pagesByOwner.emplace();
-        for (std::uint32_t number = 1; number < m_pageCount; ++number)
-            if (const auto page = otherPage(number); !page.empty() && page[0] == MDB_PAGE_DATA)
-                (*m_pagesByOwner)[load32(&page[ownerOffset])].push_back(number);
-    }
-    return (*m_pagesByOwner)[definitionPage];
-}
-
-bool Database::Impl::readPage(std::uint32_t page)
-{
-    if (page < m_pageCount && mdb_read_pg(handle.get(), page) == handle->fmt->pg_size) return true;
-    // The library takes a page that it failed to read for the current one.
-    handle->cur_pg = 0;
-    return false;
-}
-
-Bytes Database::Impl::row(std::uint32_t pointer)
-{
-    const auto page = otherPage(pointer >> 8);
-    if (page.empty() || page[0] != MDB_PAGE_DATA) return {};
-    const std::size_t number = pointer & 0xFF;
-    const std::size_t countOffset = handle->fmt->row_count_offset;
-    const auto count = load16(&page[countOffset]);
-    const auto entry = countOffset + rowOffsetsBehindCount + 2 * number;
-    if (number >= count || entry + 2 > page.size()) return {};
-    const std::size_t start = load16(&page[entry]) & rowOffsetMask;
-    const std::size_t end = number == 0 ? page.size() : load16(&page[entry - 2]) & rowOffsetMask;
-    if (start > end || end > page.size()) return {};
-    return page.subspan(start, end - start);
-}
-
-std::unique_ptr<LibraryTable> LibraryTable::open(Database::Impl& database, std::uint32_t definitionPage)
-{
-    if (definitionPage == 0 || definitionPage >= database.pageCount()) return nullptr;
-    auto table = std::make_unique<LibraryTable>();
-    table->entry.mdb = database.handle.get();
-    table->entry.object_type = MDB_TABLE;
-    table->entry.table_pg = definitionPage;
-    table->def.reset(mdb_read_table(&table->entry));
-    // The columns must be read at once: the library goes on from where it stopped reading the definition.
-    const bool hasColumns = table->def && mdb_read_columns(table->def.get()) != nullptr;
-    database.forgetOtherPage();
-    return hasColumns ? std::move(table) : nullptr;
-}
-
-std::vector<std::size_t> mdb_read_columns_without_sorting(const std::vector<ColumnDef>& columns)
-{
-    std::vector<std::size_t> order(columns.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(),
-        [&](auto a, auto b) { return (columns[a].number & 0xFF) < (columns[b].number & 0xFF); });
-    return order;
-}
-
-bool LibraryTable::agrees(const TableDef& table) const
-{
-    if (def->columns == nullptr || def->columns->len != table.columns.size() || def->num_cols != table.columns.size())
-        return false;
-    for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        const auto* column = static_cast<const MdbColumn*>(g_ptr_array_index(def->columns, i));
-        if (column->col_type != table.columns[table.numberOrder[i]].typeCode) return false;
-    }
-    return true;
-}
-
-Database::Database(std::unique_ptr<Impl> impl)
-    : m_impl(std::move(impl))
-{
-}
-
-Database::~Database() = default;
-
-std::unique_ptr<Database> Database::open(const std::string& path)
-{
-    static std::once_flag isEnvironmentCleared;
-    std::call_once(isEnvironmentCleared, clearLibraryEnvironment);
-    const auto size = sizeOfDatabase(path);
-    if (!size) return nullptr;
-    HandlePtr handle(mdb_open(path.c_str(), MDB_NOFLAGS));
-    if (!handle || handle->f->jet_version > MDB_VER_JET4) return nullptr;
-    return std::unique_ptr<Database>(new Database(std::make_unique<Impl>(std::move(handle), *size)));
-}
-
-int Database::formatVersion() const { return static_cast<int>(m_impl->handle->f->jet_version); }
-
-// Not by the library: it never comes back from a damaged property value, and loses characters beyond U+FFFF.
-std::optional<std::vector<CatalogEntry>> Database::readCatalog()
-{
-    const auto objects = readTableAt(catalogPage);
-    if (!objects) return std::nullopt;
-    const auto id = columnNamed(*objects, "Id");
-    const auto name = columnNamed(*objects, "Name");
-    const auto type = columnNamed(*objects, "Type");
-    const auto flags = columnNamed(*objects, "Flags");
-    if (!id || !name || !type || !flags) return std::nullopt;
-    const auto properties = columnNamed(*objects, "LvProp");
-    const auto rows = readAllRows(*this, *objects);
+    const auto rows = readAllRows(*objects, found);
     std::vector<CatalogEntry> catalog;
     for (std::size_t row = 0; row < rows.rowCount(); ++row) {
         CatalogEntry entry;
         entry.name = rows.text(row, *name);
-        entry.type = static_cast<int>(unsignedNumber(rows.text(row, *type)) & typeMask);
-        entry.flags = unsignedNumber(rows.text(row, *flags));
-        entry.page = unsignedNumber(rows.text(row, *id)) & pageMask;
-        if (properties && rows.kinds()[*properties] == CellKind::Blob) {
-            const auto value = rows.value(row, *properties);
-            if (const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value)) entry.properties = *blob;
-        }
+        entry.type = static_cast<int>(static_cast<std::uint32_t>(number(rows.text(row, *type))) & typeMask);
+        entry.flags = static_cast<std::uint32_t>(number(rows.text(row, *flags)));
+        entry.page = static_cast<std::uint32_t>(number(rows.text(row, *id))) & pageMask;
+        if (properties && rows.kinds()[*properties] == CellKind::Blob)
+            entry.properties = objectIn(rows, row, *properties);
         catalog.push_back(std::move(entry));
     }
+    tellAs(DamageKind::Catalogue, found, damage);
     return catalog;
 }
 
-std::optional<TableDef> Database::readTable(const CatalogEntry& entry)
+std::optional<TableDef> Database::readTable(const CatalogEntry& entry, DamageReport& damage)
 {
-    auto table = readTableAt(entry.page);
-    if (!table) return std::nullopt;
-    table->name = entry.name;
-    if (!entry.properties) return table;
-    const auto data = entry.properties->data();
-    const Bytes bytes(reinterpret_cast<const std::uint8_t*>(data.data()), data.size());
-    auto properties = parseProperties(bytes, {m_impl->isJet3(), &m_impl->codePage});
-    for (auto& column : table->columns)
-        if (const auto found = properties.find(column.name); found != properties.end())
-            column.properties = std::move(found->second);
-    return table;
-}
-
-std::optional<TableDef> Database::readTableAt(std::uint32_t page)
-{
-    auto raw = parseDefinition(readDefinition(page), m_impl->isJet3(), nameDecoder(*m_impl));
-    if (!raw) return std::nullopt;
-    const auto library = LibraryTable::open(*m_impl, page);
-    if (!library) return std::nullopt;
-    TableDef table;
-    table.definitionPage = page;
-    table.statedRowCount = raw->rowCount;
-    table.columns = std::move(raw->columns);
-    table.numberOrder = mdb_read_columns_without_sorting(table.columns);
-    table.indices = std::move(raw->indices);
-    if (!library->agrees(table)) return std::nullopt;
-    table.dataPages = dataPages(*m_impl, *library->def);
-    return table;
-}
-
-// All pages of the definition joined, the headers of those behind the first left out; empty when a page is none.
-std::vector<std::uint8_t> Database::readDefinition(std::uint32_t firstPage)
-{
-    std::vector<std::uint8_t> bytes;
-    auto next = firstPage;
-    while (next != 0 && bytes.size() < largestDefinition) {
-        const auto page = m_impl->otherPage(next);
-        if (page.empty() || page[0] != MDB_PAGE_TABLE) return {};
-        const auto content = bytes.empty() ? page : page.subspan(definitionHeader);
-        bytes.insert(bytes.end(), content.begin(), content.end());
-        next = load32(&page[4]);
+    DamageReport found;
+    auto table = readTableAt(entry.page, found);
+    if (!table) found.add({.kind = DamageKind::Table, .page = entry.page});
+    if (table && entry.properties) {
+        const auto data = entry.properties->data();
+        auto properties = parseProperties({reinterpret_cast<const std::uint8_t*>(data.data()), data.size()}, rules());
+        if (!properties.isWhole || entry.properties->state() != ObjectState::Whole)
+            found.add({.kind = DamageKind::Properties});
+        for (auto& column : table->columns)
+            if (const auto own = properties.columns.find(column.name); own != properties.columns.end())
+                column.properties = std::move(own->second);
     }
-    return next == 0 ? bytes : std::vector<std::uint8_t>();
+    if (table) table->name = entry.name;
+    damage.append(found, entry.name, 0);
+    return table;
 }
 
-std::uint64_t Database::fileSize() const { return m_impl->fileSize; }
+std::vector<RelationPart> Database::readRelations(const CatalogEntry& entry, DamageReport& damage)
+{
+    DamageReport found;
+    std::vector<RelationPart> parts;
+    const auto table = readTable(entry, found);
+    std::size_t columns[6]{};
+    bool isComplete = table.has_value();
+    for (std::size_t i = 0; isComplete && i < std::size(columns); ++i) {
+        constexpr const char* names[] = {
+            "szRelationship", "grbit", "szObject", "szColumn", "szReferencedObject", "szReferencedColumn"};
+        const auto column = columnNamed(*table, names[i]);
+        isComplete = column.has_value();
+        columns[i] = column.value_or(0);
+    }
+    if (!isComplete) {
+        damage.add({.kind = DamageKind::Relations});
+        return parts;
+    }
+    const auto rows = readAllRows(*table, found);
+    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+        const auto text = [&](std::size_t column) { return std::string(rows.text(row, columns[column])); };
+        parts.push_back({text(0), number(text(1)), text(2), text(3), text(4), text(5)});
+    }
+    tellAs(DamageKind::Relations, found, damage);
+    return parts;
+}
+
+std::optional<TableDef> Database::readTableAt(std::uint32_t page, DamageReport& damage)
+{
+    const auto definition = readDefinition(*m_pages, m_buffer, page);
+    auto parsed =
+        parseDefinition(definition.bytes, m_pages->format().isJet3, [this](ByteSpan stored) { return textOf(stored); });
+    if (!parsed) return std::nullopt;
+    if (!parsed->isSound || !definition.isComplete) damage.add({.kind = DamageKind::Definition, .page = page});
+    auto& table = parsed->table;
+    table.definitionPage = page;
+    readDataPages(table, damage);
+    return std::move(table);
+}
+
+void Database::readDataPages(TableDef& table, DamageReport& damage)
+{
+    const auto mapPage = m_pages->read(pageOf(table.pageMapPointer), m_buffer);
+    std::vector<std::uint8_t> map;
+    if (isDataPage(mapPage))
+        if (const auto place = rowAt(mapPage, m_pages->format(), table.pageMapPointer))
+            map.assign(place->bytes.begin(), place->bytes.end());
+    table.dataPages = readPageList(map, *m_pages, m_buffer);
+    if (table.dataPages.beyondEnd != 0) damage.add({.kind = DamageKind::Page, .count = table.dataPages.beyondEnd});
+    if (table.dataPages.gaps.empty()) return;
+    damage.add({.kind = DamageKind::PageList, .page = pageOf(table.pageMapPointer)});
+    addPagesByOwner(table);
+}
+
+// Where the table's own list has gaps, the pages that name the table as their owner stand in for it.
+void Database::addPagesByOwner(TableDef& table)
+{
+    if (!m_pagesByOwner) {
+        m_pagesByOwner.emplace();
+        for (std::uint32_t number = 1; number < m_pages->count(); ++number)
+            if (const auto page = m_pages->read(number, m_buffer); isDataPage(page))
+                (*m_pagesByOwner)[ownerOf(page)].push_back(number);
+    }
+    auto& pages = table.dataPages.pages;
+    const auto& owned = (*m_pagesByOwner)[table.definitionPage];
+    for (const auto& gap : table.dataPages.gaps)
+        std::ranges::copy_if(
+            owned, std::back_inserter(pages), [&](std::uint32_t page) { return page >= gap.first && page < gap.end; });
+    std::ranges::sort(pages);
+}
+
+// Object cells are kept as they are stored.
+RowStore Database::readAllRows(const TableDef& table, DamageReport& damage)
+{
+    RowStore rows({}, cellKinds(table));
+    TableReader reader(table, source(*m_pages, rawObject));
+    RowRun run;
+    for (const auto page : table.dataPages.pages)
+        reader.readPage(page, run);
+    reader.finish(run);
+    for (auto& group : run.groups)
+        rows.append(std::move(group));
+    damage.append(run.damage, {}, 0);
+    tellMissingRows(table, run.rowCount, damage);
+    return rows;
+}
+
+std::string Database::textOf(ByteSpan stored) const
+{
+    TextColumnBuilder text;
+    appendStoredText(stored, rules(), text);
+    return std::string(text.openText());
+}
 
 } // namespace vellumo::jet

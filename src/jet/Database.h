@@ -1,23 +1,22 @@
 #pragma once
 
-#include "jet/PageFile.h"
-#include "jet/TableDef.h"
+#include "jet/PageSource.h"
+#include "jet/TableReader.h"
+#include "jet/UnicodeText.h"
+#include "rows/RowStore.h"
 
-#include <memory>
+#include <map>
 #include <optional>
-
-namespace vellumo {
-class TAdmBlobData;
-}
 
 namespace vellumo::jet {
 
+// A named object of the database: table, query, form and so on.
 struct CatalogEntry {
-    std::string name; // UTF-8
+    std::string name{}; // UTF-8
     int type = 0;
     std::uint32_t flags = 0;
-    std::uint32_t page = 0;                   // of the definition, for a table
-    std::shared_ptr<TAdmBlobData> properties; // as stored; null when there are none
+    std::uint32_t page = 0;                     // of the definition, for a table
+    std::shared_ptr<TAdmBlobData> properties{}; // as stored; null when there are none
 
     static constexpr int tableType = 1;
     static constexpr std::uint32_t systemFlags = 0x80000002;
@@ -26,39 +25,60 @@ struct CatalogEntry {
     [[nodiscard]] bool isUserTable() const { return type == tableType && (flags & systemFlags) == 0; }
 };
 
-// An open database file: libmdb's handle, and what a reader of it must not leave to the library. Opened read-only. A
-// handle serves one thread; open the file again for another.
+// A relation as one column pair of it is stored.
+struct RelationPart {
+    std::string name;
+    std::int32_t flags = 0;
+    std::string table, column;                     // the side that holds the foreign key
+    std::string referencedTable, referencedColumn; // the other side
+
+    static constexpr std::int32_t cascadeUpdates = 0x100;
+    static constexpr std::int32_t cascadeDeletes = 0x1000;
+};
+
+// What an open database file holds, read from its pages. What cannot be read goes into the report that is handed in.
+// One thread, but for what the parts of a TableReader::Source say.
 class Database {
 public:
-    // nullptr: the file is missing, unreadable, no regular file, shorter than a page, not a database, or of a format
-    // newer than the one of Access 2000 to 2003. Takes the library's environment variables out of the environment at
-    // the first call, which should therefore come before other threads use it.
-    [[nodiscard]] static std::unique_ptr<Database> open(const std::string& path);
-    ~Database();
-    Database(const Database&) = delete;
-    Database& operator=(const Database&) = delete;
+    // Null, with the reason in `failure`, when the file cannot be opened.
+    [[nodiscard]] static std::unique_ptr<Database> open(const std::string& path, OpenFailure& failure);
 
     // 0: Access 97 (Jet 3), 1: Access 2000 to 2003 (Jet 4).
-    [[nodiscard]] int formatVersion() const;
-    [[nodiscard]] std::uint64_t fileSize() const;
+    [[nodiscard]] int formatVersion() const { return m_pages->formatVersion(); }
+    [[nodiscard]] std::uint64_t fileSize() const { return m_pages->fileSize(); }
+    [[nodiscard]] PageSource& pages() { return *m_pages; }
+    [[nodiscard]] const PageSource& pages() const { return *m_pages; }
 
-    // Every named object in the order of the catalogue. nullopt when the catalogue cannot be read. Read once.
-    [[nodiscard]] std::optional<std::vector<CatalogEntry>> readCatalog();
+    // Every named object in the order of the catalogue; empty when it cannot be read.
+    [[nodiscard]] std::vector<CatalogEntry> readCatalog(DamageReport& damage);
+    // The definition of a table with its columns in stored order, their properties, its indexes and its pages. nullopt
+    // when it cannot be read.
+    [[nodiscard]] std::optional<TableDef> readTable(const CatalogEntry& entry, DamageReport& damage);
+    // `entry`: the catalogue's entry of the table of relations.
+    [[nodiscard]] std::vector<RelationPart> readRelations(const CatalogEntry& entry, DamageReport& damage);
 
-    // The definition of a table with its columns in stored order, their properties, and its indexes. nullopt when it
-    // cannot be read.
-    [[nodiscard]] std::optional<TableDef> readTable(const CatalogEntry& entry);
-
-    // For the layer's own sources: what needs the library's headers.
-    struct Impl;
-    [[nodiscard]] Impl& impl() { return *m_impl; }
+    // For a reader on the thread that `pages` serves.
+    [[nodiscard]] TableReader::Source source(Pages& pages, ObjectDecoder decodeObject);
 
 private:
-    explicit Database(std::unique_ptr<Impl> impl);
-    [[nodiscard]] std::optional<TableDef> readTableAt(std::uint32_t page);
-    [[nodiscard]] std::vector<std::uint8_t> readDefinition(std::uint32_t firstPage);
+    explicit Database(std::unique_ptr<PageSource> pages);
+    [[nodiscard]] std::optional<TableDef> readTableAt(std::uint32_t page, DamageReport& damage);
+    void readDataPages(TableDef& table, DamageReport& damage);
+    void addPagesByOwner(TableDef& table);
+    [[nodiscard]] RowStore readAllRows(const TableDef& table, DamageReport& damage);
+    [[nodiscard]] TextRules rules() const { return {m_pages->format().isJet3, &m_codePage}; }
+    [[nodiscard]] std::string textOf(ByteSpan stored) const;
 
-    std::unique_ptr<Impl> m_impl;
+    std::unique_ptr<PageSource> m_pages;
+    CodePage m_codePage;
+    LongValue::Budget m_longValueBudget;
+    PageBuffer m_buffer;
+    // The data pages that say whose they are, by owner, ascending: read when a table's own list of them is lost.
+    std::optional<std::map<std::uint32_t, std::vector<std::uint32_t>>> m_pagesByOwner;
 };
+
+// Adds the rows that a table states beyond those found, `damage` being the table's own: rows told one by one are not
+// told again.
+void tellMissingRows(const TableDef& table, std::uint64_t rowsFound, DamageReport& damage);
 
 } // namespace vellumo::jet

@@ -1,8 +1,10 @@
 #include "jet/Definition.h"
 
 #include "jet/ByteReader.h"
+#include "jet/Limits.h"
 
 #include <algorithm>
+#include <bitset>
 
 namespace vellumo::jet {
 
@@ -11,47 +13,56 @@ namespace {
 // Offsets and sizes in a definition, bytes. The two versions differ in unused fields only.
 struct Layout {
     std::size_t rowCount;
+    std::size_t columnLimit; // highest column number + 1
     std::size_t columnCount;
     std::size_t logicalIndexCount;
     std::size_t physicalIndexCount;
+    std::size_t pageMap;      // pointer
     std::size_t indexEntries; // 8 or 12 bytes a physical index
     std::size_t indexEntrySize;
 
     std::size_t columnSize;
-    std::size_t columnNumber;    // offsets inside a column entry
+    std::size_t columnNumber;    // offsets inside a column entry; followed by the variable index
     std::size_t columnPrecision; // followed by the scale
-    std::size_t columnFlags;     // followed by a second flag byte
+    std::size_t columnFlags;     // in Jet 4 followed by a second flag byte
+    std::size_t columnOffset;    // in the fixed part
     std::size_t columnBytes;
 
     std::size_t nameLengthSize; // 1 or 2 bytes before a name
     std::size_t physicalSize;
     std::size_t physicalKeys;
+    std::size_t physicalRoot;
     std::size_t physicalFlags;
     std::size_t logicalSize;
     std::size_t logicalPhysical; // offset of the physical index inside a logical one
     std::size_t logicalKind;
 };
 
-constexpr Layout jet3{12, 25, 27, 31, 43, 8, 18, 1, 9, 13, 16, 1, 39, 0, 38, 20, 4, 19};
-constexpr Layout jet4{16, 45, 47, 51, 63, 12, 25, 5, 11, 15, 23, 2, 52, 4, 46, 28, 8, 23};
+constexpr Layout jet3{12, 21, 25, 27, 31, 35, 43, 8, 18, 1, 9, 13, 14, 16, 1, 39, 0, 34, 38, 20, 4, 19};
+constexpr Layout jet4{16, 41, 45, 47, 51, 55, 63, 12, 25, 5, 11, 15, 21, 23, 2, 52, 4, 38, 46, 28, 8, 23};
 
-constexpr int memoType = 12;
-constexpr int numericType = 16;
+constexpr std::size_t totalLength = 8; // offset of u32: bytes of the whole definition, as joined
+constexpr std::size_t pageHeaderSize = 8;
+constexpr std::size_t nextPageOffset = 4;
+
 constexpr int relationType = 2; // of a logical index
+constexpr std::uint8_t fixedFlag = 0x01;
 constexpr std::uint8_t hyperlinkFlag = 0x80;
 constexpr std::uint8_t calculatedFlags = 0xC0; // in the second flag byte
-constexpr std::size_t maximumColumns = 255;
 constexpr std::size_t keysPerIndex = 10;
 constexpr std::uint16_t noColumn = 0xFFFF;
+constexpr std::uint16_t endOfLongValueMaps = 0xFFFF;
+constexpr std::size_t longValueMapsSize = 8; // two pointers, behind the number of a memo or object column
 
 struct PhysicalIndex {
-    std::vector<std::pair<int, bool>> keys; // column number, ascending
+    std::vector<std::pair<unsigned, bool>> keys; // column number, ascending
+    std::uint32_t root = 0;                      // page
     int flags = 0;
 };
 
 class Parser {
 public:
-    Parser(std::span<const std::uint8_t> bytes, bool isJet3, const NameDecoder& decodeName)
+    Parser(ByteSpan bytes, bool isJet3, const NameDecoder& decodeName)
         : m_bytes(bytes)
         , m_layout(isJet3 ? jet3 : jet4)
         , m_reader(bytes)
@@ -59,25 +70,29 @@ public:
     {
     }
 
-    std::optional<RawDefinition> parse()
+    std::optional<ParsedDefinition> parse()
     {
         if (m_bytes.size() < m_layout.indexEntries) return std::nullopt;
         const auto columnCount = load16(&m_bytes[m_layout.columnCount]);
         const auto logicalCount = load32(&m_bytes[m_layout.logicalIndexCount]);
         const auto physicalCount = load32(&m_bytes[m_layout.physicalIndexCount]);
-        if (columnCount > maximumColumns || !isPlausible(logicalCount, m_layout.logicalSize)
+        if (columnCount > mostColumns || !isPlausible(logicalCount, m_layout.logicalSize)
             || !isPlausible(physicalCount, m_layout.physicalSize))
             return std::nullopt;
 
-        RawDefinition definition;
-        definition.rowCount = load32(&m_bytes[m_layout.rowCount]);
+        ParsedDefinition parsed;
+        auto& table = parsed.table;
+        table.statedRowCount = load32(&m_bytes[m_layout.rowCount]);
+        table.columnLimit = load16(&m_bytes[m_layout.columnLimit]);
+        table.pageMapPointer = load32(&m_bytes[m_layout.pageMap]);
         m_reader.seek(m_layout.indexEntries + physicalCount * m_layout.indexEntrySize);
-        readColumns(columnCount, definition);
-        if (!m_reader.isGood()) return std::nullopt;
-        readIndices(logicalCount, physicalCount, definition);
+        readColumns(columnCount, table);
+        if (!m_reader.isGood() || !haveOwnNumbers(table)) return std::nullopt;
+        readIndices(logicalCount, physicalCount, table);
         // A definition that breaks off among its indexes still tells how to read the rows.
-        if (!m_reader.isGood()) definition.indices.clear();
-        return definition;
+        if (!m_reader.isGood()) table.indices.clear();
+        parsed.isSound = m_reader.isGood() && endsWell();
+        return parsed;
     }
 
 private:
@@ -93,30 +108,53 @@ private:
         return m_decodeName(m_reader.take(length));
     }
 
-    void readColumns(std::size_t count, RawDefinition& definition)
+    void readColumns(std::size_t count, TableDef& table)
     {
         for (std::size_t i = 0; i < count; ++i) {
             const auto entry = m_reader.take(m_layout.columnSize);
             if (!m_reader.isGood()) return;
-            definition.columns.push_back(column(entry));
+            table.columns.push_back(column(entry));
         }
-        for (auto& column : definition.columns)
+        for (auto& column : table.columns)
             column.name = readName();
     }
 
-    [[nodiscard]] ColumnDef column(std::span<const std::uint8_t> entry) const
+    // Rows tell columns apart by their numbers.
+    [[nodiscard]] static bool haveOwnNumbers(const TableDef& table)
+    {
+        std::bitset<mostColumns + 1> used;
+        for (const auto& column : table.columns) {
+            if (column.number > mostColumns || column.number >= table.columnLimit || used[column.number]) return false;
+            used[column.number] = true;
+        }
+        return true;
+    }
+
+    // Behind the indexes: u16 number of each memo or object column with two pointers, then the end mark; and there the
+    // length that the definition states is used up.
+    [[nodiscard]] bool endsWell()
+    {
+        while (m_reader.isGood() && m_reader.number<std::uint16_t>() != endOfLongValueMaps)
+            m_reader.skip(longValueMapsSize);
+        return m_reader.isGood() && load32(&m_bytes[totalLength]) == m_reader.position();
+    }
+
+    [[nodiscard]] ColumnDef column(ByteSpan entry) const
     {
         ColumnDef column;
         column.typeCode = entry[0];
         column.number = load16(&entry[m_layout.columnNumber]);
+        column.variableIndex = load16(&entry[m_layout.columnNumber + 2]);
+        column.fixedOffset = load16(&entry[m_layout.columnOffset]);
         column.size = load16(&entry[m_layout.columnBytes]);
         // The two bytes hold the sort order in columns of any other type.
-        if (column.typeCode == numericType) {
+        if (column.typeCode == TypeCode::numeric) {
             column.precision = entry[m_layout.columnPrecision];
             column.scale = entry[m_layout.columnPrecision + 1];
         }
         const auto flags = entry[m_layout.columnFlags];
-        column.isHyperlink = column.typeCode == memoType && (flags & hyperlinkFlag) != 0;
+        column.isFixed = (flags & fixedFlag) != 0;
+        column.isHyperlink = column.typeCode == TypeCode::memo && (flags & hyperlinkFlag) != 0;
         // Jet 3 has no second flag byte; what follows there is the offset.
         if (m_layout.nameLengthSize == 2)
             column.isCalculated = (entry[m_layout.columnFlags + 1] & calculatedFlags) == calculatedFlags;
@@ -125,11 +163,13 @@ private:
 
     // A logical index names the physical one that holds its keys by position. Numbers of indexes have gaps in real
     // files, so positions and numbers must not be mixed up.
-    void readIndices(std::uint32_t logicalCount, std::uint32_t physicalCount, RawDefinition& definition)
+    void readIndices(std::uint32_t logicalCount, std::uint32_t physicalCount, TableDef& table)
     {
         std::vector<PhysicalIndex> physical;
         for (std::uint32_t i = 0; i < physicalCount && m_reader.isGood(); ++i)
             physical.push_back(physicalIndex(m_reader.take(m_layout.physicalSize)));
+        for (const auto& index : physical)
+            table.indexRoots.push_back(index.root);
         for (std::uint32_t i = 0; i < logicalCount && m_reader.isGood(); ++i) {
             const auto entry = m_reader.take(m_layout.logicalSize);
             if (entry.empty()) return;
@@ -139,15 +179,15 @@ private:
             // The entry of a relation lends the keys of another index and is no index of its own.
             if (position < physical.size() && index.type != relationType) {
                 index.flags = physical[position].flags;
-                index.keys = keysOf(physical[position], definition.columns);
+                index.keys = keysOf(physical[position], table.columns);
             }
-            definition.indices.push_back(std::move(index));
+            table.indices.push_back(std::move(index));
         }
-        for (auto& index : definition.indices)
+        for (auto& index : table.indices)
             index.name = readName();
     }
 
-    [[nodiscard]] PhysicalIndex physicalIndex(std::span<const std::uint8_t> entry) const
+    [[nodiscard]] PhysicalIndex physicalIndex(ByteSpan entry) const
     {
         PhysicalIndex index;
         if (entry.empty()) return index;
@@ -155,6 +195,7 @@ private:
             const auto* key = &entry[m_layout.physicalKeys + 3 * k];
             if (load16(key) != noColumn) index.keys.emplace_back(load16(key), key[2] == 1);
         }
+        index.root = load32(&entry[m_layout.physicalRoot]);
         index.flags = entry[m_layout.physicalFlags];
         return index;
     }
@@ -171,7 +212,7 @@ private:
         return keys;
     }
 
-    std::span<const std::uint8_t> m_bytes;
+    ByteSpan m_bytes;
     const Layout& m_layout;
     ByteReader m_reader;
     const NameDecoder& m_decodeName;
@@ -179,8 +220,23 @@ private:
 
 } // namespace
 
-std::optional<RawDefinition> parseDefinition(
-    std::span<const std::uint8_t> bytes, bool isJet3, const NameDecoder& decodeName)
+DefinitionBytes readDefinition(Pages& pages, PageBuffer& buffer, std::uint32_t firstPage)
+{
+    DefinitionBytes definition;
+    auto& bytes = definition.bytes;
+    auto next = firstPage;
+    while (next != 0 && bytes.size() < mostDefinitionBytes) {
+        const auto page = pages.read(next, buffer);
+        if (page.empty() || page[0] != DefinitionPageType) return definition;
+        const auto content = bytes.empty() ? page : page.subspan(pageHeaderSize);
+        bytes.insert(bytes.end(), content.begin(), content.end());
+        next = load32(&page[nextPageOffset]);
+    }
+    definition.isComplete = next == 0 && !bytes.empty();
+    return definition;
+}
+
+std::optional<ParsedDefinition> parseDefinition(ByteSpan bytes, bool isJet3, const NameDecoder& decodeName)
 {
     return Parser(bytes, isJet3, decodeName).parse();
 }

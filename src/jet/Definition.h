@@ -4,25 +4,32 @@
 
 #include <functional>
 #include <optional>
-#include <span>
 
-// A table definition read from its raw bytes: what libmdb loses on the way (the stored order of columns, their flag
-// bytes, the physical index behind a logical one) or mixes up (precision and scale). The layout is that of Jet 3 and
-// Jet 4 table-definition pages; it is written down where it is decoded, in the source.
+// A table definition read from its raw bytes. The layout is that of Jet 3 and Jet 4 table-definition pages; it is
+// written down where it is decoded, in the source.
 namespace vellumo::jet {
 
-struct RawDefinition {
-    std::uint32_t rowCount = 0;
-    std::vector<ColumnDef> columns; // in stored order
-    std::vector<IndexDef> indices;
+// All pages of a definition joined, the headers of those behind the first left out. Empty when the first page is none
+// of a definition; `isComplete` false when a later one is not, or the chain circles or is too long.
+struct DefinitionBytes {
+    std::vector<std::uint8_t> bytes;
+    bool isComplete = false;
+};
+[[nodiscard]] DefinitionBytes readDefinition(Pages& pages, PageBuffer& buffer, std::uint32_t firstPage);
+
+// Decodes a name of the file's version.
+using NameDecoder = std::function<std::string(ByteSpan)>;
+
+struct ParsedDefinition {
+    TableDef table; // without name, page, properties and data pages
+    // Whether every part ended where it should: a definition whose counts or lengths are damaged can still make sense
+    // by chance, but then the parts behind do not fit together.
+    bool isSound = false;
 };
 
-// Decodes a name or text of the file's version.
-using NameDecoder = std::function<std::string(std::span<const std::uint8_t>)>;
-
-// `bytes`: all pages of the definition joined, the headers of the pages behind the first left out. nullopt when
-// something lies outside of them; such a table cannot be read.
-[[nodiscard]] std::optional<RawDefinition> parseDefinition(
-    std::span<const std::uint8_t> bytes, bool isJet3, const NameDecoder& decodeName);
+// `bytes` as above. nullopt when the columns lie outside of them or contradict each other; such a table cannot be read.
+// Without its indexes it can.
+[[nodiscard]] std::optional<ParsedDefinition> parseDefinition(
+    ByteSpan bytes, bool isJet3, const NameDecoder& decodeName);
 
 } // namespace vellumo::jet

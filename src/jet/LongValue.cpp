@@ -1,7 +1,7 @@
 #include "jet/LongValue.h"
 
 #include "jet/ByteReader.h"
-#include "jet/PageFile.h"
+#include "jet/DataPage.h"
 
 #include <algorithm>
 
@@ -17,40 +17,47 @@ constexpr std::size_t linkSize = 4; // pointer to the next row of a chain
 
 } // namespace
 
-void LongValue::read(std::span<const std::uint8_t> stored, PageFile& file)
+void LongValue::read(ByteSpan stored)
 {
     m_bytes = {};
     m_isComplete = stored.empty();
+    m_isOverBudget = false;
     if (stored.size() < headerSize) return;
     const auto kind = load32(stored.data());
     const std::size_t length = kind & lengthMask;
     const auto pointer = load32(&stored[4]);
-    if ((kind & inRow) != 0) {
+    if ((kind & inRow) != 0)
         m_bytes = stored.subspan(headerSize, std::min(length, stored.size() - headerSize));
-    } else if ((kind & inOneRow) != 0) {
-        const auto row = file.row(pointer);
-        const auto wanted = std::min(length, row.size());
-        if (wanted > m_budget) return;
-        m_budget -= wanted;
-        m_bytes = row.first(wanted);
-    } else {
-        readChain(pointer, length, file);
-        return;
-    }
+    else if ((kind & inOneRow) != 0)
+        readOneRow(pointer, length);
+    else
+        readChain(pointer, length);
     m_isComplete = m_bytes.size() == length;
 }
 
-// Adds as much of `piece` as the value still wants; false when the budget is used up.
-bool LongValue::append(std::span<const std::uint8_t> piece, std::size_t length)
+// Empty when the pointer leads to no long value.
+ByteSpan LongValue::rowAtPointer(std::uint32_t pointer)
 {
-    const auto wanted = std::min(piece.size(), length - m_gathered.size());
-    if (wanted > m_budget) return false;
-    m_budget -= wanted;
-    m_gathered.insert(m_gathered.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(wanted));
-    return true;
+    const auto page = m_pages.read(pageOf(pointer), m_buffer);
+    if (!isDataPage(page) || ownerOf(page) != longValueOwner) return {};
+    const auto place = rowAt(page, m_pages.format(), pointer);
+    return place ? place->bytes : ByteSpan();
 }
 
-void LongValue::readChain(std::uint32_t pointer, std::size_t length, PageFile& file)
+bool LongValue::takeFromBudget(std::size_t count)
+{
+    m_isOverBudget = m_budget.fetch_sub(static_cast<std::int64_t>(count)) < static_cast<std::int64_t>(count);
+    return !m_isOverBudget;
+}
+
+void LongValue::readOneRow(std::uint32_t pointer, std::size_t length)
+{
+    const auto row = rowAtPointer(pointer);
+    const auto wanted = std::min(length, row.size());
+    if (takeFromBudget(wanted)) m_bytes = row.first(wanted);
+}
+
+void LongValue::readChain(std::uint32_t pointer, std::size_t length)
 {
     m_gathered.clear();
     // A circle is found by comparing with one pointer of the chain, taken anew after 1, 2, 4, .. links.
@@ -61,12 +68,14 @@ void LongValue::readChain(std::uint32_t pointer, std::size_t length, PageFile& f
             anchor = pointer;
             linksToNextAnchor *= 2;
         }
-        const auto row = file.row(pointer);
-        if (row.size() <= linkSize || !append(row.subspan(linkSize), length)) break;
+        const auto row = rowAtPointer(pointer);
+        if (row.size() <= linkSize) break;
+        const auto piece = row.subspan(linkSize, std::min(row.size() - linkSize, length - m_gathered.size()));
+        if (!takeFromBudget(piece.size())) break;
+        m_gathered.insert(m_gathered.end(), piece.begin(), piece.end());
         pointer = load32(row.data());
     }
     m_bytes = m_gathered;
-    m_isComplete = m_gathered.size() == length;
 }
 
 } // namespace vellumo::jet

@@ -2,6 +2,9 @@
 
 #include "jet/ByteReader.h"
 
+#include <algorithm>
+#include <string_view>
+
 // Layout: a mark of 4 bytes, "KKD\0" or "MR2\0", then chunks: u32 length (its own 4 bytes included), u16 kind, body.
 //   kind 0x80: the names of properties, each u16 length, text
 //   kind 0 or 1, a table or a column: u32 6 + name length, u16 name length, name, then properties: u16 8 + value
@@ -10,19 +13,15 @@ namespace vellumo::jet {
 
 namespace {
 
-using Bytes = std::span<const std::uint8_t>;
-
-constexpr std::size_t markSize = 4;
+constexpr std::string_view jet3Mark("KKD\0", 4);
+constexpr std::string_view jet4Mark("MR2\0", 4);
 constexpr std::size_t chunkHeaderSize = 6;
 constexpr std::uint16_t namesChunk = 0x80;
 constexpr std::uint16_t columnChunk = 1;
 
-constexpr int booleanType = 1;
-constexpr int memoType = 12;
-constexpr int textType = 10;
 constexpr int longType = 4;
 
-std::string textOf(Bytes stored, const TextRules& rules)
+std::string textOf(ByteSpan stored, const TextRules& rules)
 {
     TextColumnBuilder text;
     appendStoredText(stored, rules, text);
@@ -30,7 +29,7 @@ std::string textOf(Bytes stored, const TextRules& rules)
 }
 
 // Whole numbers are stored in 1, 2 or 4 bytes, whatever their type says.
-std::string numberText(Bytes stored)
+std::string numberText(ByteSpan stored)
 {
     switch (stored.size()) {
     case 1: return std::to_string(stored[0]);
@@ -40,63 +39,72 @@ std::string numberText(Bytes stored)
     }
 }
 
-std::string valueText(int type, Bytes stored, const TextRules& rules)
+std::string valueText(int type, ByteSpan stored, const TextRules& rules)
 {
-    if (type == booleanType) return !stored.empty() && stored[0] != 0 ? "yes" : "no";
-    if (type == textType || type == memoType) return textOf(stored, rules);
-    if (type > booleanType && type <= longType) return numberText(stored);
+    if (type == TypeCode::boolean) return !stored.empty() && stored[0] != 0 ? "yes" : "no";
+    if (type == TypeCode::text || type == TypeCode::memo) return textOf(stored, rules);
+    if (type > TypeCode::boolean && type <= longType) return numberText(stored);
     ColumnDef column;
     column.typeCode = type;
     TextColumnBuilder text;
-    appendCellText(column, stored, rules, text);
+    CellAppender(column, rules)(stored, text);
     return std::string(text.openText());
 }
 
-std::vector<std::string> readNames(Bytes body, const TextRules& rules)
+// What stands before a damaged place is kept. False, as below, when there is one.
+bool readNames(ByteSpan body, const TextRules& rules, std::vector<std::string>& names)
 {
-    std::vector<std::string> names;
+    names.clear();
     ByteReader reader(body);
     while (reader.position() < body.size()) {
         const auto name = reader.take(reader.number<std::uint16_t>());
-        if (!reader.isGood()) break;
+        if (!reader.isGood()) return false;
         names.push_back(textOf(name, rules));
     }
-    return names;
+    return true;
 }
 
-void readColumn(Bytes body, const std::vector<std::string>& names, const TextRules& rules, ColumnProperties& properties)
+bool readColumn(ByteSpan body, const std::vector<std::string>& names, const TextRules& rules, ParsedProperties& parsed)
 {
     ByteReader reader(body);
     reader.skip(4);
     const auto column = textOf(reader.take(reader.number<std::uint16_t>()), rules);
-    auto& list = properties[column];
+    auto& list = parsed.columns[column];
+    bool isWhole = true;
     while (reader.isGood() && reader.position() < body.size()) {
         reader.skip(3); // length and flag
         const int type = reader.number<std::uint8_t>();
         const std::size_t name = reader.number<std::uint16_t>();
         const auto value = reader.take(reader.number<std::uint16_t>());
-        if (reader.isGood() && name < names.size()) list.emplace_back(names[name], valueText(type, value, rules));
+        if (reader.isGood() && name < names.size())
+            list.emplace_back(names[name], valueText(type, value, rules));
+        else
+            isWhole = false;
     }
+    return reader.isGood() && isWhole;
 }
 
 } // namespace
 
-ColumnProperties parseProperties(Bytes bytes, const TextRules& rules)
+ParsedProperties parseProperties(ByteSpan bytes, const TextRules& rules)
 {
-    ColumnProperties properties;
+    ParsedProperties parsed;
     std::vector<std::string> names;
+    bool isWhole = true;
     ByteReader reader(bytes);
-    reader.skip(markSize);
-    while (reader.isGood() && reader.position() < bytes.size()) {
+    const auto mark = reader.take(jet4Mark.size());
+    if (!std::ranges::equal(mark, rules.isJet3 ? jet3Mark : jet4Mark)) return parsed;
+    while (reader.position() < bytes.size()) {
         const std::size_t length = reader.number<std::uint32_t>();
         const auto kind = reader.number<std::uint16_t>();
-        if (length < chunkHeaderSize) break;
+        if (length < chunkHeaderSize) return parsed;
         const auto body = reader.take(length - chunkHeaderSize);
-        if (!reader.isGood()) break;
-        if (kind == namesChunk) names = readNames(body, rules);
-        if (kind == columnChunk) readColumn(body, names, rules, properties);
+        if (!reader.isGood()) return parsed;
+        if (kind == namesChunk) isWhole = readNames(body, rules, names) && isWhole;
+        if (kind == columnChunk) isWhole = readColumn(body, names, rules, parsed) && isWhole;
     }
-    return properties;
+    parsed.isWhole = isWhole;
+    return parsed;
 }
 
 } // namespace vellumo::jet

@@ -3,19 +3,16 @@
 #include "jet/CellText.h"
 
 #include <map>
-#include <span>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace vellumo::jet {
 
-// The Access properties of a table's columns, by column name; each is a name and a value as text: "yes" or "no" for
-// true and false, plain digits for numbers. In the order of the file.
-using PropertyList = std::vector<std::pair<std::string, std::string>>;
-using ColumnProperties = std::map<std::string, PropertyList, std::less<>>;
+struct ParsedProperties {
+    std::map<std::string, PropertyList, std::less<>> columns; // by column name
+    bool isWhole = false;                                     // false: what stands behind a damaged place is missing
+};
 
-// Reads the property value of a catalogue entry. What is damaged is left out, all that stands before it is kept.
-[[nodiscard]] ColumnProperties parseProperties(std::span<const std::uint8_t> bytes, const TextRules& rules);
+// Reads the property value of a catalogue entry.
+[[nodiscard]] ParsedProperties parseProperties(ByteSpan bytes, const TextRules& rules);
 
 } // namespace vellumo::jet

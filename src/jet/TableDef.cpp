@@ -1,6 +1,25 @@
 #include "jet/TableDef.h"
 
+#include <algorithm>
+#include <numeric>
+
 namespace vellumo::jet {
+
+std::vector<CellKind> cellKinds(const TableDef& table)
+{
+    std::vector<CellKind> kinds;
+    for (const auto& column : table.columns)
+        kinds.push_back(column.typeCode == TypeCode::ole ? CellKind::Blob : CellKind::Text);
+    return kinds;
+}
+
+std::vector<std::size_t> numberOrder(const std::vector<ColumnDef>& columns)
+{
+    std::vector<std::size_t> order(columns.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_sort(order, {}, [&](std::size_t column) { return columns[column].number; });
+    return order;
+}
 
 std::string_view mdb_get_colbacktype_string_fromMdbType(int typeCode)
 {

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <cstdint>
+#include "jet/PageList.h"
+#include "rows/RowGroup.h"
+
 #include <string>
 #include <string_view>
 #include <utility>
@@ -8,16 +10,32 @@
 
 namespace vellumo::jet {
 
+// Codes of the types of columns, as stored.
+namespace TypeCode {
+constexpr int boolean = 1;
+constexpr int ole = 11;
+constexpr int memo = 12;
+constexpr int text = 10;
+constexpr int numeric = 16;
+} // namespace TypeCode
+
+// The Access properties of a column, name and value, both as text: "yes" or "no" for true and false, plain digits for
+// numbers. In the order of the file.
+using PropertyList = std::vector<std::pair<std::string, std::string>>;
+
 struct ColumnDef {
-    std::string name; // UTF-8
+    std::string name{}; // UTF-8
     int typeCode = 0;
-    int size = 0;      // bytes as stored
-    int number = 0;    // the column number that rows and indexes use
-    int precision = 0; // numeric columns, else 0
+    std::size_t size = 0;          // bytes as stored
+    unsigned number = 0;           // the column number that rows and indexes use
+    bool isFixed = false;          // lies in the fixed part of a row
+    std::size_t fixedOffset = 0;   // from the start of the fixed part
+    std::size_t variableIndex = 0; // among the values of the variable part
+    int precision = 0;             // numeric columns, else 0
     int scale = 0;
     bool isHyperlink = false;
     bool isCalculated = false;
-    std::vector<std::pair<std::string, std::string>> properties; // Access properties, name and value
+    PropertyList properties{};
 };
 
 struct IndexKeyDef {
@@ -29,26 +47,31 @@ struct IndexDef {
     static constexpr int primaryKeyType = 1;
     static constexpr int uniqueFlag = 1;
 
-    std::string name;
+    std::string name{};
     int type = 0; // 0 plain, 1 primary key, 2 foreign key
     int flags = 0;
-    std::vector<IndexKeyDef> keys; // in key order; a key whose column does not exist is left out
+    std::vector<IndexKeyDef> keys{}; // in key order; a key whose column does not exist is left out
 };
 
-// What a table's definition pages tell. Plain data: it outlives the handle it was read with and may be read by
-// several threads.
-class TableDef {
-public:
-    std::string name;
+// What a table's definition pages tell. Plain data: it outlives the pages it was read from and may be read by several
+// threads.
+struct TableDef {
+    std::string name{};
     std::uint32_t definitionPage = 0;
-    // As the definition states it; real files are off by some.
+    // As the definition states it. Real files have more rows than they state, sound ones never fewer.
     std::uint32_t statedRowCount = 0;
-    std::vector<ColumnDef> columns;       // in stored order
-    std::vector<std::size_t> numberOrder; // positions in `columns`, ordered by column number
-    std::vector<IndexDef> indices;
-    // The pages that may hold rows, ascending; all lie inside the file.
-    std::vector<std::uint32_t> dataPages;
+    unsigned columnLimit = 0;         // rows know at most this many columns, deleted ones included
+    std::vector<ColumnDef> columns{}; // in stored order
+    std::vector<IndexDef> indices{};
+    std::vector<std::uint32_t> indexRoots{}; // root page of each physical index
+    std::uint32_t pageMapPointer = 0;        // to the usage map of the data pages
+    PageList dataPages{};
 };
+
+// Cells of object columns are kept as blobs, all others as text.
+[[nodiscard]] std::vector<CellKind> cellKinds(const TableDef& table);
+// Positions in `columns`, ordered by column number.
+[[nodiscard]] std::vector<std::size_t> numberOrder(const std::vector<ColumnDef>& columns);
 
 // The Access name of a type code ("Long Integer"), "" for a code that no column has.
 [[nodiscard]] std::string_view mdb_get_colbacktype_string_fromMdbType(int typeCode);

@@ -3,7 +3,7 @@
 #include "jet/ByteReader.h"
 
 #include <cstring>
-#include <glib.h>
+#include <iconv.h>
 #include <memory>
 #include <utility>
 
@@ -94,18 +94,21 @@ std::size_t copyAsciiUnits(std::span<const std::uint8_t> stored, char* out)
     return unit;
 }
 
-void appendUtf16(std::span<const std::uint8_t> stored, TextColumnBuilder& out)
+bool appendUtf16(std::span<const std::uint8_t> stored, TextColumnBuilder& out)
 {
-    while (stored.size() >= 2 && load16(&stored[stored.size() / 2 * 2 - 2]) == 0)
-        stored = stored.first(stored.size() / 2 * 2 - 2);
+    const bool isWhole = stored.size() % 2 == 0;
+    stored = stored.first(stored.size() / 2 * 2);
+    while (isWhole && !stored.empty() && load16(&stored[stored.size() - 2]) == 0)
+        stored = stored.first(stored.size() - 2);
     auto* start = out.room(3 * (stored.size() / 2) + 6);
     const auto copied = copyAsciiUnits(stored, start);
     UnitDecoder decoder(start + copied);
     for (std::size_t i = 2 * copied; stored.size() - i >= 2; i += 2)
         decoder.add(load16(&stored[i]));
     auto* end = decoder.finish();
-    if (stored.size() % 2 != 0) end = putUtf8(end, replacement); // half a character at the end
+    if (!isWhole) end = putUtf8(end, replacement);
     out.commit(static_cast<std::size_t>(end - start));
+    return isWhole;
 }
 
 bool isPlainAscii(std::span<const std::uint8_t> bytes)
@@ -123,15 +126,16 @@ bool isPlainAscii(std::span<const std::uint8_t> bytes)
 }
 
 // One byte a character, U+0001..U+00FF; a zero byte switches to two bytes a character and back.
-void appendCompressed(std::span<const std::uint8_t> stored, TextColumnBuilder& out)
+bool appendCompressed(std::span<const std::uint8_t> stored, TextColumnBuilder& out)
 {
     if (isPlainAscii(stored)) {
         out.append({reinterpret_cast<const char*>(stored.data()), stored.size()});
-        return;
+        return true;
     }
     auto* start = out.room(3 * stored.size() + 3);
     UnitDecoder decoder(start);
     bool isOneByte = true;
+    bool isWhole = true;
     std::size_t i = 0;
     while (i < stored.size()) {
         if (stored[i] == 0) {
@@ -143,23 +147,25 @@ void appendCompressed(std::span<const std::uint8_t> stored, TextColumnBuilder& o
             decoder.add(load16(&stored[i]));
             i += 2;
         } else {
-            decoder.add(replacement); // half a character at the end
+            decoder.add(replacement);
+            isWhole = false;
             ++i;
         }
     }
     out.commit(static_cast<std::size_t>(decoder.finish() - start));
+    return isWhole;
 }
 
 struct IconvClose {
-    void operator()(GIConv converter) const { g_iconv_close(converter); }
+    void operator()(iconv_t converter) const { iconv_close(converter); }
 };
-using Iconv = std::unique_ptr<std::remove_pointer_t<GIConv>, IconvClose>;
+using Iconv = std::unique_ptr<std::remove_pointer_t<iconv_t>, IconvClose>;
 
 Iconv openConverter(const std::string& charset)
 {
-    auto* converter = g_iconv_open("UTF-8", charset.c_str());
+    auto* converter = iconv_open("UTF-8", charset.c_str());
     // The library reports a failure in this way. NOLINTNEXTLINE(performance-no-int-to-ptr)
-    return Iconv(converter == reinterpret_cast<GIConv>(-1) ? nullptr : converter);
+    return Iconv(converter == reinterpret_cast<iconv_t>(-1) ? nullptr : converter);
 }
 
 // Code pages in which some characters take two bytes.
@@ -178,12 +184,10 @@ std::string iconvName(int codePage)
 
 } // namespace
 
-void appendJet4Text(std::span<const std::uint8_t> stored, TextColumnBuilder& out)
+bool appendJet4Text(std::span<const std::uint8_t> stored, TextColumnBuilder& out)
 {
-    if (stored.size() >= 2 && stored[0] == 0xFF && stored[1] == 0xFE)
-        appendCompressed(stored.subspan(2), out);
-    else
-        appendUtf16(stored, out);
+    const bool isCompressed = stored.size() >= 2 && stored[0] == 0xFF && stored[1] == 0xFE;
+    return isCompressed ? appendCompressed(stored.subspan(2), out) : appendUtf16(stored, out);
 }
 
 CodePage::CodePage(int number)
@@ -195,15 +199,15 @@ CodePage::CodePage(int number)
         auto& character = m_characters[byte];
         auto in = static_cast<char>(byte);
         auto* from = &in;
-        gsize fromLeft = 1;
+        std::size_t fromLeft = 1;
         auto* to = character.bytes;
-        gsize toLeft = sizeof character.bytes;
+        std::size_t toLeft = sizeof character.bytes;
         // The second call gets out a letter that is held back because a mark could follow: Hebrew and Vietnamese.
         const bool isDone = byte != 0 && converter
-            && g_iconv(converter.get(), &from, &fromLeft, &to, &toLeft) != static_cast<gsize>(-1)
-            && g_iconv(converter.get(), nullptr, nullptr, &to, &toLeft) != static_cast<gsize>(-1);
+            && iconv(converter.get(), &from, &fromLeft, &to, &toLeft) != static_cast<std::size_t>(-1)
+            && iconv(converter.get(), nullptr, nullptr, &to, &toLeft) != static_cast<std::size_t>(-1);
         if (!isDone) {
-            if (converter) g_iconv(converter.get(), nullptr, nullptr, nullptr, nullptr);
+            if (converter) iconv(converter.get(), nullptr, nullptr, nullptr, nullptr);
             to = putUtf8(character.bytes, replacement);
         }
         character.length = static_cast<std::uint8_t>(to - character.bytes);
@@ -237,15 +241,15 @@ void CodePage::appendMultiByte(std::span<const std::uint8_t> stored, TextColumnB
     const auto converter = openConverter(m_iconvName);
     std::string in(reinterpret_cast<const char*>(stored.data()), stored.size());
     auto* from = in.data();
-    gsize fromLeft = in.size();
+    std::size_t fromLeft = in.size();
     while (fromLeft > 0) {
         auto* start = out.room(4 * fromLeft + 16);
         auto* to = start;
-        gsize toLeft = 4 * fromLeft + 16;
+        std::size_t toLeft = 4 * fromLeft + 16;
         const bool isDone = converter && *from != '\0'
-            && g_iconv(converter.get(), &from, &fromLeft, &to, &toLeft) != static_cast<gsize>(-1);
+            && iconv(converter.get(), &from, &fromLeft, &to, &toLeft) != static_cast<std::size_t>(-1);
         if (!isDone) {
-            if (converter) g_iconv(converter.get(), nullptr, nullptr, nullptr, nullptr);
+            if (converter) iconv(converter.get(), nullptr, nullptr, nullptr, nullptr);
             to = putUtf8(to, replacement);
             ++from;
             --fromLeft;

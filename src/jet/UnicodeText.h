@@ -11,8 +11,8 @@
 // would be lost to every reader that takes a zero for the end.
 namespace vellumo::jet {
 
-// Jet 4: UTF-16, or the compressed form that begins with FF FE.
-void appendJet4Text(std::span<const std::uint8_t> stored, TextColumnBuilder& out);
+// Jet 4: UTF-16, or the compressed form that begins with FF FE. False when it ends inside a character.
+bool appendJet4Text(std::span<const std::uint8_t> stored, TextColumnBuilder& out);
 
 // Jet 3: bytes of the code page of the file.
 class CodePage {

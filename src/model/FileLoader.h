@@ -1,19 +1,22 @@
 #pragma once
 
-#include "jet/Database.h"
 #include "model/TAdmMDBFile.h"
+#include "model/TableRowsLoader.h"
 
 namespace vellumo {
 
 // Reads the content of a database file into its TAdmMDBFile, in one pass; the file is closed again at the end.
 class FileLoader {
 public:
-    FileLoader(TAdmMDBFile& file, const OpenOptions& options)
-        : m_file(file)
+    // `database` and `file` outlive the loader.
+    FileLoader(jet::Database& database, TAdmMDBFile& file, const OpenOptions& options)
+        : m_database(database)
+        , m_file(file)
         , m_options(options)
+        , m_rows(database, options.readerCount)
     {
     }
-    // False when the file cannot be opened or the observer stopped it; what was read so far is then still in the file.
+    // False when the observer stopped it; what was read so far is then still in the file.
     [[nodiscard]] bool load();
 
 private:
@@ -21,16 +24,21 @@ private:
     struct PendingTable {
         jet::TableDef def;
         std::unique_ptr<TAdmMDBTable> table;
+        jet::RowChoice choice = jet::RowChoice::Live;
     };
 
-    [[nodiscard]] std::vector<PendingTable> readDefinitions(const std::vector<jet::CatalogEntry>& catalog);
-    void addUserTable(const jet::CatalogEntry& entry, std::vector<PendingTable>& pending);
-    void readRelations(const jet::TableDef& table);
-    [[nodiscard]] bool readRows(std::vector<PendingTable>& pending);
+    void readDefinitions(const std::vector<jet::CatalogEntry>& catalog);
+    void addUserTable(const jet::CatalogEntry& entry);
+    void readRelations(const jet::CatalogEntry& entry);
+    [[nodiscard]] bool readAllRows();
+    [[nodiscard]] bool readRows(PendingTable& pending, std::uint64_t rowsDone, std::uint64_t rowsExpected);
 
+    jet::Database& m_database;
     TAdmMDBFile& m_file;
     const OpenOptions& m_options;
-    std::unique_ptr<jet::Database> m_database;
+    TableRowsLoader m_rows;
+    std::vector<PendingTable> m_pending;
+    DamageReport m_damage;
 };
 
 } // namespace vellumo

@@ -52,8 +52,10 @@ bool TAdmMDBFile::open(const OpenOptions& options)
     if (m_fActive) return true;
     m_openFailure.reset();
     try {
-        m_fActive = FileLoader(*this, options).load();
-        if (!m_fActive) m_openFailure = OpenFailure::NotADatabase;
+        auto failure = OpenFailure::Stopped;
+        const auto database = jet::Database::open(fullPath(), failure);
+        m_fActive = database && FileLoader(*database, *this, options).load();
+        if (!m_fActive) m_openFailure = failure;
     } catch (const std::bad_alloc&) {
         m_openFailure = OpenFailure::TooLittleMemory;
     }

@@ -8,10 +8,6 @@
 
 namespace vellumo {
 
-namespace {
-constexpr int textType = 10;
-}
-
 void TAdmMDBTable::setColumns(Columns columns)
 {
     m_columns = std::move(columns);
@@ -53,8 +49,8 @@ void TAdmMDBTable::getColumnsFromMdbTableDef(const jet::TableDef& tableDef, int 
         column->setName(def.name);
         column->setDataType(std::string(jet::mdb_get_colbacktype_string_fromMdbType(def.typeCode)));
         // Jet 4 stores two bytes a character and states the size in bytes.
-        if (def.typeCode == textType && def.size > 0)
-            column->setFieldSize(formatVersion != 0 ? def.size / 2 : def.size);
+        if (def.typeCode == jet::TypeCode::text && def.size > 0)
+            column->setFieldSize(static_cast<std::int32_t>(formatVersion != 0 ? def.size / 2 : def.size));
         column->setIsHyperlink(def.isHyperlink);
         column->setIsCalculatedType(def.isCalculated);
         if (def.precision > 0) {

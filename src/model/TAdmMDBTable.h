@@ -10,7 +10,7 @@
 namespace vellumo {
 
 namespace jet {
-class TableDef;
+struct TableDef;
 }
 
 // Where the rows of a table come from.

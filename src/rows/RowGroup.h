@@ -31,7 +31,9 @@ public:
     [[nodiscard]] TextColumnBuilder& text(std::size_t column) { return m_texts[column]; }
     void addText(std::size_t column, std::string_view text);
     void addBlob(std::size_t column, std::shared_ptr<TAdmBlobData> blob);
-    void endRow() { ++m_rowCount; }
+    void endRow() { endRows(1); }
+    // The same for several rows, each column of which has got its texts or entries.
+    void endRows(std::size_t count) { m_rowCount += static_cast<std::uint32_t>(count); }
 
     [[nodiscard]] std::size_t columnCount() const { return m_kinds.size(); }
     [[nodiscard]] CellKind kind(std::size_t column) const { return m_kinds[column]; }

@@ -29,7 +29,8 @@ std::string cellText(int type, const std::string& stored, int scale = 0)
     column.typeCode = type;
     column.scale = scale;
     TextColumnBuilder out;
-    appendCellText(column, bytesOf(stored), {}, out);
+    const TextRules rules;
+    CellAppender(column, rules)(bytesOf(stored), out);
     return std::string(out.openText());
 }
 

@@ -35,11 +35,13 @@ std::string column(const std::string& name, const std::string& properties)
     return chunk(1, u16(6 + name.size()) + "\0\0"s + u16(name.size()) + name + properties);
 }
 
-ColumnProperties parse(const std::string& bytes)
+ParsedProperties parseWhole(const std::string& bytes)
 {
     const CodePage codePage(1252);
     return parseProperties({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, {true, &codePage});
 }
+
+auto parse(const std::string& bytes) { return parseWhole(bytes).columns; }
 
 TEST(Properties, AreReadByColumnAndType)
 {
@@ -60,16 +62,22 @@ TEST(Properties, OfADamagedValueEndWhereItBreaks)
         const char* name;
         std::string bytes;
         bool hasColumn;
+        bool isWhole;
     } cases[] = {
-        {"good", good, true},
-        {"chunk of length zero", good + std::string(20, '\0'), true},
-        {"chunk of length zero in front", "KKD\0"s + std::string(6, '\0') + good.substr(4), false},
-        {"chunk longer than the rest", good + u16(500) + "\0\0\1\0"s, true},
-        {"only a mark", "KKD\0"s, false},
-        {"nothing", "", false},
+        {"good", good, true, true},
+        {"chunk of length zero", good + std::string(20, '\0'), true, false},
+        {"chunk of length zero in front", "KKD\0"s + std::string(6, '\0') + good.substr(4), false, false},
+        {"chunk longer than the rest", good + u16(500) + "\0\0\1\0"s, true, false},
+        {"a name that is not in the list", good + column("B", property(1, 2, "\0"s)), true, false},
+        {"only a mark", "KKD\0"s, false, true},
+        {"the other version's mark", "MR2\0"s + good.substr(4), false, false},
+        {"nothing", "", false, false},
     };
-    for (const auto& test : cases)
-        EXPECT_EQ(parse(test.bytes).contains("A"), test.hasColumn) << test.name;
+    for (const auto& test : cases) {
+        const auto parsed = parseWhole(test.bytes);
+        EXPECT_EQ(parsed.columns.contains("A"), test.hasColumn) << test.name;
+        EXPECT_EQ(parsed.isWhole, test.isWhole) << test.name;
+    }
 
     const auto cutName = parse("KKD\0"s + chunk(0x80, u16(8) + "Required" + u16(99) + "x")
         + column("A", property(1, 0, "\1") + property(1, 1, "\1")));
