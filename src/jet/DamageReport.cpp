@@ -32,6 +32,8 @@ constexpr KindFacts kinds[] = {
     {DamageKind::Value, "value", messageKey("A value cannot be read."), messageKey("%ld values cannot be read.")},
     {DamageKind::LongText, "longText", messageKey("A text breaks off."), messageKey("%ld texts break off.")},
     {DamageKind::Object, "object", messageKey("An object is damaged."), messageKey("%ld objects are damaged.")},
+    {DamageKind::Index, "index", messageKey("A page of an index cannot be read."),
+        messageKey("%ld pages of indexes cannot be read.")},
     {DamageKind::Budget, "budget", messageKey("Something was left out because it would take too much memory."),
         messageKey("%ld values or rows were left out because they would take too much memory.")},
 };

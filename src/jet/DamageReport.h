@@ -26,6 +26,7 @@ enum class DamageKind : std::uint8_t {
     Value,       // values that cannot be read; the cell shows U+FFFD or is empty
     LongText,    // memos that break off; the cell shows what there is, and U+FFFD
     Object,      // objects that break off; the cell says that it is damaged
+    Index,       // pages of indexes, when they are looked at
     Budget,      // values or rows left as they are stored, or out, because they would take too much memory
 };
 

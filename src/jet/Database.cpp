@@ -3,6 +3,7 @@
 #include "embedded/TAdmBlobData.h"
 #include "jet/ByteReader.h"
 #include "jet/Definition.h"
+#include "jet/IndexReader.h"
 #include "jet/Limits.h"
 #include "jet/Properties.h"
 
@@ -32,7 +33,6 @@ DecodedObject rawObject(ByteSpan stored, bool isWhole)
     return {std::make_shared<TAdmBlobData>(std::vector<std::byte>(bytes.begin(), bytes.end()), std::string(), facts)};
 }
 
-// The catalogue holds more than is asked for, and what of that is damaged concerns nobody.
 void keepColumns(TableDef& table, std::initializer_list<std::string_view> names)
 {
     std::erase_if(
@@ -89,34 +89,47 @@ TableReader::Source Database::source(Pages& pages, ObjectDecoder decodeObject)
     return {pages, rules(), m_longValueBudget, std::move(decodeObject)};
 }
 
+// Nothing else of the catalogue is asked for, and what of the rest is damaged concerns nobody.
+std::optional<TableDef> Database::readCatalogDefinition(DamageReport& damage)
+{
+    auto objects = readTableAt(catalogPage, damage);
+    if (objects) keepColumns(*objects, {"Id", "Name", "Type", "Flags", "LvProp"});
+    const bool isComplete = objects && columnNamed(*objects, "Id") && columnNamed(*objects, "Name")
+        && columnNamed(*objects, "Type") && columnNamed(*objects, "Flags");
+    return isComplete ? std::move(objects) : std::nullopt;
+}
+
 std::vector<CatalogEntry> Database::readCatalog(DamageReport& damage)
 {
     DamageReport found;
-    auto objects = readTableAt(catalogPage, found);
-    if (objects) keepColumns(*objects, {"Id", "Name", "Type", "Flags", "LvProp"});
-    const auto column = [&](std::string_view name) { return objects ? columnNamed(*objects, name) : std::nullopt; };
-    const auto id = column("Id");
-    const auto name = column("Name");
-    const auto type = column("Type");
-    const auto flags = column("Flags");
-    const auto properties = column("LvProp");
-    if (!id || !name || !type || !flags) {
+    const auto objects = readCatalogDefinition(found);
+    if (!objects) {
         damage.add({.kind = DamageKind::Catalogue, .page = catalogPage});
         return {};
     }
     const auto rows = readAllRows(*objects, found);
+    tellAs(DamageKind::Catalogue, found, damage);
+    return entriesOf(*objects, rows);
+}
+
+std::vector<CatalogEntry> Database::entriesOf(const TableDef& objects, const RowStore& rows)
+{
+    const auto id = *columnNamed(objects, "Id");
+    const auto name = *columnNamed(objects, "Name");
+    const auto type = *columnNamed(objects, "Type");
+    const auto flags = *columnNamed(objects, "Flags");
+    const auto properties = columnNamed(objects, "LvProp");
     std::vector<CatalogEntry> catalog;
     for (std::size_t row = 0; row < rows.rowCount(); ++row) {
         CatalogEntry entry;
-        entry.name = rows.text(row, *name);
-        entry.type = static_cast<int>(static_cast<std::uint32_t>(number(rows.text(row, *type))) & typeMask);
-        entry.flags = static_cast<std::uint32_t>(number(rows.text(row, *flags)));
-        entry.page = static_cast<std::uint32_t>(number(rows.text(row, *id))) & pageMask;
+        entry.name = rows.text(row, name);
+        entry.type = static_cast<int>(static_cast<std::uint32_t>(number(rows.text(row, type))) & typeMask);
+        entry.flags = static_cast<std::uint32_t>(number(rows.text(row, flags)));
+        entry.page = static_cast<std::uint32_t>(number(rows.text(row, id))) & pageMask;
         if (properties && rows.kinds()[*properties] == CellKind::Blob)
             entry.properties = objectIn(rows, row, *properties);
         catalog.push_back(std::move(entry));
     }
-    tellAs(DamageKind::Catalogue, found, damage);
     return catalog;
 }
 
@@ -190,24 +203,97 @@ void Database::readDataPages(TableDef& table, DamageReport& damage)
     if (table.dataPages.beyondEnd != 0) damage.add({.kind = DamageKind::Page, .count = table.dataPages.beyondEnd});
     if (table.dataPages.gaps.empty()) return;
     damage.add({.kind = DamageKind::PageList, .page = pageOf(table.pageMapPointer)});
-    addPagesByOwner(table);
+    fillGaps(table.dataPages, table.definitionPage);
 }
 
 // Where the table's own list has gaps, the pages that name the table as their owner stand in for it.
-void Database::addPagesByOwner(TableDef& table)
+void Database::fillGaps(PageList& list, std::uint32_t definitionPage)
 {
-    if (!m_pagesByOwner) {
-        m_pagesByOwner.emplace();
-        for (std::uint32_t number = 1; number < m_pages->count(); ++number)
-            if (const auto page = m_pages->read(number, m_buffer); isDataPage(page))
-                (*m_pagesByOwner)[ownerOf(page)].push_back(number);
+    const auto& owned = pagesOwnedBy(definitionPage);
+    for (const auto& gap : list.gaps)
+        std::ranges::copy_if(owned, std::back_inserter(list.pages),
+            [&](std::uint32_t page) { return page >= gap.first && page < gap.end; });
+    std::ranges::sort(list.pages);
+}
+
+const Database::Survey& Database::survey()
+{
+    if (m_survey) return *m_survey;
+    auto& survey = m_survey.emplace();
+    std::set<std::uint32_t> continuations;
+    for (std::uint32_t number = 1; number < m_pages->count(); ++number) {
+        const auto page = m_pages->read(number, m_buffer);
+        if (isDataPage(page)) {
+            survey.dataPages[ownerOf(page)].push_back(number);
+        } else if (!page.empty() && page[0] == DefinitionPageType) {
+            survey.definitions.insert(number);
+            continuations.insert(load32(&page[ownerOffset])); // where a data page names its owner, the next page
+        }
     }
-    auto& pages = table.dataPages.pages;
-    const auto& owned = (*m_pagesByOwner)[table.definitionPage];
-    for (const auto& gap : table.dataPages.gaps)
-        std::ranges::copy_if(
-            owned, std::back_inserter(pages), [&](std::uint32_t page) { return page >= gap.first && page < gap.end; });
-    std::ranges::sort(pages);
+    for (const auto page : continuations)
+        survey.definitions.erase(page);
+    return survey;
+}
+
+const std::vector<std::uint32_t>& Database::pagesOwnedBy(std::uint32_t definitionPage)
+{
+    static const std::vector<std::uint32_t> none;
+    const auto& owned = survey().dataPages;
+    const auto found = owned.find(definitionPage);
+    return found == owned.end() ? none : found->second;
+}
+
+std::vector<std::uint32_t> Database::unlistedPages(const TableDef& table)
+{
+    std::vector<std::uint32_t> pages;
+    std::ranges::set_difference(pagesOwnedBy(table.definitionPage), table.dataPages.pages, std::back_inserter(pages));
+    return pages;
+}
+
+std::vector<TableDef> Database::lostTables(const std::vector<CatalogEntry>& entries)
+{
+    auto definitions = survey().definitions;
+    for (const auto& entry : entries)
+        definitions.erase(entry.page);
+    DamageReport unwanted; // all of this is beyond what the file still lists
+    std::map<std::uint32_t, CatalogEntry> lostEntries;
+    if (auto objects = readCatalogDefinition(unwanted)) {
+        objects->dataPages.pages = unlistedPages(*objects);
+        for (auto& entry : entriesOf(*objects, readAllRows(*objects, unwanted)))
+            lostEntries.emplace(entry.page, std::move(entry));
+    }
+    std::vector<TableDef> tables;
+    for (const auto page : definitions) {
+        const auto lost = lostEntries.find(page);
+        auto table = readTable(lost == lostEntries.end() ? CatalogEntry{.page = page} : lost->second, unwanted);
+        if (!table || table->isSystem) continue;
+        table->dataPages.pages = pagesOwnedBy(page);
+        tables.push_back(std::move(*table));
+    }
+    return tables;
+}
+
+std::vector<std::uint32_t> Database::rowsOnlyInIndexes(const TableDef& table, DamageReport& damage)
+{
+    std::set<std::uint32_t> missing;
+    for (const auto root : table.indexRoots) {
+        const auto entries = readIndexEntries(*m_pages, root, table.definitionPage);
+        for (const auto page : entries.damagedPages)
+            damage.add({.kind = DamageKind::Index, .page = page});
+        for (const auto pointer : entries.rows)
+            if (!hasRow(table, pointer)) missing.insert(pointer);
+    }
+    return {missing.begin(), missing.end()};
+}
+
+bool Database::hasRow(const TableDef& table, std::uint32_t pointer)
+{
+    if (!std::ranges::binary_search(table.dataPages.pages, pageOf(pointer))) return false;
+    const auto page = m_pages->read(pageOf(pointer), m_buffer);
+    if (!isDataPage(page) || ownerOf(page) != table.definitionPage) return false;
+    const auto place = rowAt(page, m_pages->format(), pointer);
+    // A damaged row has been told as such.
+    return place && place->state != RowState::Deleted;
 }
 
 // Object cells are kept as they are stored.

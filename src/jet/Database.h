@@ -7,6 +7,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 
 namespace vellumo::jet {
 
@@ -57,6 +58,15 @@ public:
     // `entry`: the catalogue's entry of the table of relations.
     [[nodiscard]] std::vector<RelationPart> readRelations(const CatalogEntry& entry, DamageReport& damage);
 
+    // Rows of the table that its indexes know and its pages do not have, as pointers, each once.
+    [[nodiscard]] std::vector<std::uint32_t> rowsOnlyInIndexes(const TableDef& table, DamageReport& damage);
+
+    // The pages of a table that its own list does not name, as far as they name the table.
+    [[nodiscard]] std::vector<std::uint32_t> unlistedPages(const TableDef& table);
+    // Tables of users whose definition lies in the file though none of the entries leads to it, with all the pages that
+    // name them; with a name where an old or lost part of the catalogue still has one.
+    [[nodiscard]] std::vector<TableDef> lostTables(const std::vector<CatalogEntry>& entries);
+
     // For a reader on the thread that `pages` serves.
     [[nodiscard]] TableReader::Source source(Pages& pages, ObjectDecoder decodeObject);
 
@@ -64,7 +74,17 @@ private:
     explicit Database(std::unique_ptr<PageSource> pages);
     [[nodiscard]] std::optional<TableDef> readTableAt(std::uint32_t page, DamageReport& damage);
     void readDataPages(TableDef& table, DamageReport& damage);
-    void addPagesByOwner(TableDef& table);
+    void fillGaps(PageList& list, std::uint32_t definitionPage);
+    // The pages as they describe themselves; the first call reads the whole file.
+    struct Survey {
+        std::map<std::uint32_t, std::vector<std::uint32_t>> dataPages; // by owner, ascending
+        std::set<std::uint32_t> definitions;                           // first pages of definitions
+    };
+    [[nodiscard]] const Survey& survey();
+    [[nodiscard]] bool hasRow(const TableDef& table, std::uint32_t pointer);
+    [[nodiscard]] const std::vector<std::uint32_t>& pagesOwnedBy(std::uint32_t definitionPage);
+    [[nodiscard]] std::optional<TableDef> readCatalogDefinition(DamageReport& damage);
+    [[nodiscard]] static std::vector<CatalogEntry> entriesOf(const TableDef& objects, const RowStore& rows);
     [[nodiscard]] RowStore readAllRows(const TableDef& table, DamageReport& damage);
     [[nodiscard]] TextRules rules() const { return {m_pages->format().isJet3, &m_codePage}; }
     [[nodiscard]] std::string textOf(ByteSpan stored) const;
@@ -73,8 +93,7 @@ private:
     CodePage m_codePage;
     LongValue::Budget m_longValueBudget;
     PageBuffer m_buffer;
-    // The data pages that say whose they are, by owner, ascending: read when a table's own list of them is lost.
-    std::optional<std::map<std::uint32_t, std::vector<std::uint32_t>>> m_pagesByOwner;
+    std::optional<Survey> m_survey;
 };
 
 // Adds the rows that a table states beyond those found, `damage` being the table's own: rows told one by one are not

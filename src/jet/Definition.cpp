@@ -13,6 +13,7 @@ namespace {
 // Offsets and sizes in a definition, bytes. The two versions differ in unused fields only.
 struct Layout {
     std::size_t rowCount;
+    std::size_t kind;        // systemKind, or another letter
     std::size_t columnLimit; // highest column number + 1
     std::size_t columnCount;
     std::size_t logicalIndexCount;
@@ -38,13 +39,14 @@ struct Layout {
     std::size_t logicalKind;
 };
 
-constexpr Layout jet3{12, 21, 25, 27, 31, 35, 43, 8, 18, 1, 9, 13, 14, 16, 1, 39, 0, 34, 38, 20, 4, 19};
-constexpr Layout jet4{16, 41, 45, 47, 51, 55, 63, 12, 25, 5, 11, 15, 21, 23, 2, 52, 4, 38, 46, 28, 8, 23};
+constexpr Layout jet3{12, 20, 21, 25, 27, 31, 35, 43, 8, 18, 1, 9, 13, 14, 16, 1, 39, 0, 34, 38, 20, 4, 19};
+constexpr Layout jet4{16, 40, 41, 45, 47, 51, 55, 63, 12, 25, 5, 11, 15, 21, 23, 2, 52, 4, 38, 46, 28, 8, 23};
 
 constexpr std::size_t totalLength = 8; // offset of u32: bytes of the whole definition, as joined
 constexpr std::size_t pageHeaderSize = 8;
 constexpr std::size_t nextPageOffset = 4;
 
+constexpr std::uint8_t systemKind = 'S';
 constexpr int relationType = 2; // of a logical index
 constexpr std::uint8_t fixedFlag = 0x01;
 constexpr std::uint8_t hyperlinkFlag = 0x80;
@@ -83,6 +85,7 @@ public:
         ParsedDefinition parsed;
         auto& table = parsed.table;
         table.statedRowCount = load32(&m_bytes[m_layout.rowCount]);
+        table.isSystem = m_bytes[m_layout.kind] == systemKind;
         table.columnLimit = load16(&m_bytes[m_layout.columnLimit]);
         table.pageMapPointer = load32(&m_bytes[m_layout.pageMap]);
         m_reader.seek(m_layout.indexEntries + physicalCount * m_layout.indexEntrySize);

@@ -116,8 +116,9 @@ struct PageSource::Handle {
             mdb = nullptr;
             return;
         }
-        // One page: a read of a whole one goes past the buffer, in one piece.
-        setvbuf(stream, nullptr, _IOFBF, static_cast<std::size_t>(mdb->fmt->pg_size));
+        // Of one page, so that exactly the page asked for is read, in one piece.
+        buffer.resize(static_cast<std::size_t>(mdb->fmt->pg_size));
+        setvbuf(stream, buffer.data(), _IOFBF, buffer.size());
         fclose(mdb->f->stream);
         mdb->f->stream = stream;
     }
@@ -148,6 +149,7 @@ struct PageSource::Handle {
         return 0;
     }
 
+    std::vector<char> buffer; // of the stream
     MdbHandle* mdb = nullptr;
     int descriptor;
     off_t size;

@@ -58,6 +58,7 @@ struct IndexDef {
 struct TableDef {
     std::string name{};
     std::uint32_t definitionPage = 0;
+    bool isSystem = false; // as the definition says
     // As the definition states it. Real files have more rows than they state, sound ones never fewer.
     std::uint32_t statedRowCount = 0;
     unsigned columnLimit = 0;         // rows know at most this many columns, deleted ones included

@@ -1,5 +1,6 @@
 #include "model/FileLoader.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 
@@ -24,8 +25,11 @@ std::string firstPrimaryKeyColumn(const TAdmMDBTable& table)
 
 bool FileLoader::load()
 {
-    readDefinitions(m_database.readCatalog(m_damage));
+    const auto catalog = m_database.readCatalog(m_damage);
+    readDefinitions(catalog);
+    if (m_options.salvage != Salvage::None) addSalvage(catalog);
     if (!readAllRows()) return false;
+    dropEmptySalvage();
     if (m_database.pages().isCutOrChanged()) m_damage.add({.kind = DamageKind::File});
     TAdmMDBFile::Tables tables;
     for (auto& item : m_pending)
@@ -59,14 +63,64 @@ void FileLoader::addUserTable(const jet::CatalogEntry& entry)
 {
     auto def = m_database.readTable(entry, m_damage);
     if (!def) return;
-    auto table = std::make_unique<TAdmMDBTable>();
-    table->setFile(&m_file);
-    table->getColumnsFromMdbTableDef(*def, m_database.formatVersion());
+    auto table = newTable(*def);
     table->getIndicesFromMdbTableDef(*def);
     table->setColumnPrimaryKey();
     table->setName(entry.isUserTable() ? entry.name : firstPrimaryKeyColumn(*table));
     if (!entry.isUserTable() && table->name() == resourcesTable) return;
     m_pending.push_back({std::move(*def), std::move(table)});
+}
+
+std::unique_ptr<TAdmMDBTable> FileLoader::newTable(const jet::TableDef& def)
+{
+    auto table = std::make_unique<TAdmMDBTable>();
+    table->setFile(&m_file);
+    table->getColumnsFromMdbTableDef(def, m_database.formatVersion());
+    return table;
+}
+
+// Rows that were lost or deleted are never mixed into those of a table that can be read.
+void FileLoader::addSalvage(const std::vector<jet::CatalogEntry>& catalog)
+{
+    std::vector<std::pair<jet::TableDef, std::string>> listed; // a copy: the list grows
+    for (const auto& item : m_pending)
+        listed.emplace_back(item.def, item.table->name());
+    for (auto& [def, name] : listed) {
+        if (m_options.salvage == Salvage::LostAndDeletedRows)
+            addSalvaged(def, name + " (deleted)", TableOrigin::Deleted);
+        def.dataPages.pages = m_database.unlistedPages(def);
+        if (!def.dataPages.pages.empty()) addSalvaged(def, name + " (recovered)", TableOrigin::Recovered);
+    }
+    int nameless = 0;
+    for (auto& def : m_database.lostTables(catalog)) {
+        const auto name = def.name.empty() ? "Recovered " + std::to_string(++nameless) : def.name + " (recovered)";
+        addSalvaged(std::move(def), name, TableOrigin::Recovered);
+    }
+}
+
+// Without indexes: what they promise of the rows of their table does not hold here.
+void FileLoader::addSalvaged(jet::TableDef def, const std::string& name, TableOrigin origin)
+{
+    const auto isTaken = [&](const PendingTable& item) { return item.table->name() == name; };
+    if (std::ranges::any_of(m_pending, isTaken)) {
+        addSalvaged(std::move(def), name + " 2", origin);
+        return;
+    }
+    auto table = newTable(def);
+    table->setName(name);
+    table->setOrigin(origin);
+    def.name = name;
+    m_pending.push_back({std::move(def), std::move(table)});
+}
+
+// Looking in vain is no find, except for a whole table that the catalogue has lost.
+void FileLoader::dropEmptySalvage()
+{
+    const bool isCatalogueDamaged = m_damage.total(DamageKind::Catalogue) != 0;
+    std::erase_if(m_pending, [&](const PendingTable& item) {
+        const bool mayBeWhole = isCatalogueDamaged && item.table->origin() == TableOrigin::Recovered;
+        return item.table->origin() != TableOrigin::Catalogue && item.table->rows().empty() && !mayBeWhole;
+    });
 }
 
 // The first part of a name tells the tables, every part adds a pair of columns.
@@ -110,12 +164,26 @@ bool FileLoader::readRows(PendingTable& pending, std::uint64_t rowsDone, std::ui
     const auto observer = [&](std::size_t rowsOfTable) {
         return !m_options.observer || m_options.observer(rowsDone + rowsOfTable, rowsExpected);
     };
+    const auto origin = pending.table->origin();
+    const auto choice = origin == TableOrigin::Deleted ? jet::RowChoice::Deleted : jet::RowChoice::Live;
     DamageReport found;
-    if (!m_rows.load(pending.def, rows, found, observer, pending.choice)) return false;
-    jet::tellMissingRows(pending.def, rows.rowCount(), found);
-    m_damage.append(found, pending.table->name(), 0);
+    if (!m_rows.load(pending.def, rows, found, observer, choice)) return false;
+    if (origin == TableOrigin::Catalogue) {
+        jet::tellMissingRows(pending.def, rows.rowCount(), found);
+        checkRows(pending, found);
+        m_damage.append(found, pending.table->name(), 0);
+    }
     pending.table->setRows(std::move(rows));
     return true;
+}
+
+// What the indexes know counts as far as it goes beyond what is known to be missing already.
+void FileLoader::checkRows(const PendingTable& pending, DamageReport& found)
+{
+    if (!m_options.checksIndexes) return;
+    const auto missing = m_database.rowsOnlyInIndexes(pending.def, found).size();
+    const auto known = found.missingRows();
+    if (missing > known) found.add({.kind = DamageKind::MissingRows, .count = missing - known});
 }
 
 } // namespace vellumo

@@ -24,14 +24,18 @@ private:
     struct PendingTable {
         jet::TableDef def;
         std::unique_ptr<TAdmMDBTable> table;
-        jet::RowChoice choice = jet::RowChoice::Live;
     };
 
     void readDefinitions(const std::vector<jet::CatalogEntry>& catalog);
     void addUserTable(const jet::CatalogEntry& entry);
+    [[nodiscard]] std::unique_ptr<TAdmMDBTable> newTable(const jet::TableDef& def);
+    void addSalvage(const std::vector<jet::CatalogEntry>& catalog);
+    void addSalvaged(jet::TableDef def, const std::string& name, TableOrigin origin);
+    void dropEmptySalvage();
     void readRelations(const jet::CatalogEntry& entry);
     [[nodiscard]] bool readAllRows();
     [[nodiscard]] bool readRows(PendingTable& pending, std::uint64_t rowsDone, std::uint64_t rowsExpected);
+    void checkRows(const PendingTable& pending, DamageReport& found);
 
     jet::Database& m_database;
     TAdmMDBFile& m_file;
