@@ -87,7 +87,9 @@ TEST_F(Program, ErrorsAreOneLineAndTellBetweenUsageAndFailure)
         {"missing file", {"info", "/nowhere/a.mdb"}, 1, "File (/nowhere/a.mdb) cannot be opened"},
         {"line break in a name", {"info", "a\nb"}, 1, "File (a b) cannot be opened"},
         {"a folder", {"info", "/"}, 1, "File (/) cannot be opened"},
-        {"not a database", {"info", s_folder->path("broken.mdb")}, 1, "cannot be opened"},
+        {"not a database", {"info", s_folder->path("broken.mdb")}, 1,
+            "cannot be opened: it is no Access database, or its first page is damaged"},
+        {"escape in a name", {"check", "a\033b"}, 1, "File (a\\u{1B}b) cannot be opened"},
         {"missing table", {"info", "FILE", "items"}, 1, "There is no table \"items\"."},
         {"unknown sort column", {"rows", "FILE", "Items", "--sort", "id:desc"}, 1, "There is no column \"id:desc\"."},
         {"unknown match", {"rows", "FILE", "Items", "--match", "like"}, 2, "--match"},
@@ -100,6 +102,9 @@ TEST_F(Program, ErrorsAreOneLineAndTellBetweenUsageAndFailure)
         {"blob over the database", {"blob", "FILE", "Items", "Picture", "1", "--to", "FILE"}, 1, "cannot be written"},
         {"format missing", {"export", "FILE", "--to", "x"}, 2, "--format is required"},
         {"unknown format", {"export", "FILE", "--format", "pdf", "--to", "x"}, 2, "pdf"},
+        {"unknown salvage", {"rows", "FILE", "Items", "--salvage=all"}, 2, "all is not \"deleted\""},
+        {"objects nowhere", {"objects", "FILE", "--to="}, 2, "--to must not be empty."},
+        {"objects of a missing table", {"objects", "FILE", "--to", "x", "--table", "items"}, 1, "no table \"items\""},
         {"usage comes before the file", {"export", "/no", "--format", "csv", "--to", "x", "--schema", "s"}, 2,
             "--schema does not apply to csv."},
         {"one value a --table", {"export", "FILE", "--format", "csv", "--to", "x", "--table", "a", "b"}, 2, "b"},
@@ -165,7 +170,8 @@ TEST_F(Program, ShowsInformation)
     }
   ],
   "indexes": [],
-  "relations": []
+  "relations": [],
+  "damage": []
 }
 )");
     result = run({"info", "FILE", "--json"});
@@ -233,8 +239,62 @@ TEST_F(Program, ValuesDoNotDependOnTheEnvironment)
     EXPECT_EQ(run(json, "", speakGerman).out, run(json).out);
 }
 
+TEST_F(Program, ChecksAFile)
+{
+    auto result = run({"check", "FILE"});
+    EXPECT_EQ(result.out, "No damage found.\n");
+    EXPECT_EQ(result.status, 0);
+    result = run({"check", "FILE", "--json", "--salvage=deleted"});
+    EXPECT_THAT(result.out, HasSubstr("\"path\": \"" + database() + '"'));
+    EXPECT_THAT(result.out, HasSubstr("\n  \"damage\": []\n}\n"));
+    EXPECT_EQ(result.status, 0);
+}
+
+// What a program leaves of a reader that goes away before it has written anything.
+TEST_F(Program, EndsQuietlyWithoutAReader)
+{
+    const std::vector<std::vector<std::string>> commands = {{"--help"}, {"info", "FILE"}, {"rows", "FILE", "Large"},
+        {"blob", "FILE", "Items", "Picture", "1", "--to", "-"}};
+    for (const auto& command : commands) {
+        const auto result = run(command, "", [] {
+            int ends[2];
+            if (::pipe(ends) != 0) ::_exit(126);
+            ::close(ends[0]);
+            ::dup2(ends[1], STDOUT_FILENO);
+        });
+        EXPECT_EQ(result.status, 0) << command[0];
+        EXPECT_EQ(result.err, "") << command[0];
+    }
+}
+
+TEST_F(Program, ATerminalGetsNothingToObey)
+{
+    samples::DatabaseDescription description;
+    auto& table = description.tables.emplace_back();
+    table.name = "T";
+    table.columns = {{.name = "A"}, {.name = "B"}};
+    table.rows = samples::rowsOf({{std::string("\033[2J\u202Ecba"), std::string("b")}});
+    ASSERT_TRUE(samples::writeDatabase(description, m_out.path("x.mdb")).ok());
+    const int window = ::posix_openpt(O_RDWR | O_NOCTTY);
+    if (window < 0 || ::grantpt(window) != 0 || ::unlockpt(window) != 0) GTEST_SKIP() << "no terminals here";
+    const std::string terminal = ::ptsname(window);
+    const std::vector<std::string> rows = {"rows", m_out.path("x.mdb"), "T"};
+    EXPECT_EQ(run(rows).out, "\033[2J\u202Ecba\tb\n");
+    EXPECT_EQ(run(rows, terminal).status, 0);
+    char shown[100];
+    const auto count = ::read(window, shown, sizeof shown);
+    ::close(window);
+    ASSERT_GT(count, 0);
+    EXPECT_THAT(std::string(shown, static_cast<std::size_t>(count)), ::testing::StartsWith("\\u{1B}[2J\\u{202E}cba"));
+}
+
 TEST_F(Program, ExtractsObjects)
 {
+    EXPECT_EQ(run({"blob", "FILE", "Items", "Picture", "1", "--to", "-"}).out, "BM\xFFpicture");
+    const auto result = run({"objects", "FILE", "--table", "Items", "--to", m_out.path("all")});
+    EXPECT_EQ(result.out, "1 object written.\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(m_out.read("all/Items/Picture/1.bmp"), "BM\xFFpicture");
     EXPECT_EQ(run({"blob", "FILE", "Items", "Picture", "1", "--to", m_out.path("file")}).status, 0);
     EXPECT_EQ(m_out.read("file"), "BM\xFFpicture");
     EXPECT_EQ(run({"blob", "FILE", "Items", "Picture", "1", "--to", m_out.path()}).status, 0);
