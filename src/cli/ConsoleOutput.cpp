@@ -59,6 +59,8 @@ std::string messageLine(std::string_view text)
 
 void printError(std::string_view message)
 {
+    // On a terminal it comes behind what was written before it.
+    static_cast<void>(std::fflush(stdout) == 0 || noteFailure());
     const auto line = "vellumo-cli: " + messageLine(message) + '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
