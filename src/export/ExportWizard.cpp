@@ -35,8 +35,11 @@ bool hasExtension(std::string_view path, std::string_view extension)
     return std::ranges::equal(path.substr(path.size() - extension.size()), extension, {}, lower, lower);
 }
 
-void addLine(std::string_view line, std::string& body)
+// A name with a line break in it must not look like a line of the report.
+void addLine(std::string line, std::string& body)
 {
+    std::ranges::replace_if(
+        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
     if (!body.empty()) body += '\n';
     body += line;
 }
