@@ -1,3 +1,4 @@
+#include "samples/Damage.h"
 #include "samples/DatabaseWriter.h"
 #include "samples/OleObjects.h"
 #include "support/ProgramRun.h"
@@ -44,8 +45,8 @@ protected:
             row.values = {std::string(200, 'x')};
             return index < 20'000;
         };
-        const auto written = samples::writeDatabase(shop, database());
-        ASSERT_TRUE(written.ok()) << written.error;
+        s_written = samples::writeDatabase(shop, database());
+        ASSERT_TRUE(s_written.ok()) << s_written.error;
         s_folder->write("broken.mdb", "not a database");
     }
     static void TearDownTestSuite() { s_folder.reset(); }
@@ -69,9 +70,11 @@ protected:
     }
 
     static std::unique_ptr<TempFolder> s_folder;
+    static samples::WriteResult s_written;
     TempFolder m_out;
 };
 std::unique_ptr<TempFolder> Program::s_folder;
+samples::WriteResult Program::s_written;
 
 TEST_F(Program, ErrorsAreOneLineAndTellBetweenUsageAndFailure)
 {
@@ -397,6 +400,80 @@ TEST_F(Program, LostOutputIsAFailure)
         EXPECT_EQ(result.status, 1) << command[0];
         EXPECT_EQ(result.err, "vellumo-cli: Unable to write to standard output.\n") << command[0];
     }
+}
+
+// The status of every command, and where it tells what was lost.
+TEST_F(Program, DamageIsToldAndHasAStatus)
+{
+    constexpr std::uint64_t pageSize = 4096;
+    const auto path = m_out.path("x.mdb");
+    const std::uint8_t noPage[] = {0x77};
+    const struct {
+        const char* name;
+        std::function<bool()> damage;
+        const char* line; // how the first of the lines begins
+    } damages[] = {
+        {"a page of rows",
+            [&] { return samples::patchFile(path, s_written.tables[1].dataPages[3] * pageSize, noPage); }, "Large"},
+        {"a definition",
+            [&] { return samples::patchFile(path, s_written.tables[0].definitionPages[0] * pageSize, noPage); },
+            "Items"},
+        {"half of the file", [&] { return samples::cutFile(path, s_written.pageCount / 2 * pageSize); }, ""},
+    };
+    for (const auto& d : damages) {
+        std::filesystem::copy_file(database(), path, std::filesystem::copy_options::overwrite_existing);
+        ASSERT_TRUE(d.damage()) << d.name;
+        const struct {
+            std::vector<std::string> arguments;
+            std::string CommandResult::*where;
+            std::string told;
+        } commands[] = {
+            {{"info", path}, &CommandResult::out, "\nDamage:\n    "},
+            {{"info", path, "--json"}, &CommandResult::out, "\"table\": \""},
+            {{"check", path}, &CommandResult::out, ""},
+            {{"objects", path, "--to", m_out.path("o")}, &CommandResult::out, "\nDamage:\n    "},
+            {{"export", path, "--format", "csv", "--to", m_out.path()}, &CommandResult::out, "\nDamage:\n"},
+        };
+        for (const auto& c : commands) {
+            const auto result = run(c.arguments);
+            EXPECT_EQ(result.status, 3) << d.name << ": " << c.arguments[0];
+            if (*d.line == '\0' && c.told.ends_with('"')) continue;
+            EXPECT_THAT(result.*c.where, HasSubstr(c.told + d.line)) << d.name << ": " << c.arguments[0];
+        }
+    }
+    EXPECT_EQ(run({"check", path}).out.find("No damage"), std::string::npos);
+}
+
+TEST_F(Program, ADamagedObjectNeverPassesForAWholeOne)
+{
+    samples::DatabaseDescription description;
+    auto& table = description.tables.emplace_back();
+    table.name = "T";
+    table.columns = {{.name = "O", .type = ColumnType::Ole}};
+    const auto picture = samples::pictureObject(samples::asBytes("BM" + std::string(9000, 'p')));
+    table.rows = samples::rowsOf({{samples::LongValue{picture, samples::LongStorage::Chain}}});
+    const auto path = m_out.path("x.mdb");
+    const auto written = samples::writeDatabase(description, path);
+    ASSERT_TRUE(written.ok()) << written.error;
+    const auto& place = written.tables[0].longValues[0];
+    ASSERT_TRUE(samples::closeChain(path, place) && samples::stateLength(path, place, 99'999));
+
+    auto result = run({"rows", path, "T"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_TRUE(result.err.starts_with("vellumo-cli: T, column O, row 1")) << result.err;
+    result = run({"blob", path, "T", "O", "1", "--to", "-"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, HasSubstr("vellumo-cli: The object is damaged: "));
+    EXPECT_EQ(run({"blob", path, "T", "O", "1", "--to", m_out.path()}).status, 3);
+    EXPECT_THAT(m_out.names(), ::testing::Contains(::testing::StartsWith("O-1.damaged")));
+    EXPECT_EQ(run({"objects", path, "--to", m_out.path("o")}).status, 3);
+    EXPECT_THAT(m_out.read("o/manifest.csv").value_or(""), HasSubstr("\r\nT,O,1,T/O/1.damaged"));
+    result = run({"export", path, "--format", "sql", "--to", m_out.path()});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.out, HasSubstr("\nT.O: 1 damaged object was left out.\nDamage:\nT, column O, row 1"));
+    EXPECT_THAT(m_out.read("T.sql").value_or(""), HasSubstr("VALUES (null);"));
+    // What cannot be done comes first.
+    EXPECT_EQ(run({"export", path, "--format", "sql", "--to", "/nowhere/at/all"}).status, 1);
 }
 
 TEST_F(Program, HelpNamesEveryOption)
