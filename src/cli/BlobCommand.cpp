@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
+#include "cli/DamageOutput.h"
 #include "cli/WholeNumber.h"
 #include "embedded/TAdmBlobData.h"
 #include "export/ObjectFile.h"
@@ -16,7 +17,7 @@ namespace vellumo {
 namespace {
 
 struct BlobOptions {
-    std::string file;
+    FileArguments file;
     std::string table;
     std::string column;
     std::int64_t row = 0; // counts from 1
@@ -27,9 +28,7 @@ std::string outputPath(const BlobOptions& options, const TAdmBlobData& blob)
 {
     std::error_code error;
     if (!std::filesystem::is_directory(options.to, error)) return options.to;
-    const auto dot = blob.fileExtension().empty() ? "" : ".";
-    return format("%@/%@-%@%@%@",
-        {options.to, fileNamePart(options.column), options.row, dot, fileNamePart(blob.fileExtension())});
+    return format("%@/%@-%@%@", {options.to, fileNamePart(options.column), options.row, objectFileEnding(blob)});
 }
 
 // Null, with a message printed, when there is nothing to extract.
@@ -51,6 +50,29 @@ std::shared_ptr<TAdmBlobData> findBlob(const TAdmMDBTable& table, const BlobOpti
     return nullptr;
 }
 
+// False, with a message printed, when it could not be written. Standard output tells in the end.
+bool writeBlob(const TAdmBlobData& blob, const BlobOptions& options)
+{
+    if (options.to == "-") {
+        writeBytes({reinterpret_cast<const char*>(blob.data().data()), blob.data().size()});
+        return true;
+    }
+    const auto path = outputPath(options, blob);
+    const auto reason = objectFileFailure(blob, path, options.file.path);
+    if (reason) printError(localizedFormat("File (%@) cannot be written: %@", {path, *reason}));
+    return !reason;
+}
+
+// What its bytes do not tell.
+void printState(const TAdmBlobData& blob)
+{
+    if (blob.state() == ObjectState::Damaged)
+        printError(localized("The object is damaged: what was written is not the whole file."));
+    if (blob.state() == ObjectState::Linked)
+        printError(
+            localizedFormat("The object is only linked, its file is not in the database: %@", {blob.linkTarget()}));
+}
+
 ExitStatus extractBlob(const BlobOptions& options)
 {
     if (options.to.empty()) return wrongUsage(localized("--to must not be empty."));
@@ -58,11 +80,10 @@ ExitStatus extractBlob(const BlobOptions& options)
     if (!file) return ExitStatus::Failed;
     const auto* table = findTableOrComplain(*file, options.table);
     const auto blob = table == nullptr ? nullptr : findBlob(*table, options);
-    if (!blob) return ExitStatus::Failed;
-    const auto path = outputPath(options, *blob);
-    if (!writeObjectFile(*blob, path, options.file))
-        return failed(localizedFormat("File (%@) cannot be written", {path}));
-    return ExitStatus::Done;
+    if (!blob || !writeBlob(*blob, options)) return ExitStatus::Failed;
+    printState(*blob);
+    printDamage(*file, {&options.table, 1});
+    return blob->state() == ObjectState::Damaged ? ExitStatus::Damaged : doneWith(*file);
 }
 
 } // namespace
@@ -71,14 +92,15 @@ void addBlobCommand(CLI::App& app, Command& command)
 {
     auto options = std::make_shared<BlobOptions>();
     auto* sub = app.add_subcommand("blob", localized("Write the file that is embedded in a cell"));
-    sub->add_option("FILE", options->file, localized("The database"))->required();
+    addFileArguments(*sub, options->file);
     sub->add_option("TABLE", options->table, localized("The table"))->required();
     sub->add_option("COLUMN", options->column, localized("A column of objects"))->required();
     sub->add_option("ROW", options->row, localized("The row, counted from 1 in stored order"))
         ->required()
         ->check(wholeNumberFrom(1));
     sub->add_option("--to", options->to,
-           localized("The file to write, or a folder for a file named by column and row, with the content's extension"))
+           localized("The file to write, a folder for a file named by column and row, with the content's extension, "
+                     "or - for standard output"))
         ->required()
         ->type_name("PATH");
     sub->callback([options, &command] { command = [options] { return extractBlob(*options); }; });

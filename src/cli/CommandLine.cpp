@@ -5,6 +5,7 @@
 #include "text/Messages.h"
 
 #include <CLI/CLI.hpp>
+#include <sstream>
 
 namespace vellumo {
 
@@ -22,8 +23,10 @@ void describeApp(CLI::App& app)
     app.set_help_flag("-h,--help", localized("Print this help and exit"));
     app.set_version_flag("--version", "vellumo-cli " VELLUMO_VERSION, localized("Print the version and exit"));
     app.require_subcommand(1);
-    app.footer(localized("Exit status: 0 done; 1 a file cannot be opened, something asked for is not in it, or output "
-                         "could not be written; 2 wrong usage."));
+    app.footer(
+        localized("Exit status: 0 done and whole; 1 a file cannot be opened, something asked for is not in it, or "
+                  "output could not be written; 2 wrong usage; 3 done, but the file is damaged: what could be "
+                  "read was delivered, what was lost is listed."));
 }
 
 // The parser takes "--option=" for an option whose value follows. As two arguments it is what the user means: an empty
@@ -47,8 +50,10 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments)
     Command command;
     describeApp(app);
     addInfoCommand(app, command);
+    addCheckCommand(app, command);
     addRowsCommand(app, command);
     addBlobCommand(app, command);
+    addObjectsCommand(app, command);
     addExportCommand(app, command);
     // A subcommand gets its help option before it takes over the name of the group.
     for (auto* sub : app.get_subcommands({}))
@@ -58,8 +63,9 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments)
         std::ranges::reverse(remaining); // the order in which the parser takes them
         app.parse(std::move(remaining));
     } catch (const CLI::Success& helpOrVersion) {
-        app.exit(helpOrVersion, std::cout, std::cerr);
-        std::cout.flush();
+        std::ostringstream text;
+        app.exit(helpOrVersion, text, text);
+        writeOutput(text.str());
         return finishOutput(ExitStatus::Done);
     } catch (const CLI::Error& error) {
         return wrongUsage(localizedFormat("%@ (--help tells more)", {error.what()}));

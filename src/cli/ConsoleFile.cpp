@@ -2,12 +2,14 @@
 
 #include "browser/FileList.h"
 #include "cli/ConsoleOutput.h"
+#include "cli/DamageOutput.h"
 #include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
 #include "platform/FileFacts.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
+#include <CLI/CLI.hpp>
 #include <filesystem>
 
 namespace vellumo {
@@ -25,15 +27,52 @@ std::string absolutePath(const std::string& path)
     return error ? absolute.string() : (folder / absolute.filename()).string();
 }
 
+// What the parser makes of "--salvage" without a value.
+constexpr std::string_view lostRows = "true";
+constexpr std::string_view deletedRows = "deleted";
+
+std::string complaintAboutSalvage(const std::string& value)
+{
+    const bool isKnown = value == lostRows || value == deletedRows;
+    return isKnown ? std::string() : localizedFormat("%@ is not \"deleted\"", {value});
+}
+
+Salvage salvageOf(std::string_view value)
+{
+    if (value.empty()) return Salvage::None;
+    return value == deletedRows ? Salvage::LostAndDeletedRows : Salvage::LostRows;
+}
+
+// "File (x) cannot be opened: reason", with what helps where that is another program's matter.
+std::string refusal(const std::string& path, const std::optional<OpenFailure>& failure)
+{
+    auto line = localizedFormat("File (%@) cannot be opened", {path});
+    if (!failure) return line;
+    line += ": " + openFailureText(*failure);
+    const bool isNewer = failure == OpenFailure::NewerFormat || failure == OpenFailure::UnknownNewer;
+    return isNewer ? line + ". " + openFailureAdvice(*failure) : line;
+}
+
 } // namespace
 
-std::unique_ptr<TAdmMDBFile> openDatabase(const std::string& path)
+void addFileArguments(CLI::App& sub, FileArguments& arguments)
+{
+    sub.add_option("FILE", arguments.path, localized("The database"))->required();
+    sub.add_flag("--salvage", arguments.salvage,
+           localized(
+               "Look for lost tables and rows; with --salvage=deleted also for deleted rows that are still there"))
+        ->check(complaintAboutSalvage);
+}
+
+std::unique_ptr<TAdmMDBFile> openDatabase(const FileArguments& arguments, IndexCheck indexCheck)
 {
     auto file = std::make_unique<TAdmMDBFile>();
-    file->setFullPath(absolutePath(path));
+    file->setFullPath(absolutePath(arguments.path));
     takeFacts(*file, SystemFileFacts());
     ProgressBar bar(localizedFormat("Opening %@", {file->label()}));
     OpenOptions options;
+    options.salvage = salvageOf(arguments.salvage);
+    options.checksIndexes = indexCheck == IndexCheck::Yes;
     options.observer = [&](std::uint64_t rowsDone, std::uint64_t rowsExpected) {
         bar.show(rowsDone, rowsExpected);
         return !interrupted();
@@ -41,15 +80,17 @@ std::unique_ptr<TAdmMDBFile> openDatabase(const std::string& path)
     const bool isOpen = file->open(options);
     bar.clear();
     if (isOpen) return file;
-    printError(interrupted() ? localized("Interrupted.") : localizedFormat("File (%@) cannot be opened", {path}));
+    printError(interrupted() ? localized("Interrupted.") : refusal(arguments.path, file->openFailure()));
     return nullptr;
 }
 
 const TAdmMDBTable* findTableOrComplain(const TAdmMDBFile& file, const std::string& name)
 {
     const auto* table = file.findTable(name);
-    if (table == nullptr) printError(localizedFormat("There is no table \"%@\".", {name}));
-    return table;
+    if (table != nullptr) return table;
+    printError(localizedFormat("There is no table \"%@\".", {name}));
+    printDamage(file, {&name, 1});
+    return nullptr;
 }
 
 } // namespace vellumo

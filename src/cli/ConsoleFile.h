@@ -5,13 +5,28 @@
 #include <memory>
 #include <string>
 
+namespace CLI {
+class App;
+}
+
 namespace vellumo {
+
+// What the command line says of the file to open.
+struct FileArguments {
+    std::string path;
+    std::string salvage; // as `--salvage` was given; "" without it
+};
+
+// Adds FILE, which is required, and the options for opening it.
+void addFileArguments(CLI::App& sub, FileArguments& arguments);
 
 // Opens a database with its facts from the file system, showing the progress. Null, with a message printed, when it
 // cannot be opened or the user stopped.
-[[nodiscard]] std::unique_ptr<TAdmMDBFile> openDatabase(const std::string& path);
+enum class IndexCheck { No, Yes };
+[[nodiscard]] std::unique_ptr<TAdmMDBFile> openDatabase(
+    const FileArguments& arguments, IndexCheck indexCheck = IndexCheck::No);
 
-// Null, with a message printed, when there is no table of this name.
+// Null, with a message printed, when there is no table of this name; what the file has lost of it is told as well.
 [[nodiscard]] const TAdmMDBTable* findTableOrComplain(const TAdmMDBFile& file, const std::string& name);
 
 } // namespace vellumo

@@ -1,31 +1,67 @@
 #include "cli/ConsoleOutput.h"
 
 #include "text/Messages.h"
+#include "text/TerminalText.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
-#include <string>
+#include <unistd.h>
 
 namespace vellumo {
 
+namespace {
+
+bool isReaderGone = false;
+
+// The cause of a failure is known only when it happens.
+bool noteFailure()
+{
+    if (errno == EPIPE) isReaderGone = true;
+    return false;
+}
+
+bool isTerminal()
+{
+    static const bool is = ::isatty(STDOUT_FILENO) == 1;
+    return is;
+}
+
+} // namespace
+
 bool writeOutput(std::string_view text)
 {
-    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::ferror(stdout) == 0;
+    return isTerminal() ? writeBytes(escapedText(text, "\n\t")) : writeBytes(text);
+}
+
+bool writeReport(std::string_view text) { return writeBytes(escapedText(text, "\n")); }
+
+bool writeBytes(std::string_view bytes)
+{
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) return noteFailure();
+    return std::ferror(stdout) == 0;
 }
 
 ExitStatus finishOutput(ExitStatus status)
 {
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+    const bool isFlushed = std::fflush(stdout) == 0 || noteFailure();
+    if ((isFlushed && std::ferror(stdout) == 0) || isReaderGone) return status;
     return failed(localized("Unable to write to standard output."));
+}
+
+std::string messageLine(std::string_view text)
+{
+    auto line = escapedText(text, "\n\r");
+    std::ranges::replace_if(
+        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return line;
 }
 
 void printError(std::string_view message)
 {
-    std::string line = "vellumo-cli: ";
-    line += message;
-    std::ranges::replace_if(
-        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    line += '\n';
+    // On a terminal it comes behind what was written before it.
+    static_cast<void>(std::fflush(stdout) == 0 || noteFailure());
+    const auto line = "vellumo-cli: " + messageLine(message) + '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -2,17 +2,28 @@
 
 #include "cli/CommandLine.h"
 
+#include <string>
 #include <string_view>
 
 namespace vellumo {
 
-// Standard output, buffered. False once a write has failed: what follows would go nowhere.
+// Standard output, buffered. False once a write has failed: what follows would go nowhere. A reader that has gone away
+// is such a failure, but nothing to tell anybody.
+//
+// Data: on a terminal, characters that it would obey come as escapes, line feeds and tabs excepted.
 bool writeOutput(std::string_view text);
+// A report, its lines ended by line feeds: escaped wherever it goes.
+bool writeReport(std::string_view text);
+// Bytes as they are.
+bool writeBytes(std::string_view bytes);
 
 // Writes what is buffered. The status, or Failed (with a message) when not everything could be written.
 [[nodiscard]] ExitStatus finishOutput(ExitStatus status);
 
-// One line on standard error; line breaks inside become spaces.
+// The text as one line of a message: line breaks inside are spaces, other characters that a terminal obeys are escapes.
+[[nodiscard]] std::string messageLine(std::string_view text);
+
+// One such line on standard error.
 void printError(std::string_view message);
 
 // The line, and the status that goes with it.

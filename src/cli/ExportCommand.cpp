@@ -47,8 +47,8 @@ class ConsoleAlerts : public Alerts {
 public:
     void show(const Alert& alert) override
     {
-        writeOutput(alert.title + '\n');
-        if (!alert.message.empty()) writeOutput(alert.message + '\n');
+        writeReport(alert.title + '\n');
+        if (!alert.message.empty()) writeReport(alert.message + '\n');
     }
     void beep() override { }
 };
@@ -105,7 +105,8 @@ ExitStatus runExport(const ExportSettings& settings)
     const InterruptTarget target(wizard);
     wizard.startExport();
     mainThread.runUntil([&] { return wizard.report().has_value(); });
-    return wizard.succeeded() ? ExitStatus::Done : ExitStatus::Failed;
+    if (!wizard.succeeded()) return ExitStatus::Failed;
+    return wizard.report()->isSourceWhole ? ExitStatus::Done : ExitStatus::Damaged;
 }
 
 std::set<std::string> namesOf(std::span<const NamedTag> tags)
@@ -168,7 +169,7 @@ void addExportCommand(CLI::App& app, Command& command)
 {
     auto settings = std::make_shared<ExportSettings>();
     auto* sub = app.add_subcommand("export", localized("Export tables, all of them unless some are named"));
-    sub->add_option("FILE", settings->file, localized("The database"))->required();
+    addFileArguments(*sub, settings->file);
     addOutputOptions(*sub, *settings);
     addTextOptions(*sub, *settings);
     addDatabaseOptions(*sub, *settings);

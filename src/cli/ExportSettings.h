@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/ConsoleFile.h"
 #include "export/ExportControls.h"
 
 #include <optional>
@@ -12,7 +13,7 @@ class ExportWizard;
 
 // What the command line says about an export. Texts that were not given are absent.
 struct ExportSettings {
-    std::string file;
+    FileArguments file;
     std::string format;
     std::string to;
     std::vector<std::string> tables; // empty: all

@@ -1,12 +1,13 @@
 #include "cli/CommandLine.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
+#include "cli/DamageOutput.h"
+#include "cli/JsonText.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <nlohmann/json.hpp>
 
 namespace vellumo {
 
@@ -15,7 +16,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 struct InfoOptions {
-    std::string file;
+    FileArguments file;
     std::string table; // empty: the file itself
     bool isJson = false;
 };
@@ -55,7 +56,7 @@ Json fileJson(const TAdmMDBFile& file)
     auto tables = Json::array();
     for (const auto& table : file.tables())
         tables.push_back({{"name", table->name()}, {"rows", table->rows().rowCount()}});
-    return {{"file", infoJson(file)}, {"tables", tables}};
+    return {{"file", infoJson(file)}, {"tables", tables}, {"damage", damageJson(file)}};
 }
 
 Json tableJson(const TAdmMDBTable& table)
@@ -66,6 +67,7 @@ Json tableJson(const TAdmMDBTable& table)
         for (const auto* object : section.objects)
             list.push_back(infoJson(*object));
     }
+    json["damage"] = damageJson(*table.file(), {&table.name(), 1});
     return json;
 }
 
@@ -105,21 +107,32 @@ std::string tableText(const TAdmMDBTable& table)
     return text;
 }
 
-// Every text comes out: what is not UTF-8 is replaced.
-std::string dumped(const Json& json) { return json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n'; }
+void printFile(const TAdmMDBFile& file, bool isJson)
+{
+    writeOutput(isJson ? jsonText(fileJson(file)) : fileText(file) + damageSection(file));
+}
+
+void printTable(const TAdmMDBFile& file, const TAdmMDBTable& table, bool isJson)
+{
+    const std::span<const std::string> name(&table.name(), 1);
+    writeOutput(isJson ? jsonText(tableJson(table)) : tableText(table) + damageSection(file, name));
+    // The list in the object says nothing of other tables; the status does.
+    if (isJson && damageJson(file, name).empty()) printDamage(file, name);
+}
 
 ExitStatus showInfo(const InfoOptions& options)
 {
     if (options.isJson) leaveTextsUntranslated(); // a script finds the same texts in every language
     const auto file = openDatabase(options.file);
     if (!file) return ExitStatus::Failed;
-    const auto* table = options.table.empty() ? nullptr : findTableOrComplain(*file, options.table);
-    if (!options.table.empty() && table == nullptr) return ExitStatus::Failed;
-    if (table == nullptr)
-        writeOutput(options.isJson ? dumped(fileJson(*file)) : fileText(*file));
-    else
-        writeOutput(options.isJson ? dumped(tableJson(*table)) : tableText(*table));
-    return ExitStatus::Done;
+    if (options.table.empty()) {
+        printFile(*file, options.isJson);
+    } else {
+        const auto* table = findTableOrComplain(*file, options.table);
+        if (table == nullptr) return ExitStatus::Failed;
+        printTable(*file, *table, options.isJson);
+    }
+    return doneWith(*file);
 }
 
 } // namespace
@@ -128,7 +141,7 @@ void addInfoCommand(CLI::App& app, Command& command)
 {
     auto options = std::make_shared<InfoOptions>();
     auto* sub = app.add_subcommand("info", localized("Show what is known of a file, or of one of its tables"));
-    sub->add_option("FILE", options->file, localized("The database"))->required();
+    addFileArguments(*sub, options->file);
     sub->add_option("TABLE", options->table, localized("A table: its columns, indexes and relations"));
     sub->add_flag("--json", options->isJson, localized("Print one JSON object"));
     sub->callback([options, &command] { command = [options] { return showInfo(*options); }; });

@@ -1,5 +1,7 @@
 #include "cli/ProgressBar.h"
 
+#include "text/TerminalText.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <fmt/format.h>
@@ -21,13 +23,13 @@ void draw(const std::string& text) { static_cast<void>(std::fwrite(text.data(), 
 
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
-// At most `count` characters of `text`, none of them a control character.
+// At most `count` characters of `text`.
 std::string shortened(std::string_view text, std::size_t count)
 {
     std::string result;
     for (const char c : text) {
         if (!isContinuation(c) && count-- == 0) break;
-        result += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? '?' : c;
+        result += c;
     }
     return result;
 }
@@ -45,9 +47,10 @@ std::string progressLine(std::string_view label, std::uint64_t done, std::uint64
     constexpr std::size_t frame = 8; // " [" and "] 100%"
     const auto share = total == 0 ? 0.0 : static_cast<double>(std::min(done, total)) / static_cast<double>(total);
     const auto percent = fmt::format("{:>3}%", static_cast<int>(share * 100));
-    auto text = shortened(label, width);
+    const auto shownLabel = escapedText(label);
+    auto text = shortened(shownLabel, width);
     const auto room = width - length(text);
-    if (room < frame + 10) text = shortened(label, width > frame + 10 ? width - frame - 10 : 0);
+    if (room < frame + 10) text = shortened(shownLabel, width > frame + 10 ? width - frame - 10 : 0);
     if (width < frame + 10) return shortened(percent, width);
     const auto bar = std::min(width - length(text) - frame, widestBar);
     const auto filled = static_cast<std::size_t>(share * static_cast<double>(bar));

@@ -4,6 +4,7 @@
 #include "cli/CommandLine.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
+#include "cli/DamageOutput.h"
 #include "cli/Interrupt.h"
 #include "cli/WholeNumber.h"
 #include "model/TAdmMDBFile.h"
@@ -18,7 +19,7 @@ namespace vellumo {
 namespace {
 
 struct RowsOptions {
-    std::string file;
+    FileArguments file;
     std::string table;
     std::string search;
     std::string match = "contains";
@@ -59,17 +60,18 @@ bool sortBy(const TAdmMDBTable& table, std::string_view sort)
     return column != nullptr;
 }
 
-ExitStatus printRows(const TAdmMDBTable& table, const RowsOptions& options)
+// False when the user stopped it.
+bool printRows(const TAdmMDBTable& table, const RowsOptions& options)
 {
     GridRows grid;
     grid.setTable(&table);
     grid.setSearch(searchOf(options));
     const auto count = std::min(grid.rowCount(), static_cast<std::size_t>(options.limit));
     for (std::size_t position = 0; position < count; ++position) {
-        if (interrupted()) return failed(localized("Interrupted."));
+        if (interrupted()) return false;
         if (!writeOutput(copiedRow(table, grid.rowAt(position)))) break;
     }
-    return ExitStatus::Done;
+    return true;
 }
 
 ExitStatus showRows(const RowsOptions& options)
@@ -80,7 +82,9 @@ ExitStatus showRows(const RowsOptions& options)
     if (table == nullptr) return ExitStatus::Failed;
     if (!options.sort.empty() && !sortBy(*table, options.sort))
         return failed(localizedFormat("There is no column \"%@\".", {options.sort}));
-    return printRows(*table, options);
+    if (!printRows(*table, options)) return failed(localized("Interrupted."));
+    printDamage(*file, {&table->name(), 1});
+    return doneWith(*file);
 }
 
 void addSelectionOptions(CLI::App& sub, RowsOptions& options)
@@ -101,7 +105,7 @@ void addRowsCommand(CLI::App& app, Command& command)
     auto options = std::make_shared<RowsOptions>();
     auto* sub =
         app.add_subcommand("rows", localized("Print the rows of a table, one a line, values separated by tabs"));
-    sub->add_option("FILE", options->file, localized("The database"))->required();
+    addFileArguments(*sub, options->file);
     sub->add_option("TABLE", options->table, localized("The table"))->required();
     addSelectionOptions(*sub, *options);
     sub->add_option("--limit", options->limit, localized("Print at most this many rows"))

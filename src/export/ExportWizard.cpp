@@ -1,5 +1,7 @@
 #include "export/ExportWizard.h"
 
+#include "export/DamageLines.h"
+#include "export/ObjectCells.h"
 #include "model/TAdmMDBFile.h"
 #include "platform/Alerts.h"
 #include "platform/Defaults.h"
@@ -33,8 +35,17 @@ bool hasExtension(std::string_view path, std::string_view extension)
     return std::ranges::equal(path.substr(path.size() - extension.size()), extension, {}, lower, lower);
 }
 
+// A name with a line break in it must not look like a line of the report.
+void addLine(std::string line, std::string& body)
+{
+    std::ranges::replace_if(
+        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    if (!body.empty()) body += '\n';
+    body += line;
+}
+
 // The count sentence, then the first lines of the log.
-std::string reportBody(const ExportJob& job)
+std::string resultText(const ExportJob& job)
 {
     constexpr std::size_t shownLines = 10;
     const auto count = job.successTableCount();
@@ -44,12 +55,28 @@ std::string reportBody(const ExportJob& job)
     else if (count > 1)
         body = localizedFormat("%d tables exported successfully.", {count});
     const auto& lines = job.msgLog();
-    for (std::size_t i = 0; i < std::min(lines.size(), shownLines); ++i) {
-        if (!body.empty()) body += '\n';
-        body += lines[i];
-    }
+    for (std::size_t i = 0; i < std::min(lines.size(), shownLines); ++i)
+        addLine(lines[i], body);
     if (lines.size() > shownLines) body += localizedFormat("\n…and %d more.", {lines.size() - shownLines});
     return body;
+}
+
+// What the tables of the job have lost before they came to be exported, and with them.
+std::vector<std::string> lossLines(const ExportJob& job)
+{
+    std::vector<std::string> lines;
+    std::vector<std::string> tables;
+    for (const auto& entry : job.entries()) {
+        tables.push_back(entry.tableName);
+        const auto* table = job.file().findTable(entry.tableName);
+        if (table != nullptr && job.options().exportData)
+            std::ranges::move(leftOutObjects(*table), std::back_inserter(lines));
+    }
+    const bool isWholeFile = tables.size() == job.file().tables().size();
+    const auto damage = damageLines(job.file().damage(), isWholeFile ? std::span<const std::string>() : tables);
+    if (!damage.empty()) lines.push_back(localized("Damage:"));
+    lines.insert(lines.end(), damage.begin(), damage.end());
+    return lines;
 }
 
 } // namespace
@@ -286,7 +313,12 @@ void ExportWizard::updateProgressPanel(std::size_t index)
 void ExportWizard::exportThreadFinished()
 {
     m_view->endProgressSheet();
-    m_report = {m_terminate ? localized("Export terminated.") : localized("Export finished."), reportBody(*m_job)};
+    auto body = resultText(*m_job);
+    const auto losses = lossLines(*m_job);
+    for (const auto& line : losses)
+        addLine(line, body);
+    m_report = {
+        m_terminate ? localized("Export terminated.") : localized("Export finished."), std::move(body), losses.empty()};
     m_ports.alerts.show({m_report->title, m_report->body, Alert::Style::Sheet});
     m_view->exportFinished();
 }

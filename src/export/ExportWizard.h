@@ -48,8 +48,9 @@ struct ExportProgress {
 };
 
 struct ExportReport {
-    std::string title; // localised, as is the body
-    std::string body;
+    std::string title;         // localised, as is the body
+    std::string body;          // what was exported, what failed, and what the file had lost already
+    bool isSourceWhole = true; // the file had lost nothing, and no object was left out because it is damaged
 };
 
 // A cell of the table list: nothing, the check mark, or a text.

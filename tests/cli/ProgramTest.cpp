@@ -1,3 +1,4 @@
+#include "samples/Damage.h"
 #include "samples/DatabaseWriter.h"
 #include "samples/OleObjects.h"
 #include "support/ProgramRun.h"
@@ -44,8 +45,8 @@ protected:
             row.values = {std::string(200, 'x')};
             return index < 20'000;
         };
-        const auto written = samples::writeDatabase(shop, database());
-        ASSERT_TRUE(written.ok()) << written.error;
+        s_written = samples::writeDatabase(shop, database());
+        ASSERT_TRUE(s_written.ok()) << s_written.error;
         s_folder->write("broken.mdb", "not a database");
     }
     static void TearDownTestSuite() { s_folder.reset(); }
@@ -69,9 +70,11 @@ protected:
     }
 
     static std::unique_ptr<TempFolder> s_folder;
+    static samples::WriteResult s_written;
     TempFolder m_out;
 };
 std::unique_ptr<TempFolder> Program::s_folder;
+samples::WriteResult Program::s_written;
 
 TEST_F(Program, ErrorsAreOneLineAndTellBetweenUsageAndFailure)
 {
@@ -87,7 +90,9 @@ TEST_F(Program, ErrorsAreOneLineAndTellBetweenUsageAndFailure)
         {"missing file", {"info", "/nowhere/a.mdb"}, 1, "File (/nowhere/a.mdb) cannot be opened"},
         {"line break in a name", {"info", "a\nb"}, 1, "File (a b) cannot be opened"},
         {"a folder", {"info", "/"}, 1, "File (/) cannot be opened"},
-        {"not a database", {"info", s_folder->path("broken.mdb")}, 1, "cannot be opened"},
+        {"not a database", {"info", s_folder->path("broken.mdb")}, 1,
+            "cannot be opened: it is no Access database, or its first page is damaged"},
+        {"escape in a name", {"check", "a\033b"}, 1, "File (a\\u{1B}b) cannot be opened"},
         {"missing table", {"info", "FILE", "items"}, 1, "There is no table \"items\"."},
         {"unknown sort column", {"rows", "FILE", "Items", "--sort", "id:desc"}, 1, "There is no column \"id:desc\"."},
         {"unknown match", {"rows", "FILE", "Items", "--match", "like"}, 2, "--match"},
@@ -100,6 +105,9 @@ TEST_F(Program, ErrorsAreOneLineAndTellBetweenUsageAndFailure)
         {"blob over the database", {"blob", "FILE", "Items", "Picture", "1", "--to", "FILE"}, 1, "cannot be written"},
         {"format missing", {"export", "FILE", "--to", "x"}, 2, "--format is required"},
         {"unknown format", {"export", "FILE", "--format", "pdf", "--to", "x"}, 2, "pdf"},
+        {"unknown salvage", {"rows", "FILE", "Items", "--salvage=all"}, 2, "all is not \"deleted\""},
+        {"objects nowhere", {"objects", "FILE", "--to="}, 2, "--to must not be empty."},
+        {"objects of a missing table", {"objects", "FILE", "--to", "x", "--table", "items"}, 1, "no table \"items\""},
         {"usage comes before the file", {"export", "/no", "--format", "csv", "--to", "x", "--schema", "s"}, 2,
             "--schema does not apply to csv."},
         {"one value a --table", {"export", "FILE", "--format", "csv", "--to", "x", "--table", "a", "b"}, 2, "b"},
@@ -165,7 +173,8 @@ TEST_F(Program, ShowsInformation)
     }
   ],
   "indexes": [],
-  "relations": []
+  "relations": [],
+  "damage": []
 }
 )");
     result = run({"info", "FILE", "--json"});
@@ -233,8 +242,62 @@ TEST_F(Program, ValuesDoNotDependOnTheEnvironment)
     EXPECT_EQ(run(json, "", speakGerman).out, run(json).out);
 }
 
+TEST_F(Program, ChecksAFile)
+{
+    auto result = run({"check", "FILE"});
+    EXPECT_EQ(result.out, "No damage found.\n");
+    EXPECT_EQ(result.status, 0);
+    result = run({"check", "FILE", "--json", "--salvage=deleted"});
+    EXPECT_THAT(result.out, HasSubstr("\"path\": \"" + database() + '"'));
+    EXPECT_THAT(result.out, HasSubstr("\n  \"damage\": []\n}\n"));
+    EXPECT_EQ(result.status, 0);
+}
+
+// What a program leaves of a reader that goes away before it has written anything.
+TEST_F(Program, EndsQuietlyWithoutAReader)
+{
+    const std::vector<std::vector<std::string>> commands = {{"--help"}, {"info", "FILE"}, {"rows", "FILE", "Large"},
+        {"blob", "FILE", "Items", "Picture", "1", "--to", "-"}};
+    for (const auto& command : commands) {
+        const auto result = run(command, "", [] {
+            int ends[2];
+            if (::pipe(ends) != 0) ::_exit(126);
+            ::close(ends[0]);
+            ::dup2(ends[1], STDOUT_FILENO);
+        });
+        EXPECT_EQ(result.status, 0) << command[0];
+        EXPECT_EQ(result.err, "") << command[0];
+    }
+}
+
+TEST_F(Program, ATerminalGetsNothingToObey)
+{
+    samples::DatabaseDescription description;
+    auto& table = description.tables.emplace_back();
+    table.name = "T";
+    table.columns = {{.name = "A"}, {.name = "B"}};
+    table.rows = samples::rowsOf({{std::string("\033[2J\u202Ecba"), std::string("b")}});
+    ASSERT_TRUE(samples::writeDatabase(description, m_out.path("x.mdb")).ok());
+    const int window = ::posix_openpt(O_RDWR | O_NOCTTY);
+    if (window < 0 || ::grantpt(window) != 0 || ::unlockpt(window) != 0) GTEST_SKIP() << "no terminals here";
+    const std::string terminal = ::ptsname(window);
+    const std::vector<std::string> rows = {"rows", m_out.path("x.mdb"), "T"};
+    EXPECT_EQ(run(rows).out, "\033[2J\u202Ecba\tb\n");
+    EXPECT_EQ(run(rows, terminal).status, 0);
+    char shown[100];
+    const auto count = ::read(window, shown, sizeof shown);
+    ::close(window);
+    ASSERT_GT(count, 0);
+    EXPECT_THAT(std::string(shown, static_cast<std::size_t>(count)), ::testing::StartsWith("\\u{1B}[2J\\u{202E}cba"));
+}
+
 TEST_F(Program, ExtractsObjects)
 {
+    EXPECT_EQ(run({"blob", "FILE", "Items", "Picture", "1", "--to", "-"}).out, "BM\xFFpicture");
+    const auto result = run({"objects", "FILE", "--table", "Items", "--to", m_out.path("all")});
+    EXPECT_EQ(result.out, "1 object written.\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(m_out.read("all/Items/Picture/1.bmp"), "BM\xFFpicture");
     EXPECT_EQ(run({"blob", "FILE", "Items", "Picture", "1", "--to", m_out.path("file")}).status, 0);
     EXPECT_EQ(m_out.read("file"), "BM\xFFpicture");
     EXPECT_EQ(run({"blob", "FILE", "Items", "Picture", "1", "--to", m_out.path()}).status, 0);
@@ -337,6 +400,80 @@ TEST_F(Program, LostOutputIsAFailure)
         EXPECT_EQ(result.status, 1) << command[0];
         EXPECT_EQ(result.err, "vellumo-cli: Unable to write to standard output.\n") << command[0];
     }
+}
+
+// The status of every command, and where it tells what was lost.
+TEST_F(Program, DamageIsToldAndHasAStatus)
+{
+    constexpr std::uint64_t pageSize = 4096;
+    const auto path = m_out.path("x.mdb");
+    const std::uint8_t noPage[] = {0x77};
+    const struct {
+        const char* name;
+        std::function<bool()> damage;
+        const char* line; // how the first of the lines begins
+    } damages[] = {
+        {"a page of rows",
+            [&] { return samples::patchFile(path, s_written.tables[1].dataPages[3] * pageSize, noPage); }, "Large"},
+        {"a definition",
+            [&] { return samples::patchFile(path, s_written.tables[0].definitionPages[0] * pageSize, noPage); },
+            "Items"},
+        {"half of the file", [&] { return samples::cutFile(path, s_written.pageCount / 2 * pageSize); }, ""},
+    };
+    for (const auto& d : damages) {
+        std::filesystem::copy_file(database(), path, std::filesystem::copy_options::overwrite_existing);
+        ASSERT_TRUE(d.damage()) << d.name;
+        const struct {
+            std::vector<std::string> arguments;
+            std::string CommandResult::*where;
+            std::string told;
+        } commands[] = {
+            {{"info", path}, &CommandResult::out, "\nDamage:\n    "},
+            {{"info", path, "--json"}, &CommandResult::out, "\"table\": \""},
+            {{"check", path}, &CommandResult::out, ""},
+            {{"objects", path, "--to", m_out.path("o")}, &CommandResult::out, "\nDamage:\n    "},
+            {{"export", path, "--format", "csv", "--to", m_out.path()}, &CommandResult::out, "\nDamage:\n"},
+        };
+        for (const auto& c : commands) {
+            const auto result = run(c.arguments);
+            EXPECT_EQ(result.status, 3) << d.name << ": " << c.arguments[0];
+            if (*d.line == '\0' && c.told.ends_with('"')) continue;
+            EXPECT_THAT(result.*c.where, HasSubstr(c.told + d.line)) << d.name << ": " << c.arguments[0];
+        }
+    }
+    EXPECT_EQ(run({"check", path}).out.find("No damage"), std::string::npos);
+}
+
+TEST_F(Program, ADamagedObjectNeverPassesForAWholeOne)
+{
+    samples::DatabaseDescription description;
+    auto& table = description.tables.emplace_back();
+    table.name = "T";
+    table.columns = {{.name = "O", .type = ColumnType::Ole}};
+    const auto picture = samples::pictureObject(samples::asBytes("BM" + std::string(9000, 'p')));
+    table.rows = samples::rowsOf({{samples::LongValue{picture, samples::LongStorage::Chain}}});
+    const auto path = m_out.path("x.mdb");
+    const auto written = samples::writeDatabase(description, path);
+    ASSERT_TRUE(written.ok()) << written.error;
+    const auto& place = written.tables[0].longValues[0];
+    ASSERT_TRUE(samples::closeChain(path, place) && samples::stateLength(path, place, 99'999));
+
+    auto result = run({"rows", path, "T"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_TRUE(result.err.starts_with("vellumo-cli: T, column O, row 1")) << result.err;
+    result = run({"blob", path, "T", "O", "1", "--to", "-"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, HasSubstr("vellumo-cli: The object is damaged: "));
+    EXPECT_EQ(run({"blob", path, "T", "O", "1", "--to", m_out.path()}).status, 3);
+    EXPECT_THAT(m_out.names(), ::testing::Contains(::testing::StartsWith("O-1.damaged")));
+    EXPECT_EQ(run({"objects", path, "--to", m_out.path("o")}).status, 3);
+    EXPECT_THAT(m_out.read("o/manifest.csv").value_or(""), HasSubstr("\r\nT,O,1,T/O/1.damaged"));
+    result = run({"export", path, "--format", "sql", "--to", m_out.path()});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.out, HasSubstr("\nT.O: 1 damaged object was left out.\nDamage:\nT, column O, row 1"));
+    EXPECT_THAT(m_out.read("T.sql").value_or(""), HasSubstr("VALUES (null);"));
+    // What cannot be done comes first.
+    EXPECT_EQ(run({"export", path, "--format", "sql", "--to", "/nowhere/at/all"}).status, 1);
 }
 
 TEST_F(Program, HelpNamesEveryOption)

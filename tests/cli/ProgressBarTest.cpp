@@ -27,7 +27,7 @@ TEST(ProgressBar, LineFitsTheWidth)
         {"no more than 40 columns of bar", "A", 1, 1, 99, "A [########################################] 100%"},
         {"label cut between characters", "\u00C4\u00D6\u00DC\u00E4\u00F6\u00FC", 1, 1, 20,
             "\u00C4\u00D6 [##########] 100%"},
-        {"control characters", "a\033\nb", 1, 1, 22, "a??b [##########] 100%"},
+        {"control characters", "a\033\nb", 1, 1, 31, "a\\u{1B}\\u{A}b [##########] 100%"},
         {"no room for a bar", "Opening", 1, 2, 17, " 50%"},
         {"no room for a number", "Opening", 1, 2, 2, " 5"},
         {"no room", "Opening", 1, 2, 0, ""},

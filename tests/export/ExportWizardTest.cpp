@@ -218,6 +218,32 @@ TEST(ExportWizard, ExportsAndReports)
     EXPECT_FALSE(run.succeeded);
 }
 
+TEST(ExportWizard, ReportTellsWhatTheFileHasLost)
+{
+    const TempFolder folder;
+    const auto damaged = makeBlob("x", "jpg", {ObjectState::Damaged, "", ""});
+    const auto file = makeFile("/data/Shop.mdb",
+        makeTable("A", {{"One", "OLE"}, {"Two", "OLE"}, {"None", "OLE"}},
+            {{damaged, damaged, makeBlob("x", "jpg")}, {null, damaged, null}}),
+        smallTable("B"));
+    DamageReport damage;
+    damage.add({.kind = DamageKind::MissingRows, .table = "B", .count = 2});
+    file->setDamage(damage);
+    EXPECT_THAT(exportTables(*file, folder.path()).alerts,
+        ElementsAre(Alert{"Export finished.",
+            "2 tables exported successfully.\nA.One: 1 damaged object was left out.\n"
+            "A.Two: 2 damaged objects were left out.\nDamage:\nB: 2 rows are missing."}));
+
+    ExportDesktop desktop;
+    ExportWizard wizard(*file, nullptr, CSV, desktop.ports);
+    wizard.setObjectValueForTableColumn(false, "selected", 0);
+    wizard.controls().exportPathTextField.value = folder.path();
+    file->setDamage({});
+    ASSERT_TRUE(wizard.startExport());
+    desktop.mainThread.runUntil([&] { return wizard.report().has_value(); });
+    EXPECT_TRUE(wizard.succeeded() && wizard.report()->isSourceWhole);
+}
+
 TEST(ExportWizard, ReportShowsTenLinesOfTheLog)
 {
     const std::string reason = " Failed: Unable to create file for export.";

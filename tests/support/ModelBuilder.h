@@ -32,10 +32,11 @@ inline constexpr std::nullptr_t null = nullptr;
 
 using Row = std::vector<Cell>;
 
-inline std::shared_ptr<TAdmBlobData> makeBlob(std::string_view bytes, std::string extension)
+inline std::shared_ptr<TAdmBlobData> makeBlob(std::string_view bytes, std::string extension, ObjectFacts facts = {})
 {
     const auto* first = reinterpret_cast<const std::byte*>(bytes.data());
-    return std::make_shared<TAdmBlobData>(std::vector<std::byte>(first, first + bytes.size()), std::move(extension));
+    return std::make_shared<TAdmBlobData>(
+        std::vector<std::byte>(first, first + bytes.size()), std::move(extension), std::move(facts));
 }
 
 struct ColumnSpec {

@@ -2,6 +2,7 @@
 #include "text/FileSize.h"
 #include "text/Format.h"
 #include "text/Hex.h"
+#include "text/TerminalText.h"
 
 #include <cstdlib>
 #include <ctime>
@@ -25,6 +26,25 @@ TEST(Format, FillsPlaceholdersInOrderAndKeepsTheRest)
     for (const auto& test : cases)
         EXPECT_EQ(format(test.format, {"a", 7}), test.expected) << test.format;
     EXPECT_EQ(format("%@ left", {"%@"}), "%@ left") << "an argument is not searched for placeholders";
+}
+
+TEST(TerminalText, EscapesWhatATerminalObeys)
+{
+    const struct {
+        const char* text;
+        const char* escaped;
+    } cases[] = {
+        {"a\\b~\u00A0\u00E4\U0001F600\xFF\x9B", "a\\b~\u00A0\u00E4\U0001F600\xFF\x9B"},
+        {"\t\n\r\x1F \x7F", "\t\\u{A}\\u{D}\\u{1F} \\u{7F}"},
+        {"\u0080\u009F", "\\u{80}\\u{9F}"},
+        {"\u061B\u061C\u061D", "\u061B\\u{61C}\u061D"},
+        {"\u200D\u200E\u200F\u2010", "\u200D\\u{200E}\\u{200F}\u2010"},
+        {"\u2027\u2028\u202E\u202F", "\u2027\\u{2028}\\u{202E}\u202F"},
+        {"\u2065\u2066\u2069\u206A", "\u2065\\u{2066}\\u{2069}\u206A"},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(escapedText(test.text, "\t"), test.escaped);
+    EXPECT_EQ(escapedText({"\0", 1}), "\\u{0}");
 }
 
 TEST(FileSize, ChangesUnitJustAbove1023)

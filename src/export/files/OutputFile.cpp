@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace vellumo {
@@ -28,10 +29,23 @@ bool OutputFile::open(const std::string& path)
 {
     m_used = 0;
     m_failed = false;
+    m_error = 0;
     m_replacement = Replacement::create(path);
     m_descriptor = m_replacement ? m_replacement->takeDescriptor()
                                  : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (m_descriptor < 0) m_error = errno;
     return m_descriptor >= 0;
+}
+
+std::string OutputFile::failureReason() const
+{
+    return m_error == 0 ? std::string() : std::generic_category().message(m_error);
+}
+
+void OutputFile::noteFailure()
+{
+    if (!m_failed) m_error = errno;
+    m_failed = true;
 }
 
 void OutputFile::writeThrough(std::string_view bytes)
@@ -48,7 +62,8 @@ void OutputFile::writeNow(std::string_view bytes)
     while (!bytes.empty() && !m_failed) {
         const auto written = ::write(m_descriptor, bytes.data(), bytes.size());
         if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
-        m_failed = written == 0 || (written < 0 && errno != EINTR);
+        if (written == 0) errno = ENOSPC;
+        if (written == 0 || (written < 0 && errno != EINTR)) noteFailure();
     }
 }
 
@@ -60,9 +75,10 @@ bool OutputFile::close()
         return false;
     }
     // Network file systems report a full disk only now.
-    m_failed = !closeDescriptor();
+    if (!closeDescriptor()) noteFailure();
     const auto replacement = std::move(m_replacement);
-    return !m_failed && (!replacement || replacement->finish());
+    if (!m_failed && replacement && !replacement->finish()) noteFailure();
+    return !m_failed;
 }
 
 void OutputFile::discard()

@@ -36,6 +36,9 @@ public:
     // An earlier write failed.
     [[nodiscard]] bool failed() const { return m_failed; }
 
+    // The system's reason for the first failure, a failed `open` included, as the end of a sentence; "" for none.
+    [[nodiscard]] std::string failureReason() const;
+
     // Writes what is left and gives the file its name. True when every byte got there; otherwise the file is discarded.
     [[nodiscard]] bool close();
 
@@ -49,6 +52,7 @@ private:
     void writeThrough(std::string_view bytes);
     void flush();
     void writeNow(std::string_view bytes);
+    void noteFailure();
     [[nodiscard]] bool closeDescriptor();
 
     std::unique_ptr<char[]> m_buffer;
@@ -56,6 +60,7 @@ private:
     std::unique_ptr<Replacement> m_replacement; // null: it is written in place
     int m_descriptor = -1;
     bool m_failed = false;
+    int m_error = 0; // errno of the first failure
 };
 
 } // namespace vellumo

@@ -51,6 +51,18 @@ int openPart(const std::filesystem::path& target, std::string& part)
     return -1;
 }
 
+// After a crash the name must not lead to a file that is not all there.
+bool flushToDisk(const std::string& path)
+{
+    const int file = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    if (file < 0) return false;
+    const bool isFlushed = ::fsync(file) == 0;
+    const int error = errno;
+    ::close(file);
+    errno = error;
+    return isFlushed;
+}
+
 } // namespace
 
 Replacement::Replacement(std::string target, std::string part, int descriptor)
@@ -103,7 +115,7 @@ bool Replacement::adopt() const { return !m_olderMode || ::chmod(m_part.c_str(),
 bool Replacement::finish()
 {
     closeDescriptor();
-    m_isFinished = std::rename(m_part.c_str(), m_target.c_str()) == 0;
+    m_isFinished = flushToDisk(m_part) && std::rename(m_part.c_str(), m_target.c_str()) == 0;
     return m_isFinished;
 }
 

@@ -30,7 +30,7 @@ public:
     void makeRoom();
     [[nodiscard]] bool adopt() const;
 
-    // Gives the whole file its name. What fails leaves nothing of it.
+    // Gives the whole file its name once the disk has it. What fails leaves nothing of it, and the reason in errno.
     [[nodiscard]] bool finish();
 
 private:

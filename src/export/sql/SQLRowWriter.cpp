@@ -1,6 +1,7 @@
 #include "export/sql/SQLRowWriter.h"
 
 #include "embedded/TAdmBlobData.h"
+#include "export/ObjectCells.h"
 #include "export/sql/SQLText.h"
 
 namespace vellumo {
@@ -31,8 +32,8 @@ bool SQLRowWriter::isPlain(SQLCellForm form, std::string_view texts) const
 
 std::string SQLRowWriter::blobLiteral(std::size_t column, std::uint32_t row) const
 {
-    const auto& blob = m_group->blobs[column][row];
-    return blob ? encodeSqlBlobValue(blob->data()) : std::string();
+    const auto* blob = exportedObject(m_group->blobs[column][row]);
+    return blob != nullptr ? encodeSqlBlobValue(blob->data()) : std::string();
 }
 
 } // namespace vellumo

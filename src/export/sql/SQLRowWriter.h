@@ -131,7 +131,7 @@ private:
         sink.write(text);
     }
 
-    // "" for a null cell.
+    // "" for a cell without an object that may be exported.
     [[nodiscard]] std::string blobLiteral(std::size_t column, std::uint32_t row) const;
     [[nodiscard]] bool isPlain(SQLCellForm form, std::string_view texts) const;
 

@@ -10,7 +10,6 @@
 #include "text/Format.h"
 #include "text/Messages.h"
 
-#include <fcntl.h>
 #include <memory>
 #include <unistd.h>
 
@@ -19,14 +18,6 @@ namespace vellumo {
 namespace {
 
 constexpr const char* foreignKeysOff = "PRAGMA foreign_keys = false;";
-
-bool flushToDisk(const std::string& path)
-{
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) return false;
-    const bool isFlushed = ::fsync(file) == 0;
-    return ::close(file) == 0 && isFlushed;
-}
 
 // What a row writer fills; its memory is used again for the next statement.
 struct StatementBuffer {
@@ -137,7 +128,7 @@ void SQLiteExport::finish()
 
 bool SQLiteExport::publish()
 {
-    if (m_isDamaged || !flushToDisk(m_replacement->part()) || !m_replacement->finish()) return false;
+    if (m_isDamaged || !m_replacement->finish()) return false;
     // Of a program that was killed over the older database: they would be played back into this one.
     for (const auto* suffix : {"-journal", "-wal", "-shm"})
         ::unlink((m_replacement->target() + suffix).c_str());

@@ -89,6 +89,9 @@ TEST_F(SQLValues, BlobsAreHexadecimal)
     EXPECT_EQ(valuesOf({"c", "OLE"}, makeBlob("\x01\xAB'\\", "bin")), std::vector<std::string>(5, "x'01ab275c'"));
     EXPECT_EQ(valuesOf({"c", "OLE"}, makeBlob("", "bin")), std::vector<std::string>(5, "x''"));
     EXPECT_EQ(encodeSqlBlobValue({}), "x''");
+    const auto what = [](ObjectState state) { return makeBlob("\x01", "bin", {state, "", ""}); };
+    EXPECT_EQ(valuesOf({"c", "OLE"}, what(ObjectState::Damaged)), std::vector<std::string>(5, "null"));
+    EXPECT_EQ(valuesOf({"c", "OLE"}, what(ObjectState::Linked)), std::vector<std::string>(5, "x'01'"));
     const std::string large(1 << 20, '\x0F');
     const auto value = valueOf(SQLDialect::SQLite, {"c", "OLE"}, makeBlob(large, "bin"));
     EXPECT_EQ(value.size(), 2 * large.size() + 3) << "larger than any buffer";
