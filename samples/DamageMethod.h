@@ -32,7 +32,7 @@ enum class DamageMethod : std::uint8_t {
 struct DamageMethodFacts {
     DamageMethod method;
     std::string_view name;
-    bool hitsValues; // may change bytes of values alone, which nobody can tell from other values
+    bool hitsValues; // may put other bytes in the place of values, which nobody can tell from other values
 };
 
 [[nodiscard]] std::span<const DamageMethodFacts> damageMethods();

@@ -48,5 +48,28 @@ TEST(SoundFiles, RealOnesGiveNoRecord)
     }
 }
 
+// Rows that are older than some columns, and younger than the deletion of another.
+TEST(SoundFiles, RowsOfAnEvolvedTableKeepTheirValues)
+{
+    const test::TempFolder folder;
+    for (const auto version : {samples::JetVersion::Jet3, samples::JetVersion::Jet4}) {
+        ASSERT_EQ(samples::writeDatabase(samples::evolvedDatabase(version), folder.path("made.mdb")).error, "");
+        TAdmMDBFile file;
+        file.setFullPath(folder.path("made.mdb"));
+        ASSERT_TRUE(file.open());
+        const auto& rows = file.findTable("Children")->rows();
+        ASSERT_EQ(rows.rowCount(), 200U) << "those of before the first memo as well";
+        for (std::size_t row = 0; row < 200; ++row) {
+            const auto text = [&](const char* column) { return rows.text(row, rows.columnIndex(column).value()); };
+            const auto id = std::to_string(row + 1);
+            EXPECT_EQ(text("ID"), id);
+            EXPECT_EQ(text("C"), "-" + id);
+            EXPECT_EQ(text("E"), std::to_string(301 + row));
+            EXPECT_EQ(text("Flag"), row >= 60 && row % 2 == 1 ? "1" : "0") << id;
+            EXPECT_EQ(text("Note").size(), row < 120 ? 0 : 30 + 97 * (row % 60)) << id;
+        }
+    }
+}
+
 } // namespace
 } // namespace vellumo
