@@ -36,8 +36,9 @@ struct WriteResult {
     [[nodiscard]] bool ok() const { return error.empty(); }
 };
 
-// Writes a database file. Rows go straight to disk: memory depends on the number of tables and long values, not on the
-// number of rows. An existing file is replaced. The same description always gives the same bytes.
+// Writes a database file. Rows go straight to disk: memory depends on the number of tables, long values and
+// index entries, not on the number of rows. An existing file is replaced. The same description always gives the same
+// bytes.
 [[nodiscard]] WriteResult writeDatabase(const DatabaseDescription& description, const std::string& path);
 
 } // namespace vellumo::samples

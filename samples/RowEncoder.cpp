@@ -102,7 +102,7 @@ ByteSpan RowEncoder::encode(const Row& row)
     }
     startRow(columnCount);
     if (!encodeFixed(row, columnCount) || !encodeVariable(row, columnCount)) return {};
-    if (m_shape.variableCount > 0) {
+    if (!m_offsets.empty()) { // the table had variable columns when the row was written
         const auto valuesEnd = m_row.size();
         m_row.resize(valuesEnd + static_cast<std::size_t>(row.slack));
         appendTrailer(valuesEnd);

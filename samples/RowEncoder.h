@@ -19,8 +19,9 @@ struct EncodedLongValue {
 // Turns rows of one table into the bytes of the format.
 //
 // A row is the number of columns, the fixed values, the variable values one after the other, their offsets from the
-// last to the first, their number, and a mask of the columns that are not null. Jet 3 keeps the low bytes of the
-// offsets alone and adds, for every 256 bytes of the row, at which value the offsets pass them.
+// last to the first, their number, and a mask of the columns that are not null. The row knows the columns that there
+// were when it was written: offsets and number are left out when none of them was variable. Jet 3 keeps the low bytes
+// of the offsets alone and adds, for every 256 bytes of the row, at which value the offsets pass them.
 class RowEncoder {
 public:
     // `longValues` has an entry for every memo and object column (by its index). All three outlive the encoder.

@@ -220,6 +220,72 @@ TableDescription memosTable()
     return table;
 }
 
+constexpr std::size_t parentCount = 900;
+
+TableDescription parentsTable()
+{
+    TableDescription table{.name = "Parents"};
+    table.columns = {column("ID", ColumnType::Long), column("Name", ColumnType::Text, 40),
+        column("Since", ColumnType::DateTime), column("Weight", ColumnType::Double),
+        column("Active", ColumnType::Boolean)};
+    table.indexes = {{.name = "PrimaryKey", .columns = {{"ID"}}, .primary = true},
+        {.name = "ByName", .columns = {{"Name"}, {"Weight", false}}},
+        {.name = "BySince", .columns = {{"Since", false}, {"Active"}}, .ignoreNulls = true}};
+    table.rows = [](std::size_t index, Row& row) {
+        Random random(index);
+        const auto id = static_cast<std::int64_t>(index + 1);
+        row.values = {
+            id, "Parent" + std::to_string(random.below(300)), {}, random.below(1000) / 4.0 - 100, id % 3 == 0};
+        if (index % 7 != 0) row.values[2] = Date{30000.25 + random.below(9000)};
+        if (index % 50 == 49) row.state = RowState::Moved;
+        if (index % 90 == 89) row.state = RowState::Deleted;
+        return index < parentCount;
+    };
+    return table;
+}
+
+// A column was deleted and two were added, past a multiple of 8, while rows were written.
+TableDescription childrenTable()
+{
+    TableDescription table{.name = "Children"};
+    table.columns = {column("ID", ColumnType::Long), column("ParentID", ColumnType::Long)};
+    for (const char* const name : {"A", "B", "C", "D", "E"})
+        table.columns.push_back(column(name, ColumnType::Integer));
+    table.columns.push_back(column("Flag", ColumnType::Boolean));
+    table.columns.push_back(column("Note", ColumnType::Memo));
+    table.columns.push_back(column("Picture", ColumnType::Ole));
+    table.columns[3].deleted = true;
+    table.indexes = {{.name = "PrimaryKey", .columns = {{"ID"}}, .primary = true}};
+    table.rows = [](std::size_t index, Row& row) {
+        const auto id = static_cast<std::int64_t>(index + 1);
+        row.values = {id, id, id % 100, id % 10, -id, 7, 300 + id, id % 2 == 0, {}, {}};
+        row.columnCount = index < 60 ? 7 : index < 120 ? 8 : 0;
+        if (row.columnCount == 0) row.values[3] = {};
+        if (row.columnCount == 0) row.values[8] = std::string(30 + 97 * (index % 60), 'n');
+        if (index % 20 == 19)
+            row.values[9] = packageObject("notes.txt", asBytes(std::string(400 * (index % 23) + 1, 'p')));
+        return index < 200;
+    };
+    return table;
+}
+
+// A page of rows holds one large deleted row and a small one.
+TableDescription spreadTable(JetVersion version)
+{
+    const auto pages = version == JetVersion::Jet3 ? std::size_t{1050} : std::size_t{530};
+    TableDescription table{.name = "Spread"};
+    table.columns = {column("ID", ColumnType::Long), column("Text", ColumnType::Text)};
+    table.indexes = {{.name = "PrimaryKey", .columns = {{"ID"}}, .primary = true}};
+    table.rows = [pages, version](std::size_t index, Row& row) {
+        const bool isLarge = index % 2 == 0;
+        row.values = {static_cast<std::int64_t>(index / 2), Bytes{'x', '\r', '\n', 'x'}};
+        if (isLarge) row.values[1] = Bytes(pageSize(version) - 90, 'x');
+        row.state = isLarge ? RowState::Deleted : RowState::Live;
+        return index < 2 * pages;
+    };
+    return table;
+}
+
 } // namespace
 
 DatabaseDescription millionDatabase(std::size_t rowCount)
@@ -263,6 +329,28 @@ DatabaseDescription typesDatabase(JetVersion version)
     DatabaseDescription database;
     database.version = version;
     database.tables = {typesTable(), rowStatesTable(), memosTable()};
+    return database;
+}
+
+DatabaseDescription evolvedDatabase(JetVersion version)
+{
+    auto database = typesDatabase(version);
+    database.tables.push_back(parentsTable());
+    database.tables.push_back(childrenTable());
+    database.relations = {{.name = "ParentsChildren",
+        .table = "Children",
+        .columns = {"ParentID"},
+        .referencedTable = "Parents",
+        .referencedColumns = {"ID"},
+        .cascadeDeletes = true}};
+    return database;
+}
+
+DatabaseDescription spreadDatabase(JetVersion version)
+{
+    DatabaseDescription database;
+    database.version = version;
+    database.tables = {rowStatesTable(), spreadTable(version), memosTable()};
     return database;
 }
 

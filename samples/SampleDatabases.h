@@ -22,4 +22,12 @@ namespace vellumo::samples {
 // deleted and short rows, a table "Memos" with long values of every storage.
 [[nodiscard]] DatabaseDescription typesDatabase(JetVersion version);
 
+// The tables of typesDatabase(), and: "Parents" of many pages with indexes of several leaves, "Children" that refer to
+// them, with objects and memos in chains, and rows from before columns were added and one was deleted. Every table has
+// a column "ID" of unique numbers.
+[[nodiscard]] DatabaseDescription evolvedDatabase(JetVersion version);
+
+// A table "Spread" over so many pages that their list takes its large form, with two smaller ones.
+[[nodiscard]] DatabaseDescription spreadDatabase(JetVersion version);
+
 } // namespace vellumo::samples

@@ -45,7 +45,7 @@ public:
         number<std::uint32_t>(facts.pagesWithRoom);
         for (std::size_t i = 0; i < indexes.physical.size(); ++i) {
             number<std::uint32_t>(0);
-            number<std::uint32_t>(0); // no entries: the index trees are left empty
+            number<std::uint32_t>(facts.indexes[i].entryCount);
             jet4Only<std::uint32_t>(0);
         }
     }

@@ -15,6 +15,7 @@ struct DefinitionFacts {
     struct IndexPages {
         std::uint32_t map = 0; // pointer
         std::uint32_t rootPage = 0;
+        std::uint32_t entryCount = 0;
     };
     struct LongColumnMaps {
         int columnNumber = 0;

@@ -47,6 +47,13 @@ int columnNumber(const TableDescription& table, std::size_t column)
     return table.columns[column].number.value_or(static_cast<int>(column));
 }
 
+std::size_t columnWithNumber(const TableShape& shape, int number)
+{
+    const auto found = std::find_if(
+        shape.places.begin(), shape.places.end(), [&](const ColumnPlace& place) { return place.number == number; });
+    return static_cast<std::size_t>(found - shape.places.begin());
+}
+
 TableShape::TableShape(const TableDescription& table, JetVersion version)
     : places(table.columns.size())
     , numberOrder(table.columns.size())

@@ -31,4 +31,7 @@ struct TableShape {
 // The column's number: the one asked for, or its place in the list.
 [[nodiscard]] int columnNumber(const TableDescription& table, std::size_t column);
 
+// The index of the column with this number.
+[[nodiscard]] std::size_t columnWithNumber(const TableShape& shape, int number);
+
 } // namespace vellumo::samples

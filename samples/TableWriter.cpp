@@ -1,5 +1,6 @@
 #include "samples/TableWriter.h"
 
+#include "samples/IndexTree.h"
 #include "text/Format.h"
 
 #include <algorithm>
@@ -34,6 +35,8 @@ TableWriter::TableWriter(PageFile& file, UsageMaps& maps, const TableDescription
 
 bool TableWriter::write(const TableIndexes& indexes, const std::vector<std::uint32_t>& tablePages, bool isSystem)
 {
+    for (const auto& index : indexes.physical)
+        m_indexes.emplace_back(m_table, m_shape, index, m_file.version());
     if (!writeRows()) return false;
     m_facts.isSystem = isSystem;
     m_facts.tablePages = tablePages;
@@ -45,7 +48,7 @@ bool TableWriter::write(const TableIndexes& indexes, const std::vector<std::uint
     m_places.dataMapOffset = map.fileOffset;
     m_facts.pages = map.pointer();
     m_facts.pagesWithRoom = addRoomMap(pages).pointer();
-    writeIndexRoots(indexes);
+    writeIndexes();
     writeLongColumnMaps();
     if (!m_error.empty()) return false;
     const auto definition = encodeDefinition(m_table, m_shape, indexes, m_facts, m_file.version());
@@ -84,25 +87,29 @@ bool TableWriter::writeRow(const Row& row, std::size_t index)
     const auto place = placeRow(bytes, row.state);
     if (row.state == RowState::Live || row.state == RowState::Moved) {
         ++m_facts.rowCount;
-        noteLongValues(index, place);
+        noteLongValues(index, place.row);
+        for (auto& entries : m_indexes)
+            entries.add(row, place.entry);
     }
     noteAutonumber(row);
     return true;
 }
 
-RowPlace TableWriter::placeRow(ByteSpan bytes, RowState state)
+TableWriter::StoredRow TableWriter::placeRow(ByteSpan bytes, RowState state)
 {
     switch (state) {
-    case RowState::Live: return m_rows.add(bytes);
-    case RowState::Deleted: return m_rows.add(bytes, RowPages::Deleted);
-    case RowState::DeletedEmpty: return m_rows.add({}, RowPages::Deleted);
+    case RowState::Live: {
+        const auto place = m_rows.add(bytes);
+        return {place, place};
+    }
+    case RowState::Deleted: return {m_rows.add(bytes, RowPages::Deleted), {}};
+    case RowState::DeletedEmpty: return {m_rows.add({}, RowPages::Deleted), {}};
     case RowState::Moved: break;
     }
     const auto place = m_movedRows.add(bytes, RowPages::MovedHere);
     std::uint8_t pointer[4];
     putNumber<std::uint32_t>(pointer, place.pointer());
-    m_rows.add(pointer, RowPages::Pointer);
-    return place;
+    return {place, m_rows.add(pointer, RowPages::Pointer)};
 }
 
 void TableWriter::noteLongValues(std::size_t index, RowPlace rowPlace)
@@ -126,18 +133,13 @@ void TableWriter::noteAutonumber(const Row& row)
     }
 }
 
-// The root of an empty tree is an empty leaf.
-void TableWriter::writeIndexRoots(const TableIndexes& indexes)
+void TableWriter::writeIndexes()
 {
-    for (std::size_t i = 0; i < indexes.physical.size(); ++i) {
-        Bytes leaf(m_file.pageSize());
-        leaf[0] = 4;
-        leaf[1] = 1;
-        putNumber<std::uint16_t>(&leaf[2], m_file.version() == JetVersion::Jet3 ? 1800 : 3616);
-        putNumber<std::uint32_t>(&leaf[4], m_definitionPage);
-        const auto root = m_file.allocate();
-        m_file.write(root, leaf);
-        m_facts.indexes.push_back({addMap({root}).pointer(), root});
+    for (auto& index : m_indexes) {
+        const auto entries = index.take();
+        const auto tree = writeIndexTree(m_file, m_definitionPage, entries);
+        m_facts.indexes.push_back(
+            {addMap(tree.pages).pointer(), tree.rootPage, static_cast<std::uint32_t>(entries.size())});
     }
 }
 

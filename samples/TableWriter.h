@@ -1,7 +1,7 @@
 #pragma once
 
 #include "samples/DatabaseWriter.h"
-#include "samples/IndexPlan.h"
+#include "samples/IndexEntries.h"
 #include "samples/LongValues.h"
 #include "samples/RowEncoder.h"
 #include "samples/TableDefinition.h"
@@ -12,7 +12,7 @@
 
 namespace vellumo::samples {
 
-// Writes one table: its rows, then index roots, usage maps and the definition, whose first page is already given out.
+// Writes one table: its rows, then index pages, usage maps and the definition, whose first page is already given out.
 class TableWriter {
 public:
     // The arguments outlive the writer.
@@ -27,10 +27,14 @@ public:
 private:
     [[nodiscard]] bool writeRows();
     [[nodiscard]] bool writeRow(const Row& row, std::size_t index);
-    RowPlace placeRow(ByteSpan bytes, RowState state);
+    struct StoredRow {
+        RowPlace row;   // where its bytes are
+        RowPlace entry; // where indexes say that it is
+    };
+    StoredRow placeRow(ByteSpan bytes, RowState state);
     void noteLongValues(std::size_t index, RowPlace rowPlace);
     void noteAutonumber(const Row& row);
-    void writeIndexRoots(const TableIndexes& indexes);
+    void writeIndexes();
     void writeLongColumnMaps();
     // The place of a new map; an empty one and an error when the pages are too many.
     RowPlace addMap(const std::vector<std::uint32_t>& pages);
@@ -45,6 +49,7 @@ private:
     RowEncoder m_encoder;
     RowPages m_rows;
     RowPages m_movedRows;
+    std::vector<IndexEntries> m_indexes; // one for each physical index
     DefinitionFacts m_facts;
     TablePlaces m_places;
     std::string m_error;
