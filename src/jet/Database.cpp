@@ -125,12 +125,23 @@ std::vector<CatalogEntry> Database::entriesOf(const TableDef& objects, const Row
         entry.name = rows.text(row, name);
         entry.type = static_cast<int>(static_cast<std::uint32_t>(number(rows.text(row, type))) & typeMask);
         entry.flags = static_cast<std::uint32_t>(number(rows.text(row, flags)));
-        entry.page = static_cast<std::uint32_t>(number(rows.text(row, id))) & pageMask;
+        entry.id = static_cast<std::uint32_t>(number(rows.text(row, id)));
+        entry.page = entry.id & pageMask;
         if (properties && rows.kinds()[*properties] == CellKind::Blob)
             entry.properties = objectIn(rows, row, *properties);
         catalog.push_back(std::move(entry));
     }
     return catalog;
+}
+
+bool Database::hidesTable(const CatalogEntry& entry)
+{
+    // The ids of what is no table have flags.
+    if (entry.type == CatalogEntry::tableType || entry.id != entry.page) return false;
+    if (std::ranges::find(CatalogEntry::linkedTypes, entry.type) != std::end(CatalogEntry::linkedTypes)) return false;
+    DamageReport unwanted;
+    const auto table = readTableAt(entry.page, unwanted);
+    return table && !table->isSystem;
 }
 
 std::optional<TableDef> Database::readTable(const CatalogEntry& entry, DamageReport& damage)

@@ -16,10 +16,12 @@ struct CatalogEntry {
     std::string name{}; // UTF-8
     int type = 0;
     std::uint32_t flags = 0;
-    std::uint32_t page = 0;                     // of the definition, for a table
+    std::uint32_t id = 0;
+    std::uint32_t page = 0;                     // of the definition, for a table: the id without its flags
     std::shared_ptr<TAdmBlobData> properties{}; // as stored; null when there are none
 
     static constexpr int tableType = 1;
+    static constexpr int linkedTypes[] = {4, 6}; // they keep a definition of what they lead to
     static constexpr std::uint32_t systemFlags = 0x80000002;
 
     [[nodiscard]] bool isSystemTable() const { return type == tableType && (flags & systemFlags) != 0; }
@@ -52,6 +54,8 @@ public:
 
     // Every named object in the order of the catalogue; empty when it cannot be read.
     [[nodiscard]] std::vector<CatalogEntry> readCatalog(DamageReport& damage);
+    // Whether the entry is no table's though it leads to the definition of a user's table: its type is damaged.
+    [[nodiscard]] bool hidesTable(const CatalogEntry& entry);
     // The definition of a table with its columns in stored order, their properties, its indexes and its pages. nullopt
     // when it cannot be read.
     [[nodiscard]] std::optional<TableDef> readTable(const CatalogEntry& entry, DamageReport& damage);

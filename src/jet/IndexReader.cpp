@@ -7,7 +7,7 @@
 // An index page: byte 0 the page type, u32 at 4 the definition page of the table, then
 //   Jet 3 / Jet 4
 //   16 / 20    u32 tail page: in a node, the child that holds what lies behind all its entries; 0 where there is none
-//   20 / 24    u16 length of the prefix that the entries behind the first share with it and leave out
+//   20 / 24    u8 / u16 length of the prefix that the entries behind the first share with it and leave out
 //   22 / 27    bitmap, low bit first, to the byte before the entries: bit b is set where an entry ends b bytes behind
 //              the start of the first one
 //   248 / 480  entries: key, pointer to the row (3 bytes page, 1 byte row number, the most significant first), and in a
@@ -61,7 +61,8 @@ private:
         if (page[0] != IndexLeafType && page[0] != IndexNodeType) return false;
         const bool isNode = page[0] == IndexNodeType;
         if (const auto tail = load32(&page[m_layout.tailPage]); isNode && tail != 0) m_open.push_back(tail);
-        const auto prefixLength = load16(&page[m_layout.prefixLength]);
+        const std::size_t prefixLength =
+            m_pages.format().isJet3 ? page[m_layout.prefixLength] : load16(&page[m_layout.prefixLength]);
         const auto bitCount = 8 * (m_layout.entries - m_layout.bitmap);
         std::size_t start = 0;
         std::vector<std::uint8_t> prefix;
@@ -73,8 +74,8 @@ private:
             m_entry.insert(m_entry.end(), stored.begin(), stored.end());
             if (!takeEntry(isNode)) return false;
             if (start == 0)
-                prefix.assign(
-                    m_entry.begin(), m_entry.begin() + std::min<std::ptrdiff_t>(prefixLength, std::ssize(m_entry)));
+                prefix.assign(m_entry.begin(),
+                    m_entry.begin() + std::min(static_cast<std::ptrdiff_t>(prefixLength), std::ssize(m_entry)));
             start = bit;
         }
         return true;

@@ -44,6 +44,7 @@ void FileLoader::readDefinitions(const std::vector<jet::CatalogEntry>& catalog)
 {
     std::set<std::uint32_t> definitionPages;
     for (const auto& entry : catalog) {
+        if (m_database.hidesTable(entry)) m_damage.add({.kind = DamageKind::Catalogue, .page = entry.page});
         if (entry.type != jet::CatalogEntry::tableType) continue;
         // Two tables cannot have one definition; the second would show the rows of the first again.
         if (!definitionPages.insert(entry.page).second) {
@@ -92,7 +93,9 @@ void FileLoader::addSalvage(const std::vector<jet::CatalogEntry>& catalog)
         if (!def.dataPages.pages.empty()) addSalvaged(def, name + " (recovered)", TableOrigin::Recovered);
     }
     int nameless = 0;
-    for (auto& def : m_database.lostTables(catalog)) {
+    auto tables = catalog;
+    std::erase_if(tables, [&](const jet::CatalogEntry& entry) { return m_database.hidesTable(entry); });
+    for (auto& def : m_database.lostTables(tables)) {
         const auto name = def.name.empty() ? "Recovered " + std::to_string(++nameless) : def.name + " (recovered)";
         addSalvaged(std::move(def), name, TableOrigin::Recovered);
     }
