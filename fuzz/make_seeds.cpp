@@ -1,5 +1,6 @@
 // Writes small good inputs for the fuzz targets: make_seeds FOLDER makes FOLDER/ole_field and FOLDER/compound_file.
 #include "embedded/OleCells.h"
+#include "samples/ZipFile.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -51,6 +52,36 @@ std::vector<Seed> compoundFiles()
     return seeds;
 }
 
+void addPictures(std::vector<Seed>& seeds)
+{
+    const auto dib = smallBitmap();
+    const auto presentation = presentationOf("DIB", dib);
+    auto shown = objectCell("StaticDib", {});
+    shown.insert(shown.end(), presentation.begin(), presentation.end());
+    const auto contents = [](const Buffer& content) {
+        return writeCompoundFile({7, 6, {{"CONTENTS", content}, {"\1Ole10Native", content}}}).bytes;
+    };
+    seeds.push_back({"paint", objectCell("Paint.Picture", contents(dib))});
+    seeds.push_back({"static-bitmap", staticCell("DIB", dib)});
+    seeds.push_back({"static-metafile", staticCell("METAFILEPICT", smallMetafile())});
+    seeds.push_back({"presentation", shown});
+    seeds.push_back({"bare-bitmap", dib});
+    seeds.push_back({"acrobat", objectCell("AcroExch.Document.7", contents(bytesOf("%PDF-1.4")))});
+    seeds.push_back({"link", linkCell("C:\\Data\\Caf\xE9.xls", presentation)});
+    seeds.push_back({"package-in-ole2", objectCell("Package", contents(packageNative("x/..\\a.b", bytesOf("file"))))});
+}
+
+void addBareFiles(std::vector<Seed>& seeds)
+{
+    const auto archive = vellumo::samples::zipFile({{"[Content_Types].xml", "<a/>"}, {"word/document.xml", "<b/>"}});
+    seeds.push_back({"zip", bytesOf({reinterpret_cast<const char*>(archive.data()), archive.size()})});
+    seeds.push_back({"doc", writeCompoundFile({7, 6, {{"WordDocument", bytesOf("text")}}}).bytes});
+    const std::string_view files[] = {{"\0\0\1\0\1\0\x10\x10\0\0\1\0\x18\0\1\0\0\0\x16\0\0\0x", 23},
+        "\xFF\xFB\x90\x44 a sound frame", "<?xml version='1.0'?><html>", "BM", "RIFF\4   WAVE", "Viele Gr\xFC\xDF\x65"};
+    for (const auto file : files)
+        seeds.push_back({"bare-" + std::to_string(seeds.size()), bytesOf(file)});
+}
+
 std::vector<Seed> cells()
 {
     const auto text = bytesOf("plain text, long enough to be deflated deflated deflated deflated");
@@ -74,6 +105,8 @@ std::vector<Seed> cells()
     const auto file = writeCompoundFile(content).bytes;
     for (const auto* name : {"WordPad.Document.1", "Word.Document.12", "Excel.OpenDocumentSpreadsheet.12"})
         seeds.push_back({name, objectCell(name, file)});
+    addPictures(seeds);
+    addBareFiles(seeds);
     return seeds;
 }
 

@@ -150,10 +150,7 @@ void DataView::displayCell(std::size_t column, std::size_t row)
     m_detail.objectName = format("%@-%@", {m_columns[column].identifier, m_rows.rowAt(row) + 1});
 }
 
-bool DataView::canOpenObject() const
-{
-    return m_detail.blob || (m_detail.object && isSafeFileExtension(m_detail.object->fileExtension()));
-}
+bool DataView::canOpenObject() const { return m_detail.object && m_detail.object->mayBeOpened(); }
 
 void DataView::openObject()
 {
@@ -169,7 +166,8 @@ void DataView::saveObjectAs()
     if (!object) return;
     auto& alerts = m_desktop.alerts;
     const auto database = table() != nullptr && table()->file() != nullptr ? table()->file()->fullPath() : "";
-    const auto path = m_desktop.filePanels.saveFile(object->fileExtension(), fileNamePart(m_detail.objectName));
+    const auto name = fileNamePart(object->fileName(m_detail.objectName));
+    const auto path = m_desktop.filePanels.saveFile(object->extensionByContent(), name);
     if (path && !writeObjectFile(*object, *path, database))
         alerts.show({localized("Error"), localizedFormat("File (%@) cannot be written", {*path})});
 }
@@ -205,8 +203,7 @@ IconClick DataView::handleDragIconWithColumn(std::size_t column, std::size_t row
     const auto value = getValueForTableColumn(column, row);
     const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value);
     if (blob == nullptr || clickCount < 1 || clickCount > 2) return {LeftToGrid, {}};
-    if (clickCount == 2 && !(*blob)->image(m_desktop.imageDecoder) && !isSafeFileExtension((*blob)->fileExtension()))
-        return {LeftToGrid, {}};
+    if (clickCount == 2 && !(*blob)->mayBeOpened()) return {LeftToGrid, {}};
     const auto path = (*blob)->createTempFile();
     if (path.empty()) return {Nothing, {}};
     if (clickCount == 1) return {DragFile, path};

@@ -98,7 +98,7 @@ public:
     void displayCell(std::size_t column, std::size_t row);
     // Opens the file of the picture shown with its default application.
     void openBlobAsFile();
-    // The object shown may be opened: it is a picture, or a document of a type that runs nothing.
+    // The object shown may be opened: it is of a kind that people keep and open, and nothing to execute.
     [[nodiscard]] bool canOpenObject() const;
     // Opens the object shown with its default application, if that is safe.
     void openObject();

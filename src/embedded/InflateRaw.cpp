@@ -21,19 +21,29 @@ int finalStatus(int status, const z_stream& stream)
 
 int inflateRaw(std::span<std::byte>& destination, Bytes source)
 {
+    auto written = destination;
+    const auto status = inflateRawAsFarAsItGoes(written, source);
+    if (status == Z_OK) destination = written;
+    return status;
+}
+
+int inflateRawAsFarAsItGoes(std::span<std::byte>& destination, Bytes source)
+{
     constexpr auto limit = std::numeric_limits<uInt>::max();
-    if (destination.size() > limit || source.size() > limit) return Z_BUF_ERROR;
+    auto room = destination;
+    destination = room.first(0);
+    if (room.size() > limit || source.size() > limit) return Z_BUF_ERROR;
 
     z_stream stream{};
     // zlib does not write to its input, it only lacks the const.
     stream.next_in = reinterpret_cast<Bytef*>(const_cast<std::byte*>(source.data()));
     stream.avail_in = static_cast<uInt>(source.size());
-    stream.next_out = reinterpret_cast<Bytef*>(destination.data());
-    stream.avail_out = static_cast<uInt>(destination.size());
+    stream.next_out = reinterpret_cast<Bytef*>(room.data());
+    stream.avail_out = static_cast<uInt>(room.size());
     if (const auto status = inflateInit2(&stream, rawWindowBits); status != Z_OK) return status;
     const auto status = finalStatus(inflate(&stream, Z_FINISH), stream);
     inflateEnd(&stream);
-    if (status == Z_OK) destination = destination.first(stream.total_out);
+    destination = room.first(stream.total_out);
     return status;
 }
 

@@ -10,4 +10,7 @@ namespace vellumo {
 // Z_DATA_ERROR when `source` ended first, wants a dictionary or is no deflate stream.
 [[nodiscard]] int inflateRaw(std::span<std::byte>& destination, Bytes source);
 
+// The same, but `destination` is narrowed to the bytes written after every status: as far as it went, they are good.
+[[nodiscard]] int inflateRawAsFarAsItGoes(std::span<std::byte>& destination, Bytes source);
+
 } // namespace vellumo

@@ -1,9 +1,12 @@
 #include "embedded/TAdmBlobData.h"
 
+#include "embedded/ContentType.h"
+#include "embedded/FileNames.h"
 #include "embedded/PayloadText.h"
 #include "embedded/TempFile.h"
 #include "platform/ImageDecoder.h"
 #include "platform/Workspace.h"
+#include "text/Ascii.h"
 #include "text/FileSize.h"
 #include "text/Format.h"
 #include "text/Messages.h"
@@ -15,16 +18,41 @@ namespace vellumo {
 
 namespace {
 
-// Files that cannot run code by being opened.
 constexpr std::string_view safeExtensions[] = {"txt", "pdf", "ps", "rtf", "doc", "docx", "xls", "xlsx", "ppt", "pptx",
     "mdb", "accdb", "odt", "ods", "odp", "odg", "wav", "mp3", "mpg", "mpeg", "mov", "mid", "midi", "mp4", "wma", "wmv",
     "ogg", "ogv", "snd", "avi", "m4a", "m4v", "264", "mkv", "bmp", "tif", "tiff", "jpg", "png", "gif", "ico", "pcx",
     "raw"};
 
-char asciiLower(char letter)
+struct CellFormats {
+    const char* withExtension;
+    const char* sizeAlone;
+};
+
+CellFormats cellFormats(ObjectState state)
 {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+    switch (state) {
+    case ObjectState::Whole: break;
+    case ObjectState::Damaged: return {messageKey(".%@ [%@, damaged]"), messageKey("[%@, damaged]")};
+    case ObjectState::Linked: return {messageKey(".%@ [%@, linked]"), messageKey("[%@, linked]")};
+    }
+    return {messageKey(".%@ [%@]"), messageKey("[%@]")};
 }
+
+// What comes from a file may hold separators of folders, and characters that are not seen.
+bool isFitForAName(const std::string& extension) { return cleanFileName("x." + extension) == "x." + extension; }
+
+// The name without its extension, when that is `extension` (lower case) or one of another known type, whose place it
+// takes: "v1.2" is no name of a file of type 2.
+std::string_view withoutExtension(std::string_view name, std::string_view extension)
+{
+    const auto dot = name.rfind('.');
+    if (dot == std::string_view::npos) return name;
+    const auto own = asciiLower(name.substr(dot + 1));
+    return own == extension || isKnownByContent(own) ? name.substr(0, dot) : name;
+}
+
+// Whether the bytes alone tell the type.
+bool isKnown(const ContentType& type) { return type.kind != ContentKind::Family && type.kind != ContentKind::Unknown; }
 
 } // namespace
 
@@ -38,6 +66,7 @@ TAdmBlobData::TAdmBlobData(std::vector<std::byte> data, std::string fileExtensio
 TAdmBlobData::~TAdmBlobData()
 {
     if (!m_tmpPath.empty()) ::unlink(m_tmpPath.c_str());
+    if (!m_tmpFolder.empty()) ::rmdir(m_tmpFolder.c_str());
 }
 
 std::shared_ptr<const Image> TAdmBlobData::image(ImageDecoder& decoder)
@@ -50,12 +79,14 @@ std::shared_ptr<const Image> TAdmBlobData::image(ImageDecoder& decoder)
 std::string TAdmBlobData::cellDescription() const
 {
     const auto size = formatComputerFileSize(m_data.size());
-    if (m_fileExtension.empty()) return localizedFormat("[%@]", {size});
-    return localizedFormat(".%@ [%@]", {m_fileExtension, size});
+    const auto formats = cellFormats(m_facts.state);
+    if (m_fileExtension.empty()) return localizedFormat(formats.sizeAlone, {size});
+    return localizedFormat(formats.withExtension, {m_fileExtension, size});
 }
 
 std::string TAdmBlobData::description() const
 {
+    if (!m_facts.linkTarget.empty()) return localizedFormat("Linked to the file %@", {m_facts.linkTarget});
     auto text = decodeText(m_data);
     return text ? std::move(*text) : localized("[NON-TEXTUAL DATA]");
 }
@@ -65,16 +96,54 @@ std::shared_ptr<const Image> TAdmBlobData::getFileIcon(Workspace& workspace) con
     return workspace.fileTypeIcon(m_fileExtension);
 }
 
+const ContentType& TAdmBlobData::contentType()
+{
+    if (m_contentType == nullptr) m_contentType = &contentTypeOf(m_data);
+    return *m_contentType;
+}
+
+std::string TAdmBlobData::extensionByContent()
+{
+    const auto& type = contentType();
+    auto stored = isFitForAName(m_fileExtension) ? m_fileExtension : std::string();
+    const auto lower = asciiLower(stored);
+    if (type.kind == ContentKind::Unknown || goesBy(type, lower)) return stored;
+    // A text may be of many types, but no text is a JPEG picture. A file that was called README had no extension.
+    const auto agrees = stored.empty() ? !m_facts.storedName.empty() : !isKnownByContent(lower);
+    return type.kind == ContentKind::Family && agrees ? stored : std::string(type.extension);
+}
+
+std::string TAdmBlobData::fileName(std::string_view otherwise)
+{
+    const auto extension = extensionByContent();
+    const auto stem =
+        m_facts.storedName.empty() ? otherwise : withoutExtension(m_facts.storedName, asciiLower(extension));
+    const auto mark = m_facts.state == ObjectState::Damaged ? ".damaged" : "";
+    const auto dot = extension.empty() ? "" : ".";
+    return format("%@%@%@%@", {stem, mark, dot, extension});
+}
+
+bool TAdmBlobData::mayBeOpened()
+{
+    const auto& type = contentType();
+    if (type.kind == ContentKind::Program || isProgramExtension(asciiLower(m_fileExtension))) return false;
+    const auto isSafe = isSafeFileExtension(extensionByContent());
+    // What its bytes do not tell must have been called something.
+    return isKnown(type) ? isSafe || isSafeFileExtension(type.extension) : isSafe && !m_fileExtension.empty();
+}
+
 std::string TAdmBlobData::createTempFile()
 {
-    if (m_tmpPath.empty()) m_tmpPath = writeTempFile(m_data, m_fileExtension.empty() ? "" : "." + m_fileExtension);
+    if (!m_tmpPath.empty()) return m_tmpPath;
+    if (m_facts.storedName.empty()) return m_tmpPath = writeTempFile(m_data, fileName({}));
+    if (m_tmpFolder.empty()) m_tmpFolder = makeTempFolder();
+    if (!m_tmpFolder.empty()) m_tmpPath = writeNewFile(m_data, m_tmpFolder + "/" + fileName({}));
     return m_tmpPath;
 }
 
 bool isSafeFileExtension(std::string_view extension)
 {
-    std::string lower(extension);
-    std::transform(lower.begin(), lower.end(), lower.begin(), asciiLower);
+    const auto lower = asciiLower(extension);
     return std::find(std::begin(safeExtensions), std::end(safeExtensions), lower) != std::end(safeExtensions);
 }
 

@@ -11,6 +11,7 @@ namespace vellumo {
 
 class ImageDecoder;
 class Workspace;
+struct ContentType;
 struct Image;
 
 // How much of an object there is.
@@ -28,8 +29,8 @@ struct ObjectFacts {
 };
 
 // The content of one object cell after its wrappers were taken off: the bytes of the embedded file and the extension
-// that tells what they are. Immutable but for the picture and the temporary file, both made when first asked for.
-// Main thread only, but for construction and `data`.
+// that tells what they are. Immutable but for what is found out or made when first asked for: the picture, what the
+// content is, and the temporary file. Main thread only, but for construction and what is `const`.
 class TAdmBlobData {
 public:
     // `fileExtension` without the dot, "" when unknown; one that is no UTF-8 counts as unknown. Takes the bytes over.
@@ -49,29 +50,44 @@ public:
     // The payload as a picture, decoded at the first call and kept; null when it is none.
     [[nodiscard]] std::shared_ptr<const Image> image(ImageDecoder& decoder);
 
-    // What the grid shows: ".bmp [12 KB]", or "[12 KB]" without an extension.
+    // What the grid shows: ".bmp [12 KB]", or "[12 KB]" without an extension; behind the size the state, unless whole.
     [[nodiscard]] std::string cellDescription() const;
-    // What the detail pane shows: the payload as UTF-8 text, or "[NON-TEXTUAL DATA]" (localised).
+    // What the detail pane shows: the payload as UTF-8 text, or "[NON-TEXTUAL DATA]" (localised); of a link the path.
     [[nodiscard]] std::string description() const;
+
+    // The extension for a file of the payload: the stored one, unless the bytes are of another type, which then names
+    // it. "" when neither tells.
+    [[nodiscard]] std::string extensionByContent();
+    // The name for such a file: the stored one, or `otherwise` (without extension) when there is none, with
+    // ".damaged" in front of the extension unless the payload is a whole file.
+    [[nodiscard]] std::string fileName(std::string_view otherwise);
+    // Whether its file may be opened with the default application: it goes by an extension of the list below, and
+    // neither its content nor the extension that it was stored with is one that a desktop might execute.
+    [[nodiscard]] bool mayBeOpened();
 
     // The desktop's icon for files of this extension, 16 x 16 pixels; null when it has none.
     [[nodiscard]] std::shared_ptr<const Image> getFileIcon(Workspace& workspace) const;
 
     // The path of a temporary file that holds the payload, made at the first call; "" when it cannot be made (the
-    // next call tries again).
+    // next call tries again). It has its stored name, in a folder of its own, or else a unique one.
     [[nodiscard]] std::string createTempFile();
 
 private:
+    [[nodiscard]] const ContentType& contentType();
+
     std::vector<std::byte> m_data;
     std::string m_fileExtension;
     ObjectFacts m_facts;
     std::shared_ptr<const Image> m_image;
     bool m_isImageDecoded = false;
+    const ContentType* m_contentType = nullptr; // once it was asked for
     std::string m_tmpPath;
+    std::string m_tmpFolder; // made for it, or ""
 };
 
-// Whether files with this extension (any case, without the dot) may be opened in their default application at a double
-// click. False for an empty one.
+// Whether files with this extension (any case, without the dot) are of a kind that people keep and open: documents,
+// databases, pictures, sound, video. What they open in may run what is in them (macros, PostScript), and it is for that
+// application to ask first. Extensions that a desktop itself would execute are not among them; neither is "".
 [[nodiscard]] bool isSafeFileExtension(std::string_view extension);
 
 } // namespace vellumo

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace vellumo {
@@ -25,18 +26,38 @@ bool writeAll(int descriptor, Bytes content)
     return true;
 }
 
-} // namespace
-
-std::string writeTempFile(Bytes content, const std::string& suffix)
+// Fills the new file and closes it.
+std::string filled(int descriptor, Bytes content, const std::string& path)
 {
-    auto path = tempFolder() + "/Vellumo-XXXXXXXXX" + suffix;
-    const auto descriptor = mkstemps(path.data(), static_cast<int>(suffix.size()));
     if (descriptor < 0) return {};
     const auto isWritten = writeAll(descriptor, content);
     // Some file systems tell only at the end that the disk is full.
     if (::close(descriptor) == 0 && isWritten) return path;
     ::unlink(path.c_str());
     return {};
+}
+
+constexpr const char* nameTemplate = "/Vellumo-XXXXXXXXX";
+
+} // namespace
+
+std::string writeTempFile(Bytes content, const std::string& suffix)
+{
+    auto path = tempFolder() + nameTemplate + suffix;
+    const auto descriptor = mkstemps(path.data(), static_cast<int>(suffix.size()));
+    return filled(descriptor, content, path);
+}
+
+std::string makeTempFolder()
+{
+    auto path = tempFolder() + nameTemplate;
+    return mkdtemp(path.data()) == nullptr ? std::string() : path;
+}
+
+std::string writeNewFile(Bytes content, const std::string& path)
+{
+    const auto descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    return filled(descriptor, content, path);
 }
 
 } // namespace vellumo

@@ -226,7 +226,7 @@ TEST_F(DataViewTest, MenuItemsAreEnabledForWhatThereIs)
 TEST_F(DataViewTest, IconClicksDragAnyObjectAndOpenSafeOnes)
 {
     using enum IconClick::Outcome;
-    show({{"1", "a", makeBlob("IMAGE", "exe")}, {"2", "b", makeBlob("MZ", "exe")}, {"3", "c", makeBlob("x", "TXT")},
+    show({{"1", "a", makeBlob("IMAGE", "png")}, {"2", "b", makeBlob("IMAGE", "exe")}, {"3", "c", makeBlob("x", "TXT")},
         {"4", "d", null}});
     const struct {
         const char* name;
@@ -237,8 +237,8 @@ TEST_F(DataViewTest, IconClicksDragAnyObjectAndOpenSafeOnes)
         std::size_t openedSoFar;
     } cases[] = {
         {"drag", 2, 1, 1, DragFile, 0},
-        {"open a program", 2, 1, 2, LeftToGrid, 0},
-        {"open a picture of any name", 2, 0, 2, Opened, 1},
+        {"open a program that looks like a picture", 2, 1, 2, LeftToGrid, 0},
+        {"open a picture", 2, 0, 2, Opened, 1},
         {"open a text", 2, 2, 2, Opened, 2},
         {"null", 2, 3, 1, LeftToGrid, 2},
         {"text cell", 1, 0, 2, LeftToGrid, 2},

@@ -114,11 +114,11 @@ TEST_F(GridTest, opensAndSavesDocuments)
 
     m_program.filePanels.file = m_program.folder.path("terms.pdf");
     m_program.clickButton("saveObject");
-    EXPECT_THAT(m_program.filePanels.asked, testing::ElementsAre("save pdf Content-3"));
+    EXPECT_THAT(m_program.filePanels.asked, testing::ElementsAre("save pdf Content-3.pdf"));
     EXPECT_THAT(m_program.folder.read("terms.pdf").value_or(""),
         testing::AllOf(testing::StartsWith("%PDF-1.1"), testing::HasSubstr("%%EOF")));
 
-    // A file without an extension could be a program.
+    // A file that had no extension could be a program.
     m_program.clickCell(3, 5);
     EXPECT_FALSE(m_program.find<QPushButton>("openObject").isEnabled());
     m_program.filePanels.file = m_program.folder.path("no/such/folder");

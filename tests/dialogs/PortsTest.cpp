@@ -1,4 +1,3 @@
-#include "desktop/ports/ImageFormat.h"
 #include "desktop/ports/QtAlerts.h"
 #include "desktop/ports/QtFilePanels.h"
 #include "desktop/ports/QtImageDecoder.h"
@@ -55,46 +54,20 @@ std::string encoded(const char* format)
 
 TEST(QtImageDecoder, ReadsEachFormatByItsBytes)
 {
-    const std::string bmp = encoded("bmp");
-    // 18 bytes of header (no name, no palette, type 2, 3 x 2 pixels, 24 bits, from the top), then blue, green, red;
-    // then the places of two areas that are not there, and the signature.
-    const auto targa = "\0\0\2\0\0\0\0\0\0\0\0\0\3\0\2\0\x18\x20"
-                       "\0\0\xFF\0\xFF\0\xFF\0\0\xFF\xFF\xFF\0\0\0\x80\x80\x80"
-                       "\0\0\0\0\0\0\0\0TRUEVISION-XFILE.\0"sv;
-    const struct {
-        const char* name;
-        std::string bytes;
-    } cases[] = {
-        {"png", encoded("png")},
-        {"bmp", bmp},
-        {"dib", bmp.substr(14)}, // the same without its file header
-        {"ppm", encoded("ppm")},
-        {"tiff", encoded("tiff")},
-        {"ico", encoded("ico")},
-        {"icns", encoded("icns")},
-        {"xpm", encoded("xpm")},
-        {"tga", std::string(targa)},
-    };
     QtImageDecoder decoder;
-    for (const auto& c : cases) {
-        EXPECT_STREQ(imageFormat(bytesOf(c.bytes)), c.name);
-        const auto image = decoder.decode(bytesOf(c.bytes));
-        ASSERT_NE(image, nullptr) << c.name;
-        if (c.name == "icns"sv) continue; // has sizes of its own
-        ASSERT_EQ(std::pair(image->width, image->height), std::pair(3, 2)) << c.name;
-        ASSERT_EQ(image->rgba.size(), 24U) << c.name;
+    for (const auto* format : {"png", "bmp", "tiff", "ico", "jpg"}) {
+        const auto image = decoder.decode(bytesOf(encoded(format)));
+        ASSERT_NE(image, nullptr) << format;
+        ASSERT_EQ(std::pair(image->width, image->height), std::pair(3, 2)) << format;
+        ASSERT_EQ(image->rgba.size(), 24U) << format;
+        if (format == "jpg"sv) continue; // loses colours
         EXPECT_EQ(std::vector(image->rgba.begin(), image->rgba.begin() + 8),
             (std::vector<std::uint8_t>{255, 0, 0, 255, 0, 255, 0, 255}))
-            << c.name;
+            << format;
     }
-    for (const auto* lossy : {"jpg", "webp", "svg"}) {
-        const auto bytes = lossy == "svg"sv
-            ? std::string("<?xml version='1.0'?><svg xmlns='http://www.w3.org/2000/svg' width='3' height='2'/>")
-            : encoded(lossy);
-        const auto image = decoder.decode(bytesOf(bytes));
-        ASSERT_NE(image, nullptr) << lossy;
-        EXPECT_EQ(std::pair(image->width, image->height), std::pair(3, 2)) << lossy;
-    }
+    // 1 x 1, a palette of two colours, one pixel.
+    const auto gif = "GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;"sv;
+    EXPECT_NE(decoder.decode(bytesOf(gif)), nullptr);
 }
 
 TEST(QtImageDecoder, TakesNothingElseForAPicture)
@@ -108,15 +81,13 @@ TEST(QtImageDecoder, TakesNothingElseForAPicture)
     } cases[] = {
         {"nothing", ""},
         {"zeros", std::string(64, '\0')}, // a wireless bitmap to a decoder that is merely tried
-        {"text", "Dear Sir or Madam, BM is not a picture."},
         {"text that starts like a bitmap", "BM and more text that goes on for a while, with no header"},
-        {"html", "<html><body>no drawing</body></html>"},
-        {"a zip file", "PK\3\4" + std::string(60, 'x')},
-        {"a compressed text", std::string("\x1F\x8B\x08\0\0\0\0\0\0\3\x03\0\0\0\0\0\0\0\0\0"sv)},
+        {"a drawing", "<svg xmlns='http://www.w3.org/2000/svg' width='3' height='2'/>"},
+        {"a format that few programs write", encoded("xpm")},
+        {"a format without a signature", encoded("xbm")},
         {"a cut picture", png.substr(0, 20)},
         {"the signature alone", png.substr(0, 8)},
         {"a giant", hugePng},
-        {"a targa signature alone", std::string("TRUEVISION-XFILE.\0"sv)},
     };
     QtImageDecoder decoder;
     for (const auto& c : cases)

@@ -14,6 +14,12 @@ void appendText(Buffer& buffer, std::string_view text)
     buffer.push_back(std::byte{0});
 }
 
+void appendCounted(Buffer& buffer, std::string_view text)
+{
+    addU32(buffer, static_cast<std::uint32_t>(text.size() + 1));
+    appendText(buffer, text);
+}
+
 } // namespace
 
 Buffer bytesOf(std::string_view text)
@@ -24,7 +30,14 @@ Buffer bytesOf(std::string_view text)
 
 std::string textOf(const Buffer& bytes) { return {reinterpret_cast<const char*>(bytes.data()), bytes.size()}; }
 
-Buffer objectCell(std::string_view className, const Buffer& native)
+namespace {
+
+constexpr unsigned linked = 1;
+constexpr unsigned embedded = 2;
+constexpr unsigned staticPicture = 3;
+
+// Access's header, and that of OLE as far as the class name.
+Buffer headers(unsigned format, std::string_view className)
 {
     Buffer cell;
     for (const unsigned field : {0x1C15U, 33U, 2U, 0U, 7U, 6U, 20U, 27U}) // header size 33; names at 20 and 27
@@ -33,14 +46,78 @@ Buffer objectCell(std::string_view className, const Buffer& native)
     appendText(cell, "Friend");
     appendText(cell, "Class");
     addU32(cell, 0x501);
-    addU32(cell, 2);
-    addU32(cell, static_cast<std::uint32_t>(className.size() + 1));
-    appendText(cell, className);
-    addU32(cell, 0);
-    addU32(cell, 0);
-    addU32(cell, static_cast<std::uint32_t>(native.size()));
-    append(cell, native);
+    addU32(cell, format);
+    appendCounted(cell, className);
     return cell;
+}
+
+void appendSized(Buffer& buffer, const Buffer& content)
+{
+    addU32(buffer, static_cast<std::uint32_t>(content.size()));
+    append(buffer, content);
+}
+
+} // namespace
+
+Buffer objectCell(std::string_view className, const Buffer& native)
+{
+    auto cell = headers(embedded, className);
+    addU32(cell, 0);
+    addU32(cell, 0);
+    appendSized(cell, native);
+    return cell;
+}
+
+Buffer linkCell(std::string_view path, const Buffer& presentation)
+{
+    auto cell = headers(linked, "Excel.Sheet.8");
+    appendCounted(cell, path);
+    appendCounted(cell, "Sheet1!R1C1");
+    addU32(cell, 0); // no name on the network
+    addU32(cell, 0);
+    addU32(cell, 3);
+    append(cell, presentation);
+    return cell;
+}
+
+Buffer staticCell(std::string_view className, const Buffer& picture)
+{
+    auto cell = headers(staticPicture, className);
+    addU32(cell, 100);
+    addU32(cell, 50);
+    appendSized(cell, picture);
+    return cell;
+}
+
+Buffer presentationOf(std::string_view className, const Buffer& picture)
+{
+    Buffer out;
+    addU32(out, 0x501);
+    addU32(out, 5);
+    appendCounted(out, className);
+    addU32(out, 100);
+    addU32(out, 50);
+    appendSized(out, picture);
+    return out;
+}
+
+Buffer smallBitmap()
+{
+    Buffer dib;
+    for (const std::uint32_t field : {40U, 2U, 2U, 0x00180001U, 0U, 0U, 0U, 0U, 0U, 0U})
+        addU32(dib, field);
+    append(dib, bytesOf("pixelsAApixelsBB"));
+    return dib;
+}
+
+Buffer smallMetafile()
+{
+    Buffer picture;
+    for (const unsigned field : {8U, 100U, 50U, 0U})
+        addU16(picture, field);
+    for (const unsigned field : {1U, 9U, 0x300U, 12U, 0U, 0U, 3U, 0U, 0U, 3U, 0U, 0U}) // the last three end it
+        addU16(picture, field);
+    return picture;
 }
 
 std::size_t bodyOffset(const Buffer& cell) { return std::to_integer<std::size_t>(cell[2]); }

@@ -18,6 +18,17 @@ namespace vellumo::testing {
 // The native data of the class "Package".
 [[nodiscard]] Buffer packageNative(std::string_view label, const Buffer& file);
 
+// A cell with a link to a file; `presentation` follows it.
+[[nodiscard]] Buffer linkCell(std::string_view path, const Buffer& presentation);
+// A cell with a static picture.
+[[nodiscard]] Buffer staticCell(std::string_view className, const Buffer& picture);
+// The picture that is kept to show an object.
+[[nodiscard]] Buffer presentationOf(std::string_view className, const Buffer& picture);
+// A device-independent bitmap: a header of 40 bytes, 2 x 2 pixels of 24 bits.
+[[nodiscard]] Buffer smallBitmap();
+// A metafile of 3 words behind its header, 100 x 50 hundredths of a millimetre, as the clipboard has it.
+[[nodiscard]] Buffer smallMetafile();
+
 // The inner record of an attachment; `extension` is stored with a terminator.
 [[nodiscard]] Buffer attachmentRecord(std::string_view extension, const Buffer& file);
 [[nodiscard]] Buffer storedAttachment(const Buffer& record);

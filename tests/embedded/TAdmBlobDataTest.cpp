@@ -61,6 +61,63 @@ TEST(TAdmBlobData, CellShowsExtensionAndSize)
     EXPECT_EQ(TAdmBlobData(Buffer(1), "\xE9").cellDescription(), "[1 KB]") << "an extension that is no UTF-8";
 }
 
+TEST(TAdmBlobData, TellsDamageAndLinks)
+{
+    const TAdmBlobData damaged(Buffer(12288), "jpg", {ObjectState::Damaged, {}, {}});
+    EXPECT_EQ(damaged.cellDescription(), ".jpg [12 KB, damaged]");
+    const TAdmBlobData linked(bytesOf("x"), "", {ObjectState::Linked, {}, "C:\\a.xls"});
+    EXPECT_EQ(linked.cellDescription(), "[1 KB, linked]");
+    EXPECT_EQ(linked.description(), "Linked to the file C:\\a.xls");
+}
+
+// Whatever a file is called, it is named and opened as what it is.
+TEST(TAdmBlobData, FileIsNamedByItsContent)
+{
+    const auto png = "\x89PNG\r\n\x1A\n"s;
+    const struct {
+        const char* name;
+        std::string content;
+        const char* extension;
+        const char* storedName;
+        const char* fileName; // "x" stands for an object without a name
+        bool mayBeOpened;
+    } cases[] = {
+        {"all agree", png, "png", "a.png", "a.png", true},
+        {"any case, any spelling", "\xFF\xD8\xFF", "JPEG", "A.JPEG", "A.JPEG", true},
+        {"no extension", png, "", "", "x.png", true},
+        {"another picture", png, "jpg", "a.jpg", "a.png", true},
+        {"a picture called a program", png, "exe", "a.exe", "a.png", false},
+        {"a program called a picture", "MZ\x90\0"s, "jpg", "a.jpg", "a.exe", false},
+        {"a program",
+            "\x7F"
+            "ELF",
+            "", "", "x.elf", false},
+        {"a script called a text", "#!/bin/sh", "txt", "a.txt", "a.sh", false},
+        {"a web page called a document", "<html>", "pdf", "", "x.html", false},
+        {"a drawing that may run scripts", "<svg>", "png", "", "x.svg", false},
+        {"a launcher", "# note\n[Desktop Entry]\nExec=x", "txt", "", "x.desktop", false},
+        {"text under the name of a launcher", "Exec=x", "desktop", "", "x.desktop", false},
+        {"text under the name of a script", "alert(1)", "js", "", "x.js", false},
+        {"text under the name of a picture", "hello", "png", "", "x.txt", true},
+        {"an installer", "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1", "msi", "", "x.msi", false},
+        {"text of another type", "a;b", "csv", "a.csv", "a.csv", false},
+        {"unknown content", "\1\2", "raw", "", "x.raw", true},
+        {"unknown content and no extension", "\1\2", "", "", "x", false},
+        {"unknown content of a dangerous name", "\1\2", "com", "", "x.com", false},
+        {"a text without a name", "text", "", "", "x.txt", false},
+        {"a text that had no extension", "text", "", "README", "README", false},
+        {"a dot in the name", "%PDF-1.4", "2", "Report v1.2", "Report v1.2.pdf", true},
+        {"hidden file", "text", "profile", ".profile", ".profile", false},
+    };
+    for (const auto& test : cases) {
+        TAdmBlobData blob(bytesOf(test.content), test.extension, {ObjectState::Whole, test.storedName, {}});
+        EXPECT_EQ(blob.fileName("x"), test.fileName) << test.name;
+        EXPECT_EQ(blob.mayBeOpened(), test.mayBeOpened) << test.name;
+    }
+    TAdmBlobData damaged(bytesOf(png), "png", {ObjectState::Damaged, "a.png", {}});
+    EXPECT_EQ(damaged.fileName("x"), "a.damaged.png");
+}
+
 class CountingDecoder : public ImageDecoder {
 public:
     std::shared_ptr<const Image> decode(std::span<const std::byte> bytes) override
@@ -117,17 +174,30 @@ TEST_F(BlobTempFile, LivesAsLongAsTheBlob)
     EXPECT_TRUE(m_folder.names().empty());
 }
 
-TEST_F(BlobTempFile, NameWithoutExtensionHasNoDot)
+TEST_F(BlobTempFile, HasItsStoredNameInAFolderOfItsOwn)
 {
-    TAdmBlobData blob(bytesOf("payload"), "");
+    {
+        TAdmBlobData blob(bytesOf("payload"), "txt", {ObjectState::Whole, "my notes.txt", {}});
+        const std::filesystem::path path = blob.createTempFile();
+        EXPECT_EQ(path.filename(), "my notes.txt");
+        EXPECT_EQ(path.parent_path().parent_path(), m_folder.path());
+        EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0600));
+        EXPECT_EQ(std::filesystem::status(path.parent_path()).permissions(), std::filesystem::perms(0700));
+        EXPECT_EQ(blob.createTempFile(), path.string());
+    }
+    EXPECT_TRUE(m_folder.names().empty());
+}
+
+TEST_F(BlobTempFile, UnknownContentWithoutExtensionHasNoDot)
+{
+    TAdmBlobData blob(bytesOf("\1\2"), "");
     EXPECT_EQ(std::filesystem::path(blob.createTempFile()).extension(), "");
 }
 
-TEST_F(BlobTempFile, CannotBeMadeOutsideTheFolder)
+TEST_F(BlobTempFile, ExtensionLeadsToNoOtherFolder)
 {
-    TAdmBlobData blob(bytesOf("payload"), "x/../../y");
-    EXPECT_EQ(blob.createTempFile(), "");
-    EXPECT_TRUE(m_folder.names().empty());
+    TAdmBlobData blob(bytesOf("\1\2"), "x/../../y");
+    EXPECT_EQ(std::filesystem::path(blob.createTempFile()).parent_path(), m_folder.path());
 }
 
 TEST_F(BlobTempFile, FailedWriteLeavesNothingAndIsTriedAgain)

@@ -4,8 +4,8 @@
 
 namespace vellumo {
 
-// The formats of Qt and of its add-on package, told apart by their first bytes alone. A picture above 256 MiB of pixels
-// is not decoded.
+// PNG, JPEG, GIF, BMP, TIFF and ICO, told apart by their content alone. Neither a picture above 256 MiB of pixels nor a
+// file above 256 MiB is decoded.
 class QtImageDecoder : public ImageDecoder {
 public:
     QtImageDecoder();

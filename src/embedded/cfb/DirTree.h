@@ -38,6 +38,8 @@ public:
     [[nodiscard]] const DirEntry* root() const;
     // The entry at `path`, names separated by "/", matched exactly; null when there is none. Owned by the tree.
     [[nodiscard]] const DirEntry* entry(std::string_view path) const;
+    // All of them as they stand in the file, unused ones and those of no folder as well.
+    [[nodiscard]] const std::vector<DirEntry>& entries() const { return m_entries; }
 
 private:
     [[nodiscard]] const DirEntry* childNamed(const DirEntry& parent, std::string_view name) const;

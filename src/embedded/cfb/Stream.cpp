@@ -7,11 +7,17 @@ namespace vellumo::cfb {
 Stream::Stream(const Storage& storage, std::string_view path)
 {
     const auto* entry = storage.directory().entry(path);
-    if (entry == nullptr || entry->isDirectory()) return;
+    if (entry != nullptr && !entry->isDirectory()) setUp(storage, *entry);
+}
+
+Stream::Stream(const Storage& storage, const DirEntry& entry) { setUp(storage, entry); }
+
+void Stream::setUp(const Storage& storage, const DirEntry& entry)
+{
     m_isMissing = false;
-    m_size = entry->size;
-    m_blocks = storage.blocksOf(*entry);
-    m_blockSize = storage.blockSizeOf(*entry);
+    m_size = entry.size;
+    m_blocks = storage.blocksOf(entry);
+    m_blockSize = storage.blockSizeOf(entry);
     for (const auto& block : m_blocks)
         m_readable += block.size();
     m_readable = std::min(m_readable, m_size);

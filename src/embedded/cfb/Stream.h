@@ -11,6 +11,8 @@ class Stream {
 public:
     // `path`: names separated by "/".
     Stream(const Storage& storage, std::string_view path);
+    // `entry`: of the storage's directory, and no folder.
+    Stream(const Storage& storage, const DirEntry& entry);
 
     // True when there is no stream of that path; such a one is empty.
     [[nodiscard]] bool fail() const { return m_isMissing; }
@@ -28,6 +30,8 @@ public:
     int getch();
 
 private:
+    void setUp(const Storage& storage, const DirEntry& entry);
+
     std::vector<Bytes> m_blocks;
     std::size_t m_blockSize = 1;
     std::size_t m_size = 0;
