@@ -31,6 +31,7 @@ bool OutputFile::open(const std::string& path)
     m_replacement = Replacement::create(path);
     m_descriptor = m_replacement ? m_replacement->takeDescriptor()
                                  : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    m_error = m_descriptor < 0 ? errno : 0;
     return m_descriptor >= 0;
 }
 
@@ -49,6 +50,7 @@ void OutputFile::writeNow(std::string_view bytes)
         const auto written = ::write(m_descriptor, bytes.data(), bytes.size());
         if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
         m_failed = written == 0 || (written < 0 && errno != EINTR);
+        if (m_failed) m_error = written == 0 ? EIO : errno;
     }
 }
 
@@ -62,7 +64,9 @@ bool OutputFile::close()
     // Network file systems report a full disk only now.
     m_failed = !closeDescriptor();
     const auto replacement = std::move(m_replacement);
-    return !m_failed && (!replacement || replacement->finish());
+    const auto isWhole = !m_failed && (!replacement || replacement->finish());
+    if (!isWhole) m_error = errno;
+    return isWhole;
 }
 
 void OutputFile::discard()

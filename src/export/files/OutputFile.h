@@ -35,6 +35,8 @@ public:
 
     // An earlier write failed.
     [[nodiscard]] bool failed() const { return m_failed; }
+    // The system's number for what made `open`, a write or `close` fail; 0 before.
+    [[nodiscard]] int error() const { return m_error; }
 
     // Writes what is left and gives the file its name. True when every byte got there; otherwise the file is discarded.
     [[nodiscard]] bool close();
@@ -56,6 +58,7 @@ private:
     std::unique_ptr<Replacement> m_replacement; // null: it is written in place
     int m_descriptor = -1;
     bool m_failed = false;
+    int m_error = 0;
 };
 
 } // namespace vellumo
