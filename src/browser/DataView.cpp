@@ -125,7 +125,10 @@ void DataView::displayTextViewContent(const GridValue& value)
     m_detail = {};
     const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value);
     const auto image = blob == nullptr ? nullptr : (*blob)->image(m_desktop.imageDecoder);
-    if (blob != nullptr) m_detail.object = *blob;
+    if (blob != nullptr) {
+        m_detail.object = *blob;
+        m_detail.objectNote = objectNote(**blob);
+    }
     if (image) {
         m_detail.blob = *blob;
         m_detail.image = image;
@@ -169,7 +172,8 @@ void DataView::saveObjectAs()
     if (!object) return;
     auto& alerts = m_desktop.alerts;
     const auto database = table() != nullptr && table()->file() != nullptr ? table()->file()->fullPath() : "";
-    const auto path = m_desktop.filePanels.saveFile(object->fileExtension(), fileNamePart(m_detail.objectName));
+    const auto name = nameForObject(m_detail.objectName, *object);
+    const auto path = m_desktop.filePanels.saveFile(object->fileExtension(), fileNamePart(name));
     if (path && !writeObjectFile(*object, *path, database))
         alerts.show({localized("Error"), localizedFormat("File (%@) cannot be written", {*path})});
 }

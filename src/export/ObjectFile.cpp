@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 namespace vellumo {
 
@@ -13,6 +14,11 @@ std::string fileNamePart(std::string text)
     std::ranges::replace_if(
         text, [](char c) { return c == '/' || static_cast<unsigned char>(c) < 0x20; }, '_');
     return text;
+}
+
+std::string nameForObject(std::string name, const TAdmBlobData& object)
+{
+    return object.state() == ObjectState::Damaged ? std::move(name) + ".damaged" : std::move(name);
 }
 
 bool writeObjectFile(const TAdmBlobData& object, const std::string& path, const std::string& databasePath)
