@@ -44,7 +44,7 @@ DamageDetails::DamageDetails(const TAdmMDBFile& file, const DesktopPorts& deskto
     : m_desktop(desktop)
     , m_records(file.damage().records().begin(), file.damage().records().end())
     , m_summary(damageOf(file))
-    , m_fileName(file.name())
+    , m_title(localizedFormat("Damage of %@", {file.name()}))
     , m_databasePath(file.fullPath())
 {
 }
@@ -86,7 +86,7 @@ void DamageDetails::save() const
     const auto text = m_databasePath + '\n' + m_summary + "\n\n" + lines();
     const auto database = m_databasePath;
     auto& alerts = m_desktop.alerts;
-    const auto path = m_desktop.filePanels.saveFile("txt", fileNamePart(localizedFormat("Damage of %@", {m_fileName})));
+    const auto path = m_desktop.filePanels.saveFile("txt", fileNamePart(m_title));
     if (!path) return;
     const auto reason = writeText(text, *path, database);
     if (reason.empty()) return;

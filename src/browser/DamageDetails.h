@@ -18,7 +18,9 @@ public:
     // The interfaces outlive the details.
     DamageDetails(const TAdmMDBFile& file, const DesktopPorts& desktop);
 
-    // What is known of the file as a whole: its summary.
+    // "Damage of Sales", for a window or a file.
+    [[nodiscard]] const std::string& title() const { return m_title; }
+    // What is known of the file as a whole.
     [[nodiscard]] const std::string& summary() const { return m_summary; }
 
     [[nodiscard]] static std::string header(Column column);
@@ -39,7 +41,7 @@ private:
     DesktopPorts m_desktop;
     std::vector<DamageRecord> m_records;
     std::string m_summary;
-    std::string m_fileName; // without extension
+    std::string m_title;
     std::string m_databasePath;
 };
 

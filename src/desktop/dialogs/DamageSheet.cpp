@@ -20,7 +20,7 @@ QTableView* makeList(const std::shared_ptr<DamageDetails>& details, QWidget* par
 {
     auto* list = new QTableView(parent);
     list->setObjectName("damageList");
-    list->setAccessibleName(localizedText("Damage"));
+    list->setAccessibleName(toQString(details->title()));
     list->setModel(new DamageModel(details, list));
     list->setSelectionBehavior(QTableView::SelectRows);
     list->setWordWrap(false);
@@ -30,9 +30,8 @@ QTableView* makeList(const std::shared_ptr<DamageDetails>& details, QWidget* par
     list->verticalHeader()->hide();
     list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     list->verticalHeader()->setDefaultSectionSize(list->fontMetrics().height() + 6);
-    // The widths of the rows in sight: there may be thousands.
-    list->horizontalHeader()->setResizeContentsPrecision(0);
-    list->horizontalHeader()->setStretchLastSection(true);
+    list->horizontalHeader()->setResizeContentsPrecision(200); // rows looked at for the widths: there may be thousands
+    list->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     return list;
 }
 
@@ -40,7 +39,7 @@ QTableView* makeList(const std::shared_ptr<DamageDetails>& details, QWidget* par
 void fitColumns(QTableView& list)
 {
     list.resizeColumnsToContents();
-    const auto most = list.fontMetrics().averageCharWidth() * 48;
+    const auto most = list.fontMetrics().averageCharWidth() * 20;
     for (int column = 0; column < list.model()->columnCount(); ++column)
         list.setColumnWidth(column, std::min(list.columnWidth(column), most));
 }
@@ -51,7 +50,7 @@ DamageSheet::DamageSheet(const std::shared_ptr<DamageDetails>& details, QWidget*
     : QDialog(window, Qt::Sheet)
 {
     setObjectName("damageSheet");
-    setWindowTitle(localizedText("Damage"));
+    setWindowTitle(toQString(details->title()));
     setWindowModality(Qt::WindowModal);
     setAttribute(Qt::WA_DeleteOnClose);
     auto* summary = new IconLabel(this);
@@ -63,6 +62,7 @@ DamageSheet::DamageSheet(const std::shared_ptr<DamageDetails>& details, QWidget*
     copy->setObjectName("copyDamage");
     copy->setShortcut(QKeySequence::Copy);
     save->setObjectName("saveDamage");
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
     connect(copy, &QPushButton::clicked, this, [details] { details->copy(); });
     connect(save, &QPushButton::clicked, this, [details] { details->save(); });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

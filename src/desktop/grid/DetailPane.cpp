@@ -71,7 +71,7 @@ QWidget* DetailPane::makeObjectBar()
     m_objectNote = new IconLabel(bar);
     m_objectNote->setObjectName("objectNote");
     m_objectNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    layout->addWidget(m_objectNote, 1);
+    layout->addWidget(m_objectNote, 1, Qt::AlignVCenter);
     m_fullSizeButton = add(messageKey("F&ull Size"), "fullSize");
     m_fullSizeButton->setCheckable(true);
     connect(m_openButton, &QPushButton::clicked, this, [this] { m_dataView->openObject(); });

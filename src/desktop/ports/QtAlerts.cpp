@@ -69,8 +69,8 @@ void fill(QMessageBox& box, const Alert& alert)
     // What was said is good news or bad; the program's own picture suits both.
     box.setIconPixmap(applicationIcon().pixmap(QSize(48, 48), box.devicePixelRatioF()));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    widen(box);
     setBody(box, alert);
+    widen(box); // last: a new body lays the box out anew
 }
 
 } // namespace

@@ -35,7 +35,7 @@ DamageBar::DamageBar(QWidget* parent)
     setForegroundRole(QPalette::ToolTipText);
     m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_layout->setContentsMargins(8, 4, 8, 4);
-    m_layout->addWidget(m_text, 1);
+    m_layout->addWidget(m_text, 1, Qt::AlignVCenter);
     m_layout->addLayout(m_buttons);
     m_buttons->addStretch();
     hide();
@@ -72,7 +72,7 @@ void DamageBar::resizeEvent(QResizeEvent* event)
 void DamageBar::arrange()
 {
     const auto roomForText = width() - m_buttons->sizeHint().width();
-    const auto isNarrow = roomForText < fontMetrics().averageCharWidth() * 40;
+    const auto isNarrow = roomForText < fontMetrics().averageCharWidth() * 60;
     m_layout->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
