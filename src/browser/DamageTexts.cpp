@@ -47,7 +47,7 @@ std::string damageBarText(const TreeItem& item)
     auto whole = damageOf(*item.file);
     const auto part = item.isTable() ? damageOf(*item.table) : std::string();
     if (part.empty()) return whole;
-    const auto text = format("%@: %@", {item.table->name(), part});
+    auto text = format("%@: %@", {item.table->name(), part});
     if (concernsNothingBut(item.table->name(), item.file->damage())) return text;
     return text + ' ' + localizedFormat("In the whole file: %@", {whole});
 }
