@@ -125,7 +125,10 @@ void DataView::displayTextViewContent(const GridValue& value)
     m_detail = {};
     const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value);
     const auto image = blob == nullptr ? nullptr : (*blob)->image(m_desktop.imageDecoder);
-    if (blob != nullptr) m_detail.object = *blob;
+    if (blob != nullptr) {
+        m_detail.object = *blob;
+        m_detail.objectNote = objectNote(**blob);
+    }
     if (image) {
         m_detail.blob = *blob;
         m_detail.image = image;

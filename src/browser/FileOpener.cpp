@@ -2,7 +2,7 @@
 
 namespace vellumo {
 
-OpenResult FileOpener::open(const std::shared_ptr<TAdmMDBFile>& file)
+OpenResult FileOpener::open(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage)
 {
     if (file->active()) return OpenResult::Opened;
     if (m_isStoppedForGood) return OpenResult::Stopped;
@@ -13,7 +13,7 @@ OpenResult FileOpener::open(const std::shared_ptr<TAdmMDBFile>& file)
     };
     m_isOpening = true;
     m_view.openDidBegin(*file);
-    const bool isOpen = file->open({.observer = observer});
+    const bool isOpen = file->open({.observer = observer, .salvage = salvage});
     m_view.openDidEnd();
     m_isOpening = false;
     if (isOpen) return OpenResult::Opened;

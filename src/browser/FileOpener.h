@@ -18,7 +18,7 @@ public:
     }
 
     // Opened also for a file that is open already. Stopped: by the user, so there is nothing to complain about.
-    [[nodiscard]] OpenResult open(const std::shared_ptr<TAdmMDBFile>& file);
+    [[nodiscard]] OpenResult open(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage = Salvage::None);
     // From now on every opening counts as stopped, also the one that runs.
     void stopForGood() { m_isStoppedForGood = true; }
     // True during `open`, when the window may call in while it redraws.

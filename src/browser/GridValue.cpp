@@ -46,4 +46,9 @@ std::string_view valueDescription(const GridValue& value, std::string& buffer)
     return {};
 }
 
+std::string objectNote(const TAdmBlobData& object)
+{
+    return object.state() == ObjectState::Damaged ? localized("This object is damaged.") : std::string();
+}
+
 } // namespace vellumo

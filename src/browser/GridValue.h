@@ -27,4 +27,7 @@ using GridValue = std::variant<std::monostate, std::string_view, std::shared_ptr
 // The value as text in full: for an object its content, or "[NON-TEXTUAL DATA]". `buffer` keeps what had to be made.
 [[nodiscard]] std::string_view valueDescription(const GridValue& value, std::string& buffer);
 
+// What is to be said of an object beside its content: that it is damaged; "" for a sound one.
+[[nodiscard]] std::string objectNote(const TAdmBlobData& object);
+
 } // namespace vellumo

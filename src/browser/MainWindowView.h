@@ -12,6 +12,7 @@
 namespace vellumo {
 
 class ChildWindow;
+class DamageDetails;
 class ExportWizard;
 
 // The main window as the controller sees it. Each call says what changed; what it changed to is asked of the
@@ -62,6 +63,11 @@ public:
     // Numbers as OpenObserver has them; may let the window redraw. Returns false to stop.
     [[nodiscard]] virtual bool openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) = 0;
     virtual void openDidEnd() = 0;
+
+    // What the selected file lost, as a sheet.
+    virtual void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) = 0;
+    // Asks what to look for; it ends with VellumoAppDelegate::salvageSheetDidEnd, unless it is cancelled.
+    virtual void beginSalvageSheet() = 0;
 
     // The export dialog as a sheet; it ends with VellumoAppDelegate::exportSheetDidEnd.
     virtual void beginExportSheet(const std::shared_ptr<ExportWizard>& wizard) = 0;

@@ -161,9 +161,8 @@ void VellumoAppDelegate::updateStatusBarForNoSelection()
 
 void VellumoAppDelegate::updateStatusBarForFileSelection()
 {
-    const bool isOpen = m_selectedFile != nullptr && m_selectedFile->active();
-    setStatusText(statusForFile(
-        m_tree.fileEntities().size(), isOpen ? std::optional(m_selectedFile->tables().size()) : std::nullopt));
+    setStatusText(statusForFile(m_tree.fileEntities().size(),
+        isSelectedFileOpen() ? std::optional(m_selectedFile->tables().size()) : std::nullopt));
 }
 
 void VellumoAppDelegate::updateStatusBarForTableSelection()
@@ -352,7 +351,7 @@ void VellumoAppDelegate::exportItem(const TreeItem& item, int exportType)
     const auto file = m_files.share(*item.file);
     const bool wasActive = file->active();
     const auto result = m_opener.open(file);
-    if (result == OpenResult::Failed) showOpenFailure(file->label(), Alert::Style::Sheet);
+    if (result == OpenResult::Failed) showOpenFailure(*file, Alert::Style::Sheet);
     if (result != OpenResult::Opened) return;
     if (!wasActive) {
         reloadTree();

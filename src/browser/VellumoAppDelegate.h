@@ -69,6 +69,13 @@ public:
     // Files dragged onto the tree: accepted (and copied) when at least one is a database, wherever they are dropped.
     [[nodiscard]] bool validateDrop(const std::vector<std::string>& paths) const;
     void acceptDrop(const std::vector<std::string>& paths);
+    // The selected file, which is open: the list of what it lost; and opening it again to look for rows that the file
+    // has no way to any more. What is found is shown as tables of their own.
+    void ShowDamage();
+    void LookForLostRows();
+    void salvageSheetDidEnd(Salvage salvage);
+    // What the bar above the grid tells of the selected file; "" for no bar.
+    [[nodiscard]] std::string damageBarText() const;
     [[nodiscard]] bool isPlaceholderShown() const { return m_isPlaceholderShown; }
 
     // --- Tree ---
@@ -154,7 +161,8 @@ private:
     [[nodiscard]] TAdmMDBFile* targetFile(Sender sender) const;
     void bringIn(const std::string& path);
     void bringInDatabases(const std::vector<std::string>& paths);
-    void showOpenFailure(const std::string& fileName, Alert::Style style);
+    void showOpenFailure(const TAdmMDBFile& file, Alert::Style style);
+    [[nodiscard]] bool isSelectedFileOpen() const { return m_selectedFile != nullptr && m_selectedFile->active(); }
     void letGoOf(TAdmMDBFile& file);
     [[nodiscard]] std::shared_ptr<TAdmMDBFile> dropEntry(TAdmMDBFile& file);
     [[nodiscard]] FileList::Files reconcile(const std::vector<std::string>& documents);

@@ -1,9 +1,10 @@
 // The file list half of the controller: bringing files in, closing and removing them, and the tree that shows them.
 
+#include "browser/DamageDetails.h"
+#include "browser/DamageTexts.h"
 #include "browser/DroppedPath.h"
 #include "browser/VellumoAppDelegate.h"
 #include "text/Format.h"
-#include "text/Messages.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -74,7 +75,7 @@ void VellumoAppDelegate::bringIn(const std::string& path)
         // What is seen beside the alert agrees with the empty grid.
         deselectAll();
         updateStatusBarForNoSelection();
-        if (result == OpenResult::Failed) showOpenFailure(file.label(), Alert::Style::Modal);
+        if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Modal);
         return;
     }
     m_desktop.recentDocuments.note(file.fullPath());
@@ -84,9 +85,9 @@ void VellumoAppDelegate::bringIn(const std::string& path)
     m_view.scrollToTreeSelection();
 }
 
-void VellumoAppDelegate::showOpenFailure(const std::string& fileName, Alert::Style style)
+void VellumoAppDelegate::showOpenFailure(const TAdmMDBFile& file, Alert::Style style)
 {
-    m_desktop.alerts.show({localized("Error"), localizedFormat("File (%@) cannot be opened", {fileName}), style});
+    m_desktop.alerts.show(openFailureAlert(file, style));
 }
 
 // Commands on a file of the list
@@ -101,7 +102,7 @@ void VellumoAppDelegate::OpenSelectedFile(Sender sender)
     auto* target = targetFile(sender);
     if (target == nullptr || isBusy()) return;
     const auto result = m_opener.open(m_files.share(*target));
-    if (result == OpenResult::Failed) showOpenFailure(target->label(), Alert::Style::Sheet);
+    if (result == OpenResult::Failed) showOpenFailure(*target, Alert::Style::Sheet);
     if (result != OpenResult::Opened) return;
     m_desktop.recentDocuments.note(target->fullPath());
     refreshRecentFiles();
@@ -210,6 +211,44 @@ void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
     m_desktop.recentDocuments.note(format("%@/%@.", {target->path(), target->name()}));
     refreshRecentFiles();
     updateStatusBarForFileSelection();
+}
+
+// What a damaged file lost
+
+std::string VellumoAppDelegate::damageBarText() const
+{
+    return vellumo::damageBarText({m_selectedFile, m_selectedTable});
+}
+
+void VellumoAppDelegate::ShowDamage()
+{
+    if (isSelectedFileOpen()) m_view.beginDamageSheet(std::make_shared<DamageDetails>(*m_selectedFile, m_desktop));
+}
+
+void VellumoAppDelegate::LookForLostRows()
+{
+    if (isSelectedFileOpen() && !isBusy()) m_view.beginSalvageSheet();
+}
+
+void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
+{
+    if (!isSelectedFileOpen() || isBusy()) return;
+    auto& file = *m_selectedFile;
+    const auto tableName = m_selectedTable == nullptr ? std::string() : m_selectedTable->name();
+    // While it is opened the window shows the closed file.
+    clearSelection();
+    closeFile(file);
+    reloadTree();
+    selectWhereShown(TreeItem::of(file));
+    const auto result = m_opener.open(m_files.share(file), salvage);
+    reloadTree();
+    if (file.active()) m_view.expandTreeItem(file);
+    auto* table = file.findTable(tableName);
+    selectWhereShown(table == nullptr ? TreeItem::of(file) : TreeItem::of(*table));
+    m_view.scrollToTreeSelection();
+    refreshJumpBarMenu();
+    if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
+    if (result == OpenResult::Opened) m_desktop.alerts.show(salvageResult(file, salvage));
 }
 
 // The recent documents

@@ -19,6 +19,12 @@ inline std::string fromQString(const QString& text) { return text.toStdString();
 // A key of the message table, translated.
 inline QString localizedText(const char* key) { return toQString(localized(key)); }
 
+// A text as a tool tip: Qt takes one that looks like markup for markup. Long ones wrap.
+inline QString plainToolTip(const QString& text)
+{
+    return text.isEmpty() ? text : "<qt>" + text.toHtmlEscaped().replace('\n', "<br>") + "</qt>";
+}
+
 } // namespace vellumo
 
 // What the code made from the layout files calls for each text. The context is not used: keys have none.

@@ -12,6 +12,7 @@ struct Alert {
     std::string title;
     std::string message;
     Style style = Style::Sheet;
+    std::string detail{}; // a further paragraph, such as the reason and what to do; may be empty
 
     bool operator==(const Alert&) const = default;
 };

@@ -131,6 +131,22 @@ TEST_F(DataViewTest, DetailPaneTellsValuesFromPlaceholders)
     EXPECT_EQ(workspace.opened.size(), 1U) << "no picture is shown any longer";
 }
 
+TEST_F(DataViewTest, ADamagedObjectSaysSoInThePaneAndInItsName)
+{
+    const auto whole = makeBlob("abc", "jpg");
+    const auto damaged = std::make_shared<TAdmBlobData>(
+        std::vector(whole->data().begin(), whole->data().end()), "jpg", ObjectFacts{ObjectState::Damaged, "", ""});
+    show({{"1", "a", whole}, {"2", "b", damaged}});
+    for (const std::size_t row : {0, 1}) {
+        view.displayCell(2, row);
+        view.saveObjectAs();
+        EXPECT_EQ(view.detail().objectNote, row == 0 ? "" : "This object is damaged.");
+    }
+    EXPECT_THAT(filePanels.asked, ElementsAre("save txt Object-1.txt", "save txt Object-2.damaged.txt"));
+    view.displayCell(1, 1); // a text
+    EXPECT_EQ(view.detail().objectNote, "");
+}
+
 TEST_F(DataViewTest, CopiesRowsAsLinesOfTabbedFields)
 {
     show({{"a", "b\tc", null}, {"1", "two\nlines\r", makeBlob("x\ty", "txt")},

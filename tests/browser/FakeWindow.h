@@ -84,6 +84,8 @@ public:
         return !stopsOpening;
     }
     void openDidEnd() override { events.emplace_back("opening ended"); }
+    void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) override { damageSheet = details; }
+    void beginSalvageSheet() override { events.emplace_back("salvage sheet"); }
     void beginExportSheet(const std::shared_ptr<ExportWizard>&) override { events.emplace_back("export sheet"); }
     void beginExportProgressSheet(const std::shared_ptr<ExportWizard>&) override
     {
@@ -99,7 +101,8 @@ public:
     FakeDataView data;
     std::vector<std::string> events;
     std::vector<std::string> childEvents;
-    std::function<void()> duringOpening; // what comes in while the events are handled
+    std::shared_ptr<DamageDetails> damageSheet; // the one begun last
+    std::function<void()> duringOpening;        // what comes in while the events are handled
     bool stopsOpening = false;
     bool isFull = false;
 };

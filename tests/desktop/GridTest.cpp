@@ -114,7 +114,7 @@ TEST_F(GridTest, opensAndSavesDocuments)
 
     m_program.filePanels.file = m_program.folder.path("terms.pdf");
     m_program.clickButton("saveObject");
-    EXPECT_THAT(m_program.filePanels.asked, testing::ElementsAre("save pdf Content-3.pdf"));
+    EXPECT_THAT(m_program.filePanels.asked, testing::ElementsAre("save pdf terms.pdf"));
     EXPECT_THAT(m_program.folder.read("terms.pdf").value_or(""),
         testing::AllOf(testing::StartsWith("%PDF-1.1"), testing::HasSubstr("%%EOF")));
 

@@ -142,6 +142,25 @@ TEST(QtAlerts, ASheetDoesNotWaitAndAModalBoxDoes)
     EXPECT_TRUE(wasModal);
 }
 
+TEST(QtAlerts, ALongReportIsScrolled)
+{
+    QtAlerts alerts;
+    QWidget window;
+    window.show();
+    alerts.setMainWindow(&window);
+    std::string body;
+    for (int line = 0; line < 400; ++line)
+        body += "<b>Orders</b>: a row cannot be read.\n";
+    alerts.show({"Export finished.", body, Alert::Style::Sheet, "And so on."});
+    auto& sheet = *window.findChild<QMessageBox*>();
+    EXPECT_LT(sheet.height(), 500);
+    auto* text = sheet.findChild<QPlainTextEdit*>("alertBody");
+    ASSERT_NE(text, nullptr);
+    EXPECT_TRUE(text->isVisible());
+    EXPECT_EQ(text->toPlainText().toStdString(), body + "\n\nAnd so on.");
+    sheet.button(QMessageBox::Ok)->click();
+}
+
 TEST(Dialogs, GoWithTheirWindowAsIfCancelled)
 {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);

@@ -5,6 +5,7 @@
 #include "desktop/grid/FileDrag.h"
 #include "desktop/grid/ObjectActions.h"
 #include "desktop/grid/PictureView.h"
+#include "desktop/icons/IconLabel.h"
 #include "embedded/TAdmBlobData.h"
 
 #include <QBoxLayout>
@@ -67,7 +68,10 @@ QWidget* DetailPane::makeObjectBar()
     };
     m_openButton = add(messageKey("O&pen"), "openObject");
     auto* save = add(messageKey("Sa&ve As…"), "saveObject");
-    layout->addStretch();
+    m_objectNote = new IconLabel(bar);
+    m_objectNote->setObjectName("objectNote");
+    m_objectNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    layout->addWidget(m_objectNote, 1, Qt::AlignVCenter);
     m_fullSizeButton = add(messageKey("F&ull Size"), "fullSize");
     m_fullSizeButton->setCheckable(true);
     connect(m_openButton, &QPushButton::clicked, this, [this] { m_dataView->openObject(); });
@@ -94,6 +98,7 @@ void DetailPane::detailDidChange()
         showText();
     }
     m_objectBar->setVisible(detail.object != nullptr);
+    m_objectNote->setContent(detail.objectNote.empty() ? "" : "warning", toQString(detail.objectNote));
     m_openButton->setEnabled(m_dataView->canOpenObject());
     m_fullSizeButton->setVisible(detail.blob != nullptr);
 }

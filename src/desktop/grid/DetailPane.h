@@ -9,6 +9,7 @@ class QStackedLayout;
 namespace vellumo {
 
 class DataView;
+class IconLabel;
 class PictureView;
 
 // The full value of the current cell: a text that can be selected and copied, or a picture. Below the value of an
@@ -35,7 +36,8 @@ private:
     QStackedLayout* m_pages;
     QPlainTextEdit* m_text;
     PictureView* m_picture;
-    QWidget* m_objectBar;
+    QWidget* m_objectBar; // makes the three below
+    IconLabel* m_objectNote;
     QAbstractButton* m_openButton;
     QAbstractButton* m_fullSizeButton;
 };

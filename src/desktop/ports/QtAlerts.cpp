@@ -7,11 +7,17 @@
 
 #include <QApplication>
 #include <QGridLayout>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 
 namespace vellumo {
 
 namespace {
+
+// What a message box shows without a scroll bar.
+constexpr int mostLines = 14;
+constexpr int mostCharacters = 900;
 
 // A message box is as narrow as it can be, and breaks names in the middle.
 void widen(QMessageBox& box)
@@ -22,6 +28,36 @@ void widen(QMessageBox& box)
     grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount()); // the layout owns it
 }
 
+// A body that would not fit the screen, such as an export's report, is scrolled.
+void addScrolledText(QMessageBox& box, const QString& text)
+{
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    auto* title = box.findChild<QLabel*>("qt_msgbox_label");
+    if (grid == nullptr || title == nullptr || grid->indexOf(title) < 0) return box.setDetailedText(text);
+    int row = 0;
+    int column = 0;
+    int rows = 0;
+    int columns = 0;
+    grid->getItemPosition(grid->indexOf(title), &row, &column, &rows, &columns);
+    auto* edit = new QPlainTextEdit(text, &box);
+    edit->setObjectName("alertBody");
+    edit->setAccessibleName(title->text());
+    edit->setReadOnly(true);
+    edit->setTabChangesFocus(true);
+    edit->setFixedHeight(edit->fontMetrics().lineSpacing() * (mostLines + 1));
+    grid->addWidget(edit, row + 1, column); // where a short text would be
+}
+
+void setBody(QMessageBox& box, const Alert& alert)
+{
+    auto text = toQString(alert.message);
+    if (!alert.detail.empty()) text += "\n\n" + toQString(alert.detail);
+    if (text.count('\n') < mostLines && text.size() < mostCharacters)
+        box.setInformativeText(text);
+    else
+        addScrolledText(box, text);
+}
+
 void fill(QMessageBox& box, const Alert& alert)
 {
     box.setObjectName("alert");
@@ -29,12 +65,12 @@ void fill(QMessageBox& box, const Alert& alert)
     // File and table names come from outside: never read them as markup.
     box.setTextFormat(Qt::PlainText);
     box.setText(toQString(alert.title));
-    box.setInformativeText(toQString(alert.message));
     box.setStandardButtons(QMessageBox::Ok);
     // What was said is good news or bad; the program's own picture suits both.
     box.setIconPixmap(applicationIcon().pixmap(QSize(48, 48), box.devicePixelRatioF()));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    widen(box);
+    setBody(box, alert);
+    widen(box); // last: a new body lays the box out anew
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "desktop/tree/FileTreeDelegate.h"
 
+#include "desktop/icons/Icons.h"
 #include "desktop/tree/FileTreeModel.h"
 
 #include <QApplication>
@@ -30,6 +31,28 @@ QStyle& styleOf(const QStyleOptionViewItem& option)
     return option.widget != nullptr ? *option.widget->style() : *QApplication::style();
 }
 
+// What is left of the text's place behind its first pixels.
+QRect behind(const QStyleOptionViewItem& item, const QRect& place, int indent)
+{
+    const auto isRightToLeft = item.direction == Qt::RightToLeft;
+    return place.adjusted(isRightToLeft ? 0 : indent, 0, isRightToLeft ? -indent : 0, 0);
+}
+
+void drawRowCount(QPainter& painter, const QStyleOptionViewItem& item, const QRect& place, const QString& count)
+{
+    painter.save();
+    painter.setFont(rowCountFont(item.font));
+    painter.setPen(rowCountColour(item));
+    painter.drawText(place, static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine), count);
+    painter.restore();
+}
+
+void drawWarning(QPainter& painter, const QStyleOptionViewItem& item, const QRect& place, int size)
+{
+    const auto square = QStyle::alignedRect(item.direction, Qt::AlignLeft | Qt::AlignVCenter, {size, size}, place);
+    icon("warning").paint(&painter, square);
+}
+
 } // namespace
 
 void FileTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
@@ -37,21 +60,16 @@ void FileTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     auto item = option;
     initStyleOption(&item, index);
     const auto count = index.data(FileTreeModel::RowCountRole).toString();
-    const QFontMetrics countMetrics(rowCountFont(item.font));
+    const auto countWidth = QFontMetrics(rowCountFont(item.font)).horizontalAdvance(count);
+    const auto warningWidth = index.data(FileTreeModel::DamageRole).toBool() ? item.fontMetrics.height() : 0;
     const auto place = styleOf(item).subElementRect(QStyle::SE_ItemViewItemText, &item, item.widget);
     const auto margin = styleOf(item).pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, item.widget) + 1;
-    const auto roomForName = place.width() - 2 * margin - countMetrics.horizontalAdvance(count);
+    const auto roomForName = place.width() - 2 * margin - countWidth - (warningWidth == 0 ? 0 : warningWidth + margin);
     item.text = item.fontMetrics.elidedText(item.text, Qt::ElideRight, roomForName);
     styleOf(item).drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
-    if (count.isEmpty()) return;
-    const auto isRightToLeft = item.direction == Qt::RightToLeft;
     const auto indent = margin + item.fontMetrics.horizontalAdvance(item.text);
-    painter->save();
-    painter->setFont(rowCountFont(item.font));
-    painter->setPen(rowCountColour(item));
-    painter->drawText(place.adjusted(isRightToLeft ? 0 : indent, 0, isRightToLeft ? -indent : 0, 0),
-        static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine), count);
-    painter->restore();
+    if (!count.isEmpty()) drawRowCount(*painter, item, behind(item, place, indent), count);
+    if (warningWidth != 0) drawWarning(*painter, item, behind(item, place, indent + countWidth + margin), warningWidth);
 }
 
 QSize FileTreeDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const

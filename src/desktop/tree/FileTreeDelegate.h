@@ -4,7 +4,8 @@
 
 namespace vellumo {
 
-// Draws a row of the file list: the name, elided where there is no room, and behind it the grey number of rows.
+// Draws a row of the file list: the name, elided where there is no room, behind it the grey number of
+// rows, and a warning where something is damaged.
 class FileTreeDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;

@@ -1,9 +1,11 @@
 #include "desktop/tree/FileTreeModel.h"
 
+#include "browser/DamageTexts.h"
 #include "browser/VellumoAppDelegate.h"
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
 
+#include <QFont>
 #include <algorithm>
 
 namespace vellumo {
@@ -13,6 +15,32 @@ namespace {
 template <typename List, typename Item> int positionIn(const List& list, const Item& item)
 {
     return static_cast<int>(std::ranges::find(list, item) - list.begin());
+}
+
+bool isDamaged(const TreeItem& item)
+{
+    const auto& damage = item.file->damage();
+    return item.isTable() ? damage.concerns(item.table->name()) : !damage.empty();
+}
+
+QString damageText(const TreeItem& item)
+{
+    return toQString(item.isTable() ? damageOf(*item.table) : damageOf(*item.file));
+}
+
+QVariant toolTip(const TreeItem& item)
+{
+    const auto name = toQString(item.isTable() ? item.table->name() : item.file->fullPath());
+    return plainToolTip(isDamaged(item) ? name + '\n' + damageText(item) : name);
+}
+
+// What was found by looking for lost rows is set apart from the tables that the file lists.
+QVariant fontOf(const TreeItem& item)
+{
+    if (!item.isTable() || item.table->origin() == TableOrigin::Catalogue) return {};
+    QFont font;
+    font.setItalic(true);
+    return font;
 }
 
 } // namespace
@@ -99,10 +127,9 @@ QVariant FileTreeModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole: return toQString(m_app.objectValueByItem(shown).name);
     case RowCountRole: return toQString(m_app.objectValueByItem(shown).rowCount);
-    case Qt::AccessibleTextRole: {
-        const auto text = m_app.objectValueByItem(shown);
-        return toQString(text.name + text.rowCount);
-    }
+    case DamageRole: return isDamaged(shown);
+    case Qt::AccessibleTextRole: return spokenText(shown);
+    case Qt::FontRole: return fontOf(shown);
     case Qt::DecorationRole: return picture(shown);
     case Qt::ToolTipRole: return toolTip(shown);
     default: return {};
@@ -115,9 +142,11 @@ QVariant FileTreeModel::picture(const TreeItem& item) const
     return item.file->active() ? m_openFileIcon : m_closedFileIcon;
 }
 
-QVariant FileTreeModel::toolTip(const TreeItem& item) const
+QString FileTreeModel::spokenText(const TreeItem& item) const
 {
-    return toQString(item.isTable() ? item.table->name() : item.file->fullPath());
+    const auto shown = m_app.objectValueByItem(item);
+    const auto text = toQString(shown.name + shown.rowCount);
+    return isDamaged(item) ? text + ", " + damageText(item) : text;
 }
 
 } // namespace vellumo

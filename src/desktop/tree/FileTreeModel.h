@@ -17,6 +17,8 @@ class FileTreeModel : public QAbstractItemModel {
 public:
     // The grey text behind a name: the number of rows.
     static constexpr int RowCountRole = Qt::UserRole;
+    // True for what is damaged.
+    static constexpr int DamageRole = Qt::UserRole + 1;
 
     FileTreeModel(VellumoAppDelegate& app, QObject* parent);
 
@@ -42,7 +44,7 @@ private:
     };
     // A table's index carries the number of its file's row + 1, a file's index carries 0.
     [[nodiscard]] const FileRow* fileRowOf(const QModelIndex& index) const;
-    [[nodiscard]] QVariant toolTip(const TreeItem& item) const;
+    [[nodiscard]] QString spokenText(const TreeItem& item) const;
     [[nodiscard]] QVariant picture(const TreeItem& item) const;
 
     VellumoAppDelegate& m_app;

@@ -81,6 +81,7 @@ void MainMenus::makeFileMenu()
     menu.addSeparator();
     enableWhile(
         add(menu, localizedText("Show in File &Manager"), {}, onFile(&VellumoAppDelegate::ShowInFinder)), hasFile);
+    enableWhile(add(menu, localizedText("Loo&k for Lost Rows…"), {}, [this] { m_app.LookForLostRows(); }), isOpen);
     enableWhile(
         add(menu, localizedText("&Close File"), {QKeySequence::Close}, onFile(&VellumoAppDelegate::CloseSelectedFile)),
         isOpen);

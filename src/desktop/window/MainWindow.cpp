@@ -1,12 +1,15 @@
 #include "desktop/window/MainWindow.h"
 
 #include "desktop/QtText.h"
+#include "desktop/dialogs/DamageSheet.h"
 #include "desktop/dialogs/ExportDialog.h"
 #include "desktop/dialogs/ExportProgressDialog.h"
+#include "desktop/dialogs/SalvageSheet.h"
 #include "desktop/grid/DataViewWidget.h"
 #include "desktop/icons/Icons.h"
 #include "desktop/information/InformationPanel.h"
 #include "desktop/tree/FileListPanel.h"
+#include "desktop/window/DamageBar.h"
 #include "desktop/window/MainMenus.h"
 #include "desktop/window/MainToolBar.h"
 #include "desktop/window/SearchField.h"
@@ -55,6 +58,7 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     , m_information(new InformationPanel(*m_app, this))
     , m_toolBar(new MainToolBar(*m_app, this))
     , m_statusLine(new StatusLine(*m_app, this))
+    , m_damageBar(new DamageBar(this))
     , m_menus(new MainMenus(*this, *m_app))
     , m_columns(new QSplitter(Qt::Horizontal, this))
     , m_leftColumn(new QSplitter(Qt::Vertical, this))
@@ -98,7 +102,7 @@ void MainWindow::layOutPanels()
     m_leftColumn->setSizes({300, 320});
     m_leftColumn->setHandleWidth(8);
     m_columns->addWidget(m_leftColumn);
-    m_columns->addWidget(m_dataView);
+    m_columns->addWidget(makeRightColumn());
     m_columns->setChildrenCollapsible(false);
     m_columns->setStretchFactor(0, 0);
     m_columns->setStretchFactor(1, 1);
@@ -111,6 +115,19 @@ void MainWindow::layOutPanels()
     setMinimumWidth(m_toolBar->leastWidth());
     // Less on a small screen, or on one whose pixels are counted double.
     resize(QSize(1120, 700).boundedTo(screen()->availableSize() * 0.95));
+}
+
+QWidget* MainWindow::makeRightColumn()
+{
+    m_damageBar->addButton(messageKey("Details…"), "damageDetails", [this] { m_app->ShowDamage(); });
+    m_damageBar->addButton(messageKey("Look for lost rows"), "lookForLostRows", [this] { m_app->LookForLostRows(); });
+    auto* column = new QWidget(this);
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addWidget(m_damageBar);
+    layout->addWidget(m_dataView, 1);
+    return column;
 }
 
 // Life
@@ -263,6 +280,7 @@ void MainWindow::reloadTree()
 {
     m_fileList->reload();
     m_menus->scheduleUpdate();
+    showDamage();
 }
 
 void MainWindow::fileWillClose(TAdmMDBFile& file) { m_fileList->fileWillClose(file); }
@@ -286,7 +304,10 @@ void MainWindow::statusTextDidChange()
 {
     m_statusLine->textDidChange();
     m_menus->scheduleUpdate();
+    showDamage();
 }
+
+void MainWindow::showDamage() { m_damageBar->setText(toQString(m_app->damageBarText())); }
 
 void MainWindow::placeholderDidChange() { m_fileList->placeholderDidChange(); }
 
@@ -334,6 +355,21 @@ void MainWindow::openDidEnd()
 {
     m_openProgress.end();
     QTimer::singleShot(0, this, [this] { openWaitingFiles(); });
+}
+
+void MainWindow::beginDamageSheet(const std::shared_ptr<DamageDetails>& details)
+{
+    (new DamageSheet(details, this))->open(); // destroys itself
+}
+
+void MainWindow::beginSalvageSheet()
+{
+    auto* sheet = new SalvageSheet(this); // destroys itself
+    // Only when the sheet has gone: opening the file takes a while, and shows sheets of its own.
+    connect(sheet, &QDialog::accepted, this, [this, sheet] {
+        QTimer::singleShot(0, this, [this, salvage = sheet->salvage()] { m_app->salvageSheetDidEnd(salvage); });
+    });
+    sheet->open();
 }
 
 void MainWindow::beginExportSheet(const std::shared_ptr<ExportWizard>& wizard)

@@ -16,6 +16,7 @@ class QTimer;
 namespace vellumo {
 
 class Appearance;
+class DamageBar;
 class DataViewWidget;
 class FileListPanel;
 class InformationPanel;
@@ -74,6 +75,8 @@ public:
     void openDidBegin(const TAdmMDBFile& file) override;
     [[nodiscard]] bool openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) override;
     void openDidEnd() override;
+    void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) override;
+    void beginSalvageSheet() override;
     void beginExportSheet(const std::shared_ptr<ExportWizard>& wizard) override;
     void beginExportProgressSheet(const std::shared_ptr<ExportWizard>& wizard) override;
     [[nodiscard]] std::unique_ptr<ChildWindowPort> createChildWindow(ChildWindow& window) override;
@@ -91,6 +94,8 @@ protected:
 
 private:
     void layOutPanels();
+    [[nodiscard]] QWidget* makeRightColumn();
+    void showDamage();
     void restoreState();
     void storeState();
     void storeSettings();
@@ -105,8 +110,9 @@ private:
     InformationPanel* m_information;
     MainToolBar* m_toolBar;
     StatusLine* m_statusLine;
+    DamageBar* m_damageBar;
     MainMenus* m_menus;
-    QSplitter* m_columns; // left: file list and information, right: the data view
+    QSplitter* m_columns; // left: file list and information, right: damage bar and data view
     QSplitter* m_leftColumn;
     QTimer* m_storeLater;                    // so that a program that is killed has what was changed before
     QTimer* m_openLater;                     // looks again whether files that wait can be opened

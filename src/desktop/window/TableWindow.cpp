@@ -1,8 +1,10 @@
 #include "desktop/window/TableWindow.h"
 
 #include "browser/ChildWindow.h"
+#include "browser/DamageTexts.h"
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
+#include "desktop/window/DamageBar.h"
 #include "desktop/window/EditActions.h"
 #include "ui_ChildWindow.h"
 
@@ -25,10 +27,12 @@ TableWindow::TableWindow(ChildWindow& window, Defaults& defaults, std::function<
     , m_defaults(defaults)
     , m_layoutDidChange(std::move(layoutDidChange))
     , m_ui(std::make_unique<Ui::ChildWindow>())
+    , m_damageBar(new DamageBar(this))
 {
     m_ui->setupUi(this);
     setObjectName("tableWindow");
     setWindowIcon(applicationIcon());
+    m_ui->layout->insertWidget(0, m_damageBar);
     m_ui->dataView->setJumpBarShown(true);
     restoreLayout();
     m_ui->dataView->setLayoutListener([this] { storeLayout(); });
@@ -81,6 +85,8 @@ void TableWindow::setTitle(const std::string& title)
 {
     attach();
     setWindowTitle(toQString(title));
+    const auto* table = m_window.tableToShow();
+    m_damageBar->setText(toQString(table == nullptr ? "" : damageOf(*table)));
     // The table of that title is shown right after.
     QTimer::singleShot(0, this, [this] { m_editActions->update(m_window.dataView()); });
 }

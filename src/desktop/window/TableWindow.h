@@ -14,11 +14,12 @@ class ChildWindow;
 namespace vellumo {
 
 class ChildWindow;
+class DamageBar;
 class Defaults;
 struct EditActions;
 
-// The widgets of a table window, laid out by ChildWindow.ui. A new window takes the size and the share of its panes that
-// a table window was given last.
+// The widgets of a table window, laid out by ChildWindow.ui. A new window takes the size and the share of its panes
+// that a table window was given last.
 class TableWindow : public QWidget, public ChildWindowPort {
 public:
     // Both outlive the window. `layoutDidChange` is called when the defaults have got another layout.
@@ -46,6 +47,7 @@ private:
     Defaults& m_defaults;
     std::function<void()> m_layoutDidChange;
     std::unique_ptr<Ui::ChildWindow> m_ui;
+    DamageBar* m_damageBar;
     std::unique_ptr<EditActions> m_editActions; // null until the window is attached
 };
 
