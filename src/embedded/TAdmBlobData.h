@@ -24,7 +24,8 @@ enum class ObjectState {
 // What an object cell tells beside the bytes.
 struct ObjectFacts {
     ObjectState state = ObjectState::Whole;
-    std::string storedName{}; // name of the file that was embedded, UTF-8, without folders and control characters; or ""
+    std::string
+        storedName{}; // name of the file that was embedded, UTF-8, without folders and control characters; or ""
     std::string linkTarget{}; // path that a linked object points to, UTF-8, as stored; or ""
 };
 

@@ -130,11 +130,11 @@ TEST_F(Scenario, TheListOfDamageIsCopiedAndSaved)
     std::vector<std::string> cells;
     for (std::size_t column = 0; column < DamageDetails::columnCount; ++column)
         cells.push_back(details->text(2, static_cast<DamageDetails::Column>(column)));
-    EXPECT_THAT(cells, ElementsAre("2 values cannot be read.", "Two lines", "<b>Note</b>", "17", "", "2"));
+    EXPECT_THAT(cells, ElementsAre("2 values cannot be read.", "Two\\u{A}lines", "<b>Note</b>", "17", "", "2"));
 
     const std::string lines = "page 40: The table cannot be read: its definition is damaged.\n"
                               "Orders, page 203: A page of rows cannot be read.\n"
-                              "Two lines, column <b>Note</b>, row 17: 2 values cannot be read.\n";
+                              "Two\\u{A}lines, column <b>Note</b>, row 17: 2 values cannot be read.\n";
     details->copy();
     EXPECT_THAT(s.pasteboard.texts, ElementsAre(lines));
 
