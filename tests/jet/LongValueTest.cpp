@@ -97,9 +97,9 @@ TEST(LongValue, AllTogetherTakeNoMoreThanTheBudget)
         {"what lies in the row costs nothing", longValueHeader(inRow | 2, 0) + "ab", "ab", true, false},
         {"28 of 50", longValueHeader(28, 0x600), "first second third and slack", true, false},
         {"11 of 22", longValueHeader(inOneRow | 11, 0x500), "whole value", true, false},
-        {"another reader took a byte: 11 of 10", longValueHeader(inOneRow | 11, 0x500), "", false, true},
-        {"nothing is left", longValueHeader(28, 0x600), "", false, true},
-        {"not even for one", longValueHeader(inOneRow | 1, 0x502), "", false, true},
+        {"another reader took a byte: 10 of 10", longValueHeader(inOneRow | 10, 0x500), "whole valu", true, false},
+        {"one of none", longValueHeader(inOneRow | 1, 0x502), "", false, true},
+        {"a chain of none", longValueHeader(28, 0x600), "", false, true},
         {"but an empty value takes none", longValueHeader(inOneRow, 0x500), "", true, false},
         {"and one in its row", longValueHeader(inRow | 2, 0) + "ab", "ab", true, false},
     };
