@@ -228,7 +228,8 @@ DefinitionBytes readDefinition(Pages& pages, PageBuffer& buffer, std::uint32_t f
     DefinitionBytes definition;
     auto& bytes = definition.bytes;
     auto next = firstPage;
-    while (next != 0 && bytes.size() < mostDefinitionBytes) {
+    // A chain that is longer than the file circles.
+    for (std::uint32_t read = 0; next != 0 && read < pages.count() && bytes.size() < mostDefinitionBytes; ++read) {
         const auto page = pages.read(next, buffer);
         if (page.empty() || page[0] != DefinitionPageType) return definition;
         const auto content = bytes.empty() ? page : page.subspan(pageHeaderSize);
