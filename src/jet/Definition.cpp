@@ -172,7 +172,7 @@ private:
         for (std::uint32_t i = 0; i < physicalCount && m_reader.isGood(); ++i)
             physical.push_back(physicalIndex(m_reader.take(m_layout.physicalSize)));
         for (const auto& index : physical)
-            table.indexRoots.push_back(index.root);
+            if (index.root != 0) table.indexRoots.push_back(index.root);
         for (std::uint32_t i = 0; i < logicalCount && m_reader.isGood(); ++i) {
             const auto entry = m_reader.take(m_layout.logicalSize);
             if (entry.empty()) return;
