@@ -3,6 +3,7 @@
 #include "model/TAdmMDBFile.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace CLI {
@@ -15,6 +16,9 @@ namespace vellumo {
 struct FileArguments {
     std::string path;
     std::string salvage; // as `--salvage` was given; "" without it
+    bool newerFormats = false;
+    std::string passwordFile; // "-": standard input; "": none
+    std::optional<int> codePage;
 };
 
 // Adds FILE, which is required, and the options for opening it.

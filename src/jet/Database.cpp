@@ -71,17 +71,19 @@ void tellMissingRows(const TableDef& table, std::uint64_t rowsFound, DamageRepor
         damage.add({.kind = DamageKind::MissingRows, .count = table.statedRowCount - known});
 }
 
-Database::Database(std::unique_ptr<PageSource> pages)
+Database::Database(std::unique_ptr<PageSource> pages, int codePage)
     : m_pages(std::move(pages))
-    , m_codePage(m_pages->codePage())
+    , m_codePage(codePage)
     , m_longValueBudget(static_cast<std::int64_t>(m_pages->fileSize() * longValueBytesPerFileByte))
 {
 }
 
-std::unique_ptr<Database> Database::open(const std::string& path, OpenFailure& failure)
+std::unique_ptr<Database> Database::open(const OpenRequest& request, OpenFailure& failure)
 {
-    auto pages = PageSource::open(path, failure);
-    return pages ? std::unique_ptr<Database>(new Database(std::move(pages))) : nullptr;
+    auto pages = PageSource::open(request, failure);
+    if (!pages) return nullptr;
+    const auto codePage = request.codePage.value_or(pages->codePage());
+    return std::unique_ptr<Database>(new Database(std::move(pages), codePage));
 }
 
 TableReader::Source Database::source(Pages& pages, ObjectDecoder decodeObject)

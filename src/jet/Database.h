@@ -44,7 +44,7 @@ struct RelationPart {
 class Database {
 public:
     // Null, with the reason in `failure`, when the file cannot be opened.
-    [[nodiscard]] static std::unique_ptr<Database> open(const std::string& path, OpenFailure& failure);
+    [[nodiscard]] static std::unique_ptr<Database> open(const OpenRequest& request, OpenFailure& failure);
 
     // 0: Access 97 (Jet 3), 1: Access 2000 to 2003 (Jet 4).
     [[nodiscard]] int formatVersion() const { return m_pages->formatVersion(); }
@@ -75,7 +75,7 @@ public:
     [[nodiscard]] TableReader::Source source(Pages& pages, ObjectDecoder decodeObject);
 
 private:
-    explicit Database(std::unique_ptr<PageSource> pages);
+    Database(std::unique_ptr<PageSource> pages, int codePage);
     [[nodiscard]] std::optional<TableDef> readTableAt(std::uint32_t page, DamageReport& damage);
     void readDataPages(TableDef& table, DamageReport& damage);
     void fillGaps(PageList& list, std::uint32_t definitionPage);

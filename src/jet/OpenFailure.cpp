@@ -15,6 +15,7 @@ std::string openFailureText(OpenFailure failure)
     case OpenFailure::UnknownNewer: return localized("it has a newer format that is not known");
     case OpenFailure::NeedsPassword: return localized("it is encrypted and needs a password");
     case OpenFailure::WrongPassword: return localized("the password is wrong");
+    case OpenFailure::UnknownEncryption: return localized("it is encrypted in a way that is not known");
     case OpenFailure::Unreadable: return localized("reading it failed");
     case OpenFailure::TooLittleMemory: return localized("there is too little memory");
     case OpenFailure::Stopped: break;

@@ -15,6 +15,7 @@ enum class OpenFailure : std::uint8_t {
     UnknownNewer, // newer than any known format
     NeedsPassword,
     WrongPassword,
+    UnknownEncryption,
     Unreadable, // the medium gives errors
     TooLittleMemory,
     Stopped, // by the user: nothing to complain about

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace vellumo::jet {
 
@@ -62,7 +63,7 @@ constexpr std::size_t versionOffset = 20;
 
 // Why a file that begins like this is none that is read; nullopt: it is one. The library itself does not look at the
 // mark, and takes a file of zeros for a database.
-std::optional<OpenFailure> refusal(std::string_view start)
+std::optional<OpenFailure> refusal(std::string_view start, bool newerFormats)
 {
     constexpr std::string_view jetMark("\0\1\0\0Standard Jet DB\0", versionOffset);
     constexpr std::string_view newerMark("\0\1\0\0Standard ACE DB\0", versionOffset);
@@ -71,7 +72,8 @@ std::optional<OpenFailure> refusal(std::string_view start)
     if (start.size() <= versionOffset || (mark != jetMark && mark != newerMark)) return OpenFailure::NotADatabase;
     const auto version = static_cast<unsigned char>(start[versionOffset]);
     if (version > newestKnown) return OpenFailure::UnknownNewer;
-    if (mark == newerMark || version > MDB_VER_JET4) return OpenFailure::NewerFormat;
+    const bool isNewer = mark == newerMark || version > MDB_VER_JET4;
+    if (isNewer && !newerFormats) return OpenFailure::NewerFormat;
     return std::nullopt;
 }
 
@@ -129,6 +131,13 @@ struct PageSource::Handle {
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
 
+    // The key of an encrypted file of a newer format, 0 for any other. The library would apply it in the way of the old
+    // ones.
+    [[nodiscard]] std::uint32_t takeNewerKey() const
+    {
+        return mdb->f->jet_version > MDB_VER_JET4 ? std::exchange(mdb->f->db_key, 0U) : 0;
+    }
+
     static ssize_t readStream(void* cookie, char* to, std::size_t size)
     {
         auto& self = *static_cast<Handle*>(cookie);
@@ -157,22 +166,24 @@ struct PageSource::Handle {
     bool hasFailed = false; // the last read did not give all that was asked for
 };
 
-PageSource::PageSource(std::shared_ptr<const File> file, std::unique_ptr<Handle> handle)
+PageSource::PageSource(
+    std::shared_ptr<const File> file, std::unique_ptr<Handle> handle, std::unique_ptr<PageCipher> cipher)
     : Pages(handle->mdb->f->jet_version == MDB_VER_JET3 ? jet3Pages : jet4Pages,
         static_cast<std::uint32_t>(
             std::min<std::uint64_t>(file->size() / static_cast<std::uint64_t>(handle->mdb->fmt->pg_size), 0xFFFFFF)))
     , m_file(std::move(file))
     , m_handle(std::move(handle))
+    , m_cipher(std::move(cipher))
 {
 }
 
 PageSource::~PageSource() = default;
 
-std::unique_ptr<PageSource> PageSource::open(const std::string& path, OpenFailure& failure)
+std::unique_ptr<PageSource> PageSource::open(const OpenRequest& request, OpenFailure& failure)
 {
     static std::once_flag isEnvironmentCleared;
     std::call_once(isEnvironmentCleared, clearLibraryEnvironment);
-    auto file = std::make_shared<File>(path.c_str());
+    auto file = std::make_shared<File>(request.path.c_str());
     if (file->openError != 0) {
         failure = failureOf(file->openError);
         return nullptr;
@@ -187,7 +198,7 @@ std::unique_ptr<PageSource> PageSource::open(const std::string& path, OpenFailur
         return nullptr;
     }
     const std::string_view start(reinterpret_cast<const char*>(file->start), static_cast<std::size_t>(count));
-    if (const auto refused = refusal(start)) {
+    if (const auto refused = refusal(start, request.newerFormats)) {
         failure = *refused;
         return nullptr;
     }
@@ -197,14 +208,21 @@ std::unique_ptr<PageSource> PageSource::open(const std::string& path, OpenFailur
         failure = OpenFailure::NotADatabase;
         return nullptr;
     }
-    return std::unique_ptr<PageSource>(new PageSource(std::move(file), std::move(handle)));
+    std::unique_ptr<PageCipher> cipher;
+    if (const auto key = handle->takeNewerKey(); key != 0) {
+        cipher = openCipher(file->start, key, request.password, failure);
+        if (!cipher) return nullptr;
+    }
+    return std::unique_ptr<PageSource>(new PageSource(std::move(file), std::move(handle), std::move(cipher)));
 }
 
 std::unique_ptr<PageSource> PageSource::another() const
 {
     auto handle = std::make_unique<Handle>(*m_file);
     if (handle->mdb == nullptr) return nullptr;
-    return std::unique_ptr<PageSource>(new PageSource(m_file, std::move(handle)));
+    static_cast<void>(handle->takeNewerKey());
+    return std::unique_ptr<PageSource>(
+        new PageSource(m_file, std::move(handle), m_cipher ? m_cipher->clone() : nullptr));
 }
 
 int PageSource::formatVersion() const { return static_cast<int>(m_handle->mdb->f->jet_version); }
@@ -229,7 +247,7 @@ bool PageSource::readPage(std::uint32_t number, std::uint8_t* to)
     mdb->cur_pg = 0; // the library would not read the page again that it read last
     if (mdb_read_pg(mdb, number) != mdb->fmt->pg_size || m_handle->hasFailed) return false;
     std::memcpy(to, mdb->pg_buf, format().size);
-    return true;
+    return !m_cipher || m_cipher->decrypt(number, {to, format().size});
 }
 
 } // namespace vellumo::jet

@@ -190,6 +190,13 @@ bool appendJet4Text(std::span<const std::uint8_t> stored, TextColumnBuilder& out
     return isCompressed ? appendCompressed(stored.subspan(2), out) : appendUtf16(stored, out);
 }
 
+const std::vector<int>& codePageNumbers()
+{
+    static const std::vector<int> numbers{437, 737, 775, 850, 852, 855, 857, 860, 861, 862, 863, 865, 866, 869, 874,
+        932, 936, 949, 950, 1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258, 1361, 10000};
+    return numbers;
+}
+
 CodePage::CodePage(int number)
     : m_iconvName(iconvName(number))
     , m_isSingleByte(!isMultiByte(number))

@@ -5,6 +5,7 @@
 #include <array>
 #include <span>
 #include <string>
+#include <vector>
 
 // Texts as the format stores them, turned into UTF-8. What cannot be decoded becomes U+FFFD. Zero characters at the
 // end, which programs leave behind as terminators, are dropped; one inside a text becomes U+FFFD, since what follows it
@@ -13,6 +14,9 @@ namespace vellumo::jet {
 
 // Jet 4: UTF-16, or the compressed form that begins with FF FE. False when it ends inside a character.
 bool appendJet4Text(std::span<const std::uint8_t> stored, TextColumnBuilder& out);
+
+// The Windows code pages that texts can be read in.
+[[nodiscard]] const std::vector<int>& codePageNumbers();
 
 // Jet 3: bytes of the code page of the file.
 class CodePage {
