@@ -1,5 +1,7 @@
-// Writes small good inputs for the fuzz targets: make_seeds FOLDER makes FOLDER/ole_field and FOLDER/compound_file.
+// Writes small good inputs for the fuzz targets: make_seeds FOLDER makes a folder in it for each of them.
 #include "embedded/OleCells.h"
+#include "fuzz/RowTable.h"
+#include "jet/PageBuilder.h"
 #include "samples/ZipFile.h"
 
 #include <cstdio>
@@ -8,7 +10,9 @@
 
 namespace {
 
+using namespace vellumo;
 using namespace vellumo::testing;
+using namespace std::string_literals;
 
 struct Seed {
     std::string name;
@@ -110,6 +114,121 @@ std::vector<Seed> cells()
     return seeds;
 }
 
+using test::longValueHeader;
+using test::rowBytes;
+using test::u16;
+using test::u32;
+using test::u8;
+
+Seed seedOf(const std::string& name, const std::string& content) { return {name, bytesOf(content)}; }
+
+std::vector<Seed> definitions()
+{
+    const test::DefinitionParts small{.rows = 3,
+        .columnLimit = 4,
+        .mapPointer = 0x0201,
+        .columns = {{.name = "Note", .type = 12, .number = 1, .flags = 0x80},
+            {.name = "Id", .type = 4, .number = 0, .size = 4, .flags = 5},
+            {.name = "Price",
+                .type = 16,
+                .number = 3,
+                .offset = 4,
+                .size = 17,
+                .flags = 1,
+                .precision = 18,
+                .scale = 4}},
+        .indexes = {{"PK", {{0, true}, {3, false}}, 3, 9, 1}, {"Rel", {{0, true}}, 3, 0, 2}}};
+    test::DefinitionParts wide{.columnLimit = 120};
+    for (unsigned number = 0; number < 120; ++number)
+        wide.columns.push_back({.name = "Column with number " + std::to_string(number), .type = 10, .number = number});
+    std::vector<Seed> seeds;
+    for (const bool isJet3 : {false, true}) {
+        const auto& format = isJet3 ? jet::jet3Pages : jet::jet4Pages;
+        const auto version = u8(isJet3 ? 1 : 0);
+        const auto suffix = isJet3 ? "-jet3" : "-jet4";
+        const auto definition = test::definitionBytes(isJet3, small);
+        seeds.push_back(seedOf("small" + std::string(suffix), version + definition));
+        // Page 1 the definition, page 2 its usage maps, page 3 a leaf of its index with two entries.
+        auto first = definition;
+        first.resize(format.size);
+        const auto maps = test::dataPage(
+            format, 0, {{"\1" + u32(0) + u32(4)}, {std::string(5, '\0') + "\x0E"}, {std::string(69, '\0')}});
+        auto leaf = "\4\1" + u16(0) + u32(1);
+        leaf.resize(format.size);
+        leaf[isJet3 ? 23 : 28] = '\x22'; // entries end 9 and 13 bytes behind the start
+        seeds.push_back(seedOf("pages" + std::string(suffix), version + first + maps + leaf));
+        test::MemoryPages pages(format, 4);
+        test::putDefinition(pages, test::definitionBytes(isJet3, wide), {1, 2, 3});
+        seeds.push_back(
+            seedOf("wide" + std::string(suffix), version + pages.content[1] + pages.content[2] + pages.content[3]));
+    }
+    return seeds;
+}
+
+// A row that knows all columns of the table, and older ones.
+std::vector<test::StoredRow> rowsOfAllTypes(bool isJet3)
+{
+    const std::string fixed = std::string(76, '\0') + u32(7);
+    const auto memo = longValueHeader(0x80000004, 0) + "memo";
+    const std::vector<std::string> values{
+        "\1\xFF", isJet3 ? "text" : "\xFF\xFEtext", memo, longValueHeader(0x40000006, 0x200), u32(9), "?"};
+    return {{rowBytes(isJet3, {18, fixed, values, "\xFF\xFF\x03"})},
+        {rowBytes(isJet3, {4, fixed.substr(0, 7), {}, "\x0F"})},
+        {rowBytes(isJet3, {14, fixed, {{"\1", "x"}}, "\xFF\x3F"}), test::deletedRow}, {u32(0x205), test::movedAway},
+        {rowBytes(isJet3, {15, fixed, {{"", "", longValueHeader(13, 0x201)}}, u16(0x4001)})}};
+}
+
+std::vector<Seed> rows()
+{
+    const jet::PageFormat formats[] = {jet::jet4Pages, jet::jet3Pages, {false, 512, 12}, {true, 512, 8}};
+    std::vector<Seed> seeds;
+    for (std::size_t i = 0; i < std::size(formats); ++i) {
+        const auto& format = formats[i];
+        const auto ownPage = test::dataPage(format, rowTablePage, rowsOfAllTypes(format.isJet3));
+        const auto others = test::longValuePage(format, {"object", u32(0x202) + "two ", u32(0) + "links and"});
+        seeds.push_back(seedOf("pages" + std::to_string(i), u8(i) + ownPage + others));
+        if (format.size < 2048) continue;
+        // Jet 3: the second value begins at 381, the others behind 512.
+        const std::vector<std::string> longer{std::string(300, 'b'), std::string(600, 't'), "", "", "", ""};
+        const auto row = rowBytes(format.isJet3,
+            {18, std::string(80, '\1'), longer, "\xFE\x3F\0"s,
+                format.isJet3 ? std::vector{1U, 2U, 2U} : std::vector<unsigned>{}});
+        seeds.push_back(
+            seedOf("long" + std::to_string(i), u8(i) + test::dataPage(format, rowTablePage, {{row}, {row}})));
+    }
+    return seeds;
+}
+
+std::vector<Seed> properties()
+{
+    const auto chunk = [](unsigned kind, const std::string& body) { return u32(body.size() + 6) + u16(kind) + body; };
+    const auto property = [](unsigned type, unsigned name, const std::string& value) {
+        return u16(8 + value.size()) + u8(1) + u8(type) + u16(name) + u16(value.size()) + value;
+    };
+    std::vector<Seed> seeds;
+    for (const bool isJet3 : {false, true}) {
+        const auto name = [&](const std::string& text) {
+            std::string stored;
+            for (const auto letter : text)
+                stored += isJet3 ? std::string(1, letter) : std::string{letter, '\0'};
+            return u16(stored.size()) + stored;
+        };
+        const auto column = [&](const std::string& text, const std::string& list) {
+            return chunk(1, u32(name(text).size() + 4) + name(text) + list);
+        };
+        seeds.push_back(seedOf(isJet3 ? "jet3" : "jet4",
+            u8(isJet3 ? 1 : 0) + (isJet3 ? "KKD\0"s : "MR2\0"s)
+                + chunk(0x80, name("Required") + name(std::string(64, 'D')) + name("Width") + name("GUID"))
+                + chunk(0, u32(6) + name("") + property(10, 1, "table"))
+                + column(
+                    "A", property(1, 0, "\1") + property(12, 1, "what it is") + property(9, 3, std::string(16, 'g')))
+                + column("B",
+                    property(3, 2, u16(7)) + property(4, 2, u32(9)) + property(2, 2, "\xFF")
+                        + property(8, 2, std::string(8, '\0')) + property(7, 2, std::string(8, '\x40')))));
+    }
+    return seeds;
+}
+
 bool writeAll(const std::filesystem::path& folder, const std::vector<Seed>& seeds)
 {
     std::error_code error;
@@ -133,7 +252,10 @@ int main(int argc, char** argv)
         return 2;
     }
     const std::filesystem::path folder = argv[1];
-    if (writeAll(folder / "ole_field", cells()) && writeAll(folder / "compound_file", compoundFiles())) return 0;
+    if (writeAll(folder / "ole_field", cells()) && writeAll(folder / "compound_file", compoundFiles())
+        && writeAll(folder / "definition", definitions()) && writeAll(folder / "rows", rows())
+        && writeAll(folder / "properties", properties()))
+        return 0;
     std::fputs("make_seeds: cannot write the seeds\n", stderr);
     return 1;
 }

@@ -12,6 +12,11 @@ constexpr std::size_t mostDefinitionBytes = 1 << 20;
 constexpr std::size_t mostColumns = 255;
 // A row number is one byte of a pointer.
 constexpr std::size_t mostRowsOnPage = 255;
+// Stored bytes of the cells of a page, a byte of the page. Sound cells never share a byte; in a damaged page all of
+// them may name the same.
+constexpr std::size_t cellBytesPerPageByte = 2;
+// Characters of a property's name, which Access holds to this too. Each of any number of properties repeats a name.
+constexpr std::size_t mostPropertyNameLength = 64;
 // Bytes of memos and objects that lie on pages of their own, of all tables together, a byte of the file. A sound file
 // stores each value once; the same pages named by many rows would multiply them.
 constexpr std::uint64_t longValueBytesPerFileByte = 2;

@@ -46,6 +46,7 @@ ByteSpan LongValue::rowAtPointer(std::uint32_t pointer)
 
 bool LongValue::takeFromBudget(std::size_t count)
 {
+    if (count == 0) return true;
     m_isOverBudget = m_budget.fetch_sub(static_cast<std::int64_t>(count)) < static_cast<std::int64_t>(count);
     return !m_isOverBudget;
 }

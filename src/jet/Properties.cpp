@@ -1,6 +1,7 @@
 #include "jet/Properties.h"
 
 #include "jet/ByteReader.h"
+#include "jet/Limits.h"
 
 #include <algorithm>
 #include <string_view>
@@ -58,8 +59,9 @@ bool readNames(ByteSpan body, const TextRules& rules, std::vector<std::string>& 
     ByteReader reader(body);
     while (reader.position() < body.size()) {
         const auto name = reader.take(reader.number<std::uint16_t>());
-        if (!reader.isGood()) return false;
-        names.push_back(textOf(name, rules));
+        auto text = textOf(name, rules);
+        if (!reader.isGood() || text.size() > 3 * mostPropertyNameLength) return false;
+        names.push_back(std::move(text));
     }
     return true;
 }

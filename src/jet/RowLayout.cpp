@@ -1,7 +1,5 @@
 #include "jet/RowLayout.h"
 
-#include "jet/ByteReader.h"
-
 namespace vellumo::jet {
 
 namespace {
@@ -52,26 +50,8 @@ void RowLayout::frameVariablePart(RowFrame& frame) const
     }
 }
 
-Cell RowLayout::fixedCell(const RowFrame& frame, const ColumnDef& column) const
+std::size_t RowLayout::jet3Offset(const RowFrame& frame, std::size_t index)
 {
-    const auto start = m_countSize + column.fixedOffset;
-    if (start > frame.mask || frame.mask - start < column.size) return {CellState::Damaged};
-    return {CellState::Present, frame.row.subspan(start, column.size)};
-}
-
-Cell RowLayout::variableCell(const RowFrame& frame, const ColumnDef& column) const
-{
-    if (frame.trailer == 0 || column.variableIndex >= frame.variables) return {CellState::Damaged};
-    const auto start = variableOffset(frame, column.variableIndex);
-    const auto end = variableOffset(frame, column.variableIndex + 1);
-    if (start < m_countSize || start > end || end > frame.trailer) return {CellState::Damaged};
-    return {CellState::Present, frame.row.subspan(start, end - start)};
-}
-
-// `index` may be one behind the last value, for the end of the variable part.
-std::size_t RowLayout::variableOffset(const RowFrame& frame, std::size_t index) const
-{
-    if (!m_isJet3) return load16(&frame.row[frame.mask - 4 - 2 * index]);
     const auto behindOffsets = frame.mask - 1 - frame.jumps;
     std::size_t offset = frame.row[behindOffsets - 1 - index];
     for (std::size_t k = 0; k < frame.jumps; ++k) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "jet/ByteReader.h"
 #include "jet/TableDef.h"
 
 // Where the values of a row lie.
@@ -57,9 +58,26 @@ public:
     }
 
 private:
-    [[nodiscard]] Cell fixedCell(const RowFrame& frame, const ColumnDef& column) const;
-    [[nodiscard]] Cell variableCell(const RowFrame& frame, const ColumnDef& column) const;
-    [[nodiscard]] std::size_t variableOffset(const RowFrame& frame, std::size_t index) const;
+    [[nodiscard]] Cell fixedCell(const RowFrame& frame, const ColumnDef& column) const
+    {
+        const auto start = m_countSize + column.fixedOffset;
+        if (start > frame.mask || frame.mask - start < column.size) return {CellState::Damaged};
+        return {CellState::Present, frame.row.subspan(start, column.size)};
+    }
+    [[nodiscard]] Cell variableCell(const RowFrame& frame, const ColumnDef& column) const
+    {
+        if (frame.trailer == 0 || column.variableIndex >= frame.variables) return {CellState::Damaged};
+        const auto start = variableOffset(frame, column.variableIndex);
+        const auto end = variableOffset(frame, column.variableIndex + 1);
+        if (start < m_countSize || start > end || end > frame.trailer) return {CellState::Damaged};
+        return {CellState::Present, frame.row.subspan(start, end - start)};
+    }
+    // `index` may be one behind the last value, for the end of the variable part.
+    [[nodiscard]] std::size_t variableOffset(const RowFrame& frame, std::size_t index) const
+    {
+        return m_isJet3 ? jet3Offset(frame, index) : load16(&frame.row[frame.mask - 4 - 2 * index]);
+    }
+    [[nodiscard]] static std::size_t jet3Offset(const RowFrame& frame, std::size_t index);
     void frameVariablePart(RowFrame& frame) const;
 
     unsigned m_columnLimit;

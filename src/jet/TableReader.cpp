@@ -2,6 +2,7 @@
 
 #include "embedded/TAdmBlobData.h"
 #include "jet/ByteReader.h"
+#include "jet/Limits.h"
 #include "jet/UnicodeText.h"
 
 #include <algorithm>
@@ -10,7 +11,21 @@ namespace vellumo::jet {
 
 namespace {
 
-constexpr std::uint8_t outsideOfRow[1]{}; // too short for the header of a long value
+DamageKind damageOf(const ColumnDef& column)
+{
+    switch (column.typeCode) {
+    case TypeCode::memo: return DamageKind::LongText;
+    case TypeCode::ole: return DamageKind::Object;
+    default: return DamageKind::Value;
+    }
+}
+
+// An object of which not even the first byte can be read: still no empty cell.
+std::shared_ptr<TAdmBlobData> nothingLeft()
+{
+    return std::make_shared<TAdmBlobData>(
+        std::vector<std::byte>(), std::string(), ObjectFacts{.state = ObjectState::Damaged});
+}
 
 } // namespace
 
@@ -77,6 +92,7 @@ void TableReader::addRows(std::uint32_t page, RowRun& run)
 {
     m_run = &run;
     m_pageNumber = page;
+    m_cellBytesLeft = cellBytesPerPageByte * m_source.pages.format().size;
     for (std::size_t i = 0; i < m_table.columns.size(); ++i) {
         switch (m_table.columns[i].typeCode) {
         case TypeCode::boolean: addBooleans(i); break;
@@ -87,6 +103,19 @@ void TableReader::addRows(std::uint32_t page, RowRun& run)
     }
     m_builder.endRows(m_rows.size());
     run.rowCount += m_rows.size();
+}
+
+// A damaged cell has been told.
+inline Cell TableReader::cellOf(const ColumnDef& column, std::size_t row)
+{
+    const auto cell = m_layout.cell(m_rows[row], column);
+    const auto isWithinBudget = cell.bytes.size() <= m_cellBytesLeft;
+    if (isWithinBudget && cell.state != CellState::Damaged) {
+        m_cellBytesLeft -= cell.bytes.size();
+        return cell;
+    }
+    addDamage(isWithinBudget ? damageOf(column) : DamageKind::Budget, column, row);
+    return {CellState::Damaged};
 }
 
 // A boolean has no bytes: the null mask holds its value.
@@ -107,13 +136,11 @@ void TableReader::addTexts(std::size_t column)
     const auto& def = m_table.columns[column];
     const CellAppender append(def, m_source.rules);
     for (std::size_t row = 0; row < m_rows.size(); ++row) {
-        const auto cell = m_layout.cell(m_rows[row], def);
+        const auto cell = cellOf(def, row);
         if (cell.state == CellState::Present) {
-            if (!append(cell.bytes, text)) addDamage(DamageKind::Value, column, row);
+            if (!append(cell.bytes, text)) addDamage(DamageKind::Value, def, row);
         } else if (cell.state == CellState::Damaged) {
-            // A value that is said to lie outside of its row is damage, not a null.
-            text.append(replacementCharacter);
-            addDamage(DamageKind::Value, column, row);
+            text.append(replacementCharacter); // it is no null
         }
         text.endText();
     }
@@ -122,19 +149,19 @@ void TableReader::addTexts(std::size_t column)
 void TableReader::addMemos(std::size_t column)
 {
     auto& text = m_builder.text(column);
+    const auto& def = m_table.columns[column];
     for (std::size_t row = 0; row < m_rows.size(); ++row) {
-        const auto cell = m_layout.cell(m_rows[row], m_table.columns[column]);
+        const auto cell = cellOf(def, row);
         if (cell.state == CellState::Present) {
             m_longValue.read(cell.bytes);
             const bool isWhole = appendStoredText(m_longValue.bytes(), m_source.rules, text);
             if (!m_longValue.isComplete()) text.append(replacementCharacter);
             if (m_longValue.isOverBudget())
-                addDamage(DamageKind::Budget, column, row);
+                addDamage(DamageKind::Budget, def, row);
             else if (!isWhole || !m_longValue.isComplete())
-                addDamage(DamageKind::LongText, column, row);
+                addDamage(DamageKind::LongText, def, row);
         } else if (cell.state == CellState::Damaged) {
             text.append(replacementCharacter);
-            addDamage(DamageKind::LongText, column, row);
         }
         text.endText();
     }
@@ -142,24 +169,22 @@ void TableReader::addMemos(std::size_t column)
 
 void TableReader::addObjects(std::size_t column)
 {
+    const auto& def = m_table.columns[column];
     for (std::size_t row = 0; row < m_rows.size(); ++row) {
-        const auto cell = m_layout.cell(m_rows[row], m_table.columns[column]);
-        // A value that is said to lie outside of its row: no byte of it is there, but the cell is not empty.
-        const auto stored = cell.state == CellState::Damaged ? ByteSpan(outsideOfRow) : cell.bytes;
-        const bool isNull = cell.state == CellState::Null;
-        m_builder.addBlob(column, isNull ? nullptr : readObject(column, row, stored));
+        const auto cell = cellOf(def, row);
+        if (cell.state == CellState::Present)
+            m_builder.addBlob(column, readObject(def, row, cell.bytes));
+        else
+            m_builder.addBlob(column, cell.state == CellState::Damaged ? nothingLeft() : nullptr);
     }
 }
 
-std::shared_ptr<TAdmBlobData> TableReader::readObject(std::size_t column, std::size_t row, ByteSpan stored)
+std::shared_ptr<TAdmBlobData> TableReader::readObject(const ColumnDef& column, std::size_t row, ByteSpan stored)
 {
     m_longValue.read(stored);
     const bool isWhole = m_longValue.isComplete();
     auto [object, isOverBudget] = m_source.decodeObject(m_longValue.bytes(), isWhole);
-    // Not even a first byte is left of it: still no empty cell.
-    if (!isWhole && !object)
-        object = std::make_shared<TAdmBlobData>(
-            std::vector<std::byte>(), std::string(), ObjectFacts{.state = ObjectState::Damaged});
+    if (!isWhole && !object) object = nothingLeft();
     if (isOverBudget || m_longValue.isOverBudget())
         addDamage(DamageKind::Budget, column, row);
     else if (object && object->state() == ObjectState::Damaged)
@@ -167,10 +192,9 @@ std::shared_ptr<TAdmBlobData> TableReader::readObject(std::size_t column, std::s
     return object;
 }
 
-void TableReader::addDamage(DamageKind kind, std::size_t column, std::size_t row)
+void TableReader::addDamage(DamageKind kind, const ColumnDef& column, std::size_t row)
 {
-    m_run->damage.add(
-        {.kind = kind, .column = m_table.columns[column].name, .page = m_pageNumber, .row = m_run->rowCount + row + 1});
+    m_run->damage.add({.kind = kind, .column = column.name, .page = m_pageNumber, .row = m_run->rowCount + row + 1});
 }
 
 } // namespace vellumo::jet

@@ -51,12 +51,13 @@ private:
     void takeRow(const RowPlace& place, std::uint32_t page, RowRun& run);
     [[nodiscard]] bool movedToListedPage(const RowPlace& place);
     void addRows(std::uint32_t page, RowRun& run);
+    [[nodiscard]] Cell cellOf(const ColumnDef& column, std::size_t row);
     void addBooleans(std::size_t column);
     void addTexts(std::size_t column);
     void addMemos(std::size_t column);
     void addObjects(std::size_t column);
-    [[nodiscard]] std::shared_ptr<TAdmBlobData> readObject(std::size_t column, std::size_t row, ByteSpan stored);
-    void addDamage(DamageKind kind, std::size_t column, std::size_t row);
+    [[nodiscard]] std::shared_ptr<TAdmBlobData> readObject(const ColumnDef& column, std::size_t row, ByteSpan stored);
+    void addDamage(DamageKind kind, const ColumnDef& column, std::size_t row);
 
     const TableDef& m_table;
     Source m_source;
@@ -70,6 +71,7 @@ private:
     // page.
     std::vector<RowFrame> m_rows;
     std::uint32_t m_pageNumber = 0;
+    std::size_t m_cellBytesLeft = 0;
     RowRun* m_run = nullptr;
 };
 

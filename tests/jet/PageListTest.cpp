@@ -1,0 +1,104 @@
+#include "jet/PageList.h"
+
+#include "jet/PageBuilder.h"
+
+#include <gmock/gmock.h>
+
+namespace vellumo::jet {
+namespace {
+
+using namespace std::string_literals;
+using namespace vellumo::test;
+using testing::ElementsAreArray;
+
+struct Listed {
+    std::vector<std::uint32_t> pages;
+    std::uint64_t beyondEnd;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> gaps;
+};
+
+struct ListCase {
+    const char* name;
+    std::string map;
+    std::uint32_t pageCount;
+    Listed expected;
+};
+
+// A page of bitmaps with the bits of the first, the ninth and the last page it can name.
+std::string bitmapPage(const PageFormat& format)
+{
+    auto page = "\5\1\0\0\1\1"s;
+    page.resize(format.size);
+    page.back() = '\x80';
+    return page;
+}
+
+void expectLists(const PageFormat& format, const std::vector<ListCase>& cases)
+{
+    for (const auto& test : cases) {
+        MemoryPages pages(format, test.pageCount);
+        pages.content[3] = bitmapPage(format);
+        pages.content[4] = dataPage(format, 0, {});
+        PageBuffer buffer;
+        const auto list = readPageList(spanOf(test.map), pages, buffer);
+        EXPECT_THAT(list.pages, ElementsAreArray(test.expected.pages)) << test.name;
+        EXPECT_EQ(list.beyondEnd, test.expected.beyondEnd) << test.name;
+        std::vector<std::pair<std::uint32_t, std::uint32_t>> gaps;
+        for (const auto& gap : list.gaps)
+            gaps.emplace_back(gap.first, gap.end);
+        EXPECT_EQ(gaps, test.expected.gaps) << test.name;
+    }
+}
+
+TEST(PageList, OfAMapInTheRow)
+{
+    const auto map = "\0\x0A\0\0\0\x05\x80"s;
+    expectLists(jet4Pages,
+        {
+            {"three pages", map, 26, {{10, 12, 25}, 0, {}}},
+            {"the last behind the end of the file", map, 25, {{10, 12}, 1, {}}},
+            {"all but one behind the end", map, 11, {{10}, 2, {}}},
+            {"page 0 is the header", "\0\0\0\0\0\x03"s, 100, {{1}, 0, {}}},
+            {"a start that no file reaches", "\0\xFF\xFF\xFF\xFF\x03"s, 100, {{}, 2, {}}},
+            {"no bitmap", "\0\x0A\0\0\0"s, 100, {{}, 0, {}}},
+            {"too short", "\0\x0A\0\0"s, 100, {{}, 0, {{1, 100}}}},
+            {"nothing", "", 100, {{}, 0, {{1, 100}}}},
+            {"no such type", "\2\x0A\0\0\0\x05"s, 100, {{}, 0, {{1, 100}}}},
+        });
+}
+
+TEST(PageList, OfBitmapPages)
+{
+    // A bitmap page names 16352 pages in Jet 3, 32736 in Jet 4.
+    expectLists(jet3Pages,
+        {
+            {"first", "\1"s + u32(3), 16352, {{8, 16351}, 0, {}}},
+            {"first, the last page behind the end", "\1"s + u32(3), 16351, {{8}, 1, {}}},
+            {"second", "\1"s + u32(0) + u32(3), 40000, {{16352, 16360, 32703}, 0, {}}},
+            {"both the same", "\1"s + u32(3) + u32(3), 16353, {{8, 16351, 16352}, 2, {}}},
+        });
+    expectLists(jet4Pages,
+        {
+            {"second", "\1"s + u32(0) + u32(3), 65472, {{32736, 32744, 65471}, 0, {}}},
+            {"half an entry at the end", "\1"s + u32(3) + "\3\0\0"s, 40000, {{8, 32735}, 0, {}}},
+            {"not read", "\1"s + u32(5) + u32(3), 40000, {{32736, 32744}, 1, {{0, 32736}}}},
+            {"none of bitmaps", "\1"s + u32(3) + u32(4), 40000, {{8, 32735}, 0, {{32736, 40000}}}},
+            {"out of the file", "\1"s + u32(40000), 40000, {{}, 0, {{0, 32736}}}},
+            {"not read, and behind the end", "\1"s + u32(0) + u32(5), 32736, {{}, 1, {}}},
+            {"not read, begins with the last page", "\1"s + u32(0) + u32(5), 32737, {{}, 0, {{32736, 32737}}}},
+        });
+}
+
+TEST(PageList, MapsMayLieInTheBufferThatIsReadInto)
+{
+    MemoryPages pages(jet4Pages);
+    pages.content[2] = dataPage(jet4Pages, 0, {{"\1"s + u32(3) + u32(0) + u32(3)}});
+    pages.content[3] = bitmapPage(jet4Pages);
+    PageBuffer buffer;
+    const auto row = pages.read(2, buffer).last(13);
+    EXPECT_THAT(readPageList(row, pages, buffer).pages, testing::ElementsAre(8));
+    EXPECT_EQ(readPageList(pages.read(2, buffer).last(13), pages, buffer).beyondEnd, 4U);
+}
+
+} // namespace
+} // namespace vellumo::jet
