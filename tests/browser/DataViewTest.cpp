@@ -21,7 +21,7 @@ protected:
     void show(const std::vector<test::Row>& rows)
     {
         m_table = makeTable("T", {{"Id", "Long Integer", true}, {"Text", "Text"}, {"Object", "OLE"}}, rows);
-        m_table->columns()[1]->setTextAlign("2");
+        m_table->columns()[1]->setTextAlign(2);
         view.updateDataTableToShowMDBTable(m_table.get());
         port.events.clear();
     }
