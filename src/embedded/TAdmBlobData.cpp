@@ -87,9 +87,14 @@ std::string TAdmBlobData::cellDescription() const
 
 std::string TAdmBlobData::description() const
 {
-    if (!m_facts.linkTarget.empty()) return localizedFormat("Linked to the file %@", {m_facts.linkTarget});
-    auto text = decodeText(m_data);
+    auto text = textualDescription();
     return text ? std::move(*text) : localized("[NON-TEXTUAL DATA]");
+}
+
+std::optional<std::string> TAdmBlobData::textualDescription() const
+{
+    if (!m_facts.linkTarget.empty()) return localizedFormat("Linked to the file %@", {m_facts.linkTarget});
+    return decodeText(m_data);
 }
 
 std::shared_ptr<const Image> TAdmBlobData::getFileIcon(Workspace& workspace) const

@@ -9,7 +9,6 @@
 #include "text/Messages.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <filesystem>
 #include <limits>
@@ -21,13 +20,6 @@ namespace {
 
 constexpr std::size_t maximumTextUnits = 32740; // UTF-16
 constexpr std::uint32_t rowsPerSheet = 65536;
-
-bool isNumericType(std::string_view dataType)
-{
-    constexpr std::array<std::string_view, 6> types = {
-        "Integer", "Long Integer", "Currency", "Single", "Double", "Numeric"};
-    return std::find(types.begin(), types.end(), dataType) != types.end();
-}
 
 // 0 for a text that does not begin with a number, not-a-number for one that no double can hold.
 double numericValue(std::string_view text)
@@ -100,7 +92,7 @@ TableSheets::TableSheets(ExcelExport& excel, ExportJob& job, const TAdmMDBTable&
     , m_table(table)
 {
     for (const auto& column : table.columns())
-        m_isNumeric.push_back(isNumericType(column->dataType()));
+        m_isNumeric.push_back(factsOf(column->type()).isSheetNumber);
 }
 
 void TableSheets::writeHeader()

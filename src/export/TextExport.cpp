@@ -16,10 +16,9 @@ enum class CellForm { Bare, Quoted, Decimal };
 
 CellForm cellForm(const TAdmMDBColumn& column, bool isXML)
 {
-    const auto& type = column.dataType();
-    if (type == "Currency" || type == "Single" || type == "Double") return CellForm::Decimal;
-    const bool isText = type == "Text" || type == "Memo/Hyperlink" || type == "DateTime" || type == "Binary";
-    return isText && !isXML ? CellForm::Quoted : CellForm::Bare;
+    const auto& facts = factsOf(column.type());
+    if (facts.hasDecimalSymbol) return CellForm::Decimal;
+    return facts.isQuoted && !isXML ? CellForm::Quoted : CellForm::Bare;
 }
 
 bool holds(std::string_view bytes, char what) { return bytes.find(what) != std::string_view::npos; }

@@ -22,8 +22,9 @@ public:
 
     // 0: Access 97 (Jet 3), 1: Access 2000 to 2003 (Jet 4).
     [[nodiscard]] int formatVersion() const;
-    // Windows code page of the texts of a Jet 3 file.
+    // Windows code page as the file states it; the texts of a Jet 3 file are in it.
     [[nodiscard]] int codePage() const;
+    [[nodiscard]] bool isEncrypted() const;       // by a key of its own
     [[nodiscard]] std::uint64_t fileSize() const; // bytes
     // Whether the file ends inside a page, or has another size or another time of change than when it was opened.
     [[nodiscard]] bool isCutOrChanged() const;

@@ -1,15 +1,8 @@
 #include "export/sql/SQLDialectFacts.h"
 
-#include <algorithm>
-
 namespace vellumo {
 
 namespace {
-
-// The order of the types in a row of facts.
-constexpr std::string_view accessTypes[] = {"Boolean", "Byte", "Integer", "Long Integer", "Currency", "Single",
-    "Double", "DateTime", "Binary", "Text", "OLE", "Memo/Hyperlink", "Replication ID", "Numeric",
-    "Complex Value auto number"};
 
 constexpr SQLDialectFacts mySQL = {
     .dialect = ServerType::MySQL,
@@ -196,12 +189,10 @@ const SQLDialectFacts& sqlDialectFacts(ServerType dialect)
     return unknown;
 }
 
-std::string convertMDBTypeToDBSPType(std::string_view accessType, ServerType dialect)
+std::string convertMDBTypeToDBSPType(ColumnType type, ServerType dialect)
 {
-    const auto* found = std::find(std::begin(accessTypes), std::end(accessTypes), accessType);
-    if (found == std::end(accessTypes)) return std::string(accessType);
-    const auto name = sqlDialectFacts(dialect).types[static_cast<std::size_t>(found - accessTypes)];
-    return std::string(name.empty() ? accessType : name);
+    const auto name = sqlDialectFacts(dialect).types[columnTypeIndex(type)];
+    return std::string(name.empty() ? factsOf(type).accessName : name);
 }
 
 } // namespace vellumo

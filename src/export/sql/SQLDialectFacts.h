@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SQLite Connection/Connection/ServerType.h"
+#include "rows/ColumnType.h"
 
 #include <array>
 #include <string>
@@ -78,15 +79,14 @@ struct SQLDialectFacts {
     DateForm dateForm;
     GuidForm guidForm;
 
-    // The types of columns, in the order: Boolean, Byte, Integer, Long Integer, Currency, Single, Double, DateTime,
-    // Binary, Text, OLE, Memo/Hyperlink, Replication ID, Numeric, Complex Value auto number. "": the Access name.
-    std::array<std::string_view, 15> types;
+    // The types of columns in the order of columnTypes. "": the Access name.
+    std::array<std::string_view, columnTypes.size()> types;
 };
 
 // A dialect that is none of the known ones gets double quotes and nothing that is not in every dialect.
 [[nodiscard]] const SQLDialectFacts& sqlDialectFacts(ServerType dialect);
 
-// The type of a column whose Access type has this name; the name itself where dialect or type are unknown.
-[[nodiscard]] std::string convertMDBTypeToDBSPType(std::string_view accessType, ServerType dialect);
+// What the dialect calls the type; its Access name where the dialect is unknown.
+[[nodiscard]] std::string convertMDBTypeToDBSPType(ColumnType type, ServerType dialect);
 
 } // namespace vellumo

@@ -43,8 +43,8 @@ private:
     void writeIndexesBehindTable(const TAdmMDBTable& table);
     void writeRows(const TAdmMDBTable& table);
     [[nodiscard]] SQLRowWriter rowWriter(const TAdmMDBTable& table) const;
-    [[nodiscard]] SQLCellForm cellForm(std::string_view dataType) const;
-    [[nodiscard]] SQLCellForm literalForm(std::string_view dataType) const;
+    [[nodiscard]] SQLCellForm cellForm(ColumnType type) const;
+    [[nodiscard]] SQLCellForm literalForm(ColumnType type) const;
 
     [[nodiscard]] bool addsForeignKeys() const;
     [[nodiscard]] bool hasFinalPass() const;
@@ -209,26 +209,27 @@ SQLRowWriter SQLScriptExport::rowWriter(const TAdmMDBTable& table) const
     std::vector<SQLRowColumn> columns;
     for (const auto& column : table.columns()) {
         names.push_back(column->name());
-        columns.push_back({cellForm(column->dataType()), forbidsZeroLength(*column) ? "''" : "null"});
+        columns.push_back({cellForm(column->type()), forbidsZeroLength(*column) ? "''" : "null"});
     }
     auto start = format(
         "INSERT INTO %@ (%@) VALUES (", {m_structure.qualifiedTable(table.name()), quoteIdentifiers(names, m_facts)});
     return {std::move(start), columns, m_facts.insertEnd, m_options.decimalSymbol};
 }
 
-SQLCellForm SQLScriptExport::cellForm(std::string_view dataType) const
+SQLCellForm SQLScriptExport::cellForm(ColumnType type) const
 {
-    const bool isLiteral = m_facts.quotesEveryText || dataType == "Text" || dataType == "Memo/Hyperlink"
-        || dataType == "DateTime" || dataType == "Binary" || (m_facts.quotesBoolean && dataType == "Boolean");
-    if (isLiteral) return literalForm(dataType);
-    if (dataType == "Currency" || dataType == "Single" || dataType == "Double") return SQLCellForm::Decimal;
-    if (dataType != "Replication ID" || m_facts.guidForm == GuidForm::AsItIs) return SQLCellForm::Bare;
+    const auto& facts = factsOf(type);
+    const bool isLiteral =
+        m_facts.quotesEveryText || facts.isQuoted || (m_facts.quotesBoolean && type == ColumnType::Boolean);
+    if (isLiteral) return literalForm(type);
+    if (facts.hasDecimalSymbol) return SQLCellForm::Decimal;
+    if (type != ColumnType::ReplicationId || m_facts.guidForm == GuidForm::AsItIs) return SQLCellForm::Bare;
     return m_facts.guidForm == GuidForm::Quoted ? SQLCellForm::GuidLiteral : SQLCellForm::CompactGuidLiteral;
 }
 
-SQLCellForm SQLScriptExport::literalForm(std::string_view dataType) const
+SQLCellForm SQLScriptExport::literalForm(ColumnType type) const
 {
-    if (dataType != "DateTime" || m_facts.dateForm == DateForm::AsItIs) return SQLCellForm::Literal;
+    if (type != ColumnType::DateTime || m_facts.dateForm == DateForm::AsItIs) return SQLCellForm::Literal;
     return m_facts.dateForm == DateForm::Iso ? SQLCellForm::IsoDate : SQLCellForm::ToDate;
 }
 

@@ -187,9 +187,8 @@ SQLRowWriter SQLiteExport::rowWriter(const TAdmMDBTable& table) const
     std::vector<std::string> names;
     std::vector<SQLRowColumn> columns;
     for (const auto& column : table.columns()) {
-        const auto& type = column->dataType();
-        const bool isLiteral = type == "Text" || type == "Memo/Hyperlink" || type == "DateTime" || type == "Binary"
-            || type == "Replication ID";
+        const auto type = column->type();
+        const bool isLiteral = factsOf(type).isQuoted || type == ColumnType::ReplicationId;
         names.push_back(column->name());
         columns.push_back(
             {isLiteral ? SQLCellForm::Literal : SQLCellForm::Bare, forbidsZeroLength(*column) ? "\"\"" : "null"});
