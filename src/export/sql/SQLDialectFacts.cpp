@@ -13,6 +13,8 @@ constexpr std::string_view accessTypes[] = {"Boolean", "Byte", "Integer", "Long 
 
 constexpr SQLDialectFacts mySQL = {
     .dialect = ServerType::MySQL,
+    .name = "mysql",
+    .title = "MySQL",
     .openQuote = "`",
     .closeQuote = "`",
     .takesSchemaName = false,
@@ -42,6 +44,8 @@ constexpr SQLDialectFacts mySQL = {
 
 constexpr SQLDialectFacts postgreSQL = {
     .dialect = ServerType::PostgreSQL,
+    .name = "postgresql",
+    .title = "PostgreSQL",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = true,
@@ -71,6 +75,8 @@ constexpr SQLDialectFacts postgreSQL = {
 
 constexpr SQLDialectFacts oracle = {
     .dialect = ServerType::Oracle,
+    .name = "oracle",
+    .title = "Oracle",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = true,
@@ -100,6 +106,8 @@ constexpr SQLDialectFacts oracle = {
 
 constexpr SQLDialectFacts sqlite = {
     .dialect = ServerType::SQLite,
+    .name = "sqlite",
+    .title = "SQLite",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = false,
@@ -129,6 +137,8 @@ constexpr SQLDialectFacts sqlite = {
 
 constexpr SQLDialectFacts sqlServer = {
     .dialect = ServerType::SQLServer,
+    .name = "sqlserver",
+    .title = "SQL Server",
     .openQuote = "[",
     .closeQuote = "]",
     .takesSchemaName = true,
@@ -159,6 +169,8 @@ constexpr SQLDialectFacts sqlServer = {
 
 constexpr SQLDialectFacts unknown = {
     .dialect = ServerType(),
+    .name = "",
+    .title = "",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = false,
@@ -188,6 +200,14 @@ constexpr SQLDialectFacts unknown = {
 constexpr const SQLDialectFacts* dialects[] = {&mySQL, &postgreSQL, &oracle, &sqlite, &sqlServer};
 
 } // namespace
+
+std::span<const SQLDialectFacts* const> sqlDialects() { return dialects; }
+
+const SQLDialectFacts* findSQLDialect(std::string_view name)
+{
+    const auto* const* found = std::ranges::find(dialects, name, &SQLDialectFacts::name);
+    return found == std::end(dialects) ? nullptr : *found;
+}
 
 const SQLDialectFacts& sqlDialectFacts(ServerType dialect)
 {
