@@ -2,7 +2,7 @@
 
 #include "browser/CopiedText.h"
 #include "embedded/TAdmBlobData.h"
-#include "export/ObjectFile.h"
+#include "export/objects/ObjectFile.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"

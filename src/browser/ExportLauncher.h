@@ -1,7 +1,7 @@
 #pragma once
 
 #include "browser/DesktopPorts.h"
-#include "export/ExportWizard.h"
+#include "export/wizard/ExportWizard.h"
 
 #include <memory>
 
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    // Shows the dialog. `selectedTable` null: all tables of the file. `exportType`: 0 to 5, or -1.
+    // Shows the dialog. `selectedTable` null: all tables of the file. `exportType`: the code of one, or -1.
     void begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType);
     // The dialog has ended: starts the export for a positive code, releases the wizard for another.
     void sheetDidEnd(int returnCode);

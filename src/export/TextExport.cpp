@@ -2,8 +2,8 @@
 #include "export/ExportWriters.h"
 #include "export/TextFrame.h"
 #include "export/files/OutputFile.h"
+#include "export/files/QuotedText.h"
 #include "model/TAdmMDBTable.h"
-#include "text/Messages.h"
 #include "text/TextEncoding.h"
 
 #include <optional>
@@ -80,13 +80,13 @@ void TextFileWriter::writeFile(const ExportEntry& entry, const TAdmMDBTable& tab
     if (m_job.terminated()) return fail(entry, exportReason::terminated);
     if (!isRepresentable) return fail(entry, exportReason::notRepresentable);
     if (!m_out.close()) return fail(entry, exportReason::cannotWrite);
-    m_job.tableSucceeded();
+    m_job.tableDone(entry.tableName);
 }
 
 void TextFileWriter::fail(const ExportEntry& entry, const char* reasonKey)
 {
     m_out.discard();
-    m_job.logFailure(entry.tableName, localized(reasonKey));
+    m_job.tableFailed(entry.tableName, {reasonKey});
 }
 
 bool TextFileWriter::writeTable(const TAdmMDBTable& table)
@@ -193,7 +193,7 @@ void exportTextFileThread(ExportJob& job)
     auto encoder = TextEncoder::create(job.options().encoding);
     if (!encoder) {
         job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable&) {
-            job.logFailure(entry.tableName, localized(exportReason::notRepresentable));
+            job.tableFailed(entry.tableName, {exportReason::notRepresentable});
         });
         return;
     }

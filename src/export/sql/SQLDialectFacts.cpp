@@ -6,6 +6,8 @@ namespace {
 
 constexpr SQLDialectFacts mySQL = {
     .dialect = ServerType::MySQL,
+    .name = "mysql",
+    .title = "MySQL",
     .openQuote = "`",
     .closeQuote = "`",
     .takesSchemaName = false,
@@ -35,6 +37,8 @@ constexpr SQLDialectFacts mySQL = {
 
 constexpr SQLDialectFacts postgreSQL = {
     .dialect = ServerType::PostgreSQL,
+    .name = "postgresql",
+    .title = "PostgreSQL",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = true,
@@ -64,6 +68,8 @@ constexpr SQLDialectFacts postgreSQL = {
 
 constexpr SQLDialectFacts oracle = {
     .dialect = ServerType::Oracle,
+    .name = "oracle",
+    .title = "Oracle",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = true,
@@ -93,6 +99,8 @@ constexpr SQLDialectFacts oracle = {
 
 constexpr SQLDialectFacts sqlite = {
     .dialect = ServerType::SQLite,
+    .name = "sqlite",
+    .title = "SQLite",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = false,
@@ -122,6 +130,8 @@ constexpr SQLDialectFacts sqlite = {
 
 constexpr SQLDialectFacts sqlServer = {
     .dialect = ServerType::SQLServer,
+    .name = "sqlserver",
+    .title = "SQL Server",
     .openQuote = "[",
     .closeQuote = "]",
     .takesSchemaName = true,
@@ -152,6 +162,8 @@ constexpr SQLDialectFacts sqlServer = {
 
 constexpr SQLDialectFacts unknown = {
     .dialect = ServerType(),
+    .name = "",
+    .title = "",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = false,
@@ -181,6 +193,14 @@ constexpr SQLDialectFacts unknown = {
 constexpr const SQLDialectFacts* dialects[] = {&mySQL, &postgreSQL, &oracle, &sqlite, &sqlServer};
 
 } // namespace
+
+std::span<const SQLDialectFacts* const> sqlDialects() { return dialects; }
+
+const SQLDialectFacts* findSQLDialect(std::string_view name)
+{
+    const auto* const* found = std::ranges::find(dialects, name, &SQLDialectFacts::name);
+    return found == std::end(dialects) ? nullptr : *found;
+}
 
 const SQLDialectFacts& sqlDialectFacts(ServerType dialect)
 {

@@ -4,6 +4,7 @@
 #include "rows/ColumnType.h"
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -49,6 +50,8 @@ enum class GuidForm {
 // All that a script needs to know of a dialect. Formats are filled as text/Format.h says.
 struct SQLDialectFacts {
     ServerType dialect;
+    std::string_view name;      // on the command line
+    std::string_view title;     // for people, in every language
     std::string_view openQuote; // around identifiers
     std::string_view closeQuote;
     bool takesSchemaName;
@@ -83,6 +86,10 @@ struct SQLDialectFacts {
     std::array<std::string_view, columnTypes.size()> types;
 };
 
+// All that there are, in the order of their codes.
+[[nodiscard]] std::span<const SQLDialectFacts* const> sqlDialects();
+// Null for a name that no dialect has.
+[[nodiscard]] const SQLDialectFacts* findSQLDialect(std::string_view name);
 // A dialect that is none of the known ones gets double quotes and nothing that is not in every dialect.
 [[nodiscard]] const SQLDialectFacts& sqlDialectFacts(ServerType dialect);
 

@@ -1,6 +1,5 @@
 #include "export/sql/SQLStructure.h"
 
-#include "export/ExportOptions.h"
 #include "export/sql/SQLText.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
@@ -20,13 +19,13 @@ std::string_view action(bool isCascade) { return isCascade ? "CASCADE" : "SET NU
 
 bool forbidsZeroLength(const TAdmMDBColumn& column) { return column.allowZeroLength() == false; }
 
-SQLStructure::SQLStructure(const SQLDialectFacts& facts, const TAdmMDBFile& file, const ExportOptions& options)
+SQLStructure::SQLStructure(const SQLDialectFacts& facts, const TAdmMDBFile& file, SQLStructureOptions options)
     : m_facts(facts)
     , m_file(file)
-    , m_options(options)
+    , m_options(std::move(options))
 {
-    if (facts.takesSchemaName && !options.schemaName.empty())
-        m_schemaPrefix = quoteIdentifier(options.schemaName, facts) + '.';
+    if (facts.takesSchemaName && !m_options.schemaName.empty())
+        m_schemaPrefix = quoteIdentifier(m_options.schemaName, facts) + '.';
 }
 
 std::string SQLStructure::qualifiedTable(std::string_view tableName) const
