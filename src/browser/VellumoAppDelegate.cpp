@@ -13,8 +13,8 @@ VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const Desktop
     , m_files(desktop.fileFacts)
     , m_tree(m_files)
     , m_dataView(mainWindow.dataView(), desktop, m_toggles.isShown(ViewToggle::TextView))
-    , m_opener(mainWindow)
     , m_exports(mainWindow, desktop)
+    , m_opener(mainWindow, desktop.mainThread)
 {
     m_dataView.setSelectionListener([this] { updateStatusBarForRecordSelection(); });
 }
@@ -334,10 +334,16 @@ void VellumoAppDelegate::refreshJumpBarMenu()
 
 // Export
 
+bool VellumoAppDelegate::canExport() const
+{
+    const auto* file = exportTarget().file;
+    return !m_exports.isExporting() && !m_isExportWaiting && (file == nullptr || !isInUse(*file));
+}
+
 void VellumoAppDelegate::Export(int tag)
 {
-    if (isBusy()) return;
-    const auto item = m_clickedItem.isNone() ? m_treeSelection : m_clickedItem;
+    if (!canExport()) return;
+    const auto item = exportTarget();
     if (item.isNone())
         m_desktop.alerts.show({localized("No MDB File selected."),
             localized("Please select a file from the file list first."), Alert::Style::Sheet});
@@ -349,15 +355,16 @@ void VellumoAppDelegate::Export(int tag)
 void VellumoAppDelegate::exportItem(const TreeItem& item, int exportType)
 {
     const auto file = m_files.share(*item.file);
-    const bool wasActive = file->active();
-    const auto result = m_opener.open(file);
-    if (result == OpenResult::Failed) showOpenFailure(*file, Alert::Style::Sheet);
-    if (result != OpenResult::Opened) return;
-    if (!wasActive) {
+    if (file->active()) return m_exports.begin(file, item.table, exportType);
+    m_isExportWaiting = true;
+    openListed(file, [this, file, exportType](OpenResult result) {
+        m_isExportWaiting = false;
+        if (result == OpenResult::Failed) showOpenFailure(*file, Alert::Style::Sheet);
+        if (result != OpenResult::Opened) return;
         reloadTree();
         refreshJumpBarMenu();
-    }
-    m_exports.begin(file, item.table, exportType);
+        m_exports.begin(file, nullptr, exportType);
+    });
 }
 
 void VellumoAppDelegate::exportSheetDidEnd(int returnCode)

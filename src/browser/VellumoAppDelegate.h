@@ -24,14 +24,16 @@ namespace vellumo {
 // The program's controller: the list of files, what is selected, and what all parts of the main window show. The window
 // forwards what the user does and asks for what it draws. Paths are absolute. Main thread only.
 //
-// While a file is opened or an export runs the model must stay as it is: what would change the file list is ignored
-// until then.
+// Files are opened on another thread, one after the other; a command that opens one returns before it is open. What
+// would change a file that is being opened or exported cannot be used until then: canUse and its like tell, and the
+// command does nothing.
 class VellumoAppDelegate {
 public:
     // Where a command on a file comes from: the menu of a tree row, which means the row clicked, or anything else,
     // which means the file selected. A table's row stands for its file.
     enum class Sender { TreeMenu, Other };
     enum class SearchField { File, Data };
+    enum class FileCommand { Open, Close, Remove, RemoveOthers, ShowInFinder, LookForLostRows };
 
     // `mainWindow` and the interfaces outlive the controller.
     VellumoAppDelegate(MainWindowView& mainWindow, const DesktopPorts& desktop);
@@ -42,6 +44,7 @@ public:
     void applicationDidFinishLaunching();
     // The program was asked to end: the file that is being opened is given up, and none is begun any more.
     void applicationShouldTerminate() { m_opener.stopForGood(); }
+    // Stores the settings. Waits for nothing: the worker of an opening is waited for when the controller goes.
     void applicationWillTerminate();
     // At the end, and whenever something was changed that the next run is to have.
     void storeSettings();
@@ -66,6 +69,13 @@ public:
     void RemoveSelectedFile(Sender sender);
     void RemoveOtherFiles(Sender sender);
     void ShowInFinder(Sender sender);
+    // Gives up the file that is being opened; it stays in the list, unopened. Those that wait come next.
+    void StopOpening() { m_opener.stop(); }
+    // Whether a file is being opened, or waits to be.
+    [[nodiscard]] bool isOpening() const { return m_opener.isBusy(); }
+    // Whether the command has something to work on, and may. LookForLostRows means the selected file at any rate.
+    [[nodiscard]] bool canUse(FileCommand command, Sender sender) const;
+    [[nodiscard]] bool canClearRecentDocuments() const;
     // Files dragged onto the tree: accepted (and copied) when at least one is a database, wherever they are dropped.
     [[nodiscard]] bool validateDrop(const std::vector<std::string>& paths) const;
     void acceptDrop(const std::vector<std::string>& paths);
@@ -135,6 +145,8 @@ public:
     void updateJumpBarSelection();
 
     // --- Export ---
+    // Not while another export runs or its file is being opened. True with nothing selected: Export tells of it.
+    [[nodiscard]] bool canExport() const;
     // `tag` of the toolbar item or menu item: 1 CSV, 2 TXT, 3 XML, 4 XLS, 5 SQL, 6 SQLite.
     void Export(int tag);
     // The dialog ended with this code, and its wizard's call has returned.
@@ -157,10 +169,17 @@ public:
 
 private:
     // Files.
-    [[nodiscard]] bool isBusy() const { return m_opener.isOpening() || m_exports.isExporting(); }
+    [[nodiscard]] bool isInUse(const TAdmMDBFile& file) const;
     [[nodiscard]] TAdmMDBFile* targetFile(Sender sender) const;
-    void bringIn(const std::string& path);
+    [[nodiscard]] TAdmMDBFile* freeTargetFile(Sender sender) const;
     void bringInDatabases(const std::vector<std::string>& paths);
+    void bringIn(const std::string& path);
+    void showNewEntry();
+    void didBringIn(TAdmMDBFile& file, OpenResult result);
+    void openListed(const std::shared_ptr<TAdmMDBFile>& file, FileOpener::Done done);
+    void didOpenSelectedFile(TAdmMDBFile& file, OpenResult result);
+    void salvage(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage);
+    void didSalvage(TAdmMDBFile& file, Salvage salvage, const std::string& tableName, OpenResult result);
     void showOpenFailure(const TAdmMDBFile& file, Alert::Style style);
     [[nodiscard]] bool isSelectedFileOpen() const { return m_selectedFile != nullptr && m_selectedFile->active(); }
     void letGoOf(TAdmMDBFile& file);
@@ -195,6 +214,10 @@ private:
     void searchRuleDidChange();
     void recordVisit(TAdmMDBTable& table);
     [[nodiscard]] bool showVisitedTable(TAdmMDBTable& table);
+    [[nodiscard]] const TreeItem& exportTarget() const
+    {
+        return m_clickedItem.isNone() ? m_treeSelection : m_clickedItem;
+    }
     void exportItem(const TreeItem& item, int exportType);
 
     MainWindowView& m_view;
@@ -206,7 +229,6 @@ private:
     InformationPane m_information;
     SelectionHistory m_history;
     JumpBarMenu m_jumpBar;
-    FileOpener m_opener;
     ExportLauncher m_exports;
     std::unique_ptr<ChildWindowManager> m_childWinManager;
 
@@ -214,12 +236,15 @@ private:
     TreeItem m_clickedItem;
     TAdmMDBFile* m_selectedFile = nullptr;
     TAdmMDBTable* m_selectedTable = nullptr;
-    bool m_isNothingShown = true; // selectionDidChange was told last that nothing is selected
+    bool m_isNothingShown = true;             // selectionDidChange was told last that nothing is selected
+    std::weak_ptr<TAdmMDBFile> m_salvageFile; // the one that the sheet asks about
+    bool m_isExportWaiting = false;           // for its file to be opened
     SearchSettings m_search;
     std::string m_statusText;
     bool m_isPlaceholderShown = false;
     bool m_JumpBarMenuRefresh = false; // selections that rebuilding the menu causes are to be ignored
     bool m_performBackForward = false; // selections are no visits
+    FileOpener m_opener;               // goes first: it may call the others as long as it lives
 };
 
 } // namespace vellumo

@@ -30,17 +30,17 @@ TAdmMDBFile& VellumoAppDelegate::findMDBFileByPath(std::string_view path)
 
 void VellumoAppDelegate::OpenFile()
 {
-    if (isBusy()) return;
     const auto paths = m_desktop.filePanels.openFiles({"accdb", "mdb"});
     for (const auto& path : paths.value_or(std::vector<std::string>()))
-        bringIn(path);
-    refreshRecentFiles();
-    m_view.deselectAllForToolbarItems();
+        m_opener.enqueue([this, path] { bringIn(path); });
+    m_opener.enqueue([this] {
+        refreshRecentFiles();
+        m_view.deselectAllForToolbarItems();
+    });
 }
 
 void VellumoAppDelegate::applicationOpenFiles(const std::vector<std::string>& paths)
 {
-    if (isBusy()) return;
     refreshRecentFiles();
     bringInDatabases(paths);
 }
@@ -50,33 +50,48 @@ bool VellumoAppDelegate::validateDrop(const std::vector<std::string>& paths) con
     return std::any_of(paths.begin(), paths.end(), isDatabasePath);
 }
 
-void VellumoAppDelegate::acceptDrop(const std::vector<std::string>& paths)
-{
-    if (!isBusy()) bringInDatabases(paths);
-}
+void VellumoAppDelegate::acceptDrop(const std::vector<std::string>& paths) { bringInDatabases(paths); }
 
 void VellumoAppDelegate::bringInDatabases(const std::vector<std::string>& paths)
 {
     for (const auto& dropped : paths) {
         const auto path = pathOutsideContainer(dropped, m_desktop.homeFolder);
         if (!isDatabasePath(path)) continue;
-        bringIn(path);
-        refreshRecentFiles();
+        m_opener.enqueue([this, path] { bringIn(path); });
+        m_opener.enqueue([this] { refreshRecentFiles(); });
     }
 }
 
+// A step of the opener, so that an entry of the same name that is being opened is replaced only afterwards.
 void VellumoAppDelegate::bringIn(const std::string& path)
 {
     // One spelling of a path: the recent documents and the list are compared by it.
-    auto& file = findMDBFileByPath(std::filesystem::path(path).lexically_normal().string());
-    const auto result = m_opener.open(m_files.share(file));
-    if (result != OpenResult::Opened) {
+    const auto file = m_files.share(findMDBFileByPath(std::filesystem::path(path).lexically_normal().string()));
+    showNewEntry();
+    m_opener.open(file, Salvage::None, [this, file](OpenResult result) { didBringIn(*file, result); });
+}
+
+// The file is seen while it is opened, and what was shown of an entry that it replaces is not.
+void VellumoAppDelegate::showNewEntry()
+{
+    setPlaceholderShown(false);
+    if (m_selectedFile == nullptr) {
+        deselectAll();
+        updateStatusBarForNoSelection();
+    } else if (m_selectedTable == nullptr) {
+        updateStatusBarForFileSelection();
+    }
+}
+
+void VellumoAppDelegate::didBringIn(TAdmMDBFile& file, OpenResult result)
+{
+    if (result == OpenResult::Stopped) return;
+    if (result == OpenResult::Failed) {
         clearSelection();
         // What is seen beside the alert agrees with the empty grid.
         deselectAll();
         updateStatusBarForNoSelection();
-        if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Modal);
-        return;
+        return showOpenFailure(file, Alert::Style::Modal);
     }
     m_desktop.recentDocuments.note(file.fullPath());
     reloadTree();
@@ -92,22 +107,73 @@ void VellumoAppDelegate::showOpenFailure(const TAdmMDBFile& file, Alert::Style s
 
 // Commands on a file of the list
 
+// While it is opened a file's place in the list and its content are the opener's; an export reads from its file.
+bool VellumoAppDelegate::isInUse(const TAdmMDBFile& file) const
+{
+    return m_opener.isOpening(file) || m_exports.isExporting(file);
+}
+
 TAdmMDBFile* VellumoAppDelegate::targetFile(Sender sender) const
 {
     return sender == Sender::TreeMenu ? m_clickedItem.file : m_selectedFile;
 }
 
-void VellumoAppDelegate::OpenSelectedFile(Sender sender)
+TAdmMDBFile* VellumoAppDelegate::freeTargetFile(Sender sender) const
 {
     auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
-    const auto result = m_opener.open(m_files.share(*target));
-    if (result == OpenResult::Failed) showOpenFailure(*target, Alert::Style::Sheet);
+    return target == nullptr || isInUse(*target) ? nullptr : target;
+}
+
+bool VellumoAppDelegate::canUse(FileCommand command, Sender sender) const
+{
+    if (command == FileCommand::ShowInFinder) return targetFile(sender) != nullptr;
+    if (command == FileCommand::LookForLostRows) sender = Sender::Other;
+    const auto* target = freeTargetFile(sender);
+    if (target == nullptr) return false;
+    const auto isOtherInUse = [&](const auto& file) { return file.get() != target && isInUse(*file); };
+    switch (command) {
+    case FileCommand::Open: return !target->active();
+    case FileCommand::Close:
+    case FileCommand::LookForLostRows: return target->active();
+    case FileCommand::RemoveOthers:
+        return recentFiles().size() > 1 && std::ranges::none_of(recentFiles(), isOtherInUse);
+    default: return true;
+    }
+}
+
+bool VellumoAppDelegate::canClearRecentDocuments() const
+{
+    return !m_files.empty() && std::ranges::none_of(recentFiles(), [&](const auto& file) { return isInUse(*file); });
+}
+
+// Opens a file of the list that is closed. It counts as stopped if it has left the list before its turn comes.
+void VellumoAppDelegate::openListed(const std::shared_ptr<TAdmMDBFile>& file, FileOpener::Done done)
+{
+    m_opener.enqueue([this, file, done = std::move(done)] {
+        if (m_files.contains(file.get()))
+            m_opener.open(file, Salvage::None, done);
+        else
+            done(OpenResult::Stopped);
+    });
+}
+
+void VellumoAppDelegate::OpenSelectedFile(Sender sender)
+{
+    auto* target = freeTargetFile(sender);
+    if (target == nullptr) return;
+    const auto file = m_files.share(*target);
+    if (file->active()) return didOpenSelectedFile(*file, OpenResult::Opened);
+    openListed(file, [this, file](OpenResult result) { didOpenSelectedFile(*file, result); });
+}
+
+void VellumoAppDelegate::didOpenSelectedFile(TAdmMDBFile& file, OpenResult result)
+{
+    if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
     if (result != OpenResult::Opened) return;
-    m_desktop.recentDocuments.note(target->fullPath());
+    m_desktop.recentDocuments.note(file.fullPath());
     refreshRecentFiles();
-    m_view.expandTreeItem(*target);
-    if (m_treeSelection.isNone()) selectTreeItem(TreeItem::of(*target));
+    m_view.expandTreeItem(file);
+    if (m_treeSelection.isNone()) selectTreeItem(TreeItem::of(file));
     updateStatusBarForFileSelection();
 }
 
@@ -165,8 +231,8 @@ std::shared_ptr<TAdmMDBFile> VellumoAppDelegate::dropEntry(TAdmMDBFile& file)
 
 void VellumoAppDelegate::CloseSelectedFile(Sender sender)
 {
-    auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
+    auto* target = freeTargetFile(sender);
+    if (target == nullptr) return;
     const bool isSelected = target == m_selectedFile;
     if (isSelected) clearSelection();
     closeFile(*target);
@@ -179,8 +245,8 @@ void VellumoAppDelegate::CloseSelectedFile(Sender sender)
 
 void VellumoAppDelegate::RemoveSelectedFile(Sender sender)
 {
-    auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
+    auto* target = freeTargetFile(sender);
+    if (target == nullptr) return;
     const auto path = target->fullPath();
     if (target == m_selectedFile) clearSelection();
     closeFile(*target);
@@ -197,8 +263,8 @@ void VellumoAppDelegate::RemoveSelectedFile(Sender sender)
 
 void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
 {
+    if (!canUse(FileCommand::RemoveOthers, sender)) return;
     auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
     if (target != m_selectedFile) clearSelection();
     FileList::Files removed;
     for (const auto& file : FileList::Files(recentFiles())) {
@@ -227,25 +293,41 @@ void VellumoAppDelegate::ShowDamage()
 
 void VellumoAppDelegate::LookForLostRows()
 {
-    if (isSelectedFileOpen() && !isBusy()) m_view.beginSalvageSheet();
+    if (!canUse(FileCommand::LookForLostRows, Sender::Other)) return;
+    m_salvageFile = m_files.share(*m_selectedFile);
+    m_view.beginSalvageSheet();
 }
 
 void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
 {
-    if (!isSelectedFileOpen() || isBusy()) return;
-    auto& file = *m_selectedFile;
-    const auto tableName = m_selectedTable == nullptr ? std::string() : m_selectedTable->name();
-    // While it is opened the window shows the closed file.
-    clearSelection();
-    closeFile(file);
+    m_opener.enqueue([this, file = m_salvageFile.lock(), salvage] { this->salvage(file, salvage); });
+}
+
+// A step of the opener. While it is opened again the window shows the closed file.
+void VellumoAppDelegate::salvage(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage)
+{
+    if (!m_files.contains(file.get()) || !file->active() || isInUse(*file)) return;
+    const bool isSelected = m_selectedFile == file.get();
+    const auto tableName = isSelected && m_selectedTable != nullptr ? m_selectedTable->name() : std::string();
+    if (isSelected) clearSelection();
+    closeFile(*file);
     reloadTree();
-    selectWhereShown(TreeItem::of(file));
-    const auto result = m_opener.open(m_files.share(file), salvage);
+    refreshJumpBarMenu();
+    if (isSelected) selectWhereShown(TreeItem::of(*file));
+    m_opener.open(file, salvage,
+        [this, file, salvage, tableName](OpenResult result) { didSalvage(*file, salvage, tableName, result); });
+}
+
+// Comes back to the table unless something else has been selected meanwhile.
+void VellumoAppDelegate::didSalvage(TAdmMDBFile& file, Salvage salvage, const std::string& tableName, OpenResult result)
+{
     reloadTree();
     if (file.active()) m_view.expandTreeItem(file);
-    auto* table = file.findTable(tableName);
-    selectWhereShown(table == nullptr ? TreeItem::of(file) : TreeItem::of(*table));
-    m_view.scrollToTreeSelection();
+    if (m_selectedFile == &file) {
+        auto* table = file.findTable(tableName);
+        selectWhereShown(table == nullptr ? TreeItem::of(file) : TreeItem::of(*table));
+        m_view.scrollToTreeSelection();
+    }
     refreshJumpBarMenu();
     if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
     if (result == OpenResult::Opened) m_desktop.alerts.show(salvageResult(file, salvage));
@@ -255,7 +337,7 @@ void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
 
 void VellumoAppDelegate::clearRecentDocuments()
 {
-    if (isBusy()) return;
+    if (std::ranges::any_of(recentFiles(), [&](const auto& file) { return isInUse(*file); })) return;
     m_desktop.recentDocuments.clear();
     clearSelection();
     for (const auto& file : recentFiles())
@@ -271,7 +353,6 @@ void VellumoAppDelegate::clearRecentDocuments()
 
 void VellumoAppDelegate::refreshRecentFiles()
 {
-    if (isBusy()) return;
     const auto removed = reconcile(m_desktop.recentDocuments.paths());
     m_files.sortByName();
     reloadTree();
@@ -293,6 +374,7 @@ FileList::Files VellumoAppDelegate::reconcile(const std::vector<std::string>& do
     if (!vanished.empty() || !unlisted.empty()) m_files.sortByLastOpenDate();
     FileList::Files removed;
     for (auto* file : vanished) {
+        if (isInUse(*file)) continue; // goes the next time
         if (file->active()) {
             m_view.collapseTreeItem(*file);
             closeFile(*file);

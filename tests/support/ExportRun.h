@@ -16,6 +16,7 @@ namespace vellumo::test {
 class DirectMainThread : public MainThread {
 public:
     void performAndWait(const std::function<void()>& work) override { work(); }
+    void post(std::function<void()> work) override { work(); }
 };
 
 struct ExportOutcome {
