@@ -10,6 +10,7 @@
 #include "browser/JumpBarMenu.h"
 #include "browser/MainWindowView.h"
 #include "browser/SearchMenu.h"
+#include "browser/Selection.h"
 #include "browser/SelectionHistory.h"
 #include "browser/TreeDataSource.h"
 #include "browser/ViewToggles.h"
@@ -53,6 +54,7 @@ public:
     void applicationOpenFiles(const std::vector<std::string>& paths);
 
     // --- File list ---
+    [[nodiscard]] const FileList& fileList() const { return m_files; }
     [[nodiscard]] const FileList::Files& recentFiles() const { return m_files.recentFiles(); }
     TAdmMDBFile& createNewMDBFile(std::string_view path, bool insertFront);
     // A new, unopened entry at the front. An entry listed under the same folder and name is dropped with all that was
@@ -92,17 +94,19 @@ public:
     [[nodiscard]] TreeDataSource& tree() { return m_tree; }
     [[nodiscard]] TreeItemText objectValueByItem(const TreeItem& item) const;
     // The selected row; none while a filter hides what is selected.
-    [[nodiscard]] const TreeItem& treeSelection() const { return m_treeSelection; }
+    [[nodiscard]] TreeItem treeSelection();
     // The user selected a row, or none.
     void outlineViewSelectionDidChange(const TreeItem& item);
     // The row under the pointer while a menu of the tree is open; none otherwise.
-    void setClickedTreeItem(const TreeItem& item) { m_clickedItem = item; }
+    void setClickedTreeItem(const TreeItem& item) { m_selection.setClickedItem(item); }
     void OnSingleClickfileTree(const TreeItem& item);
     void OnDoubleClickFileTree();
 
     // --- Selection and what it shows ---
-    [[nodiscard]] TAdmMDBFile* selectedFile() const { return m_selectedFile; }
-    [[nodiscard]] TAdmMDBTable* selectedTable() const { return m_selectedTable; }
+    // Borrowed until the file closes or leaves the list; null for none.
+    [[nodiscard]] TAdmMDBFile* selectedFile() const { return m_selection.item().file; }
+    [[nodiscard]] TAdmMDBTable* selectedTable() const { return m_selection.item().table; }
+    // Selects the item, and everything but the tree's row shows it.
     void selectionDidChange(const TreeItem& item);
     [[nodiscard]] const InformationPane& information() const { return m_information; }
     void InformationTypeChange(InformationType type);
@@ -146,7 +150,7 @@ public:
 
     // --- Export ---
     // Not while another export runs or its file is being opened. True with nothing selected: Export tells of it.
-    [[nodiscard]] bool canExport() const;
+    [[nodiscard]] bool canExport();
     // `tag` of the toolbar item or menu item: 1 CSV, 2 TXT, 3 XML, 4 XLS, 5 SQL, 6 SQLite.
     void Export(int tag);
     // The dialog ended with this code, and its wizard's call has returned.
@@ -178,10 +182,10 @@ private:
     void didBringIn(TAdmMDBFile& file, OpenResult result);
     void openListed(const std::shared_ptr<TAdmMDBFile>& file, FileOpener::Done done);
     void didOpenSelectedFile(TAdmMDBFile& file, OpenResult result);
-    void salvage(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage);
-    void didSalvage(TAdmMDBFile& file, Salvage salvage, const std::string& tableName, OpenResult result);
+    void salvage(const ItemId& id, Salvage salvage);
+    void didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result);
     void showOpenFailure(const TAdmMDBFile& file, Alert::Style style);
-    [[nodiscard]] bool isSelectedFileOpen() const { return m_selectedFile != nullptr && m_selectedFile->active(); }
+    [[nodiscard]] bool isSelectedFileOpen() const { return selectedFile() != nullptr && selectedFile()->active(); }
     void letGoOf(TAdmMDBFile& file);
     [[nodiscard]] std::shared_ptr<TAdmMDBFile> dropEntry(TAdmMDBFile& file);
     [[nodiscard]] FileList::Files reconcile(const std::vector<std::string>& documents);
@@ -191,7 +195,6 @@ private:
     void reloadTree();
     void selectTreeItem(const TreeItem& item);
     void selectWhereShown(const TreeItem& item);
-    void setTreeSelection(const TreeItem& item);
     void deselectAll();
     void clearSelection();
     void showFileInformation();
@@ -212,17 +215,15 @@ private:
     void dataSearchDidChange(std::string text);
     void reloadForSearch();
     void searchRuleDidChange();
-    void recordVisit(TAdmMDBTable& table);
-    [[nodiscard]] bool showVisitedTable(TAdmMDBTable& table);
-    [[nodiscard]] const TreeItem& exportTarget() const
-    {
-        return m_clickedItem.isNone() ? m_treeSelection : m_clickedItem;
-    }
+    void recordVisit(const TreeItem& table);
+    [[nodiscard]] bool showVisitedTable(const ItemId& id);
+    [[nodiscard]] TreeItem exportTarget();
     void exportItem(const TreeItem& item, int exportType);
 
     MainWindowView& m_view;
     DesktopPorts m_desktop;
     FileList m_files;
+    Selection m_selection;
     TreeDataSource m_tree;
     ViewToggles m_toggles; // before the data view, which asks it
     DataView m_dataView;
@@ -232,19 +233,12 @@ private:
     ExportLauncher m_exports;
     std::unique_ptr<ChildWindowManager> m_childWinManager;
 
-    TreeItem m_treeSelection;
-    TreeItem m_clickedItem;
-    TAdmMDBFile* m_selectedFile = nullptr;
-    TAdmMDBTable* m_selectedTable = nullptr;
-    bool m_isNothingShown = true;             // selectionDidChange was told last that nothing is selected
-    std::weak_ptr<TAdmMDBFile> m_salvageFile; // the one that the sheet asks about
-    bool m_isExportWaiting = false;           // for its file to be opened
+    ItemId m_salvageItem;           // what was selected when the sheet began
+    bool m_isExportWaiting = false; // for its file to be opened
     SearchSettings m_search;
     std::string m_statusText;
     bool m_isPlaceholderShown = false;
-    bool m_JumpBarMenuRefresh = false; // selections that rebuilding the menu causes are to be ignored
-    bool m_performBackForward = false; // selections are no visits
-    FileOpener m_opener;               // goes first: it may call the others as long as it lives
+    FileOpener m_opener; // goes first: it may call the others as long as it lives
 };
 
 } // namespace vellumo

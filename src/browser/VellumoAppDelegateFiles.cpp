@@ -75,10 +75,11 @@ void VellumoAppDelegate::bringIn(const std::string& path)
 void VellumoAppDelegate::showNewEntry()
 {
     setPlaceholderShown(false);
-    if (m_selectedFile == nullptr) {
+    const auto selected = m_selection.item();
+    if (selected.isNone()) {
         deselectAll();
         updateStatusBarForNoSelection();
-    } else if (m_selectedTable == nullptr) {
+    } else if (selected.isFile()) {
         updateStatusBarForFileSelection();
     }
 }
@@ -115,7 +116,7 @@ bool VellumoAppDelegate::isInUse(const TAdmMDBFile& file) const
 
 TAdmMDBFile* VellumoAppDelegate::targetFile(Sender sender) const
 {
-    return sender == Sender::TreeMenu ? m_clickedItem.file : m_selectedFile;
+    return sender == Sender::TreeMenu ? m_selection.clickedItem().file : selectedFile();
 }
 
 TAdmMDBFile* VellumoAppDelegate::freeTargetFile(Sender sender) const
@@ -173,20 +174,18 @@ void VellumoAppDelegate::didOpenSelectedFile(TAdmMDBFile& file, OpenResult resul
     m_desktop.recentDocuments.note(file.fullPath());
     refreshRecentFiles();
     m_view.expandTreeItem(file);
-    if (m_treeSelection.isNone()) selectTreeItem(TreeItem::of(file));
+    if (treeSelection().isNone()) selectTreeItem(TreeItem::of(file));
     updateStatusBarForFileSelection();
 }
 
 void VellumoAppDelegate::OnDoubleClickFileTree()
 {
-    const auto item = m_treeSelection;
+    const auto item = treeSelection();
     if (item.isNone()) return;
-    if (item.isTable()) {
+    if (item.isTable())
         OpenTableInNewWindow(*item.table);
-    } else {
-        m_selectedFile = item.file;
+    else
         OpenSelectedFile(Sender::Other);
-    }
     refreshJumpBarMenu();
 }
 
@@ -195,26 +194,23 @@ void VellumoAppDelegate::ShowInFinder(Sender sender)
     if (const auto* target = targetFile(sender)) m_desktop.workspace.revealFile(target->fullPath());
 }
 
-// Nothing may point to a table of the file any longer.
+// The tables of the file are about to go: who shows one, or leads to one, lets go of it.
 void VellumoAppDelegate::letGoOf(TAdmMDBFile& file)
 {
-    m_history.removeTablesOf(file);
+    m_history.removeTables(m_files.tableIds(file));
     m_view.navigationDidChange();
     if (m_childWinManager) m_childWinManager->closeChildrenForFile(file);
     m_jumpBar.clear();
     m_view.jumpBarMenuDidChange();
-    if (m_childWinManager) m_childWinManager->clearJumpBarMenus();
     m_tree.removeTablesOf(file);
-    if (m_treeSelection.isTable() && m_treeSelection.file == &file) m_treeSelection = {};
-    if (m_clickedItem.file == &file) m_clickedItem = {};
-    if (m_selectedTable != nullptr && m_selectedTable->file() == &file) m_selectedTable = nullptr;
+    m_selection.fileWillClose(file);
     if (m_dataView.table() != nullptr && m_dataView.table()->file() == &file) showInGrid(nullptr);
 }
 
 void VellumoAppDelegate::closeFile(TAdmMDBFile& file)
 {
     letGoOf(file);
-    if (m_selectedFile == nullptr) showInGrid(nullptr);
+    if (selectedFile() == nullptr) showInGrid(nullptr);
     m_view.fileWillClose(file);
     file.close();
 }
@@ -224,8 +220,6 @@ std::shared_ptr<TAdmMDBFile> VellumoAppDelegate::dropEntry(TAdmMDBFile& file)
 {
     letGoOf(file);
     if (file.active()) m_view.fileWillClose(file);
-    if (m_treeSelection.file == &file) m_treeSelection = {};
-    if (m_selectedFile == &file) m_selectedFile = nullptr;
     return m_files.remove(file);
 }
 
@@ -233,7 +227,7 @@ void VellumoAppDelegate::CloseSelectedFile(Sender sender)
 {
     auto* target = freeTargetFile(sender);
     if (target == nullptr) return;
-    const bool isSelected = target == m_selectedFile;
+    const bool isSelected = target == selectedFile();
     if (isSelected) clearSelection();
     closeFile(*target);
     reloadTree();
@@ -248,7 +242,7 @@ void VellumoAppDelegate::RemoveSelectedFile(Sender sender)
     auto* target = freeTargetFile(sender);
     if (target == nullptr) return;
     const auto path = target->fullPath();
-    if (target == m_selectedFile) clearSelection();
+    if (target == selectedFile()) clearSelection();
     closeFile(*target);
     const auto removed = dropEntry(*target);
     auto documents = m_desktop.recentDocuments.paths();
@@ -265,7 +259,7 @@ void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
 {
     if (!canUse(FileCommand::RemoveOthers, sender)) return;
     auto* target = targetFile(sender);
-    if (target != m_selectedFile) clearSelection();
+    if (target != selectedFile()) clearSelection();
     FileList::Files removed;
     for (const auto& file : FileList::Files(recentFiles())) {
         if (file.get() == target) continue;
@@ -281,51 +275,47 @@ void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
 
 // What a damaged file lost
 
-std::string VellumoAppDelegate::damageBarText() const
-{
-    return vellumo::damageBarText({m_selectedFile, m_selectedTable});
-}
+std::string VellumoAppDelegate::damageBarText() const { return vellumo::damageBarText(m_selection.item()); }
 
 void VellumoAppDelegate::ShowDamage()
 {
-    if (isSelectedFileOpen()) m_view.beginDamageSheet(std::make_shared<DamageDetails>(*m_selectedFile, m_desktop));
+    if (isSelectedFileOpen()) m_view.beginDamageSheet(std::make_shared<DamageDetails>(*selectedFile(), m_desktop));
 }
 
 void VellumoAppDelegate::LookForLostRows()
 {
     if (!canUse(FileCommand::LookForLostRows, Sender::Other)) return;
-    m_salvageFile = m_files.share(*m_selectedFile);
+    m_salvageItem = m_files.idOf(m_selection.item());
     m_view.beginSalvageSheet();
 }
 
 void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
 {
-    m_opener.enqueue([this, file = m_salvageFile.lock(), salvage] { this->salvage(file, salvage); });
+    m_opener.enqueue([this, id = m_salvageItem, salvage] { this->salvage(id, salvage); });
 }
 
 // A step of the opener. While it is opened again the window shows the closed file.
-void VellumoAppDelegate::salvage(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage)
+void VellumoAppDelegate::salvage(const ItemId& id, Salvage salvage)
 {
-    if (!m_files.contains(file.get()) || !file->active() || isInUse(*file)) return;
-    const bool isSelected = m_selectedFile == file.get();
-    const auto tableName = isSelected && m_selectedTable != nullptr ? m_selectedTable->name() : std::string();
+    auto* file = m_files.find(id).file;
+    if (file == nullptr || !file->active() || isInUse(*file)) return;
+    const bool isSelected = selectedFile() == file;
     if (isSelected) clearSelection();
     closeFile(*file);
     reloadTree();
     refreshJumpBarMenu();
     if (isSelected) selectWhereShown(TreeItem::of(*file));
-    m_opener.open(file, salvage,
-        [this, file, salvage, tableName](OpenResult result) { didSalvage(*file, salvage, tableName, result); });
+    m_opener.open(m_files.share(*file), salvage,
+        [this, file, salvage, id](OpenResult result) { didSalvage(*file, salvage, id, result); });
 }
 
 // Comes back to the table unless something else has been selected meanwhile.
-void VellumoAppDelegate::didSalvage(TAdmMDBFile& file, Salvage salvage, const std::string& tableName, OpenResult result)
+void VellumoAppDelegate::didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result)
 {
     reloadTree();
     if (file.active()) m_view.expandTreeItem(file);
-    if (m_selectedFile == &file) {
-        auto* table = file.findTable(tableName);
-        selectWhereShown(table == nullptr ? TreeItem::of(file) : TreeItem::of(*table));
+    if (selectedFile() == &file) {
+        selectWhereShown(m_files.find(id));
         m_view.scrollToTreeSelection();
     }
     refreshJumpBarMenu();
@@ -343,8 +333,6 @@ void VellumoAppDelegate::clearRecentDocuments()
     for (const auto& file : recentFiles())
         closeFile(*file);
     const auto removed = m_files.removeAll();
-    m_treeSelection = {};
-    m_clickedItem = {};
     reloadTree();
     refreshJumpBarMenu();
     updateStatusBarForFileSelection();
@@ -356,7 +344,7 @@ void VellumoAppDelegate::refreshRecentFiles()
     const auto removed = reconcile(m_desktop.recentDocuments.paths());
     m_files.sortByName();
     reloadTree();
-    if (m_selectedFile == nullptr) {
+    if (selectedFile() == nullptr) {
         deselectAll();
         // The number of files may be another one.
         updateStatusBarForNoSelection();
@@ -386,13 +374,14 @@ FileList::Files VellumoAppDelegate::reconcile(const std::vector<std::string>& do
     return removed;
 }
 
+// A table whose row a filter hides gives its place to its file.
 void VellumoAppDelegate::restoreTreeSelection()
 {
-    const TreeItem selected{m_selectedFile, m_selectedTable};
+    const auto selected = m_selection.item();
     if (m_tree.contains(selected))
-        selectTreeItem(selected);
-    else if (m_selectedFile != nullptr)
-        selectTreeItem(TreeItem::of(*m_selectedFile));
+        m_view.treeSelectionDidChange();
+    else if (selected.isTable())
+        selectTreeItem(TreeItem::of(*selected.file));
     m_view.scrollToTreeSelection();
 }
 
@@ -406,37 +395,23 @@ TreeItemText VellumoAppDelegate::objectValueByItem(const TreeItem& item) const
 void VellumoAppDelegate::reloadTree()
 {
     m_tree.reload();
-    if (!m_tree.contains(m_treeSelection)) m_treeSelection = {};
     m_view.reloadTree();
 }
 
 // As if the user had selected the row; one that the tree does not show cannot be selected.
 void VellumoAppDelegate::selectTreeItem(const TreeItem& item)
 {
-    if (item == m_treeSelection || !m_tree.contains(item)) return;
-    setTreeSelection(item);
-    selectionDidChange(item);
+    if (m_tree.contains(item)) selectWhereShown(item);
 }
 
 // Shows an item whether or not the tree has a row for it. No other row stays selected.
 void VellumoAppDelegate::selectWhereShown(const TreeItem& item)
 {
     selectionDidChange(item);
-    setTreeSelection(m_tree.contains(item) ? item : TreeItem());
-}
-
-// Moves the selected row alone.
-void VellumoAppDelegate::setTreeSelection(const TreeItem& item)
-{
-    m_treeSelection = item;
     m_view.treeSelectionDidChange();
 }
 
-void VellumoAppDelegate::deselectAll()
-{
-    setTreeSelection({});
-    if (!m_isNothingShown) selectionDidChange({});
-}
+void VellumoAppDelegate::deselectAll() { selectWhereShown({}); }
 
 void VellumoAppDelegate::setPlaceholderShown(bool isShown)
 {

@@ -105,8 +105,8 @@ void Session::clickMenu(const std::string& name, void (VellumoAppDelegate::*comm
 std::string Session::tableNames(const SelectionHistory::Tables& tables) const
 {
     std::string names;
-    for (const auto* table : tables)
-        append(names, table->name());
+    for (const auto& table : tables)
+        append(names, table.tableName);
     return names;
 }
 
