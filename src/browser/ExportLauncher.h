@@ -28,6 +28,8 @@ public:
 
     // From the beginning of the dialog to the report: the model has to stay as it is.
     [[nodiscard]] bool isExporting() const { return m_wizard != nullptr && !m_wizard->report(); }
+    // The same, of this file.
+    [[nodiscard]] bool isExporting(const TAdmMDBFile& file) const { return isExporting() && m_file == &file; }
     // Null when there is none.
     [[nodiscard]] const std::shared_ptr<ExportWizard>& wizard() const { return m_wizard; }
 
@@ -35,6 +37,7 @@ private:
     MainWindowView& m_view;
     DesktopPorts m_desktop;
     std::shared_ptr<ExportWizard> m_wizard;
+    const TAdmMDBFile* m_file = nullptr; // of the wizard, which keeps it; never dereferenced
 };
 
 } // namespace vellumo

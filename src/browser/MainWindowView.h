@@ -16,8 +16,7 @@ class DamageDetails;
 class ExportWizard;
 
 // The main window as the controller sees it. Each call says what changed; what it changed to is asked of the
-// VellumoAppDelegate. But for openDidProgress no call waits for the user, and none calls back before it returns. Main
-// thread only.
+// VellumoAppDelegate. No call waits for the user, and none calls back before it returns. Main thread only.
 class MainWindowView {
 public:
     virtual ~MainWindowView() = default;
@@ -58,10 +57,10 @@ public:
     virtual void searchMenuDidChange() = 0;
     virtual void focusDataSearchField() = 0;
 
-    // The time while a file is opened. Until openDidEnd the window takes no input but Stop.
+    // The time while a file is opened; VellumoAppDelegate::StopOpening gives it up. Which commands can be used changes
+    // with the first and the last.
     virtual void openDidBegin(const TAdmMDBFile& file) = 0;
-    // Numbers as OpenObserver has them; may let the window redraw. Returns false to stop.
-    [[nodiscard]] virtual bool openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) = 0;
+    virtual void openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) = 0; // as OpenObserver has them
     virtual void openDidEnd() = 0;
 
     // What the selected file lost, as a sheet.

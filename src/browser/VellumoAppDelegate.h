@@ -10,6 +10,7 @@
 #include "browser/JumpBarMenu.h"
 #include "browser/MainWindowView.h"
 #include "browser/SearchMenu.h"
+#include "browser/Selection.h"
 #include "browser/SelectionHistory.h"
 #include "browser/TreeDataSource.h"
 #include "browser/ViewToggles.h"
@@ -24,14 +25,16 @@ namespace vellumo {
 // The program's controller: the list of files, what is selected, and what all parts of the main window show. The window
 // forwards what the user does and asks for what it draws. Paths are absolute. Main thread only.
 //
-// While a file is opened or an export runs the model must stay as it is: what would change the file list is ignored
-// until then.
+// Files are opened on another thread, one after the other; a command that opens one returns before it is open. What
+// would change a file that is being opened or exported cannot be used until then: canUse and its like tell, and the
+// command does nothing.
 class VellumoAppDelegate {
 public:
     // Where a command on a file comes from: the menu of a tree row, which means the row clicked, or anything else,
     // which means the file selected. A table's row stands for its file.
     enum class Sender { TreeMenu, Other };
     enum class SearchField { File, Data };
+    enum class FileCommand { Open, Close, Remove, RemoveOthers, ShowInFinder, LookForLostRows };
 
     // `mainWindow` and the interfaces outlive the controller.
     VellumoAppDelegate(MainWindowView& mainWindow, const DesktopPorts& desktop);
@@ -42,6 +45,7 @@ public:
     void applicationDidFinishLaunching();
     // The program was asked to end: the file that is being opened is given up, and none is begun any more.
     void applicationShouldTerminate() { m_opener.stopForGood(); }
+    // Stores the settings. Waits for nothing: the worker of an opening is waited for when the controller goes.
     void applicationWillTerminate();
     // At the end, and whenever something was changed that the next run is to have.
     void storeSettings();
@@ -50,6 +54,7 @@ public:
     void applicationOpenFiles(const std::vector<std::string>& paths);
 
     // --- File list ---
+    [[nodiscard]] const FileList& fileList() const { return m_files; }
     [[nodiscard]] const FileList::Files& recentFiles() const { return m_files.recentFiles(); }
     TAdmMDBFile& createNewMDBFile(std::string_view path, bool insertFront);
     // A new, unopened entry at the front. An entry listed under the same folder and name is dropped with all that was
@@ -66,6 +71,13 @@ public:
     void RemoveSelectedFile(Sender sender);
     void RemoveOtherFiles(Sender sender);
     void ShowInFinder(Sender sender);
+    // Gives up the file that is being opened; it stays in the list, unopened. Those that wait come next.
+    void StopOpening() { m_opener.stop(); }
+    // Whether a file is being opened, or waits to be.
+    [[nodiscard]] bool isOpening() const { return m_opener.isBusy(); }
+    // Whether the command has something to work on, and may. LookForLostRows means the selected file at any rate.
+    [[nodiscard]] bool canUse(FileCommand command, Sender sender) const;
+    [[nodiscard]] bool canClearRecentDocuments() const;
     // Files dragged onto the tree: accepted (and copied) when at least one is a database, wherever they are dropped.
     [[nodiscard]] bool validateDrop(const std::vector<std::string>& paths) const;
     void acceptDrop(const std::vector<std::string>& paths);
@@ -82,17 +94,19 @@ public:
     [[nodiscard]] TreeDataSource& tree() { return m_tree; }
     [[nodiscard]] TreeItemText objectValueByItem(const TreeItem& item) const;
     // The selected row; none while a filter hides what is selected.
-    [[nodiscard]] const TreeItem& treeSelection() const { return m_treeSelection; }
+    [[nodiscard]] TreeItem treeSelection();
     // The user selected a row, or none.
     void outlineViewSelectionDidChange(const TreeItem& item);
     // The row under the pointer while a menu of the tree is open; none otherwise.
-    void setClickedTreeItem(const TreeItem& item) { m_clickedItem = item; }
+    void setClickedTreeItem(const TreeItem& item) { m_selection.setClickedItem(item); }
     void OnSingleClickfileTree(const TreeItem& item);
     void OnDoubleClickFileTree();
 
     // --- Selection and what it shows ---
-    [[nodiscard]] TAdmMDBFile* selectedFile() const { return m_selectedFile; }
-    [[nodiscard]] TAdmMDBTable* selectedTable() const { return m_selectedTable; }
+    // Borrowed until the file closes or leaves the list; null for none.
+    [[nodiscard]] TAdmMDBFile* selectedFile() const { return m_selection.item().file; }
+    [[nodiscard]] TAdmMDBTable* selectedTable() const { return m_selection.item().table; }
+    // Selects the item, and everything but the tree's row shows it.
     void selectionDidChange(const TreeItem& item);
     [[nodiscard]] const InformationPane& information() const { return m_information; }
     void InformationTypeChange(InformationType type);
@@ -135,6 +149,8 @@ public:
     void updateJumpBarSelection();
 
     // --- Export ---
+    // Not while another export runs or its file is being opened. True with nothing selected: Export tells of it.
+    [[nodiscard]] bool canExport();
     // `tag` of the toolbar item or menu item: 1 CSV, 2 TXT, 3 XML, 4 XLS, 5 SQL, 6 SQLite.
     void Export(int tag);
     // The dialog ended with this code, and its wizard's call has returned.
@@ -157,12 +173,19 @@ public:
 
 private:
     // Files.
-    [[nodiscard]] bool isBusy() const { return m_opener.isOpening() || m_exports.isExporting(); }
+    [[nodiscard]] bool isInUse(const TAdmMDBFile& file) const;
     [[nodiscard]] TAdmMDBFile* targetFile(Sender sender) const;
-    void bringIn(const std::string& path);
+    [[nodiscard]] TAdmMDBFile* freeTargetFile(Sender sender) const;
     void bringInDatabases(const std::vector<std::string>& paths);
+    void bringIn(const std::string& path);
+    void showNewEntry();
+    void didBringIn(TAdmMDBFile& file, OpenResult result);
+    void openListed(const std::shared_ptr<TAdmMDBFile>& file, FileOpener::Done done);
+    void didOpenSelectedFile(TAdmMDBFile& file, OpenResult result);
+    void salvage(const ItemId& id, Salvage salvage);
+    void didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result);
     void showOpenFailure(const TAdmMDBFile& file, Alert::Style style);
-    [[nodiscard]] bool isSelectedFileOpen() const { return m_selectedFile != nullptr && m_selectedFile->active(); }
+    [[nodiscard]] bool isSelectedFileOpen() const { return selectedFile() != nullptr && selectedFile()->active(); }
     void letGoOf(TAdmMDBFile& file);
     [[nodiscard]] std::shared_ptr<TAdmMDBFile> dropEntry(TAdmMDBFile& file);
     [[nodiscard]] FileList::Files reconcile(const std::vector<std::string>& documents);
@@ -172,7 +195,6 @@ private:
     void reloadTree();
     void selectTreeItem(const TreeItem& item);
     void selectWhereShown(const TreeItem& item);
-    void setTreeSelection(const TreeItem& item);
     void deselectAll();
     void clearSelection();
     void showFileInformation();
@@ -193,33 +215,30 @@ private:
     void dataSearchDidChange(std::string text);
     void reloadForSearch();
     void searchRuleDidChange();
-    void recordVisit(TAdmMDBTable& table);
-    [[nodiscard]] bool showVisitedTable(TAdmMDBTable& table);
+    void recordVisit(const TreeItem& table);
+    [[nodiscard]] bool showVisitedTable(const ItemId& id);
+    [[nodiscard]] TreeItem exportTarget();
     void exportItem(const TreeItem& item, int exportType);
 
     MainWindowView& m_view;
     DesktopPorts m_desktop;
     FileList m_files;
+    Selection m_selection;
     TreeDataSource m_tree;
     ViewToggles m_toggles; // before the data view, which asks it
     DataView m_dataView;
     InformationPane m_information;
     SelectionHistory m_history;
     JumpBarMenu m_jumpBar;
-    FileOpener m_opener;
     ExportLauncher m_exports;
     std::unique_ptr<ChildWindowManager> m_childWinManager;
 
-    TreeItem m_treeSelection;
-    TreeItem m_clickedItem;
-    TAdmMDBFile* m_selectedFile = nullptr;
-    TAdmMDBTable* m_selectedTable = nullptr;
-    bool m_isNothingShown = true; // selectionDidChange was told last that nothing is selected
+    ItemId m_salvageItem;           // what was selected when the sheet began
+    bool m_isExportWaiting = false; // for its file to be opened
     SearchSettings m_search;
     std::string m_statusText;
     bool m_isPlaceholderShown = false;
-    bool m_JumpBarMenuRefresh = false; // selections that rebuilding the menu causes are to be ignored
-    bool m_performBackForward = false; // selections are no visits
+    FileOpener m_opener; // goes first: it may call the others as long as it lives
 };
 
 } // namespace vellumo

@@ -30,17 +30,17 @@ TAdmMDBFile& VellumoAppDelegate::findMDBFileByPath(std::string_view path)
 
 void VellumoAppDelegate::OpenFile()
 {
-    if (isBusy()) return;
     const auto paths = m_desktop.filePanels.openFiles({"accdb", "mdb"});
     for (const auto& path : paths.value_or(std::vector<std::string>()))
-        bringIn(path);
-    refreshRecentFiles();
-    m_view.deselectAllForToolbarItems();
+        m_opener.enqueue([this, path] { bringIn(path); });
+    m_opener.enqueue([this] {
+        refreshRecentFiles();
+        m_view.deselectAllForToolbarItems();
+    });
 }
 
 void VellumoAppDelegate::applicationOpenFiles(const std::vector<std::string>& paths)
 {
-    if (isBusy()) return;
     refreshRecentFiles();
     bringInDatabases(paths);
 }
@@ -50,33 +50,49 @@ bool VellumoAppDelegate::validateDrop(const std::vector<std::string>& paths) con
     return std::any_of(paths.begin(), paths.end(), isDatabasePath);
 }
 
-void VellumoAppDelegate::acceptDrop(const std::vector<std::string>& paths)
-{
-    if (!isBusy()) bringInDatabases(paths);
-}
+void VellumoAppDelegate::acceptDrop(const std::vector<std::string>& paths) { bringInDatabases(paths); }
 
 void VellumoAppDelegate::bringInDatabases(const std::vector<std::string>& paths)
 {
     for (const auto& dropped : paths) {
         const auto path = pathOutsideContainer(dropped, m_desktop.homeFolder);
         if (!isDatabasePath(path)) continue;
-        bringIn(path);
-        refreshRecentFiles();
+        m_opener.enqueue([this, path] { bringIn(path); });
+        m_opener.enqueue([this] { refreshRecentFiles(); });
     }
 }
 
+// A step of the opener, so that an entry of the same name that is being opened is replaced only afterwards.
 void VellumoAppDelegate::bringIn(const std::string& path)
 {
     // One spelling of a path: the recent documents and the list are compared by it.
-    auto& file = findMDBFileByPath(std::filesystem::path(path).lexically_normal().string());
-    const auto result = m_opener.open(m_files.share(file));
-    if (result != OpenResult::Opened) {
+    const auto file = m_files.share(findMDBFileByPath(std::filesystem::path(path).lexically_normal().string()));
+    showNewEntry();
+    m_opener.open(file, Salvage::None, [this, file](OpenResult result) { didBringIn(*file, result); });
+}
+
+// The file is seen while it is opened, and what was shown of an entry that it replaces is not.
+void VellumoAppDelegate::showNewEntry()
+{
+    setPlaceholderShown(false);
+    const auto selected = m_selection.item();
+    if (selected.isNone()) {
+        deselectAll();
+        updateStatusBarForNoSelection();
+    } else if (selected.isFile()) {
+        updateStatusBarForFileSelection();
+    }
+}
+
+void VellumoAppDelegate::didBringIn(TAdmMDBFile& file, OpenResult result)
+{
+    if (result == OpenResult::Stopped) return;
+    if (result == OpenResult::Failed) {
         clearSelection();
         // What is seen beside the alert agrees with the empty grid.
         deselectAll();
         updateStatusBarForNoSelection();
-        if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Modal);
-        return;
+        return showOpenFailure(file, Alert::Style::Modal);
     }
     m_desktop.recentDocuments.note(file.fullPath());
     reloadTree();
@@ -92,35 +108,84 @@ void VellumoAppDelegate::showOpenFailure(const TAdmMDBFile& file, Alert::Style s
 
 // Commands on a file of the list
 
+// While it is opened a file's place in the list and its content are the opener's; an export reads from its file.
+bool VellumoAppDelegate::isInUse(const TAdmMDBFile& file) const
+{
+    return m_opener.isOpening(file) || m_exports.isExporting(file);
+}
+
 TAdmMDBFile* VellumoAppDelegate::targetFile(Sender sender) const
 {
-    return sender == Sender::TreeMenu ? m_clickedItem.file : m_selectedFile;
+    return sender == Sender::TreeMenu ? m_selection.clickedItem().file : selectedFile();
+}
+
+TAdmMDBFile* VellumoAppDelegate::freeTargetFile(Sender sender) const
+{
+    auto* target = targetFile(sender);
+    return target == nullptr || isInUse(*target) ? nullptr : target;
+}
+
+bool VellumoAppDelegate::canUse(FileCommand command, Sender sender) const
+{
+    if (command == FileCommand::ShowInFinder) return targetFile(sender) != nullptr;
+    if (command == FileCommand::LookForLostRows) sender = Sender::Other;
+    const auto* target = freeTargetFile(sender);
+    if (target == nullptr) return false;
+    const auto isOtherInUse = [&](const auto& file) { return file.get() != target && isInUse(*file); };
+    switch (command) {
+    case FileCommand::Open: return !target->active();
+    case FileCommand::Close:
+    case FileCommand::LookForLostRows: return target->active();
+    case FileCommand::RemoveOthers:
+        return recentFiles().size() > 1 && std::ranges::none_of(recentFiles(), isOtherInUse);
+    default: return true;
+    }
+}
+
+bool VellumoAppDelegate::canClearRecentDocuments() const
+{
+    return !m_files.empty() && std::ranges::none_of(recentFiles(), [&](const auto& file) { return isInUse(*file); });
+}
+
+// Opens a file of the list that is closed. It counts as stopped if it has left the list before its turn comes.
+void VellumoAppDelegate::openListed(const std::shared_ptr<TAdmMDBFile>& file, FileOpener::Done done)
+{
+    m_opener.enqueue([this, file, done = std::move(done)] {
+        if (m_files.contains(file.get()))
+            m_opener.open(file, Salvage::None, done);
+        else
+            done(OpenResult::Stopped);
+    });
 }
 
 void VellumoAppDelegate::OpenSelectedFile(Sender sender)
 {
-    auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
-    const auto result = m_opener.open(m_files.share(*target));
-    if (result == OpenResult::Failed) showOpenFailure(*target, Alert::Style::Sheet);
+    auto* target = freeTargetFile(sender);
+    if (target == nullptr) return;
+    const auto file = m_files.share(*target);
+    if (file->active()) return didOpenSelectedFile(*file, OpenResult::Opened);
+    openListed(file, [this, file](OpenResult result) { didOpenSelectedFile(*file, result); });
+}
+
+void VellumoAppDelegate::didOpenSelectedFile(TAdmMDBFile& file, OpenResult result)
+{
+    if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
     if (result != OpenResult::Opened) return;
-    m_desktop.recentDocuments.note(target->fullPath());
+    m_desktop.recentDocuments.note(file.fullPath());
     refreshRecentFiles();
-    m_view.expandTreeItem(*target);
-    if (m_treeSelection.isNone()) selectTreeItem(TreeItem::of(*target));
+    m_view.expandTreeItem(file);
+    if (treeSelection().isNone()) selectTreeItem(TreeItem::of(file));
     updateStatusBarForFileSelection();
 }
 
 void VellumoAppDelegate::OnDoubleClickFileTree()
 {
-    const auto item = m_treeSelection;
+    const auto item = treeSelection();
     if (item.isNone()) return;
-    if (item.isTable()) {
+    if (item.isTable())
         OpenTableInNewWindow(*item.table);
-    } else {
-        m_selectedFile = item.file;
+    else
         OpenSelectedFile(Sender::Other);
-    }
     refreshJumpBarMenu();
 }
 
@@ -129,26 +194,23 @@ void VellumoAppDelegate::ShowInFinder(Sender sender)
     if (const auto* target = targetFile(sender)) m_desktop.workspace.revealFile(target->fullPath());
 }
 
-// Nothing may point to a table of the file any longer.
+// The tables of the file are about to go: who shows one, or leads to one, lets go of it.
 void VellumoAppDelegate::letGoOf(TAdmMDBFile& file)
 {
-    m_history.removeTablesOf(file);
+    m_history.removeTables(m_files.tableIds(file));
     m_view.navigationDidChange();
     if (m_childWinManager) m_childWinManager->closeChildrenForFile(file);
     m_jumpBar.clear();
     m_view.jumpBarMenuDidChange();
-    if (m_childWinManager) m_childWinManager->clearJumpBarMenus();
     m_tree.removeTablesOf(file);
-    if (m_treeSelection.isTable() && m_treeSelection.file == &file) m_treeSelection = {};
-    if (m_clickedItem.file == &file) m_clickedItem = {};
-    if (m_selectedTable != nullptr && m_selectedTable->file() == &file) m_selectedTable = nullptr;
+    m_selection.fileWillClose(file);
     if (m_dataView.table() != nullptr && m_dataView.table()->file() == &file) showInGrid(nullptr);
 }
 
 void VellumoAppDelegate::closeFile(TAdmMDBFile& file)
 {
     letGoOf(file);
-    if (m_selectedFile == nullptr) showInGrid(nullptr);
+    if (selectedFile() == nullptr) showInGrid(nullptr);
     m_view.fileWillClose(file);
     file.close();
 }
@@ -158,16 +220,14 @@ std::shared_ptr<TAdmMDBFile> VellumoAppDelegate::dropEntry(TAdmMDBFile& file)
 {
     letGoOf(file);
     if (file.active()) m_view.fileWillClose(file);
-    if (m_treeSelection.file == &file) m_treeSelection = {};
-    if (m_selectedFile == &file) m_selectedFile = nullptr;
     return m_files.remove(file);
 }
 
 void VellumoAppDelegate::CloseSelectedFile(Sender sender)
 {
-    auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
-    const bool isSelected = target == m_selectedFile;
+    auto* target = freeTargetFile(sender);
+    if (target == nullptr) return;
+    const bool isSelected = target == selectedFile();
     if (isSelected) clearSelection();
     closeFile(*target);
     reloadTree();
@@ -179,10 +239,10 @@ void VellumoAppDelegate::CloseSelectedFile(Sender sender)
 
 void VellumoAppDelegate::RemoveSelectedFile(Sender sender)
 {
-    auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
+    auto* target = freeTargetFile(sender);
+    if (target == nullptr) return;
     const auto path = target->fullPath();
-    if (target == m_selectedFile) clearSelection();
+    if (target == selectedFile()) clearSelection();
     closeFile(*target);
     const auto removed = dropEntry(*target);
     auto documents = m_desktop.recentDocuments.paths();
@@ -197,9 +257,9 @@ void VellumoAppDelegate::RemoveSelectedFile(Sender sender)
 
 void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
 {
+    if (!canUse(FileCommand::RemoveOthers, sender)) return;
     auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
-    if (target != m_selectedFile) clearSelection();
+    if (target != selectedFile()) clearSelection();
     FileList::Files removed;
     for (const auto& file : FileList::Files(recentFiles())) {
         if (file.get() == target) continue;
@@ -215,37 +275,49 @@ void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
 
 // What a damaged file lost
 
-std::string VellumoAppDelegate::damageBarText() const
-{
-    return vellumo::damageBarText({m_selectedFile, m_selectedTable});
-}
+std::string VellumoAppDelegate::damageBarText() const { return vellumo::damageBarText(m_selection.item()); }
 
 void VellumoAppDelegate::ShowDamage()
 {
-    if (isSelectedFileOpen()) m_view.beginDamageSheet(std::make_shared<DamageDetails>(*m_selectedFile, m_desktop));
+    if (isSelectedFileOpen()) m_view.beginDamageSheet(std::make_shared<DamageDetails>(*selectedFile(), m_desktop));
 }
 
 void VellumoAppDelegate::LookForLostRows()
 {
-    if (isSelectedFileOpen() && !isBusy()) m_view.beginSalvageSheet();
+    if (!canUse(FileCommand::LookForLostRows, Sender::Other)) return;
+    m_salvageItem = m_files.idOf(m_selection.item());
+    m_view.beginSalvageSheet();
 }
 
 void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
 {
-    if (!isSelectedFileOpen() || isBusy()) return;
-    auto& file = *m_selectedFile;
-    const auto tableName = m_selectedTable == nullptr ? std::string() : m_selectedTable->name();
-    // While it is opened the window shows the closed file.
-    clearSelection();
-    closeFile(file);
+    m_opener.enqueue([this, id = m_salvageItem, salvage] { this->salvage(id, salvage); });
+}
+
+// A step of the opener. While it is opened again the window shows the closed file.
+void VellumoAppDelegate::salvage(const ItemId& id, Salvage salvage)
+{
+    auto* file = m_files.find(id).file;
+    if (file == nullptr || !file->active() || isInUse(*file)) return;
+    const bool isSelected = selectedFile() == file;
+    if (isSelected) clearSelection();
+    closeFile(*file);
     reloadTree();
-    selectWhereShown(TreeItem::of(file));
-    const auto result = m_opener.open(m_files.share(file), salvage);
+    refreshJumpBarMenu();
+    if (isSelected) selectWhereShown(TreeItem::of(*file));
+    m_opener.open(m_files.share(*file), salvage,
+        [this, file, salvage, id](OpenResult result) { didSalvage(*file, salvage, id, result); });
+}
+
+// Comes back to the table unless something else has been selected meanwhile.
+void VellumoAppDelegate::didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result)
+{
     reloadTree();
     if (file.active()) m_view.expandTreeItem(file);
-    auto* table = file.findTable(tableName);
-    selectWhereShown(table == nullptr ? TreeItem::of(file) : TreeItem::of(*table));
-    m_view.scrollToTreeSelection();
+    if (selectedFile() == &file) {
+        selectWhereShown(m_files.find(id));
+        m_view.scrollToTreeSelection();
+    }
     refreshJumpBarMenu();
     if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
     if (result == OpenResult::Opened) m_desktop.alerts.show(salvageResult(file, salvage));
@@ -255,14 +327,12 @@ void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
 
 void VellumoAppDelegate::clearRecentDocuments()
 {
-    if (isBusy()) return;
+    if (std::ranges::any_of(recentFiles(), [&](const auto& file) { return isInUse(*file); })) return;
     m_desktop.recentDocuments.clear();
     clearSelection();
     for (const auto& file : recentFiles())
         closeFile(*file);
     const auto removed = m_files.removeAll();
-    m_treeSelection = {};
-    m_clickedItem = {};
     reloadTree();
     refreshJumpBarMenu();
     updateStatusBarForFileSelection();
@@ -271,11 +341,10 @@ void VellumoAppDelegate::clearRecentDocuments()
 
 void VellumoAppDelegate::refreshRecentFiles()
 {
-    if (isBusy()) return;
     const auto removed = reconcile(m_desktop.recentDocuments.paths());
     m_files.sortByName();
     reloadTree();
-    if (m_selectedFile == nullptr) {
+    if (selectedFile() == nullptr) {
         deselectAll();
         // The number of files may be another one.
         updateStatusBarForNoSelection();
@@ -293,6 +362,7 @@ FileList::Files VellumoAppDelegate::reconcile(const std::vector<std::string>& do
     if (!vanished.empty() || !unlisted.empty()) m_files.sortByLastOpenDate();
     FileList::Files removed;
     for (auto* file : vanished) {
+        if (isInUse(*file)) continue; // goes the next time
         if (file->active()) {
             m_view.collapseTreeItem(*file);
             closeFile(*file);
@@ -304,13 +374,14 @@ FileList::Files VellumoAppDelegate::reconcile(const std::vector<std::string>& do
     return removed;
 }
 
+// A table whose row a filter hides gives its place to its file.
 void VellumoAppDelegate::restoreTreeSelection()
 {
-    const TreeItem selected{m_selectedFile, m_selectedTable};
+    const auto selected = m_selection.item();
     if (m_tree.contains(selected))
-        selectTreeItem(selected);
-    else if (m_selectedFile != nullptr)
-        selectTreeItem(TreeItem::of(*m_selectedFile));
+        m_view.treeSelectionDidChange();
+    else if (selected.isTable())
+        selectTreeItem(TreeItem::of(*selected.file));
     m_view.scrollToTreeSelection();
 }
 
@@ -324,37 +395,23 @@ TreeItemText VellumoAppDelegate::objectValueByItem(const TreeItem& item) const
 void VellumoAppDelegate::reloadTree()
 {
     m_tree.reload();
-    if (!m_tree.contains(m_treeSelection)) m_treeSelection = {};
     m_view.reloadTree();
 }
 
 // As if the user had selected the row; one that the tree does not show cannot be selected.
 void VellumoAppDelegate::selectTreeItem(const TreeItem& item)
 {
-    if (item == m_treeSelection || !m_tree.contains(item)) return;
-    setTreeSelection(item);
-    selectionDidChange(item);
+    if (m_tree.contains(item)) selectWhereShown(item);
 }
 
 // Shows an item whether or not the tree has a row for it. No other row stays selected.
 void VellumoAppDelegate::selectWhereShown(const TreeItem& item)
 {
     selectionDidChange(item);
-    setTreeSelection(m_tree.contains(item) ? item : TreeItem());
-}
-
-// Moves the selected row alone.
-void VellumoAppDelegate::setTreeSelection(const TreeItem& item)
-{
-    m_treeSelection = item;
     m_view.treeSelectionDidChange();
 }
 
-void VellumoAppDelegate::deselectAll()
-{
-    setTreeSelection({});
-    if (!m_isNothingShown) selectionDidChange({});
-}
+void VellumoAppDelegate::deselectAll() { selectWhereShown({}); }
 
 void VellumoAppDelegate::setPlaceholderShown(bool isShown)
 {

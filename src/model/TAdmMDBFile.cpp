@@ -72,6 +72,17 @@ void TAdmMDBFile::close()
     m_fActive = false;
 }
 
+void TAdmMDBFile::takeContentOf(TAdmMDBFile& read)
+{
+    close();
+    setTables(std::move(read.m_tables));
+    setAllForeignKeys(std::move(read.m_allForeignKeys));
+    m_damage = std::move(read.m_damage);
+    m_openFailure = read.m_openFailure;
+    m_fActive = read.m_fActive;
+    read.close();
+}
+
 TAdmMDBTable* TAdmMDBFile::findTable(std::string_view name) const
 {
     for (const auto& table : m_tables)

@@ -36,7 +36,7 @@ struct FileFormat {
 };
 
 // A database file of the file list. It knows its path and facts from the start; everything inside is read by `open`
-// and kept in memory until `close`. Main thread only.
+// and kept in memory until `close`. One thread at a time.
 class TAdmMDBFile : public TAdmMDBObject {
 public:
     TAdmMDBFile();
@@ -78,6 +78,9 @@ public:
     // too little memory, and a stop by the observer give false and leave it inactive and empty.
     [[nodiscard]] bool open(const OpenOptions& options = {});
     void close();
+    // Takes over, at once, all that the last `open` of `read` gave: content, damage and failure. What this file held
+    // before is gone, `read` is closed. So a file can be read where nobody looks, and be shown when it is whole.
+    void takeContentOf(TAdmMDBFile& read);
     // Why the last `open` gave false; nullopt before any, and after one that gave true.
     [[nodiscard]] const std::optional<OpenFailure>& openFailure() const { return m_openFailure; }
     // Of the open file.

@@ -78,10 +78,9 @@ public:
     void searchMenuDidChange() override { }
     void focusDataSearchField() override { events.emplace_back("search field"); }
     void openDidBegin(const TAdmMDBFile& file) override { events.push_back("opening " + file.name()); }
-    bool openDidProgress(std::uint64_t, std::uint64_t) override
+    void openDidProgress(std::uint64_t, std::uint64_t) override
     {
         if (duringOpening) duringOpening();
-        return !stopsOpening;
     }
     void openDidEnd() override { events.emplace_back("opening ended"); }
     void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) override { damageSheet = details; }
@@ -102,8 +101,7 @@ public:
     std::vector<std::string> events;
     std::vector<std::string> childEvents;
     std::shared_ptr<DamageDetails> damageSheet; // the one begun last
-    std::function<void()> duringOpening;        // what comes in while the events are handled
-    bool stopsOpening = false;
+    std::function<void()> duringOpening;        // what the user does while a file is opened
     bool isFull = false;
 };
 
