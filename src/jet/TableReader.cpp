@@ -13,9 +13,9 @@ namespace {
 
 DamageKind damageOf(const ColumnDef& column)
 {
-    switch (column.typeCode) {
-    case TypeCode::memo: return DamageKind::LongText;
-    case TypeCode::ole: return DamageKind::Object;
+    switch (column.type) {
+    case ColumnType::Memo: return DamageKind::LongText;
+    case ColumnType::Ole: return DamageKind::Object;
     default: return DamageKind::Value;
     }
 }

@@ -1,5 +1,7 @@
 #include "export/sql/SQLDialectFacts.h"
 
+#include <algorithm>
+
 namespace vellumo {
 
 namespace {
