@@ -13,6 +13,17 @@ constexpr std::uint16_t offsetMask = 0x1FFF;
 constexpr std::uint16_t flagsMask = 0xC000;
 constexpr std::uint16_t deletedFlags = 0xC000;
 constexpr std::uint16_t movedAwayFlags = 0x4000;
+constexpr std::uint16_t movedHereFlags = 0x8000;
+
+RowState stateOf(unsigned flags)
+{
+    switch (flags) {
+    case deletedFlags: return RowState::Deleted;
+    case movedAwayFlags: return RowState::MovedAway;
+    case movedHereFlags: return RowState::MovedHere;
+    default: return RowState::Live;
+    }
+}
 
 } // namespace
 
@@ -36,9 +47,7 @@ RowPlace RowPlaces::next()
     RowPlace place;
     if (isStartSound && m_isEndKnown) {
         const auto flags = entry & flagsMask;
-        place.state = flags == deletedFlags ? RowState::Deleted
-            : flags == movedAwayFlags       ? RowState::MovedAway
-                                            : RowState::Live;
+        place.state = stateOf(flags);
         place.bytes = m_page.subspan(start, m_end - start);
     } else if ((entry & flagsMask) == deletedFlags) {
         place.state = RowState::Deleted; // nothing of it would be shown

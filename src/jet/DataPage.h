@@ -9,7 +9,8 @@
 namespace vellumo::jet {
 
 enum class RowState : std::uint8_t {
-    Live,      // also one that moved here from another page
+    Live,
+    MovedHere, // from another page, where a pointer is left; to be read here
     MovedAway, // 4 bytes: a pointer to where it went, which is where it is read
     Deleted,
     Damaged, // its place makes no sense, or that of the row before, where it would end

@@ -172,7 +172,7 @@ private:
         for (std::uint32_t i = 0; i < physicalCount && m_reader.isGood(); ++i)
             physical.push_back(physicalIndex(m_reader.take(m_layout.physicalSize)));
         for (const auto& index : physical)
-            table.indexRoots.push_back(index.root);
+            if (index.root != 0) table.indexRoots.push_back(index.root);
         for (std::uint32_t i = 0; i < logicalCount && m_reader.isGood(); ++i) {
             const auto entry = m_reader.take(m_layout.logicalSize);
             if (entry.empty()) return;
@@ -228,7 +228,8 @@ DefinitionBytes readDefinition(Pages& pages, PageBuffer& buffer, std::uint32_t f
     DefinitionBytes definition;
     auto& bytes = definition.bytes;
     auto next = firstPage;
-    while (next != 0 && bytes.size() < mostDefinitionBytes) {
+    // A chain that is longer than the file circles.
+    for (std::uint32_t read = 0; next != 0 && read < pages.count() && bytes.size() < mostDefinitionBytes; ++read) {
         const auto page = pages.read(next, buffer);
         if (page.empty() || page[0] != DefinitionPageType) return definition;
         const auto content = bytes.empty() ? page : page.subspan(pageHeaderSize);

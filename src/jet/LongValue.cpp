@@ -41,7 +41,7 @@ ByteSpan LongValue::rowAtPointer(std::uint32_t pointer)
     const auto page = m_pages.read(pageOf(pointer), m_buffer);
     if (!isDataPage(page) || ownerOf(page) != longValueOwner) return {};
     const auto place = rowAt(page, m_pages.format(), pointer);
-    return place ? place->bytes : ByteSpan();
+    return place && place->state == RowState::Live ? place->bytes : ByteSpan();
 }
 
 bool LongValue::takeFromBudget(std::size_t count)

@@ -3,6 +3,7 @@
 #include "jet/ByteReader.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace vellumo::jet {
 
@@ -13,6 +14,10 @@ void collectPages(ByteSpan bitmap, std::uint64_t first, std::uint32_t pageCount,
 {
     for (std::size_t byte = 0; byte < bitmap.size(); ++byte) {
         if (bitmap[byte] == 0) continue;
+        if (first + 8 * byte >= pageCount) {
+            list.beyondEnd += static_cast<std::uint64_t>(std::popcount(bitmap[byte]));
+            continue;
+        }
         for (unsigned bit = 0; bit < 8; ++bit) {
             if ((bitmap[byte] >> bit & 1) == 0) continue;
             const auto page = first + 8 * byte + bit;

@@ -70,7 +70,8 @@ void TableReader::takeRow(const RowPlace& place, std::uint32_t page, RowRun& run
     }
     if (place.state == RowState::Deleted) return;
     if (place.state == RowState::MovedAway && movedToListedPage(place)) return;
-    if (place.state == RowState::Live && m_layout.frame(place.bytes, frame))
+    const bool isHere = place.state == RowState::Live || place.state == RowState::MovedHere;
+    if (isHere && m_layout.frame(place.bytes, frame))
         m_rows.push_back(frame);
     else
         run.damage.add({.kind = DamageKind::Row, .page = page});
@@ -85,7 +86,7 @@ bool TableReader::movedToListedPage(const RowPlace& place)
     const auto page = m_source.pages.read(pageOf(pointer), m_otherPage);
     if (!isDataPage(page) || ownerOf(page) != m_table.definitionPage) return false;
     const auto moved = rowAt(page, m_source.pages.format(), pointer);
-    return moved && moved->state != RowState::Deleted;
+    return moved && moved->state == RowState::MovedHere;
 }
 
 void TableReader::addRows(std::uint32_t page, RowRun& run)

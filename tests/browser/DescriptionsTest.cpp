@@ -1,6 +1,5 @@
 #include "browser/DroppedPath.h"
 #include "browser/SearchMenu.h"
-#include "browser/ToolbarDescription.h"
 
 #include <gtest/gtest.h>
 
@@ -22,18 +21,6 @@ TEST(DroppedPath, LeadsOutOfAContainerHome)
     };
     for (const auto& test : cases)
         EXPECT_EQ(pathOutsideContainer(test.path, test.home), test.expected) << test.path;
-}
-
-TEST(Toolbar, ItemsStandInTheirOrderAndExportTheirTypes)
-{
-    std::string line;
-    for (const auto& item : toolbarItems())
-        line += std::string(item.identifier) + " " + std::to_string(exportTypeByTag(item.exportTag)) + " ";
-    EXPECT_EQ(line,
-        "navigationBack -1 navigationNext -1 open -1 exportCsv 0 exportTxt 1 exportXml 2 exportXls 3 exportSql 4 "
-        "exportSqlite 5 search -1 ");
-    EXPECT_EQ(exportTypeByTag(7), -1);
-    EXPECT_EQ(applicationMenuTitles("Vellumo").quit, "Quit Vellumo");
 }
 
 TEST(SearchMenu, ChecksTheOptionAndTheCaseInForce)

@@ -13,7 +13,7 @@ using namespace vellumo::test;
 // "live:bytes" for each row, in order.
 std::string rowsOf(const std::string& page, const PageFormat& format)
 {
-    constexpr const char* states[] = {"live", "away", "deleted", "damaged"};
+    constexpr const char* states[] = {"live", "here", "away", "deleted", "damaged"};
     RowPlaces places(spanOf(page), format);
     std::string rows;
     for (std::size_t i = 0; i < places.count(); ++i) {
@@ -47,7 +47,7 @@ TEST(DataPage, RowsLieWhereTheirOffsetsSay)
             {"above the row before", 1, size - 2, "live:aaa damaged: damaged: "},
             {"in the table of offsets", 1, tableEnd - 1, "live:aaa damaged: damaged: "},
             {"last in the table of offsets", 2, tableEnd - 1, "live:aaa live:BBB damaged: "},
-            {"moved here", 1, (size - 6) | movedHere, "live:aaa live:BBB live:ccc "},
+            {"moved here", 1, (size - 6) | movedHere, "live:aaa here:BBB live:ccc "},
             {"moved away", 1, (size - 6) | movedAway, "live:aaa away:BBB live:ccc "},
             {"deleted, its bytes there", 1, (size - 6) | deletedRow, "live:aaa deleted:BBB live:ccc "},
             {"deleted, no bytes", 1, (size - 3) | deletedRow, "live:aaa deleted: live:cccBBB "},
