@@ -10,13 +10,14 @@ namespace vellumo {
 VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const DesktopPorts& desktop)
     : m_view(mainWindow)
     , m_desktop(desktop)
-    , m_files(desktop.fileFacts)
-    , m_selection(m_files)
-    , m_tree(m_files)
+    , m_files(mainWindow, desktop,
+          {[this](TAdmMDBFile& file) { letGoOf(file); },
+              [this](const TAdmMDBFile& file) { return m_exports.isExporting(file); }})
+    , m_selection(m_files.list())
+    , m_tree(m_files.list())
     , m_dataView(mainWindow.dataView(), desktop, m_toggles.isShown(ViewToggle::TextView))
-    , m_jumpBar(m_files)
+    , m_navigation(m_files.list())
     , m_exports(mainWindow, desktop)
-    , m_opener(mainWindow, desktop.mainThread)
 {
     m_dataView.setSelectionListener([this] { updateStatusBarForRecordSelection(); });
 }
@@ -275,37 +276,25 @@ void VellumoAppDelegate::OnSingleClickfileTree(const TreeItem& item)
 
 void VellumoAppDelegate::recordVisit(const TreeItem& table)
 {
-    m_history.visit(m_files.idOf(table));
+    m_navigation.visit(table);
     m_view.navigationDidChange();
 }
 
 void VellumoAppDelegate::PreviousSelectedTable()
 {
-    const auto target = m_history.backTarget();
-    if (!target) return;
-    m_history.finishBack(showVisitedTable(*target));
+    m_navigation.goBack([this](const TreeItem& table) { selectWhereShown(table); });
     m_view.navigationDidChange();
 }
 
 void VellumoAppDelegate::NextSelectedTable()
 {
-    const auto target = m_history.nextTarget();
-    if (!target) return;
-    m_history.finishNext(showVisitedTable(*target));
+    m_navigation.goForth([this](const TreeItem& table) { selectWhereShown(table); });
     m_view.navigationDidChange();
-}
-
-// False when the table has gone.
-bool VellumoAppDelegate::showVisitedTable(const ItemId& id)
-{
-    const auto item = m_files.find(id);
-    if (item.isTable()) selectWhereShown(item);
-    return item.isTable();
 }
 
 void VellumoAppDelegate::jumpBarDidSelectItem(const TreeItem& item)
 {
-    const auto listed = m_jumpBar.find(item);
+    const auto listed = m_navigation.jumpBar().find(item);
     if (listed.isNone()) return;
     selectWhereShown(listed);
     if (listed.isTable()) recordVisit(listed);
@@ -313,13 +302,13 @@ void VellumoAppDelegate::jumpBarDidSelectItem(const TreeItem& item)
 
 void VellumoAppDelegate::updateJumpBarSelection()
 {
-    m_jumpBar.select(m_selection.item());
+    m_navigation.jumpBar().select(m_selection.item());
     m_view.jumpBarSelectionDidChange();
 }
 
 void VellumoAppDelegate::refreshJumpBarMenu()
 {
-    m_jumpBar.rebuild();
+    m_navigation.jumpBar().rebuild();
     m_view.jumpBarMenuDidChange();
     updateJumpBarSelection();
     if (m_childWinManager) m_childWinManager->refreshChildJumpBarMenus();
@@ -336,7 +325,7 @@ TreeItem VellumoAppDelegate::exportTarget()
 bool VellumoAppDelegate::canExport()
 {
     const auto* file = exportTarget().file;
-    return !m_exports.isExporting() && !m_isExportWaiting && (file == nullptr || !isInUse(*file));
+    return !m_exports.isExporting() && !m_isExportWaiting && (file == nullptr || !m_files.isInUse(*file));
 }
 
 void VellumoAppDelegate::Export(int tag)
@@ -353,16 +342,15 @@ void VellumoAppDelegate::Export(int tag)
 
 void VellumoAppDelegate::exportItem(const TreeItem& item, int exportType)
 {
-    const auto file = m_files.share(*item.file);
-    if (file->active()) return m_exports.begin(file, item.table, exportType);
+    if (item.file->active()) return m_exports.begin(m_files.list().share(*item.file), item.table, exportType);
     m_isExportWaiting = true;
-    openListed(file, [this, file, exportType](OpenResult result) {
+    m_files.open(*item.file, [this, exportType](TAdmMDBFile& file, OpenResult result) {
         m_isExportWaiting = false;
-        if (result == OpenResult::Failed) showOpenFailure(*file, Alert::Style::Sheet);
+        if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
         if (result != OpenResult::Opened) return;
         reloadTree();
         refreshJumpBarMenu();
-        m_exports.begin(file, nullptr, exportType);
+        m_exports.begin(m_files.list().share(file), nullptr, exportType);
     });
 }
 

@@ -176,6 +176,7 @@ void MainWindow::terminate()
 void MainWindow::shutDown()
 {
     if (std::exchange(m_isShutDown, true)) return;
+    m_app->applicationShouldTerminate();
     if (m_isExportRunning && m_app->exportWizard()) m_app->exportWizard()->stop();
     // The worker reports its end on this thread.
     while (m_isExportRunning)
@@ -335,8 +336,8 @@ void MainWindow::navigationDidChange()
     m_menus->scheduleUpdate();
 }
 
-// The buttons of Qt's toolbars do not stay selected.
-void MainWindow::deselectAllForToolbarItems() { }
+// The buttons of Qt's toolbars do not stay selected, but what they may do has changed.
+void MainWindow::deselectAllForToolbarItems() { m_menus->scheduleUpdate(); }
 
 void MainWindow::jumpBarMenuDidChange() { m_dataView->jumpBar().selectionDidChange(); }
 
@@ -399,6 +400,7 @@ void MainWindow::beginExportProgressSheet(const std::shared_ptr<ExportWizard>& w
     connect(dialog, &ExportProgressDialog::exportDidFinish, this, [this] {
         m_isExportRunning = false;
         m_app->exportDidFinish();
+        m_menus->scheduleUpdate();
         openWaitingFiles();
     });
     dialog->open();
