@@ -117,7 +117,7 @@ void Files::reconcile(const std::vector<std::string>& documents)
 void Files::vanish(TAdmMDBFile& file)
 {
     if (file.active()) {
-        m_view.collapseTreeItem(file);
+        m_view.setTreeItemExpanded(file, false);
         close(file);
     }
     drop(file);

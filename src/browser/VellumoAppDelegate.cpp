@@ -28,8 +28,8 @@ void VellumoAppDelegate::applicationDidFinishLaunching()
     for (const auto toggle : ViewToggles::all)
         applyToggle(toggle);
     showFileInformation();
-    m_view.navigationDidChange();
-    m_view.searchMenuDidChange();
+    m_view.partDidChange(WindowPart::Navigation);
+    m_view.partDidChange(WindowPart::SearchMenu);
     refreshRecentFiles(); // with nothing selected it tells the number of files
 }
 
@@ -80,7 +80,7 @@ void VellumoAppDelegate::showFileInformation()
 {
     refreshFileInfo();
     m_information.showFileType();
-    m_view.informationBarDidChange();
+    m_view.informationDidChange(InformationChange::Bar, {});
 }
 
 void VellumoAppDelegate::showTableInformation()
@@ -90,37 +90,37 @@ void VellumoAppDelegate::showTableInformation()
     refreshIndexInfo();
     refreshRelationInfo();
     m_information.showTableTypes();
-    m_view.informationBarDidChange();
+    m_view.informationDidChange(InformationChange::Bar, {});
 }
 
 void VellumoAppDelegate::refreshFileInfo()
 {
     m_information.refreshFileInfo(selectedFile());
-    m_view.informationDidReload(InformationType::File);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::File);
 }
 
 void VellumoAppDelegate::refreshTableInfo()
 {
     m_information.refreshTableInfo(selectedTable());
-    m_view.informationDidReload(InformationType::Table);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Table);
 }
 
 void VellumoAppDelegate::refreshColumnInfo()
 {
     m_information.refreshColumnInfo(selectedTable());
-    m_view.informationDidReload(InformationType::Column);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Column);
 }
 
 void VellumoAppDelegate::refreshIndexInfo()
 {
     m_information.refreshIndexInfo(selectedTable());
-    m_view.informationDidReload(InformationType::Index);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Index);
 }
 
 void VellumoAppDelegate::refreshRelationInfo()
 {
     m_information.refreshRelationInfo(selectedTable());
-    m_view.informationDidReload(InformationType::Relation);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Relation);
 }
 
 void VellumoAppDelegate::showInGrid(const TAdmMDBTable* table)
@@ -140,13 +140,13 @@ void VellumoAppDelegate::clearSelection()
 void VellumoAppDelegate::InformationTypeChange(InformationType type)
 {
     m_information.selectType(type);
-    m_view.informationBarDidChange();
+    m_view.informationDidChange(InformationChange::Bar, {});
 }
 
 void VellumoAppDelegate::informationEntryDidChange(InformationType type, std::size_t index)
 {
     m_information.selectEntry(type, index);
-    m_view.informationDetailsDidChange(type);
+    m_view.informationDidChange(InformationChange::Details, type);
 }
 
 // Status bar
@@ -154,7 +154,7 @@ void VellumoAppDelegate::informationEntryDidChange(InformationType type, std::si
 void VellumoAppDelegate::setStatusText(std::string text)
 {
     m_statusText = std::move(text);
-    m_view.statusTextDidChange();
+    m_view.partDidChange(WindowPart::StatusText);
 }
 
 void VellumoAppDelegate::updateStatusBarForNoSelection()
@@ -213,7 +213,7 @@ void VellumoAppDelegate::fileSearchDidChange(std::string text)
     reloadTree();
     if (useFileFilter())
         for (auto* file : m_tree.fileEntities())
-            if (file->active()) m_view.expandTreeItem(*file);
+            if (file->active()) m_view.setTreeItemExpanded(*file, true);
     const auto selected = m_selection.item();
     m_dataView.updateDataTableToShowMDBTable(selected.table);
     m_view.treeSelectionDidChange();
@@ -260,7 +260,7 @@ void VellumoAppDelegate::SetCaseForSearch()
 
 void VellumoAppDelegate::searchRuleDidChange()
 {
-    m_view.searchMenuDidChange();
+    m_view.partDidChange(WindowPart::SearchMenu);
     reloadForSearch();
     if (useDataFilter()) updateStatusBarForRecordSelection();
 }
@@ -277,19 +277,19 @@ void VellumoAppDelegate::OnSingleClickfileTree(const TreeItem& item)
 void VellumoAppDelegate::recordVisit(const TreeItem& table)
 {
     m_navigation.visit(table);
-    m_view.navigationDidChange();
+    m_view.partDidChange(WindowPart::Navigation);
 }
 
 void VellumoAppDelegate::PreviousSelectedTable()
 {
     m_navigation.goBack([this](const TreeItem& table) { selectWhereShown(table); });
-    m_view.navigationDidChange();
+    m_view.partDidChange(WindowPart::Navigation);
 }
 
 void VellumoAppDelegate::NextSelectedTable()
 {
     m_navigation.goForth([this](const TreeItem& table) { selectWhereShown(table); });
-    m_view.navigationDidChange();
+    m_view.partDidChange(WindowPart::Navigation);
 }
 
 void VellumoAppDelegate::jumpBarDidSelectItem(const TreeItem& item)
@@ -303,13 +303,13 @@ void VellumoAppDelegate::jumpBarDidSelectItem(const TreeItem& item)
 void VellumoAppDelegate::updateJumpBarSelection()
 {
     m_navigation.jumpBar().select(m_selection.item());
-    m_view.jumpBarSelectionDidChange();
+    m_view.partDidChange(WindowPart::JumpBar);
 }
 
 void VellumoAppDelegate::refreshJumpBarMenu()
 {
     m_navigation.jumpBar().rebuild();
-    m_view.jumpBarMenuDidChange();
+    m_view.partDidChange(WindowPart::JumpBar);
     updateJumpBarSelection();
     if (m_childWinManager) m_childWinManager->refreshChildJumpBarMenus();
 }

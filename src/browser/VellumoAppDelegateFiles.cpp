@@ -91,7 +91,7 @@ void VellumoAppDelegate::didBringIn(TAdmMDBFile& file, OpenResult result)
     }
     m_desktop.recentDocuments.note(file.fullPath());
     reloadTree();
-    m_view.expandTreeItem(file);
+    m_view.setTreeItemExpanded(file, true);
     selectWhereShown(TreeItem::of(file));
     m_view.scrollToTreeSelection();
 }
@@ -136,7 +136,7 @@ void VellumoAppDelegate::didOpenSelectedFile(TAdmMDBFile& file, OpenResult resul
     if (result != OpenResult::Opened) return;
     m_desktop.recentDocuments.note(file.fullPath());
     refreshRecentFiles();
-    m_view.expandTreeItem(file);
+    m_view.setTreeItemExpanded(file, true);
     if (treeSelection().isNone()) selectTreeItem(TreeItem::of(file));
     updateStatusBarForFileSelection();
 }
@@ -161,9 +161,9 @@ void VellumoAppDelegate::ShowInFinder(Sender sender)
 void VellumoAppDelegate::letGoOf(TAdmMDBFile& file)
 {
     m_navigation.fileWillClose(file);
-    m_view.navigationDidChange();
+    m_view.partDidChange(WindowPart::Navigation);
     if (m_childWinManager) m_childWinManager->closeChildrenForFile(file);
-    m_view.jumpBarMenuDidChange();
+    m_view.partDidChange(WindowPart::JumpBar);
     m_tree.removeTablesOf(file);
     m_selection.fileWillClose(file);
     const auto* shown = m_dataView.table();
@@ -251,7 +251,7 @@ void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
 void VellumoAppDelegate::didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result)
 {
     reloadTree();
-    if (file.active()) m_view.expandTreeItem(file);
+    if (file.active()) m_view.setTreeItemExpanded(file, true);
     if (selectedFile() == &file) {
         selectWhereShown(m_files.list().find(id));
         m_view.scrollToTreeSelection();
@@ -333,7 +333,7 @@ void VellumoAppDelegate::deselectAll() { selectWhereShown({}); }
 void VellumoAppDelegate::setPlaceholderShown(bool isShown)
 {
     m_isPlaceholderShown = isShown;
-    m_view.placeholderDidChange();
+    m_view.partDidChange(WindowPart::Placeholder);
 }
 
 } // namespace vellumo
