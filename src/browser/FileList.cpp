@@ -90,13 +90,6 @@ std::shared_ptr<TAdmMDBFile> FileList::remove(const TAdmMDBFile& file)
     return removed;
 }
 
-FileList::Files FileList::removeAll()
-{
-    m_documented.clear();
-    m_ids.clear();
-    return std::exchange(m_recentFiles, {});
-}
-
 FileList::Difference FileList::compareWith(const std::vector<std::string>& documents)
 {
     const std::unordered_set<std::string> listed(documents.begin(), documents.end());

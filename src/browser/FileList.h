@@ -50,7 +50,6 @@ public:
     [[nodiscard]] TAdmMDBFile* findByFolderAndName(std::string_view path) const;
     // Takes an entry out and hands it over; null when it is not of the list.
     std::shared_ptr<TAdmMDBFile> remove(const TAdmMDBFile& file);
-    Files removeAll();
 
     // What tells the list from the recent documents.
     struct Difference {

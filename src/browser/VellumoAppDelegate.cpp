@@ -10,13 +10,14 @@ namespace vellumo {
 VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const DesktopPorts& desktop)
     : m_view(mainWindow)
     , m_desktop(desktop)
-    , m_files(desktop.fileFacts)
-    , m_selection(m_files)
-    , m_tree(m_files)
+    , m_files(mainWindow, desktop,
+          {[this](TAdmMDBFile& file) { letGoOf(file); },
+              [this](const TAdmMDBFile& file) { return m_exports.isExporting(file); }})
+    , m_selection(m_files.list())
+    , m_tree(m_files.list())
     , m_dataView(mainWindow.dataView(), desktop, m_toggles.isShown(ViewToggle::TextView))
-    , m_jumpBar(m_files)
+    , m_navigation(m_files.list())
     , m_exports(mainWindow, desktop)
-    , m_opener(mainWindow, desktop.mainThread)
 {
     m_dataView.setSelectionListener([this] { updateStatusBarForRecordSelection(); });
 }
@@ -27,8 +28,8 @@ void VellumoAppDelegate::applicationDidFinishLaunching()
     for (const auto toggle : ViewToggles::all)
         applyToggle(toggle);
     showFileInformation();
-    m_view.navigationDidChange();
-    m_view.searchMenuDidChange();
+    m_view.partDidChange(WindowPart::Navigation);
+    m_view.partDidChange(WindowPart::SearchMenu);
     refreshRecentFiles(); // with nothing selected it tells the number of files
 }
 
@@ -79,7 +80,7 @@ void VellumoAppDelegate::showFileInformation()
 {
     refreshFileInfo();
     m_information.showFileType();
-    m_view.informationBarDidChange();
+    m_view.informationDidChange(InformationChange::Bar, {});
 }
 
 void VellumoAppDelegate::showTableInformation()
@@ -89,37 +90,37 @@ void VellumoAppDelegate::showTableInformation()
     refreshIndexInfo();
     refreshRelationInfo();
     m_information.showTableTypes();
-    m_view.informationBarDidChange();
+    m_view.informationDidChange(InformationChange::Bar, {});
 }
 
 void VellumoAppDelegate::refreshFileInfo()
 {
     m_information.refreshFileInfo(selectedFile());
-    m_view.informationDidReload(InformationType::File);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::File);
 }
 
 void VellumoAppDelegate::refreshTableInfo()
 {
     m_information.refreshTableInfo(selectedTable());
-    m_view.informationDidReload(InformationType::Table);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Table);
 }
 
 void VellumoAppDelegate::refreshColumnInfo()
 {
     m_information.refreshColumnInfo(selectedTable());
-    m_view.informationDidReload(InformationType::Column);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Column);
 }
 
 void VellumoAppDelegate::refreshIndexInfo()
 {
     m_information.refreshIndexInfo(selectedTable());
-    m_view.informationDidReload(InformationType::Index);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Index);
 }
 
 void VellumoAppDelegate::refreshRelationInfo()
 {
     m_information.refreshRelationInfo(selectedTable());
-    m_view.informationDidReload(InformationType::Relation);
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Relation);
 }
 
 void VellumoAppDelegate::showInGrid(const TAdmMDBTable* table)
@@ -139,13 +140,13 @@ void VellumoAppDelegate::clearSelection()
 void VellumoAppDelegate::InformationTypeChange(InformationType type)
 {
     m_information.selectType(type);
-    m_view.informationBarDidChange();
+    m_view.informationDidChange(InformationChange::Bar, {});
 }
 
 void VellumoAppDelegate::informationEntryDidChange(InformationType type, std::size_t index)
 {
     m_information.selectEntry(type, index);
-    m_view.informationDetailsDidChange(type);
+    m_view.informationDidChange(InformationChange::Details, type);
 }
 
 // Status bar
@@ -153,7 +154,7 @@ void VellumoAppDelegate::informationEntryDidChange(InformationType type, std::si
 void VellumoAppDelegate::setStatusText(std::string text)
 {
     m_statusText = std::move(text);
-    m_view.statusTextDidChange();
+    m_view.partDidChange(WindowPart::StatusText);
 }
 
 void VellumoAppDelegate::updateStatusBarForNoSelection()
@@ -212,7 +213,7 @@ void VellumoAppDelegate::fileSearchDidChange(std::string text)
     reloadTree();
     if (useFileFilter())
         for (auto* file : m_tree.fileEntities())
-            if (file->active()) m_view.expandTreeItem(*file);
+            if (file->active()) m_view.setTreeItemExpanded(*file, true);
     const auto selected = m_selection.item();
     m_dataView.updateDataTableToShowMDBTable(selected.table);
     m_view.treeSelectionDidChange();
@@ -259,7 +260,7 @@ void VellumoAppDelegate::SetCaseForSearch()
 
 void VellumoAppDelegate::searchRuleDidChange()
 {
-    m_view.searchMenuDidChange();
+    m_view.partDidChange(WindowPart::SearchMenu);
     reloadForSearch();
     if (useDataFilter()) updateStatusBarForRecordSelection();
 }
@@ -275,37 +276,25 @@ void VellumoAppDelegate::OnSingleClickfileTree(const TreeItem& item)
 
 void VellumoAppDelegate::recordVisit(const TreeItem& table)
 {
-    m_history.visit(m_files.idOf(table));
-    m_view.navigationDidChange();
+    m_navigation.visit(table);
+    m_view.partDidChange(WindowPart::Navigation);
 }
 
 void VellumoAppDelegate::PreviousSelectedTable()
 {
-    const auto target = m_history.backTarget();
-    if (!target) return;
-    m_history.finishBack(showVisitedTable(*target));
-    m_view.navigationDidChange();
+    m_navigation.goBack([this](const TreeItem& table) { selectWhereShown(table); });
+    m_view.partDidChange(WindowPart::Navigation);
 }
 
 void VellumoAppDelegate::NextSelectedTable()
 {
-    const auto target = m_history.nextTarget();
-    if (!target) return;
-    m_history.finishNext(showVisitedTable(*target));
-    m_view.navigationDidChange();
-}
-
-// False when the table has gone.
-bool VellumoAppDelegate::showVisitedTable(const ItemId& id)
-{
-    const auto item = m_files.find(id);
-    if (item.isTable()) selectWhereShown(item);
-    return item.isTable();
+    m_navigation.goForth([this](const TreeItem& table) { selectWhereShown(table); });
+    m_view.partDidChange(WindowPart::Navigation);
 }
 
 void VellumoAppDelegate::jumpBarDidSelectItem(const TreeItem& item)
 {
-    const auto listed = m_jumpBar.find(item);
+    const auto listed = m_navigation.jumpBar().find(item);
     if (listed.isNone()) return;
     selectWhereShown(listed);
     if (listed.isTable()) recordVisit(listed);
@@ -313,14 +302,14 @@ void VellumoAppDelegate::jumpBarDidSelectItem(const TreeItem& item)
 
 void VellumoAppDelegate::updateJumpBarSelection()
 {
-    m_jumpBar.select(m_selection.item());
-    m_view.jumpBarSelectionDidChange();
+    m_navigation.jumpBar().select(m_selection.item());
+    m_view.partDidChange(WindowPart::JumpBar);
 }
 
 void VellumoAppDelegate::refreshJumpBarMenu()
 {
-    m_jumpBar.rebuild();
-    m_view.jumpBarMenuDidChange();
+    m_navigation.jumpBar().rebuild();
+    m_view.partDidChange(WindowPart::JumpBar);
     updateJumpBarSelection();
     if (m_childWinManager) m_childWinManager->refreshChildJumpBarMenus();
 }
@@ -336,7 +325,7 @@ TreeItem VellumoAppDelegate::exportTarget()
 bool VellumoAppDelegate::canExport()
 {
     const auto* file = exportTarget().file;
-    return !m_exports.isExporting() && !m_isExportWaiting && (file == nullptr || !isInUse(*file));
+    return !m_exports.isExporting() && !m_isExportWaiting && (file == nullptr || !m_files.isInUse(*file));
 }
 
 void VellumoAppDelegate::Export(int tag)
@@ -353,16 +342,15 @@ void VellumoAppDelegate::Export(int tag)
 
 void VellumoAppDelegate::exportItem(const TreeItem& item, int exportType)
 {
-    const auto file = m_files.share(*item.file);
-    if (file->active()) return m_exports.begin(file, item.table, exportType);
+    if (item.file->active()) return m_exports.begin(m_files.list().share(*item.file), item.table, exportType);
     m_isExportWaiting = true;
-    openListed(file, [this, file, exportType](OpenResult result) {
+    m_files.open(*item.file, [this, exportType](TAdmMDBFile& file, OpenResult result) {
         m_isExportWaiting = false;
-        if (result == OpenResult::Failed) showOpenFailure(*file, Alert::Style::Sheet);
+        if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
         if (result != OpenResult::Opened) return;
         reloadTree();
         refreshJumpBarMenu();
-        m_exports.begin(file, nullptr, exportType);
+        m_exports.begin(m_files.list().share(file), nullptr, exportType);
     });
 }
 

@@ -4,14 +4,12 @@
 #include "browser/DataView.h"
 #include "browser/DesktopPorts.h"
 #include "browser/ExportLauncher.h"
-#include "browser/FileList.h"
-#include "browser/FileOpener.h"
+#include "browser/Files.h"
 #include "browser/InformationPane.h"
-#include "browser/JumpBarMenu.h"
 #include "browser/MainWindowView.h"
+#include "browser/Navigation.h"
 #include "browser/SearchMenu.h"
 #include "browser/Selection.h"
-#include "browser/SelectionHistory.h"
 #include "browser/TreeDataSource.h"
 #include "browser/ViewToggles.h"
 
@@ -23,7 +21,8 @@
 namespace vellumo {
 
 // The program's controller: the list of files, what is selected, and what all parts of the main window show. The window
-// forwards what the user does and asks for what it draws. Paths are absolute. Main thread only.
+// forwards what the user does and asks for what it draws. Three parts keep the state, Files, Selection and Navigation;
+// this class tells them what the user wants and the window what came of it. Paths are absolute. Main thread only.
 //
 // Files are opened on another thread, one after the other; a command that opens one returns before it is open. What
 // would change a file that is being opened or exported cannot be used until then: canUse and its like tell, and the
@@ -34,7 +33,7 @@ public:
     // which means the file selected. A table's row stands for its file.
     enum class Sender { TreeMenu, Other };
     enum class SearchField { File, Data };
-    enum class FileCommand { Open, Close, Remove, RemoveOthers, ShowInFinder, LookForLostRows };
+    using FileCommand = vellumo::FileCommand;
 
     // `mainWindow` and the interfaces outlive the controller.
     VellumoAppDelegate(MainWindowView& mainWindow, const DesktopPorts& desktop);
@@ -44,7 +43,7 @@ public:
     // --- The program's life ---
     void applicationDidFinishLaunching();
     // The program was asked to end: the file that is being opened is given up, and none is begun any more.
-    void applicationShouldTerminate() { m_opener.stopForGood(); }
+    void applicationShouldTerminate() { m_files.opener().stopForGood(); }
     // Stores the settings. Waits for nothing: the worker of an opening is waited for when the controller goes.
     void applicationWillTerminate();
     // At the end, and whenever something was changed that the next run is to have.
@@ -54,8 +53,8 @@ public:
     void applicationOpenFiles(const std::vector<std::string>& paths);
 
     // --- File list ---
-    [[nodiscard]] const FileList& fileList() const { return m_files; }
-    [[nodiscard]] const FileList::Files& recentFiles() const { return m_files.recentFiles(); }
+    [[nodiscard]] const FileList& fileList() const { return m_files.list(); }
+    [[nodiscard]] const FileList::Files& recentFiles() const { return m_files.list().recentFiles(); }
     TAdmMDBFile& createNewMDBFile(std::string_view path, bool insertFront);
     // A new, unopened entry at the front. An entry listed under the same folder and name is dropped with all that was
     // shown of it: its tables leave the history, and their windows close.
@@ -72,9 +71,9 @@ public:
     void RemoveOtherFiles(Sender sender);
     void ShowInFinder(Sender sender);
     // Gives up the file that is being opened; it stays in the list, unopened. Those that wait come next.
-    void StopOpening() { m_opener.stop(); }
+    void StopOpening() { m_files.opener().stop(); }
     // Whether a file is being opened, or waits to be.
-    [[nodiscard]] bool isOpening() const { return m_opener.isBusy(); }
+    [[nodiscard]] bool isOpening() const { return m_files.opener().isBusy(); }
     // Whether the command has something to work on, and may. LookForLostRows means the selected file at any rate.
     [[nodiscard]] bool canUse(FileCommand command, Sender sender) const;
     [[nodiscard]] bool canClearRecentDocuments() const;
@@ -139,10 +138,10 @@ public:
     [[nodiscard]] bool useDataFilter() const { return !m_search.text.empty(); }
 
     // --- Navigation ---
-    [[nodiscard]] const SelectionHistory& history() const { return m_history; }
+    [[nodiscard]] const SelectionHistory& history() const { return m_navigation.history(); }
     void PreviousSelectedTable();
     void NextSelectedTable();
-    [[nodiscard]] const JumpBarMenu& jumpBar() const { return m_jumpBar; }
+    [[nodiscard]] const JumpBarMenu& jumpBar() const { return m_navigation.jumpBar(); }
     // An item of the jump bar was selected.
     void jumpBarDidSelectItem(const TreeItem& item);
     void refreshJumpBarMenu();
@@ -173,22 +172,18 @@ public:
 
 private:
     // Files.
-    [[nodiscard]] bool isInUse(const TAdmMDBFile& file) const;
     [[nodiscard]] TAdmMDBFile* targetFile(Sender sender) const;
     [[nodiscard]] TAdmMDBFile* freeTargetFile(Sender sender) const;
     void bringInDatabases(const std::vector<std::string>& paths);
     void bringIn(const std::string& path);
+    void afterOpening(std::function<void()> step) { m_files.opener().enqueue(std::move(step)); }
     void showNewEntry();
     void didBringIn(TAdmMDBFile& file, OpenResult result);
-    void openListed(const std::shared_ptr<TAdmMDBFile>& file, FileOpener::Done done);
     void didOpenSelectedFile(TAdmMDBFile& file, OpenResult result);
-    void salvage(const ItemId& id, Salvage salvage);
     void didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result);
     void showOpenFailure(const TAdmMDBFile& file, Alert::Style style);
     [[nodiscard]] bool isSelectedFileOpen() const { return selectedFile() != nullptr && selectedFile()->active(); }
     void letGoOf(TAdmMDBFile& file);
-    [[nodiscard]] std::shared_ptr<TAdmMDBFile> dropEntry(TAdmMDBFile& file);
-    [[nodiscard]] FileList::Files reconcile(const std::vector<std::string>& documents);
     void restoreTreeSelection();
 
     // Tree and selection.
@@ -216,20 +211,18 @@ private:
     void reloadForSearch();
     void searchRuleDidChange();
     void recordVisit(const TreeItem& table);
-    [[nodiscard]] bool showVisitedTable(const ItemId& id);
     [[nodiscard]] TreeItem exportTarget();
     void exportItem(const TreeItem& item, int exportType);
 
     MainWindowView& m_view;
     DesktopPorts m_desktop;
-    FileList m_files;
+    Files m_files;
     Selection m_selection;
     TreeDataSource m_tree;
     ViewToggles m_toggles; // before the data view, which asks it
     DataView m_dataView;
     InformationPane m_information;
-    SelectionHistory m_history;
-    JumpBarMenu m_jumpBar;
+    Navigation m_navigation;
     ExportLauncher m_exports;
     std::unique_ptr<ChildWindowManager> m_childWinManager;
 
@@ -238,7 +231,6 @@ private:
     SearchSettings m_search;
     std::string m_statusText;
     bool m_isPlaceholderShown = false;
-    FileOpener m_opener; // goes first: it may call the others as long as it lives
 };
 
 } // namespace vellumo

@@ -7,7 +7,6 @@
 #include "text/Format.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace vellumo {
 
@@ -15,15 +14,12 @@ namespace vellumo {
 
 TAdmMDBFile& VellumoAppDelegate::createNewMDBFile(std::string_view path, bool insertFront)
 {
-    return m_files.createNewMDBFile(path, insertFront);
+    return m_files.list().createNewMDBFile(path, insertFront);
 }
 
 TAdmMDBFile& VellumoAppDelegate::findMDBFileByPath(std::string_view path)
 {
-    auto* listed = m_files.findByFolderAndName(path);
-    // The old entry lives until the tree has let go of it.
-    const auto old = listed == nullptr ? nullptr : dropEntry(*listed);
-    auto& file = createNewMDBFile(path, true);
+    auto& file = m_files.replace(path);
     reloadTree();
     return file;
 }
@@ -32,8 +28,8 @@ void VellumoAppDelegate::OpenFile()
 {
     const auto paths = m_desktop.filePanels.openFiles({"accdb", "mdb"});
     for (const auto& path : paths.value_or(std::vector<std::string>()))
-        m_opener.enqueue([this, path] { bringIn(path); });
-    m_opener.enqueue([this] {
+        bringIn(path);
+    afterOpening([this] {
         refreshRecentFiles();
         m_view.deselectAllForToolbarItems();
     });
@@ -57,23 +53,22 @@ void VellumoAppDelegate::bringInDatabases(const std::vector<std::string>& paths)
     for (const auto& dropped : paths) {
         const auto path = pathOutsideContainer(dropped, m_desktop.homeFolder);
         if (!isDatabasePath(path)) continue;
-        m_opener.enqueue([this, path] { bringIn(path); });
-        m_opener.enqueue([this] { refreshRecentFiles(); });
+        bringIn(path);
+        afterOpening([this] { refreshRecentFiles(); });
     }
 }
 
-// A step of the opener, so that an entry of the same name that is being opened is replaced only afterwards.
 void VellumoAppDelegate::bringIn(const std::string& path)
 {
-    // One spelling of a path: the recent documents and the list are compared by it.
-    const auto file = m_files.share(findMDBFileByPath(std::filesystem::path(path).lexically_normal().string()));
-    showNewEntry();
-    m_opener.open(file, Salvage::None, [this, file](OpenResult result) { didBringIn(*file, result); });
+    m_files.bringIn(
+        path, [this] { showNewEntry(); }, [this](TAdmMDBFile& file, OpenResult result) { didBringIn(file, result); });
 }
 
 // The file is seen while it is opened, and what was shown of an entry that it replaces is not.
 void VellumoAppDelegate::showNewEntry()
 {
+    reloadTree();
+    refreshJumpBarMenu();
     setPlaceholderShown(false);
     const auto selected = m_selection.item();
     if (selected.isNone()) {
@@ -96,7 +91,7 @@ void VellumoAppDelegate::didBringIn(TAdmMDBFile& file, OpenResult result)
     }
     m_desktop.recentDocuments.note(file.fullPath());
     reloadTree();
-    m_view.expandTreeItem(file);
+    m_view.setTreeItemExpanded(file, true);
     selectWhereShown(TreeItem::of(file));
     m_view.scrollToTreeSelection();
 }
@@ -108,63 +103,31 @@ void VellumoAppDelegate::showOpenFailure(const TAdmMDBFile& file, Alert::Style s
 
 // Commands on a file of the list
 
-// While it is opened a file's place in the list and its content are the opener's; an export reads from its file.
-bool VellumoAppDelegate::isInUse(const TAdmMDBFile& file) const
-{
-    return m_opener.isOpening(file) || m_exports.isExporting(file);
-}
-
 TAdmMDBFile* VellumoAppDelegate::targetFile(Sender sender) const
 {
     return sender == Sender::TreeMenu ? m_selection.clickedItem().file : selectedFile();
 }
 
+// The target of a command that changes it; null also when that has to wait.
 TAdmMDBFile* VellumoAppDelegate::freeTargetFile(Sender sender) const
 {
     auto* target = targetFile(sender);
-    return target == nullptr || isInUse(*target) ? nullptr : target;
+    return target == nullptr || m_files.isInUse(*target) ? nullptr : target;
 }
 
 bool VellumoAppDelegate::canUse(FileCommand command, Sender sender) const
 {
-    if (command == FileCommand::ShowInFinder) return targetFile(sender) != nullptr;
-    if (command == FileCommand::LookForLostRows) sender = Sender::Other;
-    const auto* target = freeTargetFile(sender);
-    if (target == nullptr) return false;
-    const auto isOtherInUse = [&](const auto& file) { return file.get() != target && isInUse(*file); };
-    switch (command) {
-    case FileCommand::Open: return !target->active();
-    case FileCommand::Close:
-    case FileCommand::LookForLostRows: return target->active();
-    case FileCommand::RemoveOthers:
-        return recentFiles().size() > 1 && std::ranges::none_of(recentFiles(), isOtherInUse);
-    default: return true;
-    }
+    return m_files.canUse(command, targetFile(command == FileCommand::LookForLostRows ? Sender::Other : sender));
 }
 
-bool VellumoAppDelegate::canClearRecentDocuments() const
-{
-    return !m_files.empty() && std::ranges::none_of(recentFiles(), [&](const auto& file) { return isInUse(*file); });
-}
-
-// Opens a file of the list that is closed. It counts as stopped if it has left the list before its turn comes.
-void VellumoAppDelegate::openListed(const std::shared_ptr<TAdmMDBFile>& file, FileOpener::Done done)
-{
-    m_opener.enqueue([this, file, done = std::move(done)] {
-        if (m_files.contains(file.get()))
-            m_opener.open(file, Salvage::None, done);
-        else
-            done(OpenResult::Stopped);
-    });
-}
+bool VellumoAppDelegate::canClearRecentDocuments() const { return !recentFiles().empty() && !m_files.isAnyInUse(); }
 
 void VellumoAppDelegate::OpenSelectedFile(Sender sender)
 {
     auto* target = freeTargetFile(sender);
     if (target == nullptr) return;
-    const auto file = m_files.share(*target);
-    if (file->active()) return didOpenSelectedFile(*file, OpenResult::Opened);
-    openListed(file, [this, file](OpenResult result) { didOpenSelectedFile(*file, result); });
+    if (target->active()) return didOpenSelectedFile(*target, OpenResult::Opened);
+    m_files.open(*target, [this](TAdmMDBFile& file, OpenResult result) { didOpenSelectedFile(file, result); });
 }
 
 void VellumoAppDelegate::didOpenSelectedFile(TAdmMDBFile& file, OpenResult result)
@@ -173,7 +136,7 @@ void VellumoAppDelegate::didOpenSelectedFile(TAdmMDBFile& file, OpenResult resul
     if (result != OpenResult::Opened) return;
     m_desktop.recentDocuments.note(file.fullPath());
     refreshRecentFiles();
-    m_view.expandTreeItem(file);
+    m_view.setTreeItemExpanded(file, true);
     if (treeSelection().isNone()) selectTreeItem(TreeItem::of(file));
     updateStatusBarForFileSelection();
 }
@@ -197,31 +160,17 @@ void VellumoAppDelegate::ShowInFinder(Sender sender)
 // The tables of the file are about to go: who shows one, or leads to one, lets go of it.
 void VellumoAppDelegate::letGoOf(TAdmMDBFile& file)
 {
-    m_history.removeTables(m_files.tableIds(file));
-    m_view.navigationDidChange();
+    m_navigation.fileWillClose(file);
+    m_view.partDidChange(WindowPart::Navigation);
     if (m_childWinManager) m_childWinManager->closeChildrenForFile(file);
-    m_jumpBar.clear();
-    m_view.jumpBarMenuDidChange();
+    m_view.partDidChange(WindowPart::JumpBar);
     m_tree.removeTablesOf(file);
     m_selection.fileWillClose(file);
-    if (m_dataView.table() != nullptr && m_dataView.table()->file() == &file) showInGrid(nullptr);
+    const auto* shown = m_dataView.table();
+    if (selectedFile() == nullptr || (shown != nullptr && shown->file() == &file)) showInGrid(nullptr);
 }
 
-void VellumoAppDelegate::closeFile(TAdmMDBFile& file)
-{
-    letGoOf(file);
-    if (selectedFile() == nullptr) showInGrid(nullptr);
-    m_view.fileWillClose(file);
-    file.close();
-}
-
-// Takes the file out of the list. It lives as long as the result, which is to be kept until the tree was reloaded.
-std::shared_ptr<TAdmMDBFile> VellumoAppDelegate::dropEntry(TAdmMDBFile& file)
-{
-    letGoOf(file);
-    if (file.active()) m_view.fileWillClose(file);
-    return m_files.remove(file);
-}
+void VellumoAppDelegate::closeFile(TAdmMDBFile& file) { m_files.close(file); }
 
 void VellumoAppDelegate::CloseSelectedFile(Sender sender)
 {
@@ -244,7 +193,7 @@ void VellumoAppDelegate::RemoveSelectedFile(Sender sender)
     const auto path = target->fullPath();
     if (target == selectedFile()) clearSelection();
     closeFile(*target);
-    const auto removed = dropEntry(*target);
+    m_files.drop(*target);
     auto documents = m_desktop.recentDocuments.paths();
     m_desktop.recentDocuments.clear();
     std::erase(documents, path);
@@ -260,12 +209,7 @@ void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
     if (!canUse(FileCommand::RemoveOthers, sender)) return;
     auto* target = targetFile(sender);
     if (target != selectedFile()) clearSelection();
-    FileList::Files removed;
-    for (const auto& file : FileList::Files(recentFiles())) {
-        if (file.get() == target) continue;
-        closeFile(*file);
-        removed.push_back(dropEntry(*file));
-    }
+    m_files.dropAllBut(target);
     m_desktop.recentDocuments.clear();
     // The extension is left off here, unlike anywhere else.
     m_desktop.recentDocuments.note(format("%@/%@.", {target->path(), target->name()}));
@@ -285,37 +229,31 @@ void VellumoAppDelegate::ShowDamage()
 void VellumoAppDelegate::LookForLostRows()
 {
     if (!canUse(FileCommand::LookForLostRows, Sender::Other)) return;
-    m_salvageItem = m_files.idOf(m_selection.item());
+    m_salvageItem = m_files.list().idOf(m_selection.item());
     m_view.beginSalvageSheet();
 }
 
+// While it is opened again the window shows the closed file.
 void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
 {
-    m_opener.enqueue([this, id = m_salvageItem, salvage] { this->salvage(id, salvage); });
-}
-
-// A step of the opener. While it is opened again the window shows the closed file.
-void VellumoAppDelegate::salvage(const ItemId& id, Salvage salvage)
-{
-    auto* file = m_files.find(id).file;
-    if (file == nullptr || !file->active() || isInUse(*file)) return;
-    const bool isSelected = selectedFile() == file;
-    if (isSelected) clearSelection();
-    closeFile(*file);
-    reloadTree();
-    refreshJumpBarMenu();
-    if (isSelected) selectWhereShown(TreeItem::of(*file));
-    m_opener.open(m_files.share(*file), salvage,
-        [this, file, salvage, id](OpenResult result) { didSalvage(*file, salvage, id, result); });
+    const auto begun = [this](TAdmMDBFile& file) {
+        reloadTree();
+        refreshJumpBarMenu();
+        if (selectedFile() == &file) selectWhereShown(TreeItem::of(file));
+    };
+    m_files.openAgain(
+        m_salvageItem, salvage, begun, [this, salvage, id = m_salvageItem](TAdmMDBFile& file, OpenResult result) {
+            didSalvage(file, salvage, id, result);
+        });
 }
 
 // Comes back to the table unless something else has been selected meanwhile.
 void VellumoAppDelegate::didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result)
 {
     reloadTree();
-    if (file.active()) m_view.expandTreeItem(file);
+    if (file.active()) m_view.setTreeItemExpanded(file, true);
     if (selectedFile() == &file) {
-        selectWhereShown(m_files.find(id));
+        selectWhereShown(m_files.list().find(id));
         m_view.scrollToTreeSelection();
     }
     refreshJumpBarMenu();
@@ -327,12 +265,10 @@ void VellumoAppDelegate::didSalvage(TAdmMDBFile& file, Salvage salvage, const It
 
 void VellumoAppDelegate::clearRecentDocuments()
 {
-    if (std::ranges::any_of(recentFiles(), [&](const auto& file) { return isInUse(*file); })) return;
+    if (m_files.isAnyInUse()) return;
     m_desktop.recentDocuments.clear();
     clearSelection();
-    for (const auto& file : recentFiles())
-        closeFile(*file);
-    const auto removed = m_files.removeAll();
+    m_files.dropAllBut(nullptr);
     reloadTree();
     refreshJumpBarMenu();
     updateStatusBarForFileSelection();
@@ -341,8 +277,7 @@ void VellumoAppDelegate::clearRecentDocuments()
 
 void VellumoAppDelegate::refreshRecentFiles()
 {
-    const auto removed = reconcile(m_desktop.recentDocuments.paths());
-    m_files.sortByName();
+    m_files.reconcile(m_desktop.recentDocuments.paths());
     reloadTree();
     if (selectedFile() == nullptr) {
         deselectAll();
@@ -352,26 +287,7 @@ void VellumoAppDelegate::refreshRecentFiles()
     refreshFileInfo(); // size and dates may be others
     restoreTreeSelection();
     refreshJumpBarMenu();
-    setPlaceholderShown(m_files.empty());
-}
-
-// Returns the files that left the list.
-FileList::Files VellumoAppDelegate::reconcile(const std::vector<std::string>& documents)
-{
-    const auto [vanished, unlisted] = m_files.compareWith(documents);
-    if (!vanished.empty() || !unlisted.empty()) m_files.sortByLastOpenDate();
-    FileList::Files removed;
-    for (auto* file : vanished) {
-        if (isInUse(*file)) continue; // goes the next time
-        if (file->active()) {
-            m_view.collapseTreeItem(*file);
-            closeFile(*file);
-        }
-        removed.push_back(dropEntry(*file));
-    }
-    for (const auto& document : unlisted)
-        m_files.addDocument(document);
-    return removed;
+    setPlaceholderShown(recentFiles().empty());
 }
 
 // A table whose row a filter hides gives its place to its file.
@@ -396,6 +312,7 @@ void VellumoAppDelegate::reloadTree()
 {
     m_tree.reload();
     m_view.reloadTree();
+    m_files.forgetDropped();
 }
 
 // As if the user had selected the row; one that the tree does not show cannot be selected.
@@ -416,7 +333,7 @@ void VellumoAppDelegate::deselectAll() { selectWhereShown({}); }
 void VellumoAppDelegate::setPlaceholderShown(bool isShown)
 {
     m_isPlaceholderShown = isShown;
-    m_view.placeholderDidChange();
+    m_view.partDidChange(WindowPart::Placeholder);
 }
 
 } // namespace vellumo

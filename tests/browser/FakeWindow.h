@@ -61,21 +61,16 @@ public:
     DataViewPort& dataView() override { return data; }
     void reloadTree() override { }
     void fileWillClose(TAdmMDBFile& file) override { events.push_back("will close " + file.name()); }
-    void expandTreeItem(TAdmMDBFile& file) override { events.push_back("expand " + file.name()); }
-    void collapseTreeItem(TAdmMDBFile& file) override { events.push_back("collapse " + file.name()); }
+    void setTreeItemExpanded(TAdmMDBFile& file, bool isExpanded) override
+    {
+        events.push_back((isExpanded ? "expand " : "collapse ") + file.name());
+    }
     void treeSelectionDidChange() override { }
     void scrollToTreeSelection() override { }
-    void informationBarDidChange() override { }
-    void informationDidReload(InformationType) override { }
-    void informationDetailsDidChange(InformationType) override { }
-    void statusTextDidChange() override { }
-    void placeholderDidChange() override { }
+    void informationDidChange(InformationChange, InformationType) override { }
+    void partDidChange(WindowPart) override { }
     void viewToggleDidChange(ViewToggle) override { }
-    void navigationDidChange() override { }
     void deselectAllForToolbarItems() override { events.emplace_back("toolbar"); }
-    void jumpBarMenuDidChange() override { }
-    void jumpBarSelectionDidChange() override { }
-    void searchMenuDidChange() override { }
     void focusDataSearchField() override { events.emplace_back("search field"); }
     void openDidBegin(const TAdmMDBFile& file) override { events.push_back("opening " + file.name()); }
     void openDidProgress(std::uint64_t, std::uint64_t) override

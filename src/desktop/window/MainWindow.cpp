@@ -176,6 +176,7 @@ void MainWindow::terminate()
 void MainWindow::shutDown()
 {
     if (std::exchange(m_isShutDown, true)) return;
+    m_app->applicationShouldTerminate();
     if (m_isExportRunning && m_app->exportWizard()) m_app->exportWizard()->stop();
     // The worker reports its end on this thread.
     while (m_isExportRunning)
@@ -291,19 +292,40 @@ void MainWindow::reloadTree()
 
 void MainWindow::fileWillClose(TAdmMDBFile& file) { m_fileList->fileWillClose(file); }
 
-void MainWindow::expandTreeItem(TAdmMDBFile& file) { m_fileList->expand(file); }
-
-void MainWindow::collapseTreeItem(TAdmMDBFile& file) { m_fileList->collapse(file); }
+void MainWindow::setTreeItemExpanded(TAdmMDBFile& file, bool isExpanded)
+{
+    if (isExpanded)
+        m_fileList->expand(file);
+    else
+        m_fileList->collapse(file);
+}
 
 void MainWindow::treeSelectionDidChange() { m_fileList->selectionDidChange(); }
 
 void MainWindow::scrollToTreeSelection() { m_fileList->scrollToSelection(); }
 
-void MainWindow::informationBarDidChange() { m_information->barDidChange(); }
+void MainWindow::informationDidChange(InformationChange change, InformationType type)
+{
+    switch (change) {
+    case InformationChange::Bar: m_information->barDidChange(); break;
+    case InformationChange::Lists: m_information->reload(type); break;
+    case InformationChange::Details: m_information->detailsDidChange(type); break;
+    }
+}
 
-void MainWindow::informationDidReload(InformationType type) { m_information->reload(type); }
-
-void MainWindow::informationDetailsDidChange(InformationType type) { m_information->detailsDidChange(type); }
+void MainWindow::partDidChange(WindowPart part)
+{
+    switch (part) {
+    case WindowPart::StatusText: statusTextDidChange(); break;
+    case WindowPart::Placeholder: m_fileList->placeholderDidChange(); break;
+    case WindowPart::Navigation:
+        m_toolBar->navigationDidChange();
+        m_menus->scheduleUpdate();
+        break;
+    case WindowPart::JumpBar: m_dataView->jumpBar().selectionDidChange(); break;
+    case WindowPart::SearchMenu: m_toolBar->searchField().menuDidChange(); break;
+    }
+}
 
 // Every change of what is selected or listed comes by here.
 void MainWindow::statusTextDidChange()
@@ -314,8 +336,6 @@ void MainWindow::statusTextDidChange()
 }
 
 void MainWindow::showDamage() { m_damageBar->setText(toQString(m_app->damageBarText())); }
-
-void MainWindow::placeholderDidChange() { m_fileList->placeholderDidChange(); }
 
 void MainWindow::viewToggleDidChange(ViewToggle toggle)
 {
@@ -329,20 +349,8 @@ void MainWindow::viewToggleDidChange(ViewToggle toggle)
     m_storeLater->start();
 }
 
-void MainWindow::navigationDidChange()
-{
-    m_toolBar->navigationDidChange();
-    m_menus->scheduleUpdate();
-}
-
-// The buttons of Qt's toolbars do not stay selected.
-void MainWindow::deselectAllForToolbarItems() { }
-
-void MainWindow::jumpBarMenuDidChange() { m_dataView->jumpBar().selectionDidChange(); }
-
-void MainWindow::jumpBarSelectionDidChange() { m_dataView->jumpBar().selectionDidChange(); }
-
-void MainWindow::searchMenuDidChange() { m_toolBar->searchField().menuDidChange(); }
+// The buttons of Qt's toolbars do not stay selected, but what they may do has changed.
+void MainWindow::deselectAllForToolbarItems() { m_menus->scheduleUpdate(); }
 
 void MainWindow::focusDataSearchField()
 {
@@ -399,6 +407,7 @@ void MainWindow::beginExportProgressSheet(const std::shared_ptr<ExportWizard>& w
     connect(dialog, &ExportProgressDialog::exportDidFinish, this, [this] {
         m_isExportRunning = false;
         m_app->exportDidFinish();
+        m_menus->scheduleUpdate();
         openWaitingFiles();
     });
     dialog->open();

@@ -57,21 +57,13 @@ public:
     [[nodiscard]] DataViewPort& dataView() override;
     void reloadTree() override;
     void fileWillClose(TAdmMDBFile& file) override;
-    void expandTreeItem(TAdmMDBFile& file) override;
-    void collapseTreeItem(TAdmMDBFile& file) override;
+    void setTreeItemExpanded(TAdmMDBFile& file, bool isExpanded) override;
     void treeSelectionDidChange() override;
     void scrollToTreeSelection() override;
-    void informationBarDidChange() override;
-    void informationDidReload(InformationType type) override;
-    void informationDetailsDidChange(InformationType type) override;
-    void statusTextDidChange() override;
-    void placeholderDidChange() override;
+    void informationDidChange(InformationChange change, InformationType type) override;
+    void partDidChange(WindowPart part) override;
     void viewToggleDidChange(ViewToggle toggle) override;
-    void navigationDidChange() override;
     void deselectAllForToolbarItems() override;
-    void jumpBarMenuDidChange() override;
-    void jumpBarSelectionDidChange() override;
-    void searchMenuDidChange() override;
     void focusDataSearchField() override;
     void openDidBegin(const TAdmMDBFile& file) override;
     void openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) override;
@@ -96,6 +88,7 @@ protected:
 private:
     void layOutPanels();
     [[nodiscard]] QWidget* makeRightColumn();
+    void statusTextDidChange();
     void showDamage();
     void restoreState();
     void storeState();
