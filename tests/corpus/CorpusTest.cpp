@@ -203,6 +203,7 @@ TEST(Corpus, IndexesOfAFileWithGapsInTheirNumbers)
 TEST(MadeFile, IndexesWithGapsInTheirNumbers)
 {
     using namespace samples;
+    using samples::ColumnType;
     const test::TempFolder folder;
     for (const auto version : {JetVersion::Jet3, JetVersion::Jet4}) {
         DatabaseDescription database{.version = version};
