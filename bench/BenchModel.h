@@ -10,7 +10,7 @@ namespace vellumo::bench {
 inline std::unique_ptr<TAdmMDBFile> makeBenchFile(std::size_t rowCount)
 {
     auto table = test::makeTable("People",
-        {{"ID", "Long Integer", true}, {"Name", "Text", false, "NO", 50}, {"City", "Text", false, {}, 50},
+        {{"ID", "Long Integer", true}, {"Name", "Text", false, false, 50}, {"City", "Text", false, {}, 50},
             {"Remark", "Memo/Hyperlink"}, {"Balance", "Currency"}, {"Ratio", "Double"}, {"Since", "DateTime"},
             {"Active", "Boolean"}, {"Visits", "Integer"}});
     auto store = table->emptyRows();

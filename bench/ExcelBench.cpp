@@ -2,10 +2,8 @@
 // bytes, and to python3-xlwt on the first 65,536 rows; and how much memory it takes beside the model.
 // Usage: bench_excel [FOLDER [RUNS]]. FOLDER (default: the folder for temporary files) takes the files.
 #include "Measure.h"
-#include "export/ExportJob.h"
-#include "export/ExportWriters.h"
+#include "export/RunExport.h"
 #include "model/TAdmMDBFile.h"
-#include "platform/MainThread.h"
 #include "platform/SystemLog.h"
 
 #include <cstdio>
@@ -26,9 +24,6 @@ using namespace vellumo;
 constexpr std::size_t rowCount = 1'000'000;
 constexpr std::size_t sliceRows = 65'536;
 
-struct DirectMainThread : MainThread {
-    void performAndWait(const std::function<void()>& work) override { work(); }
-};
 struct StandardErrorLog : SystemLog {
     void log(std::string_view line) override
     {
@@ -110,13 +105,10 @@ void exportWorkbook(const TAdmMDBFile& file, const std::string& path)
     options.isSingleFile = true;
     options.path = path;
     options.includeColumnHeader = false;
-    DirectMainThread mainThread;
     StandardErrorLog systemLog;
-    const std::atomic<bool> terminate = false;
-    ExportJob job(file, {ExportEntry::exportEntryWithTableName("Orders", ExportFileType::XLS)}, options, terminate,
-        mainThread, systemLog, [](std::size_t) {});
-    exportXLSThread(job);
-    if (job.successTableCount() != 1) std::exit(1);
+    const std::atomic<bool> stop = false;
+    const std::vector<ExportEntry> tables = {{true, "Orders", ""}};
+    if (!runExport(file, tables, options, stop, {[](std::size_t) {}, systemLog}).isDone()) std::exit(1);
 }
 
 std::string contentOf(const std::string& path)

@@ -1,6 +1,8 @@
 // How long an SQL script takes, as a ratio to the CSV file of the same table. Usage: bench_sql_script [rows [runs]]
 #include "BenchModel.h"
 #include "Measure.h"
+#include "export/ExportFormat.h"
+#include "export/sql/SQLDialectFacts.h"
 #include "support/ExportRun.h"
 #include "support/TempFolder.h"
 
@@ -24,7 +26,7 @@ Figure measure(int runs, ExportWriter writer, const TAdmMDBFile& file, const Exp
         if (test::runWriter(writer, file, options).successTableCount != 1) std::exit(1);
     };
     const auto seconds = bench::medianSeconds(runs, run);
-    const auto extension = std::string(*fileExtensionByExportFileType(options.fileType));
+    const auto extension = std::string(exportFormat(options.fileType).extension);
     const auto bytes = std::filesystem::file_size(options.path + "/People." + extension);
     return {seconds, static_cast<double>(bytes) / 1e6};
 }
@@ -47,9 +49,8 @@ int main(int argc, char** argv)
     };
     print("csv", csv);
     options.fileType = ExportFileType::SQL;
-    const char* names[] = {"mysql", "postgresql", "oracle", "sqlite", "sqlserver"};
-    for (int dialect = 1; dialect <= 5; ++dialect) {
-        options.sqlDialect = static_cast<SQLDialect>(dialect);
-        print(names[dialect - 1], measure(runs, exportSQLThread, *file, options));
+    for (const auto* dialect : sqlDialects()) {
+        options.sqlDialect = dialect->dialect;
+        print(std::string(dialect->name).c_str(), measure(runs, exportSQLThread, *file, options));
     }
 }

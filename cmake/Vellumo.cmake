@@ -21,36 +21,89 @@ if(VELLUMO_FUZZ)
     target_link_options(vellumo_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# vellumo_layer(<target> FOLDER <name as it stands in #include> SOURCES ... [PUBLIC ...] [PRIVATE ...])
+# What tests, benchmarks and fuzz targets see: they look inside.
+set(VELLUMO_ALL_FOLDERS ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
+
+# A view of one folder: a tree of links to its own headers and to none of its inner folders, so that an include path
+# that holds the view shows exactly this folder. `name` is the folder as it stands in #include.
+function(vellumo_view name directory)
+    string(MAKE_C_IDENTIFIER "${name}" id)
+    set(view ${CMAKE_BINARY_DIR}/include/${id})
+    file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${directory} ${directory}/*.h)
+    file(REMOVE_RECURSE ${view})
+    file(MAKE_DIRECTORY ${view}/${name})
+    foreach(header IN LISTS headers)
+        file(CREATE_LINK ${directory}/${header} ${view}/${name}/${header} SYMBOLIC)
+    endforeach()
+    set_property(GLOBAL PROPERTY VELLUMO_VIEW_${id} ${view})
+endfunction()
+
+# vellumo_see(<target> <folder> ...): adds the views of those folders to the include path.
 #
-# One folder of src/ as a static library. A target sees the headers of a folder only when it links that folder's
-# target: the include path holds one link per folder instead of src/ as a whole.
+# Folders come into being from the lowest to the highest, so that a name that is not known yet lies above.
+function(vellumo_see target)
+    foreach(folder IN LISTS ARGN)
+        string(MAKE_C_IDENTIFIER "${folder}" id)
+        get_property(view GLOBAL PROPERTY VELLUMO_VIEW_${id})
+        if(NOT view)
+            message(FATAL_ERROR "${target} names ${folder}, which lies above it or is not there")
+        endif()
+        target_include_directories(${target} PRIVATE ${view})
+    endforeach()
+endfunction()
+
+# vellumo_see_linked(<target> <linked target> ...): the folders of those that are folders.
+function(vellumo_see_linked target)
+    foreach(linked IN LISTS ARGN)
+        if(TARGET ${linked})
+            get_target_property(folder ${linked} VELLUMO_FOLDER)
+            if(folder)
+                vellumo_see(${target} ${folder})
+            endif()
+        elseif(linked MATCHES "^vellumo_")
+            message(FATAL_ERROR "${target} links ${linked}, which lies above it or is not there")
+        endif()
+    endforeach()
+endfunction()
+
+# vellumo_layer(<target> FOLDER <name as it stands in #include> SOURCES ... [INNER ...] [SEES ...] [PUBLIC ...] [PRIVATE ...])
+#
+# One folder of src/ as a static library. Its sources see the headers of this folder and of those whose targets stand
+# under PUBLIC and PRIVATE, and of no other: what those see themselves is not handed on. Of an inner folder (INNER names
+# this folder's own) others see the headers only when SEES names it.
 function(vellumo_layer target)
-    cmake_parse_arguments(ARG "" "FOLDER" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    cmake_parse_arguments(ARG "" "FOLDER" "SOURCES;INNER;SEES;PUBLIC;PRIVATE" ${ARGN})
     add_library(${target} STATIC ${ARG_SOURCES})
-    set(include_dir ${CMAKE_BINARY_DIR}/include/${target})
-    cmake_path(GET ARG_FOLDER PARENT_PATH parent)
-    file(MAKE_DIRECTORY ${include_dir}/${parent})
-    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${include_dir}/${ARG_FOLDER} SYMBOLIC)
-    target_include_directories(${target} PUBLIC ${include_dir})
+    set_target_properties(${target} PROPERTIES VELLUMO_FOLDER ${ARG_FOLDER})
+    vellumo_view(${ARG_FOLDER} ${CMAKE_CURRENT_SOURCE_DIR})
+    foreach(inner IN LISTS ARG_INNER)
+        vellumo_view(${ARG_FOLDER}/${inner} ${CMAKE_CURRENT_SOURCE_DIR}/${inner})
+        vellumo_see(${target} ${ARG_FOLDER}/${inner})
+    endforeach()
+    vellumo_see(${target} ${ARG_FOLDER} ${ARG_SEES})
+    vellumo_see_linked(${target} ${ARG_PUBLIC} ${ARG_PRIVATE})
     target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE vellumo_options ${ARG_PRIVATE})
 endfunction()
 
-# vellumo_program(<target> SOURCES ... LINKS ...)
+# vellumo_program(<target> SOURCES ... LINKS ... [SEES ...])
+#
+# A program; it sees folders as a layer does.
 function(vellumo_program target)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;SEES;LINKS" ${ARGN})
     add_executable(${target} ${ARG_SOURCES})
+    vellumo_see(${target} ${ARG_SEES})
+    vellumo_see_linked(${target} ${ARG_LINKS})
     target_link_libraries(${target} PRIVATE vellumo_options ${ARG_LINKS})
 endfunction()
 
 # vellumo_test(<target> SOURCES ... LINKS ... [LABELS ...])
 #
-# A GoogleTest program whose cases ctest knows one by one.
+# A GoogleTest program whose cases ctest knows one by one. Tests see all folders.
 function(vellumo_test target)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;LABELS" ${ARGN})
     add_executable(${target} ${ARG_SOURCES})
     target_link_libraries(${target} PRIVATE vellumo_options ${ARG_LINKS} GTest::gmock GTest::gtest_main)
-    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_include_directories(${target} PRIVATE ${VELLUMO_ALL_FOLDERS} ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(${target} PRIVATE
         VELLUMO_SOURCE_DIR="${PROJECT_SOURCE_DIR}" VELLUMO_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
     # The test framework takes longer to read than most tests to compile.

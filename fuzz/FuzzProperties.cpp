@@ -7,14 +7,21 @@ namespace {
 using namespace vellumo;
 using namespace vellumo::jet;
 
-std::size_t textSize(const ParsedProperties& parsed)
+std::size_t textSize(const PropertyList& properties)
 {
     std::size_t size = 0;
-    for (const auto& [column, properties] : parsed.columns) {
-        size += column.size();
-        for (const auto& [name, value] : properties)
-            size += name.size() + value.size();
+    for (const auto& [name, value] : properties) {
+        const auto* text = std::get_if<std::string>(&value);
+        size += name.size() + (text == nullptr ? 0 : text->size());
     }
+    return size;
+}
+
+std::size_t textSize(const ParsedProperties& parsed)
+{
+    auto size = textSize(parsed.table);
+    for (const auto& [column, properties] : parsed.columns)
+        size += column.size() + textSize(properties);
     return size;
 }
 
@@ -34,6 +41,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<std::uint8_t> more(bytes.begin(), bytes.end());
     more.push_back(7);
     const auto withMore = parseProperties(more, rules);
-    require(!withMore.isWhole && withMore.columns == parsed.columns);
+    require(!withMore.isWhole && withMore.columns == parsed.columns && withMore.table == parsed.table);
     return 0;
 }

@@ -35,14 +35,14 @@ struct Sums {
 
 bool isStoredText(const ColumnDef& column)
 {
-    return column.typeCode == TypeCode::text || column.typeCode == TypeCode::memo;
+    return column.type == ColumnType::Text || column.type == ColumnType::Memo;
 }
 
 // The most bytes that the texts of a column can take. Rows never overlap, and a byte becomes at most three; a damaged
 // cell adds a character. Memos elsewhere take no more than the budget.
 std::size_t mostText(const ColumnDef& column, std::size_t rows, std::size_t inputSize, std::size_t budget)
 {
-    if (column.typeCode == TypeCode::memo) return 3 * (inputSize + budget) + 6 * rows;
+    if (column.type == ColumnType::Memo) return 3 * (inputSize + budget) + 6 * rows;
     return 3 * inputSize + 48 * rows;
 }
 
@@ -53,7 +53,7 @@ void checkTexts(const TableDef& table, std::size_t column, const RowGroup& group
     for (std::uint32_t row = 0; row < group.rowCount; ++row) {
         const auto text = texts.text(row);
         const auto& def = table.columns[column];
-        if (def.typeCode == TypeCode::boolean) require(text == "0" || text == "1");
+        if (def.type == ColumnType::Boolean) require(text == "0" || text == "1");
         if (!isStoredText(def) && text == replacementCharacter) ++sums.unreadableNumbers;
     }
 }
@@ -93,7 +93,7 @@ void checkSums(
         rows += group.rowCount;
         for (std::size_t column = 0; column < table.columns.size(); ++column) {
             textBytes[column] += group.texts[column].bytes().size();
-            if (table.columns[column].typeCode == TypeCode::ole)
+            if (table.columns[column].type == ColumnType::Ole)
                 checkObjects(group.blobs[column], sums);
             else
                 checkTexts(table, column, group, sums);

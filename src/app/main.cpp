@@ -1,5 +1,6 @@
 // vellumo: the desktop program.
 
+#include "NoDisplayNotice.h"
 #include "TerminationSignals.h"
 #include "adapters/IniDefaults.h"
 #include "adapters/XbelRecentDocuments.h"
@@ -24,6 +25,9 @@
 #include <QTranslator>
 #include <QUrl>
 
+#include <algorithm>
+#include <cstring>
+
 namespace {
 
 using namespace vellumo;
@@ -47,6 +51,13 @@ std::vector<std::string> absolutePaths(const QStringList& arguments)
     return paths;
 }
 
+void nameProgram()
+{
+    QCoreApplication::setApplicationName("vellumo");
+    QCoreApplication::setApplicationVersion(VELLUMO_VERSION);
+}
+
+// Answers --help and --version and ends the program.
 std::vector<std::string> filesOfCommandLine()
 {
     QCommandLineParser parser;
@@ -57,6 +68,22 @@ std::vector<std::string> filesOfCommandLine()
     parser.addPositionalArgument("files", localizedText("Databases to open."), "[files...]");
     parser.process(*qApp);
     return absolutePaths(parser.positionalArguments());
+}
+
+bool asksForNoWindow(const char* argument)
+{
+    const auto options = {"-h", "--help", "--help-all", "-v", "--version"};
+    return std::any_of(
+        options.begin(), options.end(), [&](const char* name) { return std::strcmp(argument, name) == 0; });
+}
+
+// Help and version need no display, which a QApplication would ask for. Returns when there is more to do.
+void answerWithoutWindow(int argc, char** argv)
+{
+    if (std::none_of(argv + 1, argv + argc, asksForNoWindow)) return;
+    QCoreApplication application(argc, argv);
+    nameProgram();
+    filesOfCommandLine();
 }
 
 // Qt has texts of its own, on the buttons of dialogs and in the menus of text fields. Where their translations are not
@@ -126,10 +153,12 @@ int run(const std::vector<std::string>& files)
 int main(int argc, char** argv)
 {
     initMessages(localeFolder().c_str());
+    answerWithoutWindow(argc, argv);
+    NoDisplayNotice notice;
     QApplication application(argc, argv);
+    notice.end();
     translateQtTexts();
-    QApplication::setApplicationName("vellumo");
-    QApplication::setApplicationVersion(VELLUMO_VERSION);
+    nameProgram();
     QGuiApplication::setDesktopFileName(desktopId);
     return run(filesOfCommandLine());
 }

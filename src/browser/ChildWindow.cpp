@@ -6,11 +6,12 @@
 
 namespace vellumo {
 
-ChildWindow::ChildWindow(
-    ChildWindowManager& manager, MainWindowView& mainWindow, const DesktopPorts& desktop, TAdmMDBTable* tableToShow)
+ChildWindow::ChildWindow(ChildWindowManager& manager, MainWindowView& mainWindow, const FileList& files,
+    const DesktopPorts& desktop, TAdmMDBTable* tableToShow)
     : m_manager(manager)
     , m_port(mainWindow.createChildWindow(*this))
     , m_dataView(m_port->dataView(), desktop, true)
+    , m_jumpBar(files)
 {
     showTable(tableToShow);
     m_port->makeKey();
@@ -27,9 +28,9 @@ void ChildWindow::showTable(TAdmMDBTable* table)
     updateJumpBarSelection();
 }
 
-void ChildWindow::refreshChildJumpBarMenu(const FileList::Files& files)
+void ChildWindow::refreshChildJumpBarMenu()
 {
-    m_jumpBar.rebuild(files);
+    m_jumpBar.rebuild();
     m_port->jumpBarMenuDidChange();
     updateJumpBarSelection();
 }

@@ -14,10 +14,10 @@ class MainWindowView;
 // A window that shows one table. The sort order is the table's own, no search applies. Lives until it is closed.
 class ChildWindow {
 public:
-    // Shows the table with the text pane open and takes the keyboard. `manager`, `mainWindow` and the interfaces
-    // outlive the window.
-    ChildWindow(ChildWindowManager& manager, MainWindowView& mainWindow, const DesktopPorts& desktop,
-        TAdmMDBTable* tableToShow);
+    // Shows the table with the text pane open and takes the keyboard. `manager`, `mainWindow`, `files` and the
+    // interfaces outlive the window.
+    ChildWindow(ChildWindowManager& manager, MainWindowView& mainWindow, const FileList& files,
+        const DesktopPorts& desktop, TAdmMDBTable* tableToShow);
     // The widgets go first: they may ask for what they show until they are gone.
     ~ChildWindow() { m_port.reset(); }
     ChildWindow(const ChildWindow&) = delete;
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] ChildWindowPort& port() { return *m_port; }
 
     // The jump bar: its menu is rebuilt for the listed files; a selection by the user shows the table, a file none.
-    void refreshChildJumpBarMenu(const FileList::Files& files);
+    void refreshChildJumpBarMenu();
     void clearJumpBarMenu();
     void jumpBarDidSelectItem(const TreeItem& item);
 

@@ -8,7 +8,8 @@ namespace vellumo {
 
 void ChildWindowManager::createChildWindow(TAdmMDBTable& table)
 {
-    m_childWins.push_back(std::make_unique<ChildWindow>(*this, m_delegate.mainWindow(), m_delegate.desktop(), &table));
+    m_childWins.push_back(std::make_unique<ChildWindow>(
+        *this, m_delegate.mainWindow(), m_delegate.fileList(), m_delegate.desktop(), &table));
     refreshChildJumpBarMenus();
 }
 
@@ -40,13 +41,7 @@ void ChildWindowManager::AllAlwaysOnTop(bool isOnTop)
 void ChildWindowManager::refreshChildJumpBarMenus()
 {
     for (const auto& window : m_childWins)
-        window->refreshChildJumpBarMenu(m_delegate.recentFiles());
-}
-
-void ChildWindowManager::clearJumpBarMenus()
-{
-    for (const auto& window : m_childWins)
-        window->clearJumpBarMenu();
+        window->refreshChildJumpBarMenu();
 }
 
 } // namespace vellumo

@@ -29,7 +29,6 @@ public:
     void AllAlwaysOnTop(bool isOnTop);
 
     void refreshChildJumpBarMenus();
-    void clearJumpBarMenus();
 
 private:
     VellumoAppDelegate& m_delegate;

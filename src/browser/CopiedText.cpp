@@ -1,14 +1,12 @@
 #include "browser/CopiedText.h"
 
-#include "browser/GridValue.h"
-
 namespace vellumo {
 
-void appendCopiedValue(std::string_view description, std::string& out)
+void appendCopiedValue(const GridValue& value, std::string& buffer, std::string& out)
 {
-    if (description != nonTextualDataText() && description != nullText()) {
+    if (const auto text = valueText(value, buffer)) {
         const auto start = out.size();
-        out += description;
+        out += *text;
         for (auto i = out.find_first_of("\n\t", start); i != std::string::npos; i = out.find_first_of("\n\t", i))
             out[i] = ' ';
     }

@@ -1,8 +1,8 @@
 #include "browser/DamageDetails.h"
 
 #include "browser/DamageTexts.h"
-#include "export/ObjectFile.h"
 #include "export/files/OutputFile.h"
+#include "export/objects/ObjectFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 #include "text/TerminalText.h"

@@ -2,7 +2,7 @@
 
 #include "browser/CopiedText.h"
 #include "embedded/TAdmBlobData.h"
-#include "export/ObjectFile.h"
+#include "export/objects/ObjectFile.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
@@ -23,11 +23,6 @@ int nextDirection(int direction)
 {
     if (direction == 0) return 1;
     return direction == 1 ? -1 : 0;
-}
-
-bool isPlaceholder(std::string_view text)
-{
-    return text == noFieldsText() || text == nonTextualDataText() || text == nullText();
 }
 
 } // namespace
@@ -132,10 +127,11 @@ void DataView::displayTextViewContent(const GridValue& value)
     if (image) {
         m_detail.blob = *blob;
         m_detail.image = image;
-    } else if (!std::holds_alternative<std::monostate>(value)) {
+    } else {
         std::string buffer;
-        m_detail.text = valueDescription(value, buffer);
-        m_detail.isGrey = isPlaceholder(m_detail.text);
+        const auto text = valueText(value, buffer);
+        m_detail.text = text ? std::string(*text) : textInstead(value);
+        m_detail.isGrey = !text;
     }
     m_port.detailDidChange();
 }
@@ -246,7 +242,7 @@ std::string DataView::copiedText(const RowSelection& rows) const
     for (const auto& [first, last] : rows.ranges())
         for (auto row = first; row <= last; ++row) {
             for (const auto column : m_displayOrder)
-                appendCopiedValue(valueDescription(getValueForTableColumn(column, row), buffer), text);
+                appendCopiedValue(getValueForTableColumn(column, row), buffer, text);
             endCopiedRow(text);
         }
     return text;

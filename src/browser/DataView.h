@@ -33,7 +33,7 @@ struct DetailContent {
     std::shared_ptr<TAdmBlobData> object; // the object that is shown, as a picture or otherwise; null for a text
     std::string objectName;               // a name for its file, without extension
     std::string objectNote;               // that it is damaged; "" for a sound one
-    std::string text = noFieldsText();    // without a picture
+    std::string text = textInstead({});   // without a picture
     bool isGrey = true;                   // a placeholder rather than a value
 };
 

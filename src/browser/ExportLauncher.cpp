@@ -17,6 +17,7 @@ struct Session {
 void ExportLauncher::begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType)
 {
     auto& exportFile = *file;
+    m_file = file.get();
     const ExportPorts ports{m_desktop.mainThread, m_desktop.defaults, m_desktop.filePanels, m_desktop.alerts,
         m_desktop.systemLog, m_desktop.loadErrorWindow};
     const std::shared_ptr<Session> session(

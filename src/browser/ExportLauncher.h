@@ -1,7 +1,7 @@
 #pragma once
 
 #include "browser/DesktopPorts.h"
-#include "export/ExportWizard.h"
+#include "export/wizard/ExportWizard.h"
 
 #include <memory>
 
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    // Shows the dialog. `selectedTable` null: all tables of the file. `exportType`: 0 to 5, or -1.
+    // Shows the dialog. `selectedTable` null: all tables of the file. `exportType`: the code of one, or -1.
     void begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType);
     // The dialog has ended: starts the export for a positive code, releases the wizard for another.
     void sheetDidEnd(int returnCode);
@@ -28,6 +28,8 @@ public:
 
     // From the beginning of the dialog to the report: the model has to stay as it is.
     [[nodiscard]] bool isExporting() const { return m_wizard != nullptr && !m_wizard->report(); }
+    // The same, of this file.
+    [[nodiscard]] bool isExporting(const TAdmMDBFile& file) const { return isExporting() && m_file == &file; }
     // Null when there is none.
     [[nodiscard]] const std::shared_ptr<ExportWizard>& wizard() const { return m_wizard; }
 
@@ -35,6 +37,7 @@ private:
     MainWindowView& m_view;
     DesktopPorts m_desktop;
     std::shared_ptr<ExportWizard> m_wizard;
+    const TAdmMDBFile* m_file = nullptr; // of the wizard, which keeps it; never dereferenced
 };
 
 } // namespace vellumo

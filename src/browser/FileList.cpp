@@ -18,11 +18,48 @@ std::shared_ptr<TAdmMDBFile> FileList::share(const TAdmMDBFile& file) const
     return nullptr;
 }
 
+ItemId FileList::idOf(const TreeItem& item) const
+{
+    const auto entry = m_ids.find(item.file);
+    if (entry == m_ids.end()) return {};
+    ItemId id;
+    id.file = entry->second;
+    if (!item.isTable()) return id;
+    const auto& tables = item.file->tables();
+    const auto place = std::ranges::find(tables, item.table, &std::unique_ptr<TAdmMDBTable>::get);
+    if (place == tables.end()) return id;
+    id.table = static_cast<int>(place - tables.begin());
+    id.tableName = item.table->name();
+    return id;
+}
+
+std::vector<ItemId> FileList::tableIds(TAdmMDBFile& file) const
+{
+    std::vector<ItemId> ids;
+    const auto fileId = idOf(TreeItem::of(file)).file;
+    for (const auto& table : file.tables())
+        ids.push_back({fileId, static_cast<int>(ids.size()), table->name()});
+    return ids;
+}
+
+TreeItem FileList::find(const ItemId& id) const
+{
+    const auto isNamed = [&](const auto& file) { return m_ids.at(file.get()) == id.file; };
+    const auto file = std::ranges::find_if(m_recentFiles, isNamed);
+    if (id.isNone() || file == m_recentFiles.end()) return {};
+    if (!id.isTable()) return TreeItem::of(**file);
+    const auto& tables = (*file)->tables();
+    const auto place = static_cast<std::size_t>(id.table);
+    if (place < tables.size() && tables[place]->name() == id.tableName) return TreeItem::of(*tables[place]);
+    return {file->get(), (*file)->findTable(id.tableName)};
+}
+
 TAdmMDBFile& FileList::createNewMDBFile(std::string_view path, bool insertFront)
 {
     auto file = std::make_shared<TAdmMDBFile>();
     file->setFullPath(path);
     takeFacts(*file, m_facts);
+    m_ids[file.get()] = ++m_lastId;
     const auto place = insertFront ? m_recentFiles.begin() : m_recentFiles.end();
     return **m_recentFiles.insert(place, std::move(file));
 }
@@ -49,13 +86,8 @@ std::shared_ptr<TAdmMDBFile> FileList::remove(const TAdmMDBFile& file)
     auto removed = share(file);
     std::erase(m_recentFiles, removed);
     m_documented.erase(&file);
+    m_ids.erase(&file);
     return removed;
-}
-
-FileList::Files FileList::removeAll()
-{
-    m_documented.clear();
-    return std::exchange(m_recentFiles, {});
 }
 
 FileList::Difference FileList::compareWith(const std::vector<std::string>& documents)

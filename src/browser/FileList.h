@@ -1,8 +1,9 @@
 #pragma once
 
-#include "model/TAdmMDBFile.h"
+#include "browser/TreeItem.h"
 #include "platform/FileFacts.h"
 
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -33,6 +34,14 @@ public:
     // Null when the file is not of the list.
     [[nodiscard]] std::shared_ptr<TAdmMDBFile> share(const TAdmMDBFile& file) const;
 
+    // None for what is not of the list. Looks at no object that has gone.
+    [[nodiscard]] ItemId idOf(const TreeItem& item) const;
+    // Every table of a file, in its order.
+    [[nodiscard]] std::vector<ItemId> tableIds(TAdmMDBFile& file) const;
+    // What the id names now. A table is found again when its file was opened anew; while there is none, its file stands
+    // for it. Nothing for a file that has left the list.
+    [[nodiscard]] TreeItem find(const ItemId& id) const;
+
     // A new, unopened entry at the front or at the end. A file that cannot be looked at has size 0 and today's dates.
     TAdmMDBFile& createNewMDBFile(std::string_view path, bool insertFront);
     // The same at the end, for a file that the recent documents name.
@@ -41,7 +50,6 @@ public:
     [[nodiscard]] TAdmMDBFile* findByFolderAndName(std::string_view path) const;
     // Takes an entry out and hands it over; null when it is not of the list.
     std::shared_ptr<TAdmMDBFile> remove(const TAdmMDBFile& file);
-    Files removeAll();
 
     // What tells the list from the recent documents.
     struct Difference {
@@ -59,6 +67,8 @@ public:
 private:
     const FileFactsSource& m_facts;
     Files m_recentFiles;
+    std::map<const TAdmMDBFile*, std::uint64_t> m_ids; // of all entries
+    std::uint64_t m_lastId = 0;
     std::set<const TAdmMDBFile*> m_documented; // entries that were seen among the recent documents
 };
 

@@ -1,32 +1,69 @@
 #pragma once
 
 #include "browser/MainWindowView.h"
+#include "platform/MainThread.h"
 
+#include <deque>
+#include <functional>
 #include <memory>
+#include <thread>
 
 namespace vellumo {
 
 enum class OpenResult { Opened, Failed, Stopped };
 
-// Opens files while the window shows how far it is and lets the user stop.
+// Opens files on a thread of its own, one after the other, while the window shows how far it is. A file of the list
+// gets its content in one step, on the main thread, when it was read whole: until then it is a closed file like any
+// other.
+//
+// Main thread only, and everything it calls is called there.
 class FileOpener {
 public:
-    // `view` outlives the opener.
-    explicit FileOpener(MainWindowView& view)
+    using Done = std::function<void(OpenResult)>;
+
+    // Both outlive the opener.
+    FileOpener(MainWindowView& view, MainThread& mainThread)
         : m_view(view)
+        , m_mainThread(mainThread)
     {
     }
+    // Stops what runs and waits for its thread, which takes as long as reading a few pages does. Nobody is told.
+    ~FileOpener();
+    FileOpener(const FileOpener&) = delete;
+    FileOpener& operator=(const FileOpener&) = delete;
 
-    // Opened also for a file that is open already. Stopped: by the user, so there is nothing to complain about.
-    [[nodiscard]] OpenResult open(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage = Salvage::None);
-    // From now on every opening counts as stopped, also the one that runs.
-    void stopForGood() { m_isStoppedForGood = true; }
-    // True during `open`, when the window may call in while it redraws.
-    [[nodiscard]] bool isOpening() const { return m_isOpening; }
+    // Runs `step` when all steps before it have run and no file is being opened: at once, or later. Not at all after
+    // stopForGood.
+    void enqueue(std::function<void()> step);
+    // Begins to open a file, or is done at once with one that is open already. Only from a step, which does nothing
+    // after it. `done` is called once, when the file has taken its content or stays closed; not when the opener goes.
+    // Stopped: by the user, so there is nothing to complain about.
+    void open(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage, Done done);
+
+    // Gives up the file that is being opened, if any: it counts as stopped even if it was read to its end meanwhile.
+    void stop();
+    // The same, and from now on nothing is opened any more: neither what waits nor what comes.
+    void stopForGood();
+
+    // Whether this file is being opened: nobody may close it, take it out of the list or open it.
+    [[nodiscard]] bool isOpening(const TAdmMDBFile& file) const;
+    // Whether a file is being opened, or a step waits.
+    [[nodiscard]] bool isBusy() const { return m_reading != nullptr || !m_steps.empty(); }
 
 private:
+    struct Reading;
+
+    [[nodiscard]] bool startWorker(Salvage salvage);
+    void finish();
+    void runSteps();
+
     MainWindowView& m_view;
-    bool m_isOpening = false;
+    MainThread& m_mainThread;
+    std::deque<std::function<void()>> m_steps;
+    std::shared_ptr<TAdmMDBFile> m_file; // the one being opened
+    Done m_done;
+    std::shared_ptr<Reading> m_reading; // null while no file is being opened; shared with the worker
+    std::thread m_worker;
     bool m_isStoppedForGood = false;
 };
 

@@ -106,7 +106,7 @@ const RowOrder& GridRows::orderOf(std::size_t column)
         return m_orders.front().order;
     }
     if (m_orders.size() == keptOrders) m_orders.pop_back();
-    const auto kind = sortKindOf(m_table->columns()[column]->dataType());
+    const auto kind = factsOf(m_table->columns()[column]->type()).sortKind;
     m_orders.insert(m_orders.begin(), {column, RowOrder(m_table->rows(), column, kind)});
     return m_orders.front().order;
 }

@@ -5,45 +5,42 @@
 
 namespace vellumo {
 
-const std::string& nullText()
-{
-    static const std::string text = localized("[NULL]");
-    return text;
-}
+namespace {
 
-const std::string& nonTextualDataText()
-{
-    static const std::string text = localized("[NON-TEXTUAL DATA]");
-    return text;
-}
+using Object = std::shared_ptr<TAdmBlobData>;
 
-const std::string& noFieldsText()
-{
-    static const std::string text = localized("No fields selected");
-    return text;
-}
+} // namespace
 
 GridValue getValueForTableColumn(const TAdmMDBTable* table, std::size_t column, std::size_t row)
 {
     if (table == nullptr) return {};
     auto value = table->rows().value(row, column);
-    if (auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value)) return std::move(*blob);
+    if (auto* object = std::get_if<Object>(&value)) return std::move(*object);
     if (const auto* text = std::get_if<std::string_view>(&value)) return *text;
-    return std::string_view(nullText());
+    return NullCell();
 }
 
 std::string cellDisplayText(const GridValue& value)
 {
+    if (std::holds_alternative<NullCell>(value)) return textInstead(value);
     if (const auto* text = std::get_if<std::string_view>(&value)) return std::string(*text);
-    if (const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value)) return (*blob)->cellDescription();
+    if (const auto* object = std::get_if<Object>(&value)) return (*object)->cellDescription();
     return {};
 }
 
-std::string_view valueDescription(const GridValue& value, std::string& buffer)
+std::optional<std::string_view> valueText(const GridValue& value, std::string& buffer)
 {
     if (const auto* text = std::get_if<std::string_view>(&value)) return *text;
-    if (const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value)) return buffer = (*blob)->description();
-    return {};
+    const auto* object = std::get_if<Object>(&value);
+    auto text = object == nullptr ? std::nullopt : (*object)->textualDescription();
+    if (!text) return std::nullopt;
+    return buffer = std::move(*text);
+}
+
+std::string textInstead(const GridValue& value)
+{
+    if (std::holds_alternative<NullCell>(value)) return localized("[NULL]");
+    return std::holds_alternative<Object>(value) ? localized("[NON-TEXTUAL DATA]") : localized("No fields selected");
 }
 
 std::string objectNote(const TAdmBlobData& object)

@@ -3,29 +3,33 @@
 #include "model/TAdmMDBTable.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 
 namespace vellumo {
 
-// The value of a grid cell: none at all (no table is shown), a text ("[NULL]", localised, for null), or an object
-// (never a null pointer). A text lives as long as the table's rows.
-using GridValue = std::variant<std::monostate, std::string_view, std::shared_ptr<TAdmBlobData>>;
-
-// The texts that stand for a value that cannot be shown, localised.
-[[nodiscard]] const std::string& nullText();           // "[NULL]"
-[[nodiscard]] const std::string& nonTextualDataText(); // "[NON-TEXTUAL DATA]"
-[[nodiscard]] const std::string& noFieldsText();       // "No fields selected"
+// A null in a cell.
+struct NullCell {
+    bool operator==(const NullCell&) const = default;
+};
+// The value of a grid cell: none at all (no table is shown), null, a text, or an object (never a null pointer). A text
+// lives as long as the table's rows.
+using GridValue = std::variant<std::monostate, NullCell, std::string_view, std::shared_ptr<TAdmBlobData>>;
 
 // `table` may be null; `column` is below its column count, `row` (a row number of its store) below its row count.
 [[nodiscard]] GridValue getValueForTableColumn(const TAdmMDBTable* table, std::size_t column, std::size_t row);
 
-// What a cell draws: the text, or for an object its type and size (".bmp [12 KB]"). "" without a value.
+// What a cell draws: the text, for null "[NULL]" (localised), for an object its type and size (".bmp [12 KB]"). ""
+// without a value.
 [[nodiscard]] std::string cellDisplayText(const GridValue& value);
 
-// The value as text in full: for an object its content, or "[NON-TEXTUAL DATA]". `buffer` keeps what had to be made.
-[[nodiscard]] std::string_view valueDescription(const GridValue& value, std::string& buffer);
+// What the value says in full; nullopt for null, for an object without a text, and without a value. `buffer` keeps what
+// had to be made.
+[[nodiscard]] std::optional<std::string_view> valueText(const GridValue& value, std::string& buffer);
+// What people are told of a value without a text (localised): "[NULL]", "[NON-TEXTUAL DATA]", or "No fields selected".
+[[nodiscard]] std::string textInstead(const GridValue& value);
 
 // What is to be said of an object beside its content: that it is damaged; "" for a sound one.
 [[nodiscard]] std::string objectNote(const TAdmBlobData& object);

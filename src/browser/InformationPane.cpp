@@ -25,11 +25,8 @@ constexpr std::array<TypeKeys, 5> typeKeys = {{
 InformationPane::Entry entryOf(const TAdmMDBObject& object)
 {
     InformationPane::Entry entry{object.name(), {}};
-    const auto values = object.getObjectValues();
-    for (const auto& label : object.getObjectLabels()) {
-        const auto value = values.find(label);
-        entry.properties.push_back({label, value == values.end() ? std::string() : infoText(value->second)});
-    }
+    for (const auto& [id, value] : object.information())
+        entry.properties.push_back({infoLabel(id), infoText(value)});
     return entry;
 }
 

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "browser/FileList.h"
-#include "browser/TreeItem.h"
 
 #include <vector>
 
 namespace vellumo {
 
 // The menu of a jump bar and the item selected in it: one item a listed file, below it one item a table of that file.
-// Titles are the objects' names.
+// Titles are the objects' names. The menu keeps no pointer: it asks the list whenever it is asked.
 class JumpBarMenu {
 public:
     struct FileItem {
@@ -16,22 +15,34 @@ public:
         std::vector<TAdmMDBTable*> tables; // the submenu
     };
 
-    [[nodiscard]] const std::vector<FileItem>& items() const { return m_items; }
-    [[nodiscard]] const TreeItem& selectedItem() const { return m_selectedItem; }
+    // `files` outlives the menu, which has no items before the first rebuild.
+    explicit JumpBarMenu(const FileList& files)
+        : m_files(files)
+    {
+    }
 
-    // One item a file. The selection stays if its item is there again.
-    void rebuild(const FileList::Files& files);
-    // No items and no selection.
+    // Borrowed until the list or a file changes, as all items here are.
+    [[nodiscard]] std::vector<FileItem> items() const;
+    [[nodiscard]] TreeItem selectedItem() const { return m_isCleared ? TreeItem() : m_files.find(m_selected); }
+
+    // The files of the list. The selection stays.
+    void rebuild() { m_isCleared = false; }
+    // No items and no selection until it is rebuilt.
     void clear();
 
     // The item that stands for `item`, or for its file when the menu has no such table; none when it has no such file.
-    // Looks at no object that is not in the menu.
-    [[nodiscard]] TreeItem find(const TreeItem& item) const;
-    void select(const TreeItem& item) { m_selectedItem = find(item); }
+    // Looks at no object that has gone.
+    [[nodiscard]] TreeItem find(const TreeItem& item) const { return find(idOf(item)); }
+    void select(const TreeItem& item) { m_selected = idOf(item); }
+
+    // For whoever keeps an item longer, such as a menu that is open.
+    [[nodiscard]] ItemId idOf(const TreeItem& item) const { return m_files.idOf(item); }
+    [[nodiscard]] TreeItem find(const ItemId& id) const { return m_isCleared ? TreeItem() : m_files.find(id); }
 
 private:
-    std::vector<FileItem> m_items;
-    TreeItem m_selectedItem;
+    const FileList& m_files;
+    ItemId m_selected;
+    bool m_isCleared = true;
 };
 
 } // namespace vellumo

@@ -15,9 +15,23 @@ class ChildWindow;
 class DamageDetails;
 class ExportWizard;
 
+enum class InformationChange {
+    Bar,     // which buttons are shown, and which one is selected
+    Lists,   // everything of the type
+    Details, // the property list beside the type's name list
+};
+
+// What is told of by its name alone.
+enum class WindowPart {
+    StatusText,
+    Placeholder,
+    Navigation, // whether Back and Next can be used, in toolbar and menu
+    JumpBar,    // its items or its selection; so often that its menus are better made when they are about to open
+    SearchMenu,
+};
+
 // The main window as the controller sees it. Each call says what changed; what it changed to is asked of the
-// VellumoAppDelegate. But for openDidProgress no call waits for the user, and none calls back before it returns. Main
-// thread only.
+// VellumoAppDelegate. No call waits for the user, and none calls back before it returns. Main thread only.
 class MainWindowView {
 public:
     virtual ~MainWindowView() = default;
@@ -31,37 +45,26 @@ public:
     virtual void reloadTree() = 0;
     // The tables of this file go: the tree shows none of them and forgets them.
     virtual void fileWillClose(TAdmMDBFile& file) = 0;
-    virtual void expandTreeItem(TAdmMDBFile& file) = 0;
-    virtual void collapseTreeItem(TAdmMDBFile& file) = 0;
+    virtual void setTreeItemExpanded(TAdmMDBFile& file, bool isExpanded) = 0;
     virtual void treeSelectionDidChange() = 0;
     // To the selected row.
     virtual void scrollToTreeSelection() = 0;
 
-    // Information pane.
-    virtual void informationBarDidChange() = 0; // which buttons are shown, which one is selected
-    virtual void informationDidReload(InformationType type) = 0;
-    virtual void informationDetailsDidChange(InformationType type) = 0; // the property list beside a name list
+    // Information pane. `type` means nothing for the bar.
+    virtual void informationDidChange(InformationChange change, InformationType type) = 0;
 
-    virtual void statusTextDidChange() = 0;
-    virtual void placeholderDidChange() = 0;
+    virtual void partDidChange(WindowPart part) = 0;
     // Shows or hides the part and gives its menu item and button their new looks.
     virtual void viewToggleDidChange(ViewToggle toggle) = 0;
 
-    // Whether Back and Next can be used; both in toolbar and menu.
-    virtual void navigationDidChange() = 0;
     virtual void deselectAllForToolbarItems() = 0;
 
-    // Comes after every click into the tree, so the menus are better made when they are about to open.
-    virtual void jumpBarMenuDidChange() = 0;
-    virtual void jumpBarSelectionDidChange() = 0;
-
-    virtual void searchMenuDidChange() = 0;
     virtual void focusDataSearchField() = 0;
 
-    // The time while a file is opened. Until openDidEnd the window takes no input but Stop.
+    // The time while a file is opened; VellumoAppDelegate::StopOpening gives it up. Which commands can be used changes
+    // with the first and the last.
     virtual void openDidBegin(const TAdmMDBFile& file) = 0;
-    // Numbers as OpenObserver has them; may let the window redraw. Returns false to stop.
-    [[nodiscard]] virtual bool openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) = 0;
+    virtual void openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) = 0; // as OpenObserver has them
     virtual void openDidEnd() = 0;
 
     // What the selected file lost, as a sheet.

@@ -1,15 +1,13 @@
 #include "browser/SelectionHistory.h"
 
-#include "model/TAdmMDBFile.h"
-
-#include <unordered_set>
+#include <set>
 
 namespace vellumo {
 
 namespace {
 
 using Tables = SelectionHistory::Tables;
-using TableSet = std::unordered_set<const TAdmMDBTable*>;
+using TableSet = std::set<ItemId>;
 
 void collapseEqualLastPairs(Tables& tables)
 {
@@ -37,26 +35,27 @@ void collapseEnd(Tables& tables, const TableSet& gone)
 
 } // namespace
 
-void SelectionHistory::visit(TAdmMDBTable& table)
+void SelectionHistory::visit(const ItemId& table)
 {
-    if (m_previousTables.empty() || m_previousTables.back() != &table) {
-        m_previousTables.push_back(&table);
+    if (m_previousTables.empty() || m_previousTables.back() != table) {
+        m_previousTables.push_back(table);
         m_nextTables.clear();
         m_isNextEnabled = false;
     }
     m_isBackEnabled = m_previousTables.size() >= 2;
 }
 
-TAdmMDBTable* SelectionHistory::backTarget() const
+std::optional<ItemId> SelectionHistory::backTarget() const
 {
-    if (!m_isBackEnabled || m_previousTables.empty()) return nullptr;
+    if (!m_isBackEnabled || m_previousTables.empty()) return std::nullopt;
     const auto count = m_previousTables.size();
     return m_previousTables[count >= 2 ? count - 2 : 0];
 }
 
-TAdmMDBTable* SelectionHistory::nextTarget() const
+std::optional<ItemId> SelectionHistory::nextTarget() const
 {
-    return m_isNextEnabled && !m_nextTables.empty() ? m_nextTables.back() : nullptr;
+    if (!m_isNextEnabled || m_nextTables.empty()) return std::nullopt;
+    return m_nextTables.back();
 }
 
 void SelectionHistory::finishBack(bool isTargetShown)
@@ -83,11 +82,11 @@ void SelectionHistory::finishNext(bool isTargetShown)
 
 // The tables go one after the other, and after each one the ends of the lists are tidied; which entries survive depends
 // on that. Only the ends are looked at on the way, what is gone further inside is taken out at once afterwards.
-void SelectionHistory::removeTablesOf(const TAdmMDBFile& file)
+void SelectionHistory::removeTables(const Tables& closing)
 {
     TableSet gone;
-    for (const auto& table : file.tables()) {
-        gone.insert(table.get());
+    for (const auto& table : closing) {
+        gone.insert(table);
         collapseEnd(m_previousTables, gone);
         collapseEnd(m_nextTables, gone);
         while (!m_previousTables.empty() && !m_nextTables.empty() && m_previousTables.back() == m_nextTables.back()) {
@@ -95,7 +94,7 @@ void SelectionHistory::removeTablesOf(const TAdmMDBFile& file)
             trimEnd(m_nextTables, gone);
         }
     }
-    const auto isGone = [&](const TAdmMDBTable* table) { return gone.contains(table); };
+    const auto isGone = [&](const ItemId& table) { return gone.contains(table); };
     std::erase_if(m_previousTables, isGone);
     std::erase_if(m_nextTables, isGone);
     if (m_previousTables.empty()) m_isBackEnabled = false;

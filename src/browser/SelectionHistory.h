@@ -1,15 +1,17 @@
 #pragma once
 
-#include "model/TAdmMDBTable.h"
+#include "browser/TreeItem.h"
 
+#include <optional>
 #include <vector>
 
 namespace vellumo {
 
-// The tables that the user visited: where Back and Next lead, and whether they may be used. Borrows the tables.
+// The tables that the user visited: where Back and Next lead, and whether they may be used. Keeps their ids, no
+// pointers.
 class SelectionHistory {
 public:
-    using Tables = std::vector<TAdmMDBTable*>;
+    using Tables = std::vector<ItemId>;
 
     // In the order of the visits; the last one is the current table.
     [[nodiscard]] const Tables& previousTables() const { return m_previousTables; }
@@ -19,17 +21,18 @@ public:
     [[nodiscard]] bool isNextEnabled() const { return m_isNextEnabled; }
 
     // Records a visit: a table visited again at once counts once, and a new visit leads nowhere further.
-    void visit(TAdmMDBTable& table);
+    void visit(const ItemId& table);
 
-    // Where Back and Next lead; null when they are not enabled.
-    [[nodiscard]] TAdmMDBTable* backTarget() const;
-    [[nodiscard]] TAdmMDBTable* nextTarget() const;
+    // Where Back and Next lead; nullopt when they are not enabled.
+    [[nodiscard]] std::optional<ItemId> backTarget() const;
+    [[nodiscard]] std::optional<ItemId> nextTarget() const;
     // After the target was shown, or could not be: then nothing moves from list to list.
     void finishBack(bool isTargetShown);
     void finishNext(bool isTargetShown);
 
-    // Forgets the tables of a file that is about to close. Cost: linear in its tables and the visits.
-    void removeTablesOf(const TAdmMDBFile& file);
+    // Forgets the tables of a file that is about to close, which are given in the file's order. Cost: little more than
+    // linear in these and the visits.
+    void removeTables(const Tables& closing);
 
 private:
     Tables m_previousTables;

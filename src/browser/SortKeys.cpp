@@ -147,14 +147,6 @@ void appendDateKey(std::string_view text, std::string& key)
 
 } // namespace
 
-SortKind sortKindOf(std::string_view dataType)
-{
-    constexpr std::string_view numbers[] = {"Boolean", "Byte", "Integer", "Long Integer", "Currency", "Single",
-        "Double", "Numeric", "Complex Value auto number"};
-    if (std::find(std::begin(numbers), std::end(numbers), dataType) != std::end(numbers)) return SortKind::Number;
-    return dataType == "DateTime" ? SortKind::Date : SortKind::Text;
-}
-
 void appendSortKey(SortKind kind, std::string_view text, std::string& key)
 {
     switch (kind) {

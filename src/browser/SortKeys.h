@@ -1,15 +1,11 @@
 #pragma once
 
+#include "rows/ColumnType.h"
+
 #include <string>
 #include <string_view>
 
 namespace vellumo {
-
-// What the texts of a column mean when they are put in order.
-enum class SortKind { Text, Number, Date };
-
-// `dataType`: the Access name of the column's type.
-[[nodiscard]] SortKind sortKindOf(std::string_view dataType);
 
 // Appends a key of `text` to `key`; keys of one kind compare bytewise as the texts are to be ordered, and are equal
 // when the texts rank equally. No key contains a zero byte.

@@ -10,12 +10,12 @@ namespace vellumo {
 enum class ToolbarCommand { PreviousTable, NextTable, OpenFile, Export, Search };
 
 struct ToolbarItem {
-    std::string_view identifier;
+    std::string identifier;
     const char* labelKey;   // label and palette label, a key of the message table
     const char* toolTipKey; // empty for none
-    std::string_view iconName;
+    std::string iconName;
     ToolbarCommand command;
-    int exportTag; // 1 CSV, 2 TXT, 3 XML, 4 XLS, 5 SQL, 6 SQLite; 0 for what is no export
+    int exportTag; // one more than the code of the export type; 0 for what is no export
     bool isSelectable;
 
     [[nodiscard]] std::string label() const;
@@ -27,8 +27,7 @@ struct ToolbarItem {
 // Null for an identifier that no item has.
 [[nodiscard]] const ToolbarItem* toolbarItem(std::string_view identifier);
 
-// The export type of a toolbar item's or a menu item's tag: 0 CSV, 1 TXT, 2 XML, 3 XLS, 4 SQL, 5 SQLite; -1 for a tag
-// outside of 1 to 6.
+// The code of the export type of a toolbar item's or a menu item's tag; -1 for a tag that belongs to none.
 [[nodiscard]] int exportTypeByTag(int tag);
 
 // "About …", "Hide …" and "Quit …" with the program's name.

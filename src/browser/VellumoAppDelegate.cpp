@@ -10,10 +10,13 @@ namespace vellumo {
 VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const DesktopPorts& desktop)
     : m_view(mainWindow)
     , m_desktop(desktop)
-    , m_files(desktop.fileFacts)
-    , m_tree(m_files)
+    , m_files(mainWindow, desktop,
+          {[this](TAdmMDBFile& file) { letGoOf(file); },
+              [this](const TAdmMDBFile& file) { return m_exports.isExporting(file); }})
+    , m_selection(m_files.list())
+    , m_tree(m_files.list())
     , m_dataView(mainWindow.dataView(), desktop, m_toggles.isShown(ViewToggle::TextView))
-    , m_opener(mainWindow)
+    , m_navigation(m_files.list())
     , m_exports(mainWindow, desktop)
 {
     m_dataView.setSelectionListener([this] { updateStatusBarForRecordSelection(); });
@@ -25,8 +28,8 @@ void VellumoAppDelegate::applicationDidFinishLaunching()
     for (const auto toggle : ViewToggles::all)
         applyToggle(toggle);
     showFileInformation();
-    m_view.navigationDidChange();
-    m_view.searchMenuDidChange();
+    m_view.partDidChange(WindowPart::Navigation);
+    m_view.partDidChange(WindowPart::SearchMenu);
     refreshRecentFiles(); // with nothing selected it tells the number of files
 }
 
@@ -45,18 +48,20 @@ void VellumoAppDelegate::applicationShouldHandleReopen(bool hasVisibleWindows)
 
 // Selection and what it shows
 
+TreeItem VellumoAppDelegate::treeSelection()
+{
+    const auto item = m_selection.item();
+    return m_tree.contains(item) ? item : TreeItem();
+}
+
 void VellumoAppDelegate::outlineViewSelectionDidChange(const TreeItem& item)
 {
-    if (item == m_treeSelection) return;
-    m_treeSelection = item;
-    selectionDidChange(item);
+    if (item != treeSelection()) selectionDidChange(item);
 }
 
 void VellumoAppDelegate::selectionDidChange(const TreeItem& item)
 {
-    m_selectedFile = item.file;
-    m_selectedTable = item.table;
-    m_isNothingShown = item.isNone();
+    m_selection.select(item);
     if (item.isTable())
         showTableInformation();
     else
@@ -68,15 +73,14 @@ void VellumoAppDelegate::selectionDidChange(const TreeItem& item)
         updateStatusBarForFileSelection();
     else
         updateStatusBarForNoSelection();
-    m_jumpBar.select(item);
-    m_view.jumpBarSelectionDidChange();
+    updateJumpBarSelection();
 }
 
 void VellumoAppDelegate::showFileInformation()
 {
     refreshFileInfo();
     m_information.showFileType();
-    m_view.informationBarDidChange();
+    m_view.informationDidChange(InformationChange::Bar, {});
 }
 
 void VellumoAppDelegate::showTableInformation()
@@ -86,37 +90,37 @@ void VellumoAppDelegate::showTableInformation()
     refreshIndexInfo();
     refreshRelationInfo();
     m_information.showTableTypes();
-    m_view.informationBarDidChange();
+    m_view.informationDidChange(InformationChange::Bar, {});
 }
 
 void VellumoAppDelegate::refreshFileInfo()
 {
-    m_information.refreshFileInfo(m_selectedFile);
-    m_view.informationDidReload(InformationType::File);
+    m_information.refreshFileInfo(selectedFile());
+    m_view.informationDidChange(InformationChange::Lists, InformationType::File);
 }
 
 void VellumoAppDelegate::refreshTableInfo()
 {
-    m_information.refreshTableInfo(m_selectedTable);
-    m_view.informationDidReload(InformationType::Table);
+    m_information.refreshTableInfo(selectedTable());
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Table);
 }
 
 void VellumoAppDelegate::refreshColumnInfo()
 {
-    m_information.refreshColumnInfo(m_selectedTable);
-    m_view.informationDidReload(InformationType::Column);
+    m_information.refreshColumnInfo(selectedTable());
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Column);
 }
 
 void VellumoAppDelegate::refreshIndexInfo()
 {
-    m_information.refreshIndexInfo(m_selectedTable);
-    m_view.informationDidReload(InformationType::Index);
+    m_information.refreshIndexInfo(selectedTable());
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Index);
 }
 
 void VellumoAppDelegate::refreshRelationInfo()
 {
-    m_information.refreshRelationInfo(m_selectedTable);
-    m_view.informationDidReload(InformationType::Relation);
+    m_information.refreshRelationInfo(selectedTable());
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Relation);
 }
 
 void VellumoAppDelegate::showInGrid(const TAdmMDBTable* table)
@@ -125,11 +129,10 @@ void VellumoAppDelegate::showInGrid(const TAdmMDBTable* table)
     m_dataView.displayTextViewContent({});
 }
 
-// Both selections, and all that shows what was selected.
+// The selection, and the panes that show what was selected.
 void VellumoAppDelegate::clearSelection()
 {
-    m_selectedFile = nullptr;
-    m_selectedTable = nullptr;
+    m_selection.select({});
     showInGrid(nullptr);
     showFileInformation();
 }
@@ -137,13 +140,13 @@ void VellumoAppDelegate::clearSelection()
 void VellumoAppDelegate::InformationTypeChange(InformationType type)
 {
     m_information.selectType(type);
-    m_view.informationBarDidChange();
+    m_view.informationDidChange(InformationChange::Bar, {});
 }
 
 void VellumoAppDelegate::informationEntryDidChange(InformationType type, std::size_t index)
 {
     m_information.selectEntry(type, index);
-    m_view.informationDetailsDidChange(type);
+    m_view.informationDidChange(InformationChange::Details, type);
 }
 
 // Status bar
@@ -151,7 +154,7 @@ void VellumoAppDelegate::informationEntryDidChange(InformationType type, std::si
 void VellumoAppDelegate::setStatusText(std::string text)
 {
     m_statusText = std::move(text);
-    m_view.statusTextDidChange();
+    m_view.partDidChange(WindowPart::StatusText);
 }
 
 void VellumoAppDelegate::updateStatusBarForNoSelection()
@@ -162,13 +165,13 @@ void VellumoAppDelegate::updateStatusBarForNoSelection()
 void VellumoAppDelegate::updateStatusBarForFileSelection()
 {
     setStatusText(statusForFile(m_tree.fileEntities().size(),
-        isSelectedFileOpen() ? std::optional(m_selectedFile->tables().size()) : std::nullopt));
+        isSelectedFileOpen() ? std::optional(selectedFile()->tables().size()) : std::nullopt));
 }
 
 void VellumoAppDelegate::updateStatusBarForTableSelection()
 {
-    if (m_selectedTable == nullptr) return;
-    setStatusText(statusForTable(m_tree.tableEntities(*m_selectedFile).size(), m_selectedTable->rows().rowCount()));
+    const auto [file, table] = m_selection.item();
+    if (table != nullptr) setStatusText(statusForTable(m_tree.tableEntities(*file).size(), table->rows().rowCount()));
 }
 
 void VellumoAppDelegate::updateStatusBarForRecordSelection()
@@ -203,21 +206,20 @@ void VellumoAppDelegate::controlTextDidChange(SearchField field, std::string tex
         dataSearchDidChange(std::move(text));
 }
 
-// A filter that hides what is selected takes the tree's selection away but leaves what the window shows.
+// While a filter hides what is selected the tree has no selected row; the rest of the window shows it all the same.
 void VellumoAppDelegate::fileSearchDidChange(std::string text)
 {
-    const TreeItem remembered{m_selectedFile, m_selectedTable};
     m_tree.setFilterText(std::move(text));
     reloadTree();
     if (useFileFilter())
         for (auto* file : m_tree.fileEntities())
-            if (file->active()) m_view.expandTreeItem(*file);
-    m_dataView.updateDataTableToShowMDBTable(m_selectedTable);
-    const bool isShown = m_tree.contains(remembered) && m_jumpBar.selectedItem() == remembered;
-    setTreeSelection(isShown ? remembered : TreeItem());
-    if (m_selectedTable != nullptr)
+            if (file->active()) m_view.setTreeItemExpanded(*file, true);
+    const auto selected = m_selection.item();
+    m_dataView.updateDataTableToShowMDBTable(selected.table);
+    m_view.treeSelectionDidChange();
+    if (selected.isTable())
         updateStatusBarForTableSelection();
-    else if (m_selectedFile != nullptr)
+    else if (selected.isFile())
         updateStatusBarForFileSelection();
     else
         updateStatusBarForNoSelection();
@@ -258,7 +260,7 @@ void VellumoAppDelegate::SetCaseForSearch()
 
 void VellumoAppDelegate::searchRuleDidChange()
 {
-    m_view.searchMenuDidChange();
+    m_view.partDidChange(WindowPart::SearchMenu);
     reloadForSearch();
     if (useDataFilter()) updateStatusBarForRecordSelection();
 }
@@ -268,76 +270,68 @@ void VellumoAppDelegate::searchRuleDidChange()
 void VellumoAppDelegate::OnSingleClickfileTree(const TreeItem& item)
 {
     if (item.isNone()) return;
-    if (item.isTable()) recordVisit(*item.table);
+    if (item.isTable()) recordVisit(item);
     refreshJumpBarMenu();
 }
 
-void VellumoAppDelegate::recordVisit(TAdmMDBTable& table)
+void VellumoAppDelegate::recordVisit(const TreeItem& table)
 {
-    m_history.visit(table);
-    m_view.navigationDidChange();
+    m_navigation.visit(table);
+    m_view.partDidChange(WindowPart::Navigation);
 }
 
 void VellumoAppDelegate::PreviousSelectedTable()
 {
-    auto* target = m_history.backTarget();
-    if (target == nullptr) return;
-    m_history.finishBack(showVisitedTable(*target));
-    m_view.navigationDidChange();
+    m_navigation.goBack([this](const TreeItem& table) { selectWhereShown(table); });
+    m_view.partDidChange(WindowPart::Navigation);
 }
 
 void VellumoAppDelegate::NextSelectedTable()
 {
-    auto* target = m_history.nextTarget();
-    if (target == nullptr) return;
-    m_history.finishNext(showVisitedTable(*target));
-    m_view.navigationDidChange();
+    m_navigation.goForth([this](const TreeItem& table) { selectWhereShown(table); });
+    m_view.partDidChange(WindowPart::Navigation);
 }
 
-bool VellumoAppDelegate::showVisitedTable(TAdmMDBTable& table)
-{
-    m_selectedTable = &table;
-    m_selectedFile = table.file();
-    m_performBackForward = true;
-    updateJumpBarSelection();
-    m_performBackForward = false;
-    return m_jumpBar.selectedItem() == TreeItem::of(table);
-}
-
-// The tree follows, so that its selection is always what the window shows.
 void VellumoAppDelegate::jumpBarDidSelectItem(const TreeItem& item)
 {
-    const auto listed = m_jumpBar.find(item);
-    if (m_JumpBarMenuRefresh || listed.isNone()) return;
+    const auto listed = m_navigation.jumpBar().find(item);
+    if (listed.isNone()) return;
     selectWhereShown(listed);
-    if (listed.isTable() && !m_performBackForward) recordVisit(*listed.table);
+    if (listed.isTable()) recordVisit(listed);
 }
 
 void VellumoAppDelegate::updateJumpBarSelection()
 {
-    const auto item = m_jumpBar.find({m_selectedFile, m_selectedTable});
-    if (item.isNone()) return;
-    m_jumpBar.select(item);
-    m_view.jumpBarSelectionDidChange();
-    jumpBarDidSelectItem(item);
+    m_navigation.jumpBar().select(m_selection.item());
+    m_view.partDidChange(WindowPart::JumpBar);
 }
 
 void VellumoAppDelegate::refreshJumpBarMenu()
 {
-    m_JumpBarMenuRefresh = true;
-    m_jumpBar.rebuild(recentFiles());
-    m_view.jumpBarMenuDidChange();
+    m_navigation.jumpBar().rebuild();
+    m_view.partDidChange(WindowPart::JumpBar);
     updateJumpBarSelection();
-    m_JumpBarMenuRefresh = false;
     if (m_childWinManager) m_childWinManager->refreshChildJumpBarMenus();
 }
 
 // Export
 
+TreeItem VellumoAppDelegate::exportTarget()
+{
+    const auto clicked = m_selection.clickedItem();
+    return clicked.isNone() ? treeSelection() : clicked;
+}
+
+bool VellumoAppDelegate::canExport()
+{
+    const auto* file = exportTarget().file;
+    return !m_exports.isExporting() && !m_isExportWaiting && (file == nullptr || !m_files.isInUse(*file));
+}
+
 void VellumoAppDelegate::Export(int tag)
 {
-    if (isBusy()) return;
-    const auto item = m_clickedItem.isNone() ? m_treeSelection : m_clickedItem;
+    if (!canExport()) return;
+    const auto item = exportTarget();
     if (item.isNone())
         m_desktop.alerts.show({localized("No MDB File selected."),
             localized("Please select a file from the file list first."), Alert::Style::Sheet});
@@ -348,16 +342,16 @@ void VellumoAppDelegate::Export(int tag)
 
 void VellumoAppDelegate::exportItem(const TreeItem& item, int exportType)
 {
-    const auto file = m_files.share(*item.file);
-    const bool wasActive = file->active();
-    const auto result = m_opener.open(file);
-    if (result == OpenResult::Failed) showOpenFailure(*file, Alert::Style::Sheet);
-    if (result != OpenResult::Opened) return;
-    if (!wasActive) {
+    if (item.file->active()) return m_exports.begin(m_files.list().share(*item.file), item.table, exportType);
+    m_isExportWaiting = true;
+    m_files.open(*item.file, [this, exportType](TAdmMDBFile& file, OpenResult result) {
+        m_isExportWaiting = false;
+        if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
+        if (result != OpenResult::Opened) return;
         reloadTree();
         refreshJumpBarMenu();
-    }
-    m_exports.begin(file, item.table, exportType);
+        m_exports.begin(m_files.list().share(file), nullptr, exportType);
+    });
 }
 
 void VellumoAppDelegate::exportSheetDidEnd(int returnCode)
@@ -379,7 +373,7 @@ void VellumoAppDelegate::OpenTableInNewWindow(TAdmMDBTable& table)
 
 void VellumoAppDelegate::OpenSelectedTableInNewWindow()
 {
-    if (m_clickedItem.isTable()) OpenTableInNewWindow(*m_clickedItem.table);
+    if (const auto clicked = m_selection.clickedItem(); clicked.isTable()) OpenTableInNewWindow(*clicked.table);
 }
 
 } // namespace vellumo

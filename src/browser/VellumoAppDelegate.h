@@ -4,13 +4,12 @@
 #include "browser/DataView.h"
 #include "browser/DesktopPorts.h"
 #include "browser/ExportLauncher.h"
-#include "browser/FileList.h"
-#include "browser/FileOpener.h"
+#include "browser/Files.h"
 #include "browser/InformationPane.h"
-#include "browser/JumpBarMenu.h"
 #include "browser/MainWindowView.h"
+#include "browser/Navigation.h"
 #include "browser/SearchMenu.h"
-#include "browser/SelectionHistory.h"
+#include "browser/Selection.h"
 #include "browser/TreeDataSource.h"
 #include "browser/ViewToggles.h"
 
@@ -22,16 +21,19 @@
 namespace vellumo {
 
 // The program's controller: the list of files, what is selected, and what all parts of the main window show. The window
-// forwards what the user does and asks for what it draws. Paths are absolute. Main thread only.
+// forwards what the user does and asks for what it draws. Three parts keep the state, Files, Selection and Navigation;
+// this class tells them what the user wants and the window what came of it. Paths are absolute. Main thread only.
 //
-// While a file is opened or an export runs the model must stay as it is: what would change the file list is ignored
-// until then.
+// Files are opened on another thread, one after the other; a command that opens one returns before it is open. What
+// would change a file that is being opened or exported cannot be used until then: canUse and its like tell, and the
+// command does nothing.
 class VellumoAppDelegate {
 public:
     // Where a command on a file comes from: the menu of a tree row, which means the row clicked, or anything else,
     // which means the file selected. A table's row stands for its file.
     enum class Sender { TreeMenu, Other };
     enum class SearchField { File, Data };
+    using FileCommand = vellumo::FileCommand;
 
     // `mainWindow` and the interfaces outlive the controller.
     VellumoAppDelegate(MainWindowView& mainWindow, const DesktopPorts& desktop);
@@ -41,7 +43,8 @@ public:
     // --- The program's life ---
     void applicationDidFinishLaunching();
     // The program was asked to end: the file that is being opened is given up, and none is begun any more.
-    void applicationShouldTerminate() { m_opener.stopForGood(); }
+    void applicationShouldTerminate() { m_files.opener().stopForGood(); }
+    // Stores the settings. Waits for nothing: the worker of an opening is waited for when the controller goes.
     void applicationWillTerminate();
     // At the end, and whenever something was changed that the next run is to have.
     void storeSettings();
@@ -50,7 +53,8 @@ public:
     void applicationOpenFiles(const std::vector<std::string>& paths);
 
     // --- File list ---
-    [[nodiscard]] const FileList::Files& recentFiles() const { return m_files.recentFiles(); }
+    [[nodiscard]] const FileList& fileList() const { return m_files.list(); }
+    [[nodiscard]] const FileList::Files& recentFiles() const { return m_files.list().recentFiles(); }
     TAdmMDBFile& createNewMDBFile(std::string_view path, bool insertFront);
     // A new, unopened entry at the front. An entry listed under the same folder and name is dropped with all that was
     // shown of it: its tables leave the history, and their windows close.
@@ -66,6 +70,13 @@ public:
     void RemoveSelectedFile(Sender sender);
     void RemoveOtherFiles(Sender sender);
     void ShowInFinder(Sender sender);
+    // Gives up the file that is being opened; it stays in the list, unopened. Those that wait come next.
+    void StopOpening() { m_files.opener().stop(); }
+    // Whether a file is being opened, or waits to be.
+    [[nodiscard]] bool isOpening() const { return m_files.opener().isBusy(); }
+    // Whether the command has something to work on, and may. LookForLostRows means the selected file at any rate.
+    [[nodiscard]] bool canUse(FileCommand command, Sender sender) const;
+    [[nodiscard]] bool canClearRecentDocuments() const;
     // Files dragged onto the tree: accepted (and copied) when at least one is a database, wherever they are dropped.
     [[nodiscard]] bool validateDrop(const std::vector<std::string>& paths) const;
     void acceptDrop(const std::vector<std::string>& paths);
@@ -82,17 +93,19 @@ public:
     [[nodiscard]] TreeDataSource& tree() { return m_tree; }
     [[nodiscard]] TreeItemText objectValueByItem(const TreeItem& item) const;
     // The selected row; none while a filter hides what is selected.
-    [[nodiscard]] const TreeItem& treeSelection() const { return m_treeSelection; }
+    [[nodiscard]] TreeItem treeSelection();
     // The user selected a row, or none.
     void outlineViewSelectionDidChange(const TreeItem& item);
     // The row under the pointer while a menu of the tree is open; none otherwise.
-    void setClickedTreeItem(const TreeItem& item) { m_clickedItem = item; }
+    void setClickedTreeItem(const TreeItem& item) { m_selection.setClickedItem(item); }
     void OnSingleClickfileTree(const TreeItem& item);
     void OnDoubleClickFileTree();
 
     // --- Selection and what it shows ---
-    [[nodiscard]] TAdmMDBFile* selectedFile() const { return m_selectedFile; }
-    [[nodiscard]] TAdmMDBTable* selectedTable() const { return m_selectedTable; }
+    // Borrowed until the file closes or leaves the list; null for none.
+    [[nodiscard]] TAdmMDBFile* selectedFile() const { return m_selection.item().file; }
+    [[nodiscard]] TAdmMDBTable* selectedTable() const { return m_selection.item().table; }
+    // Selects the item, and everything but the tree's row shows it.
     void selectionDidChange(const TreeItem& item);
     [[nodiscard]] const InformationPane& information() const { return m_information; }
     void InformationTypeChange(InformationType type);
@@ -125,16 +138,18 @@ public:
     [[nodiscard]] bool useDataFilter() const { return !m_search.text.empty(); }
 
     // --- Navigation ---
-    [[nodiscard]] const SelectionHistory& history() const { return m_history; }
+    [[nodiscard]] const SelectionHistory& history() const { return m_navigation.history(); }
     void PreviousSelectedTable();
     void NextSelectedTable();
-    [[nodiscard]] const JumpBarMenu& jumpBar() const { return m_jumpBar; }
+    [[nodiscard]] const JumpBarMenu& jumpBar() const { return m_navigation.jumpBar(); }
     // An item of the jump bar was selected.
     void jumpBarDidSelectItem(const TreeItem& item);
     void refreshJumpBarMenu();
     void updateJumpBarSelection();
 
     // --- Export ---
+    // Not while another export runs or its file is being opened. True with nothing selected: Export tells of it.
+    [[nodiscard]] bool canExport();
     // `tag` of the toolbar item or menu item: 1 CSV, 2 TXT, 3 XML, 4 XLS, 5 SQL, 6 SQLite.
     void Export(int tag);
     // The dialog ended with this code, and its wizard's call has returned.
@@ -157,22 +172,24 @@ public:
 
 private:
     // Files.
-    [[nodiscard]] bool isBusy() const { return m_opener.isOpening() || m_exports.isExporting(); }
     [[nodiscard]] TAdmMDBFile* targetFile(Sender sender) const;
-    void bringIn(const std::string& path);
+    [[nodiscard]] TAdmMDBFile* freeTargetFile(Sender sender) const;
     void bringInDatabases(const std::vector<std::string>& paths);
+    void bringIn(const std::string& path);
+    void afterOpening(std::function<void()> step) { m_files.opener().enqueue(std::move(step)); }
+    void showNewEntry();
+    void didBringIn(TAdmMDBFile& file, OpenResult result);
+    void didOpenSelectedFile(TAdmMDBFile& file, OpenResult result);
+    void didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result);
     void showOpenFailure(const TAdmMDBFile& file, Alert::Style style);
-    [[nodiscard]] bool isSelectedFileOpen() const { return m_selectedFile != nullptr && m_selectedFile->active(); }
+    [[nodiscard]] bool isSelectedFileOpen() const { return selectedFile() != nullptr && selectedFile()->active(); }
     void letGoOf(TAdmMDBFile& file);
-    [[nodiscard]] std::shared_ptr<TAdmMDBFile> dropEntry(TAdmMDBFile& file);
-    [[nodiscard]] FileList::Files reconcile(const std::vector<std::string>& documents);
     void restoreTreeSelection();
 
     // Tree and selection.
     void reloadTree();
     void selectTreeItem(const TreeItem& item);
     void selectWhereShown(const TreeItem& item);
-    void setTreeSelection(const TreeItem& item);
     void deselectAll();
     void clearSelection();
     void showFileInformation();
@@ -193,33 +210,27 @@ private:
     void dataSearchDidChange(std::string text);
     void reloadForSearch();
     void searchRuleDidChange();
-    void recordVisit(TAdmMDBTable& table);
-    [[nodiscard]] bool showVisitedTable(TAdmMDBTable& table);
+    void recordVisit(const TreeItem& table);
+    [[nodiscard]] TreeItem exportTarget();
     void exportItem(const TreeItem& item, int exportType);
 
     MainWindowView& m_view;
     DesktopPorts m_desktop;
-    FileList m_files;
+    Files m_files;
+    Selection m_selection;
     TreeDataSource m_tree;
     ViewToggles m_toggles; // before the data view, which asks it
     DataView m_dataView;
     InformationPane m_information;
-    SelectionHistory m_history;
-    JumpBarMenu m_jumpBar;
-    FileOpener m_opener;
+    Navigation m_navigation;
     ExportLauncher m_exports;
     std::unique_ptr<ChildWindowManager> m_childWinManager;
 
-    TreeItem m_treeSelection;
-    TreeItem m_clickedItem;
-    TAdmMDBFile* m_selectedFile = nullptr;
-    TAdmMDBTable* m_selectedTable = nullptr;
-    bool m_isNothingShown = true; // selectionDidChange was told last that nothing is selected
+    ItemId m_salvageItem;           // what was selected when the sheet began
+    bool m_isExportWaiting = false; // for its file to be opened
     SearchSettings m_search;
     std::string m_statusText;
     bool m_isPlaceholderShown = false;
-    bool m_JumpBarMenuRefresh = false; // selections that rebuilding the menu causes are to be ignored
-    bool m_performBackForward = false; // selections are no visits
 };
 
 } // namespace vellumo

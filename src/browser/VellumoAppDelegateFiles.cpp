@@ -7,7 +7,6 @@
 #include "text/Format.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace vellumo {
 
@@ -15,32 +14,29 @@ namespace vellumo {
 
 TAdmMDBFile& VellumoAppDelegate::createNewMDBFile(std::string_view path, bool insertFront)
 {
-    return m_files.createNewMDBFile(path, insertFront);
+    return m_files.list().createNewMDBFile(path, insertFront);
 }
 
 TAdmMDBFile& VellumoAppDelegate::findMDBFileByPath(std::string_view path)
 {
-    auto* listed = m_files.findByFolderAndName(path);
-    // The old entry lives until the tree has let go of it.
-    const auto old = listed == nullptr ? nullptr : dropEntry(*listed);
-    auto& file = createNewMDBFile(path, true);
+    auto& file = m_files.replace(path);
     reloadTree();
     return file;
 }
 
 void VellumoAppDelegate::OpenFile()
 {
-    if (isBusy()) return;
     const auto paths = m_desktop.filePanels.openFiles({"accdb", "mdb"});
     for (const auto& path : paths.value_or(std::vector<std::string>()))
         bringIn(path);
-    refreshRecentFiles();
-    m_view.deselectAllForToolbarItems();
+    afterOpening([this] {
+        refreshRecentFiles();
+        m_view.deselectAllForToolbarItems();
+    });
 }
 
 void VellumoAppDelegate::applicationOpenFiles(const std::vector<std::string>& paths)
 {
-    if (isBusy()) return;
     refreshRecentFiles();
     bringInDatabases(paths);
 }
@@ -50,10 +46,7 @@ bool VellumoAppDelegate::validateDrop(const std::vector<std::string>& paths) con
     return std::any_of(paths.begin(), paths.end(), isDatabasePath);
 }
 
-void VellumoAppDelegate::acceptDrop(const std::vector<std::string>& paths)
-{
-    if (!isBusy()) bringInDatabases(paths);
-}
+void VellumoAppDelegate::acceptDrop(const std::vector<std::string>& paths) { bringInDatabases(paths); }
 
 void VellumoAppDelegate::bringInDatabases(const std::vector<std::string>& paths)
 {
@@ -61,26 +54,44 @@ void VellumoAppDelegate::bringInDatabases(const std::vector<std::string>& paths)
         const auto path = pathOutsideContainer(dropped, m_desktop.homeFolder);
         if (!isDatabasePath(path)) continue;
         bringIn(path);
-        refreshRecentFiles();
+        afterOpening([this] { refreshRecentFiles(); });
     }
 }
 
 void VellumoAppDelegate::bringIn(const std::string& path)
 {
-    // One spelling of a path: the recent documents and the list are compared by it.
-    auto& file = findMDBFileByPath(std::filesystem::path(path).lexically_normal().string());
-    const auto result = m_opener.open(m_files.share(file));
-    if (result != OpenResult::Opened) {
+    m_files.bringIn(
+        path, [this] { showNewEntry(); }, [this](TAdmMDBFile& file, OpenResult result) { didBringIn(file, result); });
+}
+
+// The file is seen while it is opened, and what was shown of an entry that it replaces is not.
+void VellumoAppDelegate::showNewEntry()
+{
+    reloadTree();
+    refreshJumpBarMenu();
+    setPlaceholderShown(false);
+    const auto selected = m_selection.item();
+    if (selected.isNone()) {
+        deselectAll();
+        updateStatusBarForNoSelection();
+    } else if (selected.isFile()) {
+        updateStatusBarForFileSelection();
+    }
+}
+
+void VellumoAppDelegate::didBringIn(TAdmMDBFile& file, OpenResult result)
+{
+    if (result == OpenResult::Stopped) return;
+    if (result == OpenResult::Failed) {
         clearSelection();
         // What is seen beside the alert agrees with the empty grid.
         deselectAll();
         updateStatusBarForNoSelection();
-        if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Modal);
-        return;
+        return showOpenFailure(file, Alert::Style::Modal);
     }
     m_desktop.recentDocuments.note(file.fullPath());
     reloadTree();
-    m_view.expandTreeItem(file);
+    m_view.setTreeItemExpanded(file, true);
     selectWhereShown(TreeItem::of(file));
     m_view.scrollToTreeSelection();
 }
@@ -94,33 +105,50 @@ void VellumoAppDelegate::showOpenFailure(const TAdmMDBFile& file, Alert::Style s
 
 TAdmMDBFile* VellumoAppDelegate::targetFile(Sender sender) const
 {
-    return sender == Sender::TreeMenu ? m_clickedItem.file : m_selectedFile;
+    return sender == Sender::TreeMenu ? m_selection.clickedItem().file : selectedFile();
 }
+
+// The target of a command that changes it; null also when that has to wait.
+TAdmMDBFile* VellumoAppDelegate::freeTargetFile(Sender sender) const
+{
+    auto* target = targetFile(sender);
+    return target == nullptr || m_files.isInUse(*target) ? nullptr : target;
+}
+
+bool VellumoAppDelegate::canUse(FileCommand command, Sender sender) const
+{
+    return m_files.canUse(command, targetFile(command == FileCommand::LookForLostRows ? Sender::Other : sender));
+}
+
+bool VellumoAppDelegate::canClearRecentDocuments() const { return !recentFiles().empty() && !m_files.isAnyInUse(); }
 
 void VellumoAppDelegate::OpenSelectedFile(Sender sender)
 {
-    auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
-    const auto result = m_opener.open(m_files.share(*target));
-    if (result == OpenResult::Failed) showOpenFailure(*target, Alert::Style::Sheet);
+    auto* target = freeTargetFile(sender);
+    if (target == nullptr) return;
+    if (target->active()) return didOpenSelectedFile(*target, OpenResult::Opened);
+    m_files.open(*target, [this](TAdmMDBFile& file, OpenResult result) { didOpenSelectedFile(file, result); });
+}
+
+void VellumoAppDelegate::didOpenSelectedFile(TAdmMDBFile& file, OpenResult result)
+{
+    if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
     if (result != OpenResult::Opened) return;
-    m_desktop.recentDocuments.note(target->fullPath());
+    m_desktop.recentDocuments.note(file.fullPath());
     refreshRecentFiles();
-    m_view.expandTreeItem(*target);
-    if (m_treeSelection.isNone()) selectTreeItem(TreeItem::of(*target));
+    m_view.setTreeItemExpanded(file, true);
+    if (treeSelection().isNone()) selectTreeItem(TreeItem::of(file));
     updateStatusBarForFileSelection();
 }
 
 void VellumoAppDelegate::OnDoubleClickFileTree()
 {
-    const auto item = m_treeSelection;
+    const auto item = treeSelection();
     if (item.isNone()) return;
-    if (item.isTable()) {
+    if (item.isTable())
         OpenTableInNewWindow(*item.table);
-    } else {
-        m_selectedFile = item.file;
+    else
         OpenSelectedFile(Sender::Other);
-    }
     refreshJumpBarMenu();
 }
 
@@ -129,45 +157,26 @@ void VellumoAppDelegate::ShowInFinder(Sender sender)
     if (const auto* target = targetFile(sender)) m_desktop.workspace.revealFile(target->fullPath());
 }
 
-// Nothing may point to a table of the file any longer.
+// The tables of the file are about to go: who shows one, or leads to one, lets go of it.
 void VellumoAppDelegate::letGoOf(TAdmMDBFile& file)
 {
-    m_history.removeTablesOf(file);
-    m_view.navigationDidChange();
+    m_navigation.fileWillClose(file);
+    m_view.partDidChange(WindowPart::Navigation);
     if (m_childWinManager) m_childWinManager->closeChildrenForFile(file);
-    m_jumpBar.clear();
-    m_view.jumpBarMenuDidChange();
-    if (m_childWinManager) m_childWinManager->clearJumpBarMenus();
+    m_view.partDidChange(WindowPart::JumpBar);
     m_tree.removeTablesOf(file);
-    if (m_treeSelection.isTable() && m_treeSelection.file == &file) m_treeSelection = {};
-    if (m_clickedItem.file == &file) m_clickedItem = {};
-    if (m_selectedTable != nullptr && m_selectedTable->file() == &file) m_selectedTable = nullptr;
-    if (m_dataView.table() != nullptr && m_dataView.table()->file() == &file) showInGrid(nullptr);
+    m_selection.fileWillClose(file);
+    const auto* shown = m_dataView.table();
+    if (selectedFile() == nullptr || (shown != nullptr && shown->file() == &file)) showInGrid(nullptr);
 }
 
-void VellumoAppDelegate::closeFile(TAdmMDBFile& file)
-{
-    letGoOf(file);
-    if (m_selectedFile == nullptr) showInGrid(nullptr);
-    m_view.fileWillClose(file);
-    file.close();
-}
-
-// Takes the file out of the list. It lives as long as the result, which is to be kept until the tree was reloaded.
-std::shared_ptr<TAdmMDBFile> VellumoAppDelegate::dropEntry(TAdmMDBFile& file)
-{
-    letGoOf(file);
-    if (file.active()) m_view.fileWillClose(file);
-    if (m_treeSelection.file == &file) m_treeSelection = {};
-    if (m_selectedFile == &file) m_selectedFile = nullptr;
-    return m_files.remove(file);
-}
+void VellumoAppDelegate::closeFile(TAdmMDBFile& file) { m_files.close(file); }
 
 void VellumoAppDelegate::CloseSelectedFile(Sender sender)
 {
-    auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
-    const bool isSelected = target == m_selectedFile;
+    auto* target = freeTargetFile(sender);
+    if (target == nullptr) return;
+    const bool isSelected = target == selectedFile();
     if (isSelected) clearSelection();
     closeFile(*target);
     reloadTree();
@@ -179,12 +188,12 @@ void VellumoAppDelegate::CloseSelectedFile(Sender sender)
 
 void VellumoAppDelegate::RemoveSelectedFile(Sender sender)
 {
-    auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
+    auto* target = freeTargetFile(sender);
+    if (target == nullptr) return;
     const auto path = target->fullPath();
-    if (target == m_selectedFile) clearSelection();
+    if (target == selectedFile()) clearSelection();
     closeFile(*target);
-    const auto removed = dropEntry(*target);
+    m_files.drop(*target);
     auto documents = m_desktop.recentDocuments.paths();
     m_desktop.recentDocuments.clear();
     std::erase(documents, path);
@@ -197,15 +206,10 @@ void VellumoAppDelegate::RemoveSelectedFile(Sender sender)
 
 void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
 {
+    if (!canUse(FileCommand::RemoveOthers, sender)) return;
     auto* target = targetFile(sender);
-    if (target == nullptr || isBusy()) return;
-    if (target != m_selectedFile) clearSelection();
-    FileList::Files removed;
-    for (const auto& file : FileList::Files(recentFiles())) {
-        if (file.get() == target) continue;
-        closeFile(*file);
-        removed.push_back(dropEntry(*file));
-    }
+    if (target != selectedFile()) clearSelection();
+    m_files.dropAllBut(target);
     m_desktop.recentDocuments.clear();
     // The extension is left off here, unlike anywhere else.
     m_desktop.recentDocuments.note(format("%@/%@.", {target->path(), target->name()}));
@@ -215,37 +219,43 @@ void VellumoAppDelegate::RemoveOtherFiles(Sender sender)
 
 // What a damaged file lost
 
-std::string VellumoAppDelegate::damageBarText() const
-{
-    return vellumo::damageBarText({m_selectedFile, m_selectedTable});
-}
+std::string VellumoAppDelegate::damageBarText() const { return vellumo::damageBarText(m_selection.item()); }
 
 void VellumoAppDelegate::ShowDamage()
 {
-    if (isSelectedFileOpen()) m_view.beginDamageSheet(std::make_shared<DamageDetails>(*m_selectedFile, m_desktop));
+    if (isSelectedFileOpen()) m_view.beginDamageSheet(std::make_shared<DamageDetails>(*selectedFile(), m_desktop));
 }
 
 void VellumoAppDelegate::LookForLostRows()
 {
-    if (isSelectedFileOpen() && !isBusy()) m_view.beginSalvageSheet();
+    if (!canUse(FileCommand::LookForLostRows, Sender::Other)) return;
+    m_salvageItem = m_files.list().idOf(m_selection.item());
+    m_view.beginSalvageSheet();
 }
 
+// While it is opened again the window shows the closed file.
 void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
 {
-    if (!isSelectedFileOpen() || isBusy()) return;
-    auto& file = *m_selectedFile;
-    const auto tableName = m_selectedTable == nullptr ? std::string() : m_selectedTable->name();
-    // While it is opened the window shows the closed file.
-    clearSelection();
-    closeFile(file);
+    const auto begun = [this](TAdmMDBFile& file) {
+        reloadTree();
+        refreshJumpBarMenu();
+        if (selectedFile() == &file) selectWhereShown(TreeItem::of(file));
+    };
+    m_files.openAgain(
+        m_salvageItem, salvage, begun, [this, salvage, id = m_salvageItem](TAdmMDBFile& file, OpenResult result) {
+            didSalvage(file, salvage, id, result);
+        });
+}
+
+// Comes back to the table unless something else has been selected meanwhile.
+void VellumoAppDelegate::didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result)
+{
     reloadTree();
-    selectWhereShown(TreeItem::of(file));
-    const auto result = m_opener.open(m_files.share(file), salvage);
-    reloadTree();
-    if (file.active()) m_view.expandTreeItem(file);
-    auto* table = file.findTable(tableName);
-    selectWhereShown(table == nullptr ? TreeItem::of(file) : TreeItem::of(*table));
-    m_view.scrollToTreeSelection();
+    if (file.active()) m_view.setTreeItemExpanded(file, true);
+    if (selectedFile() == &file) {
+        selectWhereShown(m_files.list().find(id));
+        m_view.scrollToTreeSelection();
+    }
     refreshJumpBarMenu();
     if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
     if (result == OpenResult::Opened) m_desktop.alerts.show(salvageResult(file, salvage));
@@ -255,14 +265,10 @@ void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
 
 void VellumoAppDelegate::clearRecentDocuments()
 {
-    if (isBusy()) return;
+    if (m_files.isAnyInUse()) return;
     m_desktop.recentDocuments.clear();
     clearSelection();
-    for (const auto& file : recentFiles())
-        closeFile(*file);
-    const auto removed = m_files.removeAll();
-    m_treeSelection = {};
-    m_clickedItem = {};
+    m_files.dropAllBut(nullptr);
     reloadTree();
     refreshJumpBarMenu();
     updateStatusBarForFileSelection();
@@ -271,11 +277,9 @@ void VellumoAppDelegate::clearRecentDocuments()
 
 void VellumoAppDelegate::refreshRecentFiles()
 {
-    if (isBusy()) return;
-    const auto removed = reconcile(m_desktop.recentDocuments.paths());
-    m_files.sortByName();
+    m_files.reconcile(m_desktop.recentDocuments.paths());
     reloadTree();
-    if (m_selectedFile == nullptr) {
+    if (selectedFile() == nullptr) {
         deselectAll();
         // The number of files may be another one.
         updateStatusBarForNoSelection();
@@ -283,34 +287,17 @@ void VellumoAppDelegate::refreshRecentFiles()
     refreshFileInfo(); // size and dates may be others
     restoreTreeSelection();
     refreshJumpBarMenu();
-    setPlaceholderShown(m_files.empty());
+    setPlaceholderShown(recentFiles().empty());
 }
 
-// Returns the files that left the list.
-FileList::Files VellumoAppDelegate::reconcile(const std::vector<std::string>& documents)
-{
-    const auto [vanished, unlisted] = m_files.compareWith(documents);
-    if (!vanished.empty() || !unlisted.empty()) m_files.sortByLastOpenDate();
-    FileList::Files removed;
-    for (auto* file : vanished) {
-        if (file->active()) {
-            m_view.collapseTreeItem(*file);
-            closeFile(*file);
-        }
-        removed.push_back(dropEntry(*file));
-    }
-    for (const auto& document : unlisted)
-        m_files.addDocument(document);
-    return removed;
-}
-
+// A table whose row a filter hides gives its place to its file.
 void VellumoAppDelegate::restoreTreeSelection()
 {
-    const TreeItem selected{m_selectedFile, m_selectedTable};
+    const auto selected = m_selection.item();
     if (m_tree.contains(selected))
-        selectTreeItem(selected);
-    else if (m_selectedFile != nullptr)
-        selectTreeItem(TreeItem::of(*m_selectedFile));
+        m_view.treeSelectionDidChange();
+    else if (selected.isTable())
+        selectTreeItem(TreeItem::of(*selected.file));
     m_view.scrollToTreeSelection();
 }
 
@@ -324,42 +311,29 @@ TreeItemText VellumoAppDelegate::objectValueByItem(const TreeItem& item) const
 void VellumoAppDelegate::reloadTree()
 {
     m_tree.reload();
-    if (!m_tree.contains(m_treeSelection)) m_treeSelection = {};
     m_view.reloadTree();
+    m_files.forgetDropped();
 }
 
 // As if the user had selected the row; one that the tree does not show cannot be selected.
 void VellumoAppDelegate::selectTreeItem(const TreeItem& item)
 {
-    if (item == m_treeSelection || !m_tree.contains(item)) return;
-    setTreeSelection(item);
-    selectionDidChange(item);
+    if (m_tree.contains(item)) selectWhereShown(item);
 }
 
 // Shows an item whether or not the tree has a row for it. No other row stays selected.
 void VellumoAppDelegate::selectWhereShown(const TreeItem& item)
 {
     selectionDidChange(item);
-    setTreeSelection(m_tree.contains(item) ? item : TreeItem());
-}
-
-// Moves the selected row alone.
-void VellumoAppDelegate::setTreeSelection(const TreeItem& item)
-{
-    m_treeSelection = item;
     m_view.treeSelectionDidChange();
 }
 
-void VellumoAppDelegate::deselectAll()
-{
-    setTreeSelection({});
-    if (!m_isNothingShown) selectionDidChange({});
-}
+void VellumoAppDelegate::deselectAll() { selectWhereShown({}); }
 
 void VellumoAppDelegate::setPlaceholderShown(bool isShown)
 {
     m_isPlaceholderShown = isShown;
-    m_view.placeholderDidChange();
+    m_view.partDidChange(WindowPart::Placeholder);
 }
 
 } // namespace vellumo

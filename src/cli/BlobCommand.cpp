@@ -4,7 +4,7 @@
 #include "cli/DamageOutput.h"
 #include "cli/WholeNumber.h"
 #include "embedded/TAdmBlobData.h"
-#include "export/ObjectFile.h"
+#include "export/objects/ObjectFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 

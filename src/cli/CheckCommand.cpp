@@ -35,7 +35,6 @@ void printRecords(const DamageReport& damage)
 
 ExitStatus checkFile(const CheckOptions& options)
 {
-    if (options.isJson) leaveTextsUntranslated();
     const auto file = openDatabase(options.file, IndexCheck::Yes);
     if (!file) return ExitStatus::Failed;
     if (options.isJson)

@@ -36,7 +36,7 @@ Json damageJson(const TAdmMDBFile& file, std::span<const std::string> tables)
         if (!concerns(record, tables)) continue;
         list.push_back({{"kind", damageKindName(record.kind)}, {"table", textOrNull(record.table)},
             {"column", textOrNull(record.column)}, {"page", numberOrNull(record.page)},
-            {"row", numberOrNull(record.row)}, {"count", record.count}, {"text", damageText(record)}});
+            {"row", numberOrNull(record.row)}, {"count", record.count}, {"text", damageText(record, untranslated)}});
     }
     return list;
 }

@@ -1,12 +1,11 @@
 #include "cli/ExportSettings.h"
 
-#include "export/ExportWizard.h"
+#include "export/sql/SQLDialectFacts.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 #include "text/TextEncoding.h"
 
 #include <algorithm>
-#include <span>
 
 namespace vellumo {
 
@@ -14,10 +13,27 @@ namespace {
 
 using Complaint = std::optional<std::string>;
 
+constexpr ExportSwitch switches[] = {
+    {ExportOption::Header, "--no-header", messageKey("No line of column names"), &ExportOptions::includeColumnHeader},
+    {ExportOption::Structure, "--no-structure", messageKey("No table definitions"), &ExportOptions::exportStructure},
+    {ExportOption::DropTable, "--no-drop-table", messageKey("No DROP TABLE"), &ExportOptions::includeDropTable},
+    {ExportOption::ForeignKeys, "--no-foreign-keys", messageKey("No foreign keys"), &ExportOptions::includeForeignKeys},
+    {ExportOption::Indexes, "--no-indexes", messageKey("No indexes"), &ExportOptions::includeIndexes},
+    {ExportOption::Data, "--no-data", messageKey("No rows"), &ExportOptions::exportData},
+};
+
 // `name` is one of the names.
-std::uint32_t tagOf(std::span<const NamedTag> names, std::string_view name)
+template <typename Delimiter>
+Delimiter delimiterNamed(std::span<const DelimiterInfo<Delimiter>> infos, std::string_view name)
 {
-    return std::ranges::find(names, name, &NamedTag::name)->tag;
+    return std::ranges::find(infos, name, &DelimiterInfo<Delimiter>::name)->delimiter;
+}
+
+const FormatInfo& formatOf(const ExportSettings& settings) { return *findExportFormat(settings.format); }
+
+const SQLDialectFacts& dialectOf(const ExportSettings& settings)
+{
+    return settings.dialect ? *findSQLDialect(*settings.dialect) : sqlDialectFacts(ExportOptions().sqlDialect);
 }
 
 std::string doesNotApply(std::string_view option, std::string_view to)
@@ -25,93 +41,78 @@ std::string doesNotApply(std::string_view option, std::string_view to)
     return localizedFormat("%@ does not apply to %@.", {option, to});
 }
 
-Complaint complaintAboutOptions(const ExportSettings& settings, const ExportControls& controls)
+// The arguments that were given, by the option that they are for.
+std::map<ExportOption, const char*> givenArguments(const ExportSettings& settings)
 {
-    const struct {
-        bool isGiven;
-        bool isShown;
-        const char* option;
-    } options[] = {
-        {settings.isSingleFile, hasSingleFileMode(exportFileType(settings)), "--single-file"},
-        {settings.noHeader, controls.includeColumnHeaderCheckBox.isVisible, "--no-header"},
-        {settings.fieldDelimiter.has_value(), controls.fieldDelimiterPopup.isVisible, "--field-delimiter"},
-        {settings.recordDelimiter.has_value(), controls.recordDelimiterPopup.isVisible, "--record-delimiter"},
-        {settings.decimalSymbol.has_value(), controls.decimalSymbolTextField.isVisible, "--decimal-symbol"},
-        {settings.encoding.has_value(), controls.encodingPopup.isVisible, "--encoding"},
-        {settings.dialect.has_value(), controls.sqlFormatPopup.isVisible, "--dialect"},
-        {settings.schema.has_value(), controls.schemaNameTextField.isVisible, "--schema"},
-        {settings.noStructure, controls.exportStructureCheckBox.isVisible, "--no-structure"},
-        {settings.noDropTable, controls.includeDropTableCheckBox.isVisible, "--no-drop-table"},
-        {settings.noForeignKeys, controls.includeForeignKeyCheckBox.isVisible, "--no-foreign-keys"},
-        {settings.noIndexes, controls.includeIndexCheckBox.isVisible, "--no-indexes"},
-        {settings.noData, controls.exportDataCheckBox.isVisible, "--no-data"},
+    std::map<ExportOption, const char*> given;
+    const auto add = [&](const std::optional<std::string>& value, ExportOption option, const char* argument) {
+        if (value) given[option] = argument;
     };
-    for (const auto& option : options)
-        if (option.isGiven && !option.isShown) return doesNotApply(option.option, settings.format);
+    add(settings.fieldDelimiter, ExportOption::FieldDelimiter, "--field-delimiter");
+    add(settings.recordDelimiter, ExportOption::RecordDelimiter, "--record-delimiter");
+    add(settings.decimalSymbol, ExportOption::DecimalSymbol, "--decimal-symbol");
+    add(settings.encoding, ExportOption::Encoding, "--encoding");
+    add(settings.dialect, ExportOption::Dialect, "--dialect");
+    add(settings.schema, ExportOption::Schema, "--schema");
+    for (const auto& [option, argument, helpKey, value] : switches)
+        if (const auto found = settings.switchedOff.find(option); found != settings.switchedOff.end() && found->second)
+            given[option] = argument;
+    return given;
+}
+
+Complaint complaintAboutOptions(const ExportSettings& settings, const FormatInfo& format)
+{
+    if (settings.isSingleFile && !format.hasSingleFileMode()) return doesNotApply("--single-file", format.name);
+    for (const auto& [option, argument] : givenArguments(settings))
+        if (!format.has(option)) return doesNotApply(argument, format.name);
     return std::nullopt;
 }
 
-Complaint complaintAboutValues(const ExportSettings& settings, const ExportControls& controls)
+Complaint complaintAboutValues(const ExportSettings& settings, const FormatInfo& format)
 {
     if (settings.to.empty()) return localized("--to must not be empty.");
-    if (settings.fieldDelimiter) {
-        const auto tag = tagOf(fieldDelimiterNames, *settings.fieldDelimiter);
-        if (std::ranges::find(controls.fieldDelimiterPopup.items, tag, &PopupItem::tag)
-            == controls.fieldDelimiterPopup.items.end())
-            return doesNotApply(format("--field-delimiter %@", {*settings.fieldDelimiter}), settings.format);
-    }
+    if (settings.fieldDelimiter && !format.offers(delimiterNamed(fieldDelimiters(), *settings.fieldDelimiter)))
+        return doesNotApply("--field-delimiter " + *settings.fieldDelimiter, format.name);
     if (settings.encoding && !findTextEncoding(*settings.encoding))
         return localizedFormat("Unknown encoding: %@", {*settings.encoding});
     for (const auto& text : {settings.decimalSymbol, settings.schema})
         if (text && !isWellFormedUTF8(*text)) return localized("An argument is not valid UTF-8.");
-    const auto dialect = settings.dialect.value_or("mysql");
-    if (settings.schema && !takesSchemaName(static_cast<SQLDialect>(tagOf(dialectNames, dialect))))
-        return doesNotApply("--schema", dialect);
-    if (settings.noStructure && settings.noData) return localized("Neither structure nor data is to be exported.");
+    const auto& dialect = dialectOf(settings);
+    if (settings.schema && !dialect.takesSchemaName) return doesNotApply("--schema", dialect.name);
+    if (!optionsFrom(settings).hasContents()) return localized("Neither structure nor data is to be exported.");
     return std::nullopt;
 }
 
 } // namespace
 
-ExportFileType exportFileType(const ExportSettings& settings)
-{
-    return static_cast<ExportFileType>(tagOf(formatNames, settings.format));
-}
+std::span<const ExportSwitch> exportSwitches() { return switches; }
 
 Complaint complaintAbout(const ExportSettings& settings)
 {
-    const auto controls = controlsForType(exportFileType(settings), settings.tables.empty());
-    auto complaint = complaintAboutOptions(settings, controls);
-    return complaint ? complaint : complaintAboutValues(settings, controls);
+    const auto& format = formatOf(settings);
+    auto complaint = complaintAboutOptions(settings, format);
+    return complaint ? complaint : complaintAboutValues(settings, format);
 }
 
-void enterSettings(const ExportSettings& settings, ExportWizard& wizard)
+ExportOptions optionsFrom(const ExportSettings& settings)
 {
-    auto& controls = wizard.controls();
-    controls.exportSingleFileCheckBox.value =
-        settings.isSingleFile || wizard.exportFileType() == ExportFileType::SQLite;
-    controls.exportPathTextField.value = settings.to;
-    if (settings.noHeader) controls.includeColumnHeaderCheckBox.value = false;
+    const auto& format = formatOf(settings);
+    auto options = defaultOptions(format);
+    options.isSingleFile = options.isSingleFile || settings.isSingleFile;
+    options.path = settings.to;
     if (settings.fieldDelimiter) {
-        controls.fieldDelimiterPopup.selectedTag = tagOf(fieldDelimiterNames, *settings.fieldDelimiter);
-        wizard.changeFieldDelimiter(); // may choose a decimal symbol
+        options.fieldDelimiter = delimiterNamed(fieldDelimiters(), *settings.fieldDelimiter);
+        options.decimalSymbol = format.decimalSymbolFor(options.fieldDelimiter).value_or(options.decimalSymbol);
     }
     if (settings.recordDelimiter)
-        controls.recordDelimiterPopup.selectedTag = tagOf(recordDelimiterNames, *settings.recordDelimiter);
-    if (settings.decimalSymbol) controls.decimalSymbolTextField.value = *settings.decimalSymbol;
-    if (settings.encoding)
-        controls.encodingPopup.selectedTag = findTextEncoding(*settings.encoding).value_or(encodingUTF8);
-    if (settings.dialect) {
-        controls.sqlFormatPopup.selectedTag = tagOf(dialectNames, *settings.dialect);
-        wizard.changeSQLFormat();
-    }
-    controls.schemaNameTextField.value = settings.schema.value_or("");
-    controls.exportStructureCheckBox.value = !settings.noStructure;
-    controls.includeDropTableCheckBox.value = !settings.noDropTable;
-    controls.includeForeignKeyCheckBox.value = !settings.noForeignKeys;
-    controls.includeIndexCheckBox.value = !settings.noIndexes;
-    controls.exportDataCheckBox.value = !settings.noData;
-    wizard.exportTableStructure();
+        options.recordDelimiter = delimiterNamed(recordDelimiters(), *settings.recordDelimiter);
+    if (settings.decimalSymbol) options.decimalSymbol = *settings.decimalSymbol;
+    if (settings.encoding) options.encoding = findTextEncoding(*settings.encoding).value_or(options.encoding);
+    options.sqlDialect = dialectOf(settings).dialect;
+    options.schemaName = settings.schema.value_or("");
+    for (const auto& [option, isOff] : settings.switchedOff)
+        if (isOff) options.*std::ranges::find(switches, option, &ExportSwitch::option)->value = false;
+    return options;
 }
 
 } // namespace vellumo

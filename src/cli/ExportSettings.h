@@ -1,56 +1,47 @@
 #pragma once
 
 #include "cli/ConsoleFile.h"
-#include "export/ExportControls.h"
+#include "export/ExportFormat.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vellumo {
 
-class ExportWizard;
-
-// What the command line says about an export. Texts that were not given are absent.
+// What the command line says about an export. Texts that were not given are absent; those that stand for something are
+// the name of a format, a delimiter or a dialect.
 struct ExportSettings {
     FileArguments file;
     std::string format;
     std::string to;
     std::vector<std::string> tables; // empty: all
     bool isSingleFile = false;
-    bool noHeader = false;
     std::optional<std::string> fieldDelimiter;
     std::optional<std::string> recordDelimiter;
     std::optional<std::string> decimalSymbol;
     std::optional<std::string> encoding;
     std::optional<std::string> dialect;
     std::optional<std::string> schema;
-    bool noStructure = false;
-    bool noDropTable = false;
-    bool noForeignKeys = false;
-    bool noIndexes = false;
-    bool noData = false;
+    std::map<ExportOption, bool> switchedOff; // what an ExportSwitch says
 };
 
-// The values that an option takes, each with its tag in the dialog.
-struct NamedTag {
-    const char* name;
-    std::uint32_t tag;
+// An argument that switches an option off.
+struct ExportSwitch {
+    ExportOption option;
+    const char* argument;
+    const char* helpKey; // a key of the message table
+    bool ExportOptions::*value;
 };
-inline constexpr NamedTag formatNames[] = {{"csv", 0}, {"txt", 1}, {"xml", 2}, {"xls", 3}, {"sql", 4}, {"sqlite", 5}};
-inline constexpr NamedTag fieldDelimiterNames[] = {{"comma", 2}, {"semicolon", 1}, {"tab", 0}, {"space", 3}};
-inline constexpr NamedTag recordDelimiterNames[] = {{"lf", 0}, {"cr", 1}, {"crlf", 2}};
-inline constexpr NamedTag dialectNames[] = {
-    {"mysql", 1}, {"postgresql", 2}, {"oracle", 3}, {"sqlite", 4}, {"sqlserver", 5}};
+// That of the header comes first.
+[[nodiscard]] std::span<const ExportSwitch> exportSwitches();
 
-// The type that `format` names; it is one of formatNames.
-[[nodiscard]] ExportFileType exportFileType(const ExportSettings& settings);
-
-// Why the settings make no sense (localised): an option is given that the dialog for the format does not show, or a
-// value that it does not offer. nullopt: they do.
+// Why the settings make no sense (localised): an option is given that the format does not have, or a value that it does
+// not take. nullopt: they do.
 [[nodiscard]] std::optional<std::string> complaintAbout(const ExportSettings& settings);
 
-// Enters the settings into the wizard as a user would. There is no complaint about them.
-void enterSettings(const ExportSettings& settings, ExportWizard& wizard);
+// What the settings ask for. There is no complaint about them.
+[[nodiscard]] ExportOptions optionsFrom(const ExportSettings& settings);
 
 } // namespace vellumo

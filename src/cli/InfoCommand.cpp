@@ -2,6 +2,7 @@
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/DamageOutput.h"
+#include "cli/InfoJson.h"
 #include "cli/JsonText.h"
 #include "text/Format.h"
 #include "text/Messages.h"
@@ -13,25 +14,22 @@ namespace vellumo {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 struct InfoOptions {
     FileArguments file;
     std::string table; // empty: the file itself
     bool isJson = false;
 };
 
-// The lists of a table that have the same shape, with their names in the two forms of output.
+// The lists of a table that have the same shape.
 struct InfoSection {
-    const char* jsonKey;
     std::string title;
     std::vector<const TAdmMDBObject*> objects;
 };
 
 std::vector<InfoSection> sections(const TAdmMDBTable& table)
 {
-    std::vector<InfoSection> list = {{"columns", localized("Columns"), {}}, {"indexes", localized("Indexes"), {}},
-        {"relations", localized("Relations"), {}}};
+    std::vector<InfoSection> list = {
+        {localized("Columns"), {}}, {localized("Indexes"), {}}, {localized("Relations"), {}}};
     for (const auto& column : table.columns())
         list[0].objects.push_back(column.get());
     for (const auto& index : table.indices())
@@ -41,49 +39,17 @@ std::vector<InfoSection> sections(const TAdmMDBTable& table)
     return list;
 }
 
-Json infoJson(const TAdmMDBObject& object)
-{
-    auto json = Json::object();
-    const auto values = object.getObjectValues();
-    for (const auto& label : object.getObjectLabels())
-        if (const auto value = values.find(label); value != values.end())
-            std::visit([&](const auto& typed) { json[label] = typed; }, value->second);
-    return json;
-}
-
-Json fileJson(const TAdmMDBFile& file)
-{
-    auto tables = Json::array();
-    for (const auto& table : file.tables())
-        tables.push_back({{"name", table->name()}, {"rows", table->rows().rowCount()}});
-    return {{"file", infoJson(file)}, {"tables", tables}, {"damage", damageJson(file)}};
-}
-
-Json tableJson(const TAdmMDBTable& table)
-{
-    Json json = {{"table", infoJson(table)}};
-    for (const auto& section : sections(table)) {
-        auto& list = json[section.jsonKey] = Json::array();
-        for (const auto* object : section.objects)
-            list.push_back(infoJson(*object));
-    }
-    json["damage"] = damageJson(*table.file(), {&table.name(), 1});
-    return json;
-}
-
-std::string infoText(const TAdmMDBObject& object, std::string_view indent)
+std::string objectText(const TAdmMDBObject& object, std::string_view indent)
 {
     std::string text;
-    const auto values = object.getObjectValues();
-    for (const auto& label : object.getObjectLabels())
-        if (const auto value = values.find(label); value != values.end())
-            text += format("%@%@: %@\n", {indent, label, vellumo::infoText(value->second)});
+    for (const auto& [id, value] : object.information())
+        text += format("%@%@: %@\n", {indent, infoLabel(id), infoText(value)});
     return text;
 }
 
 std::string fileText(const TAdmMDBFile& file)
 {
-    auto text = infoText(file, "");
+    auto text = objectText(file, "");
     if (!file.tables().empty()) text += format("\n%@:\n", {localized("Tables")});
     for (const auto& table : file.tables()) {
         const auto count = table->rows().rowCount();
@@ -96,12 +62,12 @@ std::string fileText(const TAdmMDBFile& file)
 
 std::string tableText(const TAdmMDBTable& table)
 {
-    auto text = infoText(table, "");
+    auto text = objectText(table, "");
     for (const auto& section : sections(table)) {
         if (!section.objects.empty()) text += format("\n%@:\n", {section.title});
         for (const auto* object : section.objects) {
             if (object != section.objects.front()) text += '\n';
-            text += infoText(*object, "    ");
+            text += objectText(*object, "    ");
         }
     }
     return text;
@@ -109,20 +75,19 @@ std::string tableText(const TAdmMDBTable& table)
 
 void printFile(const TAdmMDBFile& file, bool isJson)
 {
-    writeOutput(isJson ? jsonText(fileJson(file)) : fileText(file) + damageSection(file));
+    writeOutput(isJson ? jsonText(infoJson(file)) : fileText(file) + damageSection(file));
 }
 
 void printTable(const TAdmMDBFile& file, const TAdmMDBTable& table, bool isJson)
 {
     const std::span<const std::string> name(&table.name(), 1);
-    writeOutput(isJson ? jsonText(tableJson(table)) : tableText(table) + damageSection(file, name));
+    writeOutput(isJson ? jsonText(infoJson(table)) : tableText(table) + damageSection(file, name));
     // The list in the object says nothing of other tables; the status does.
     if (isJson && damageJson(file, name).empty()) printDamage(file, name);
 }
 
 ExitStatus showInfo(const InfoOptions& options)
 {
-    if (options.isJson) leaveTextsUntranslated(); // a script finds the same texts in every language
     const auto file = openDatabase(options.file);
     if (!file) return ExitStatus::Failed;
     if (options.table.empty()) {

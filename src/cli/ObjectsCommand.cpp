@@ -4,7 +4,7 @@
 #include "cli/DamageOutput.h"
 #include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
-#include "export/ObjectsExport.h"
+#include "export/objects/ObjectsExport.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 

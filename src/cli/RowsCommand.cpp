@@ -33,7 +33,7 @@ std::string copiedRow(const TAdmMDBTable& table, std::size_t row)
     std::string line;
     std::string buffer;
     for (std::size_t column = 0; column < table.rows().columnCount(); ++column)
-        appendCopiedValue(valueDescription(getValueForTableColumn(&table, column, row), buffer), line);
+        appendCopiedValue(getValueForTableColumn(&table, column, row), buffer, line);
     endCopiedRow(line);
     return line;
 }

@@ -5,6 +5,7 @@
 #include "embedded/PictureFiles.h"
 #include "embedded/ZipNames.h"
 #include "text/Ascii.h"
+#include "text/UTF8.h"
 
 #include <algorithm>
 
@@ -151,7 +152,7 @@ bool isText(const Content& content)
     }
     if (text.empty() || !std::ranges::all_of(text, isTextByte)) return false;
     const auto high = std::ranges::count_if(text, [](char c) { return static_cast<unsigned char>(c) >= 128; });
-    return isUtf8(text) || static_cast<std::size_t>(high) * 4 < text.size();
+    return isWellFormedUTF8(text) || static_cast<std::size_t>(high) * 4 < text.size();
 }
 
 bool isNoText(const Content& content) { return !isText(content); }

@@ -1,10 +1,8 @@
 #include "embedded/FileNames.h"
 
 #include "embedded/Limits.h"
-#include "embedded/PayloadText.h"
+#include "text/TerminalText.h"
 
-#include <algorithm>
-#include <unicode/uchar.h>
 #include <unicode/utf8.h>
 
 namespace vellumo {
@@ -25,34 +23,6 @@ void appendUtf8(std::string& out, UChar32 character)
     out.append(bytes, length);
 }
 
-bool belongsInAName(UChar32 character)
-{
-    if (character < 0 || u_hasBinaryProperty(character, UCHAR_BIDI_CONTROL) != 0) return false;
-    const auto type = u_charType(character);
-    return type != U_CONTROL_CHAR && type != U_LINE_SEPARATOR && type != U_PARAGRAPH_SEPARATOR;
-}
-
-std::string withoutControls(std::string_view text)
-{
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    std::string out;
-    for (std::size_t i = 0; i < text.size();) {
-        UChar32 character = 0;
-        U8_NEXT(bytes, i, text.size(), character);
-        if (belongsInAName(character)) appendUtf8(out, character);
-    }
-    return out;
-}
-
-// At most `length` bytes, no character cut in the middle.
-std::string_view firstPart(std::string_view text, std::size_t length)
-{
-    if (text.size() <= length) return text;
-    while (length > 0 && U8_IS_TRAIL(static_cast<std::uint8_t>(text[length])))
-        --length;
-    return text.substr(0, length);
-}
-
 std::string shortened(const std::string& name)
 {
     constexpr std::size_t longestExtension = 16;
@@ -60,14 +30,14 @@ std::string shortened(const std::string& name)
     const auto dot = name.rfind('.');
     const auto hasExtension = dot != std::string::npos && name.size() - dot <= longestExtension;
     const auto extension = hasExtension ? name.substr(dot) : "";
-    return std::string(firstPart(name, limits::longestFileName - extension.size())) + extension;
+    return std::string(firstBytes(name, limits::longestFileName - extension.size())) + extension;
 }
 
 } // namespace
 
 std::string textFromAnsi(std::string_view text)
 {
-    if (isUtf8(text)) return std::string(text);
+    if (isWellFormedUTF8(text)) return std::string(text);
     std::string out;
     for (const char c : text) {
         const auto code = static_cast<unsigned char>(c);
@@ -79,7 +49,7 @@ std::string textFromAnsi(std::string_view text)
 std::string cleanFileName(std::string_view path)
 {
     const auto separator = path.find_last_of("/\\");
-    const auto name = withoutControls(separator == std::string_view::npos ? path : path.substr(separator + 1));
+    const auto name = withoutObeyed(separator == std::string_view::npos ? path : path.substr(separator + 1));
     const auto first = name.find_first_not_of(' ');
     if (first == std::string::npos) return {};
     const auto trimmed = name.substr(first, name.find_last_not_of(' ') - first + 1);

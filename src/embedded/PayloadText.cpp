@@ -1,5 +1,7 @@
 #include "embedded/PayloadText.h"
 
+#include "text/UTF8.h"
+
 #include <algorithm>
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
@@ -41,7 +43,7 @@ Detected detect(Bytes bytes)
     if (const auto marked = detectedByMark(bytes); marked.encoding != Encoding::None) return marked;
     const auto sample = bytes.first(std::min(bytes.size(), sampleSize));
     if (!std::all_of(sample.begin() + 1, sample.end(), isPlainText)) return {};
-    return {isUtf8(asChars(sample)) ? Encoding::Utf8 : Encoding::Latin1, false, 0};
+    return {isWellFormedUTF8(asChars(sample)) ? Encoding::Utf8 : Encoding::Latin1, false, 0};
 }
 
 // False for what is no character: a surrogate, or a number beyond the last one.
@@ -57,7 +59,7 @@ bool appendUtf8(std::string& out, std::uint32_t character)
 
 std::optional<std::string> decodeUtf8(Bytes bytes)
 {
-    if (!isUtf8(asChars(bytes))) return std::nullopt;
+    if (!isWellFormedUTF8(asChars(bytes))) return std::nullopt;
     return std::string(asChars(bytes));
 }
 
@@ -105,17 +107,6 @@ std::optional<std::string> decodeUtf32(Bytes bytes, bool isBigEndian)
 }
 
 } // namespace
-
-bool isUtf8(std::string_view text)
-{
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    for (std::size_t i = 0; i < text.size();) {
-        UChar32 character = 0;
-        U8_NEXT(bytes, i, text.size(), character);
-        if (character < 0) return false;
-    }
-    return true;
-}
 
 std::optional<std::string> decodeText(Bytes bytes)
 {

@@ -13,6 +13,4 @@ namespace vellumo {
 // first 2000 bytes are looked at to tell.
 [[nodiscard]] std::optional<std::string> decodeText(Bytes bytes);
 
-[[nodiscard]] bool isUtf8(std::string_view text);
-
 } // namespace vellumo

@@ -10,6 +10,7 @@
 #include "text/FileSize.h"
 #include "text/Format.h"
 #include "text/Messages.h"
+#include "text/UTF8.h"
 
 #include <algorithm>
 #include <unistd.h>
@@ -58,7 +59,7 @@ bool isKnown(const ContentType& type) { return type.kind != ContentKind::Family 
 
 TAdmBlobData::TAdmBlobData(std::vector<std::byte> data, std::string fileExtension, ObjectFacts facts)
     : m_data(std::move(data))
-    , m_fileExtension(isUtf8(fileExtension) ? std::move(fileExtension) : std::string())
+    , m_fileExtension(isWellFormedUTF8(fileExtension) ? std::move(fileExtension) : std::string())
     , m_facts(std::move(facts))
 {
 }
@@ -86,9 +87,14 @@ std::string TAdmBlobData::cellDescription() const
 
 std::string TAdmBlobData::description() const
 {
-    if (!m_facts.linkTarget.empty()) return localizedFormat("Linked to the file %@", {m_facts.linkTarget});
-    auto text = decodeText(m_data);
+    auto text = textualDescription();
     return text ? std::move(*text) : localized("[NON-TEXTUAL DATA]");
+}
+
+std::optional<std::string> TAdmBlobData::textualDescription() const
+{
+    if (!m_facts.linkTarget.empty()) return localizedFormat("Linked to the file %@", {m_facts.linkTarget});
+    return decodeText(m_data);
 }
 
 std::shared_ptr<const Image> TAdmBlobData::getFileIcon(Workspace& workspace) const

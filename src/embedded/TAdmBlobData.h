@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -55,6 +56,8 @@ public:
     [[nodiscard]] std::string cellDescription() const;
     // What the detail pane shows: the payload as UTF-8 text, or "[NON-TEXTUAL DATA]" (localised); of a link the path.
     [[nodiscard]] std::string description() const;
+    // The same, but nothing where it is not textual.
+    [[nodiscard]] std::optional<std::string> textualDescription() const;
 
     // The extension for a file of the payload: the stored one, unless the bytes are of another type, which then names
     // it. "" when neither tells.

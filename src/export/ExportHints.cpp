@@ -1,8 +1,9 @@
 #include "export/ExportHints.h"
 
-#include "export/ExportWizard.h"
+#include "export/ExportFormat.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
+#include "text/Messages.h"
 #include "text/TextEncoding.h"
 
 #include <filesystem>
@@ -31,17 +32,17 @@ bool isUsableFileName(const std::string& name)
 
 class Collector {
 public:
-    explicit Collector(const ExportWizard& wizard)
-        : m_wizard(wizard)
-        , m_path(wizard.controls().exportPathTextField.value)
-        , m_isSingleFile(wizard.controls().exportSingleFileCheckBox.value)
+    Collector(const TAdmMDBFile& file, std::span<const ExportEntry> tables, const ExportOptions& options)
+        : m_file(file)
+        , m_tables(tables)
+        , m_options(options)
     {
     }
 
     std::vector<ExportHint> collect()
     {
         collectTables();
-        if (!m_isSingleFile) collectFileNames();
+        if (!m_options.isSingleFile) collectFileNames();
         collectContents();
         collectEncoding();
         collectPath();
@@ -61,25 +62,24 @@ private:
     void collectReplaced(const std::vector<std::string>& names);
     [[nodiscard]] std::vector<std::string> targetPaths() const;
 
-    const ExportWizard& m_wizard;
-    const std::string& m_path;
-    const bool m_isSingleFile;
+    const TAdmMDBFile& m_file;
+    std::span<const ExportEntry> m_tables;
+    const ExportOptions& m_options;
     std::vector<ExportHint> m_hints;
 };
 
 void Collector::collectTables()
 {
-    const auto& entries = m_wizard.tableEntries();
-    if (entries.empty())
+    if (m_tables.empty())
         add(Kind::Missing, Place::Tables, localized("The file has no tables to export."));
-    else if (std::ranges::none_of(entries, &ExportEntry::selected))
+    else if (std::ranges::none_of(m_tables, &ExportEntry::selected))
         add(Kind::Missing, Place::Tables, localized("Select at least one table."));
 }
 
 void Collector::collectFileNames()
 {
     std::set<std::string> names;
-    for (const auto& entry : m_wizard.tableEntries()) {
+    for (const auto& entry : m_tables) {
         if (!entry.selected) continue;
         if (!isUsableFileName(entry.exportFileName))
             return warn(Place::Tables, localizedFormat("“%@” cannot be the name of a file.", {entry.exportFileName}));
@@ -92,15 +92,13 @@ void Collector::collectFileNames()
 
 void Collector::collectContents()
 {
-    const auto& controls = m_wizard.controls();
-    if (!controls.exportStructureCheckBox.value && !controls.exportDataCheckBox.value)
+    if (!m_options.hasContents())
         add(Kind::Missing, Place::Contents, localized("Select the structure, the rows or both."));
 }
 
 void Collector::collectEncoding()
 {
-    const auto& popup = m_wizard.controls().encodingPopup;
-    if (popup.isVisible && writesZeroBytes(popup.selectedTag))
+    if (exportFormat(m_options.fileType).has(ExportOption::Encoding) && writesZeroBytes(m_options.encoding))
         warn(Place::Encoding,
             localized("Each text is written up to its first zero byte. This encoding has zero bytes in common "
                       "letters, so the output will be cut."));
@@ -108,10 +106,12 @@ void Collector::collectEncoding()
 
 void Collector::collectPath()
 {
-    if (m_path.empty())
+    if (m_options.path.empty())
         return add(Kind::Missing, Place::Path,
-            m_isSingleFile ? localized("Choose the file to export to.") : localized("Choose the folder to export to."));
-    const auto folder = m_isSingleFile ? std::filesystem::path(m_path).parent_path() : std::filesystem::path(m_path);
+            m_options.isSingleFile ? localized("Choose the file to export to.")
+                                   : localized("Choose the folder to export to."));
+    const auto folder = m_options.isSingleFile ? std::filesystem::path(m_options.path).parent_path()
+                                               : std::filesystem::path(m_options.path);
     const auto shownFolder = folder.empty() ? std::filesystem::path(".") : folder;
     std::error_code error;
     if (!std::filesystem::is_directory(shownFolder, error))
@@ -123,11 +123,11 @@ void Collector::collectPath()
 
 std::vector<std::string> Collector::targetPaths() const
 {
-    if (m_isSingleFile) return {m_path};
+    if (m_options.isSingleFile) return {m_options.path};
     std::vector<std::string> paths;
-    for (const auto& entry : m_wizard.tableEntries())
+    for (const auto& entry : m_tables)
         if (entry.selected && isUsableFileName(entry.exportFileName))
-            paths.push_back(format("%@/%@", {m_path, entry.exportFileName}));
+            paths.push_back(format("%@/%@", {m_options.path, entry.exportFileName}));
     return paths;
 }
 
@@ -140,7 +140,7 @@ void Collector::collectTargets()
         const auto name = std::filesystem::path(path).filename().string();
         if (std::filesystem::is_directory(path, error))
             return warn(Place::Path, localizedFormat("“%@” is a folder.", {name.empty() ? path : name}));
-        if (std::filesystem::equivalent(path, m_wizard.exportFile().fullPath(), error))
+        if (std::filesystem::equivalent(path, m_file.fullPath(), error))
             return warn(Place::Path, localized("The database itself is never written to; choose another file."));
         existing.push_back(name);
     }
@@ -157,6 +157,10 @@ void Collector::collectReplaced(const std::vector<std::string>& names)
 
 } // namespace
 
-std::vector<ExportHint> exportHints(const ExportWizard& wizard) { return Collector(wizard).collect(); }
+std::vector<ExportHint> exportHints(
+    const TAdmMDBFile& file, std::span<const ExportEntry> tables, const ExportOptions& options)
+{
+    return Collector(file, tables, options).collect();
+}
 
 } // namespace vellumo

@@ -1,13 +1,16 @@
 #pragma once
 
+#include "export/ExportOptions.h"
+
+#include <span>
 #include <string>
 #include <vector>
 
 namespace vellumo {
 
-class ExportWizard;
+class TAdmMDBFile;
 
-// What a dialog tells the user beside its controls, so that no rule acts in silence.
+// What the user is told of an export before it starts, so that no rule acts in silence.
 struct ExportHint {
     enum class Kind {
         Missing, // has to be given before the export makes sense
@@ -21,8 +24,9 @@ struct ExportHint {
     bool operator==(const ExportHint&) const = default;
 };
 
-// For the options as they stand now, in the order of the places. Looks at the folder and the files that the export
-// would write.
-[[nodiscard]] std::vector<ExportHint> exportHints(const ExportWizard& wizard);
+// For an export of the selected ones of the tables, in the order of the places. Looks at the folder and the files that
+// the export would write.
+[[nodiscard]] std::vector<ExportHint> exportHints(
+    const TAdmMDBFile& file, std::span<const ExportEntry> tables, const ExportOptions& options);
 
 } // namespace vellumo

@@ -2,7 +2,6 @@
 
 #include "SQLite Connection/DBSockets/LoadErrorWindow.h"
 #include "model/TAdmMDBFile.h"
-#include "platform/MainThread.h"
 #include "text/Format.h"
 
 #include <filesystem>
@@ -20,22 +19,20 @@ LoadErrorWindow& standardErrorWindow()
 } // namespace
 
 ExportJob::ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, ExportOptions options,
-    const std::atomic<bool>& terminate, MainThread& mainThread, SystemLog& systemLog,
-    std::function<void(std::size_t)> updateProgress)
+    const std::atomic<bool>& stop, const ExportListener& listener)
     : m_file(file)
     , m_entries(std::move(entries))
     , m_options(std::move(options))
-    , m_terminate(terminate)
-    , m_mainThread(mainThread)
-    , m_systemLog(systemLog)
-    , m_updateProgress(std::move(updateProgress))
-    , m_loadErrorWindow(&standardErrorWindow())
+    , m_stop(stop)
+    , m_listener(listener)
 {
+    for (const auto& entry : m_entries)
+        m_report.tables.push_back({entry.tableName});
 }
 
-void ExportJob::updateProgress(std::size_t index)
+LoadErrorWindow& ExportJob::loadErrorWindow() const
 {
-    m_mainThread.performAndWait([&] { m_updateProgress(index); });
+    return m_listener.loadErrorWindow == nullptr ? standardErrorWindow() : *m_listener.loadErrorWindow;
 }
 
 void ExportJob::forEachTable(const std::function<void(const ExportEntry&, const TAdmMDBTable&)>& write)
@@ -65,9 +62,28 @@ std::string ExportJob::unlessSource(std::string path) const
     return path;
 }
 
-void ExportJob::logFailure(std::string_view tableName, std::string_view reason)
+void ExportJob::tableDone(std::string_view tableName)
 {
-    log(format("<%@> %@: %@", {tableName, localized("Failed"), reason}));
+    for (auto& table : m_report.tables)
+        if (!table.isDone && table.name == tableName) {
+            table.isDone = true;
+            return;
+        }
+}
+
+void ExportJob::tableFailed(std::string_view tableName, ExportReason reason)
+{
+    m_report.failures.push_back({ExportFailure::Kind::Table, std::string(tableName), std::move(reason)});
+}
+
+void ExportJob::stepFailed(ExportReason reason)
+{
+    m_report.failures.push_back({ExportFailure::Kind::Step, "", std::move(reason)});
+}
+
+void ExportJob::outputFailed(ExportReason reason)
+{
+    m_report.failures.push_back({ExportFailure::Kind::Output, "", std::move(reason)});
 }
 
 } // namespace vellumo

@@ -1,23 +1,21 @@
 #pragma once
 
 #include "export/ExportOptions.h"
+#include "export/ExportReport.h"
 #include "text/Messages.h"
 
 #include <atomic>
 #include <functional>
-#include <string>
-#include <string_view>
 #include <vector>
 
 namespace vellumo {
 
 class LoadErrorWindow;
-class MainThread;
 class SystemLog;
 class TAdmMDBFile;
 class TAdmMDBTable;
 
-// Keys of the reasons that writers share.
+// Reasons that writers share.
 namespace exportReason {
 inline constexpr const char* cannotCreate = messageKey("Unable to create file for export.");
 inline constexpr const char* cannotWrite = messageKey("Unable to write file.");
@@ -25,25 +23,32 @@ inline constexpr const char* notRepresentable = messageKey("Text cannot be repre
 inline constexpr const char* terminated = messageKey("Terminated.");
 } // namespace exportReason
 
+// What a run tells while it goes on, on its own thread. What it refers to outlives the run.
+struct ExportListener {
+    // The table with this number among the entries begins. A number past the last one means nothing.
+    std::function<void(std::size_t index)> progress;
+    SystemLog& systemLog;
+    LoadErrorWindow* loadErrorWindow = nullptr; // the SQLite library cannot be used; null: standard error
+};
+
 // What a writer sees of an export, and where it reports to. Belongs to the writer's thread while that runs; the file is
-// only read, and nobody changes it meanwhile. Log and count may be read elsewhere once the writer has returned.
+// only read, and nobody changes it meanwhile.
 class ExportJob {
 public:
-    // `entries`: the selected tables. `updateProgress` is called on the main thread. All references outlive the job.
+    // Exports the tables of all entries. All references outlive the job.
     ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, ExportOptions options,
-        const std::atomic<bool>& terminate, MainThread& mainThread, SystemLog& systemLog,
-        std::function<void(std::size_t)> updateProgress);
+        const std::atomic<bool>& stop, const ExportListener& listener);
 
     [[nodiscard]] const TAdmMDBFile& file() const { return m_file; }
     [[nodiscard]] const std::vector<ExportEntry>& entries() const { return m_entries; }
     [[nodiscard]] const ExportOptions& options() const { return m_options; }
-    [[nodiscard]] SystemLog& systemLog() const { return m_systemLog; }
+    [[nodiscard]] SystemLog& systemLog() const { return m_listener.systemLog; }
+    [[nodiscard]] LoadErrorWindow& loadErrorWindow() const;
 
     // The user asked to stop. Cheap enough to be polled between two cells.
-    [[nodiscard]] bool terminated() const { return m_terminate.load(std::memory_order_relaxed); }
+    [[nodiscard]] bool terminated() const { return m_stop.load(std::memory_order_relaxed); }
 
-    // Tells the main thread that the table with this number among the entries begins, and waits until it is shown.
-    void updateProgress(std::size_t index);
+    void updateProgress(std::size_t index) { m_listener.progress(index); }
 
     // The walk that writers have in common: for each entry, until the user stops, reports progress and calls `write`.
     // An entry whose table the file does not have is passed over.
@@ -55,18 +60,14 @@ public:
     // The same for the output of all entries; only with a single file.
     [[nodiscard]] std::string singleFilePath() const;
 
-    void tableSucceeded() { ++m_successTableCount; }
-    // Adds the line "<table> Failed: reason". `reason` is localised already.
-    void logFailure(std::string_view tableName, std::string_view reason);
-    // Adds a line as it is.
-    void log(std::string line) { m_msgLog.push_back(std::move(line)); }
+    // The table of an entry is completely written. Once an entry.
+    void tableDone(std::string_view tableName);
+    void tableFailed(std::string_view tableName, ExportReason reason);
+    void stepFailed(ExportReason reason);
+    void outputFailed(ExportReason reason);
 
-    // Shows that the SQLite library cannot be used, on the thread that calls it. Standard error unless set.
-    [[nodiscard]] LoadErrorWindow& loadErrorWindow() const { return *m_loadErrorWindow; }
-    void setLoadErrorWindow(LoadErrorWindow& window) { m_loadErrorWindow = &window; }
-
-    [[nodiscard]] int successTableCount() const { return m_successTableCount; }
-    [[nodiscard]] const std::vector<std::string>& msgLog() const { return m_msgLog; }
+    // What has been told so far, but for `isStopped` and what the file had lost.
+    [[nodiscard]] ExportReport& report() { return m_report; }
 
 private:
     [[nodiscard]] std::string unlessSource(std::string path) const;
@@ -74,13 +75,9 @@ private:
     const TAdmMDBFile& m_file;
     std::vector<ExportEntry> m_entries;
     ExportOptions m_options;
-    const std::atomic<bool>& m_terminate;
-    MainThread& m_mainThread;
-    SystemLog& m_systemLog;
-    std::function<void(std::size_t)> m_updateProgress;
-    LoadErrorWindow* m_loadErrorWindow;
-    int m_successTableCount = 0;
-    std::vector<std::string> m_msgLog;
+    const std::atomic<bool>& m_stop;
+    ExportListener m_listener;
+    ExportReport m_report;
 };
 
 } // namespace vellumo

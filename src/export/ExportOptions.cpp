@@ -1,53 +1,53 @@
 #include "export/ExportOptions.h"
 
-#include "export/sql/SQLDialectFacts.h"
+#include "export/ExportFormat.h"
 #include "text/Format.h"
+#include "text/Messages.h"
 
 namespace vellumo {
 
-std::optional<std::string_view> fileExtensionByExportFileType(ExportFileType type)
+namespace {
+
+constexpr DelimiterInfo<FieldDelimiter> fieldDelimiterInfos[] = {
+    {FieldDelimiter::Tab, "tab", messageKey("Tab"), "\t"},
+    {FieldDelimiter::Semicolon, "semicolon", messageKey("Semicolon"), ";"},
+    {FieldDelimiter::Comma, "comma", messageKey("Comma"), ","},
+    {FieldDelimiter::Space, "space", messageKey("Space"), " "},
+};
+
+constexpr DelimiterInfo<RecordDelimiter> recordDelimiterInfos[] = {
+    {RecordDelimiter::LF, "lf", messageKey("LF (Unix)"), "\n"},
+    {RecordDelimiter::CR, "cr", messageKey("CR (Mac)"), "\r"},
+    {RecordDelimiter::CRLF, "crlf", messageKey("CR LF (Windows)"), "\r\n"},
+};
+
+template <typename Delimiter>
+std::string_view textOf(
+    std::span<const DelimiterInfo<Delimiter>> infos, Delimiter delimiter, std::string_view otherwise)
 {
-    switch (type) {
-    case ExportFileType::CSV: return "csv";
-    case ExportFileType::TXT: return "txt";
-    case ExportFileType::XML: return "xml";
-    case ExportFileType::XLS: return "xls";
-    case ExportFileType::SQL: return "sql";
-    case ExportFileType::SQLite: return "sqlite";
-    }
-    return std::nullopt;
+    for (const auto& info : infos)
+        if (info.delimiter == delimiter) return info.text;
+    return otherwise;
 }
 
-std::string_view fieldDelimiterText(FieldDelimiter delimiter)
-{
-    switch (delimiter) {
-    case FieldDelimiter::Tab: return "\t";
-    case FieldDelimiter::Semicolon: return ";";
-    case FieldDelimiter::Space: return " ";
-    case FieldDelimiter::Comma: break;
-    }
-    return ",";
-}
+} // namespace
 
-std::string_view recordDelimiterText(RecordDelimiter delimiter)
-{
-    switch (delimiter) {
-    case RecordDelimiter::CR: return "\r";
-    case RecordDelimiter::CRLF: return "\r\n";
-    case RecordDelimiter::LF: break;
-    }
-    return "\n";
-}
+std::span<const DelimiterInfo<FieldDelimiter>> fieldDelimiters() { return fieldDelimiterInfos; }
 
-bool takesSchemaName(SQLDialect dialect) { return sqlDialectFacts(dialect).takesSchemaName; }
+std::span<const DelimiterInfo<RecordDelimiter>> recordDelimiters() { return recordDelimiterInfos; }
+
+std::string_view fieldDelimiterText(FieldDelimiter delimiter) { return textOf(fieldDelimiters(), delimiter, ","); }
+
+std::string_view recordDelimiterText(RecordDelimiter delimiter) { return textOf(recordDelimiters(), delimiter, "\n"); }
 
 ExportEntry ExportEntry::exportEntryWithTableName(std::string_view tableName, ExportFileType type)
 {
+    const auto& format = exportFormat(type);
     ExportEntry entry;
     entry.tableName = tableName;
-    const auto extension = fileExtensionByExportFileType(type);
-    const bool hasSuffix = extension && type != ExportFileType::SQLite;
-    entry.exportFileName = hasSuffix ? format("%@.%@", {tableName, *extension}) : std::string(tableName);
+    entry.exportFileName = tableName;
+    if (format.output != ExportOutput::File && !format.extension.empty())
+        entry.exportFileName.append(".").append(format.extension);
     return entry;
 }
 

@@ -4,28 +4,35 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace vellumo {
 
-// What an export writes. Any other code is carried along, has no extension and starts no writer.
+// What an export writes; ExportFormat.h tells all about each. Any other code is carried along and starts no writer.
 enum class ExportFileType : std::uint32_t { CSV = 0, TXT = 1, XML = 2, XLS = 3, SQL = 4, SQLite = 5 };
-
-// Without the dot; nullopt for a code that is no type.
-[[nodiscard]] std::optional<std::string_view> fileExtensionByExportFileType(ExportFileType type);
 
 // Tags of the delimiter popups. Any other field delimiter means a comma, any other record delimiter a line feed.
 enum class FieldDelimiter : std::uint32_t { Tab = 0, Semicolon = 1, Comma = 2, Space = 3 };
 enum class RecordDelimiter : std::uint32_t { LF = 0, CR = 1, CRLF = 2 };
+
+template <typename Delimiter> struct DelimiterInfo {
+    Delimiter delimiter;
+    std::string_view name; // on the command line
+    const char* titleKey;  // in a dialog, a key of the message table
+    std::string_view text; // in the output
+};
+// In the order of their tags.
+[[nodiscard]] std::span<const DelimiterInfo<FieldDelimiter>> fieldDelimiters();
+[[nodiscard]] std::span<const DelimiterInfo<RecordDelimiter>> recordDelimiters();
 [[nodiscard]] std::string_view fieldDelimiterText(FieldDelimiter delimiter);
 [[nodiscard]] std::string_view recordDelimiterText(RecordDelimiter delimiter);
 
-// Tags of the dialect popup.
+// Tags of the dialect popup; sql/SQLDialectFacts.h tells all about each.
 using SQLDialect = ServerType;
-[[nodiscard]] bool takesSchemaName(SQLDialect dialect);
 
-// What the user chose, frozen for a writer. Options that do not apply to the type hold their defaults.
+// What the user chose. Options that do not apply to the type hold what `defaultOptions` gives them.
 struct ExportOptions {
     ExportFileType fileType = ExportFileType::CSV;
     bool isSingleFile = false;
@@ -42,9 +49,12 @@ struct ExportOptions {
     bool includeForeignKeys = true;
     bool includeIndexes = true;
     bool exportData = true;
+
+    // Without either there is nothing to export.
+    [[nodiscard]] bool hasContents() const { return exportStructure || exportData; }
 };
 
-// One row of the table list.
+// A table to export, and the file that it goes to.
 struct ExportEntry {
     bool selected = false;
     std::string tableName;

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "export/ExportOptions.h"
-
 #include <cstdint>
 
 namespace vellumo {
 
 class ExportJob;
 
-// Writes all tables of a job, on the thread that it is called on. Counts each table that is completely written and logs
-// each that failed; after a stop nothing half-written is left on disk.
+// Writes all tables of a job, on the thread that it is called on. Tells the job of each table that is completely
+// written and of each that failed; after a stop nothing half-written is left on disk.
 using ExportWriter = void (*)(ExportJob& job);
 
 // CSV, TXT and XML.
@@ -24,8 +22,5 @@ void exportSQLiteThread(ExportJob& job);
 void exportXLSThread(ExportJob& job);
 // The same with workbooks whose stream has at most that many bytes.
 void exportSpreadsheets(ExportJob& job, std::uint64_t streamLimit);
-
-// The writer of a type; null for a code that is no type.
-[[nodiscard]] ExportWriter exportWriterForType(ExportFileType type);
 
 } // namespace vellumo

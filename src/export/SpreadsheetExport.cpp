@@ -9,7 +9,6 @@
 #include "text/Messages.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <filesystem>
 #include <limits>
@@ -21,13 +20,6 @@ namespace {
 
 constexpr std::size_t maximumTextUnits = 32740; // UTF-16
 constexpr std::uint32_t rowsPerSheet = 65536;
-
-bool isNumericType(std::string_view dataType)
-{
-    constexpr std::array<std::string_view, 6> types = {
-        "Integer", "Long Integer", "Currency", "Single", "Double", "Numeric"};
-    return std::find(types.begin(), types.end(), dataType) != types.end();
-}
 
 // 0 for a text that does not begin with a number, not-a-number for one that no double can hold.
 double numericValue(std::string_view text)
@@ -100,7 +92,7 @@ TableSheets::TableSheets(ExcelExport& excel, ExportJob& job, const TAdmMDBTable&
     , m_table(table)
 {
     for (const auto& column : table.columns())
-        m_isNumeric.push_back(isNumericType(column->dataType()));
+        m_isNumeric.push_back(factsOf(column->type()).isSheetNumber);
 }
 
 void TableSheets::writeHeader()
@@ -134,8 +126,8 @@ bool TableSheets::addContinuationSheet()
     if (m_excel.addSheet(format("%@(%d)", {m_table.name(), m_sheetCounter}))) return true;
     if (m_excel.isFull()) return false; // which the table fails of
     // Otherwise the table counts as exported all the same.
-    m_job.logFailure(
-        m_table.name(), localizedFormat("Unable to create spreadsheet %@(%d).", {m_table.name(), m_sheetCounter}));
+    m_job.tableFailed(m_table.name(),
+        {messageKey("Unable to create spreadsheet %@(%d)."), {m_table.name(), std::to_string(m_sheetCounter)}});
     return false;
 }
 
@@ -172,13 +164,13 @@ private:
     ExportJob& m_job;
     ExcelExport m_excel;
     bool m_isSingleFile;
-    int m_tablesInFile = 0; // complete in a single file that is not written yet
+    std::vector<std::string> m_tablesInFile; // complete in a single file that is not written yet
 };
 
 void SpreadsheetExport::run()
 {
     if (m_isSingleFile && !canBeCreated(m_job.singleFilePath())) {
-        m_job.log(localized(exportReason::cannotCreate));
+        m_job.outputFailed({exportReason::cannotCreate});
         return;
     }
     m_job.forEachTable([this](const auto& entry, const auto& table) { exportTable(entry, table); });
@@ -188,36 +180,35 @@ void SpreadsheetExport::run()
 void SpreadsheetExport::exportTable(const ExportEntry& entry, const TAdmMDBTable& table)
 {
     const auto path = m_job.outputPath(entry);
-    if (!m_isSingleFile && !canBeCreated(path))
-        return m_job.logFailure(table.name(), localized(exportReason::cannotCreate));
+    if (!m_isSingleFile && !canBeCreated(path)) return m_job.tableFailed(table.name(), {exportReason::cannotCreate});
     if (!m_excel.addSheet(table.name()))
-        return m_job.logFailure(table.name(), localizedFormat("Unable to create spreadsheet %@.", {table.name()}));
+        return m_job.tableFailed(table.name(), {messageKey("Unable to create spreadsheet %@."), {table.name()}});
     if (!fillSheets(table)) return;
     if (m_isSingleFile)
-        ++m_tablesInFile;
+        m_tablesInFile.push_back(table.name());
     else if (m_excel.dumpToFile(path))
-        m_job.tableSucceeded();
+        m_job.tableDone(table.name());
     else
-        m_job.logFailure(table.name(), localized(exportReason::cannotWrite));
+        m_job.tableFailed(table.name(), {exportReason::cannotWrite});
 }
 
 bool SpreadsheetExport::fillSheets(const TAdmMDBTable& table)
 {
-    const auto fail = [&](std::string_view reason) {
-        m_job.logFailure(table.name(), reason);
+    const auto fail = [&](ExportReason reason) {
+        m_job.tableFailed(table.name(), std::move(reason));
         return false;
     };
     // A table that fails from here on leaves its first sheet behind, empty, even in the file of the table that follows.
     if (const auto* column = columnOfTooLongText(table))
-        return fail(localizedFormat("Field %@ exceeded length limit.", {column->name()}));
+        return fail({messageKey("Field %@ exceeded length limit."), {column->name()}});
     const auto firstSheet = m_excel.indexOfLastSheet();
     TableSheets sheets(m_excel, m_job, table);
     if (m_job.options().includeColumnHeader) sheets.writeHeader();
     sheets.writeRows();
-    if (m_job.terminated()) return fail(localized(exportReason::terminated));
+    if (m_job.terminated()) return fail({exportReason::terminated});
     if (!m_excel.isFull()) return true;
     m_excel.clearSheetsFrom(firstSheet);
-    return fail(localized("Workbook exceeded size limit."));
+    return fail({messageKey("Workbook exceeded size limit.")});
 }
 
 void SpreadsheetExport::finishSingleFile()
@@ -226,10 +217,10 @@ void SpreadsheetExport::finishSingleFile()
     const bool isStopped = m_job.terminated();
     const bool hasSheets = m_excel.indexOfLastSheet() >= 0;
     if (isStopped || m_excel.dumpToFile(m_job.singleFilePath())) {
-        for (int i = 0; i < m_tablesInFile; ++i)
-            m_job.tableSucceeded();
+        for (const auto& table : m_tablesInFile)
+            m_job.tableDone(table);
     } else if (hasSheets) {
-        m_job.log(localized(exportReason::cannotWrite));
+        m_job.outputFailed({exportReason::cannotWrite});
     }
     // Without a sheet there was nothing to write, and what went wrong is told already.
 }

@@ -2,8 +2,8 @@
 #include "export/ExportWriters.h"
 #include "export/TextFrame.h"
 #include "export/files/OutputFile.h"
+#include "export/files/QuotedText.h"
 #include "model/TAdmMDBTable.h"
-#include "text/Messages.h"
 #include "text/TextEncoding.h"
 
 #include <optional>
@@ -16,10 +16,9 @@ enum class CellForm { Bare, Quoted, Decimal };
 
 CellForm cellForm(const TAdmMDBColumn& column, bool isXML)
 {
-    const auto& type = column.dataType();
-    if (type == "Currency" || type == "Single" || type == "Double") return CellForm::Decimal;
-    const bool isText = type == "Text" || type == "Memo/Hyperlink" || type == "DateTime" || type == "Binary";
-    return isText && !isXML ? CellForm::Quoted : CellForm::Bare;
+    const auto& facts = factsOf(column.type());
+    if (facts.hasDecimalSymbol) return CellForm::Decimal;
+    return facts.isQuoted && !isXML ? CellForm::Quoted : CellForm::Bare;
 }
 
 bool holds(std::string_view bytes, char what) { return bytes.find(what) != std::string_view::npos; }
@@ -81,13 +80,13 @@ void TextFileWriter::writeFile(const ExportEntry& entry, const TAdmMDBTable& tab
     if (m_job.terminated()) return fail(entry, exportReason::terminated);
     if (!isRepresentable) return fail(entry, exportReason::notRepresentable);
     if (!m_out.close()) return fail(entry, exportReason::cannotWrite);
-    m_job.tableSucceeded();
+    m_job.tableDone(entry.tableName);
 }
 
 void TextFileWriter::fail(const ExportEntry& entry, const char* reasonKey)
 {
     m_out.discard();
-    m_job.logFailure(entry.tableName, localized(reasonKey));
+    m_job.tableFailed(entry.tableName, {reasonKey});
 }
 
 bool TextFileWriter::writeTable(const TAdmMDBTable& table)
@@ -194,7 +193,7 @@ void exportTextFileThread(ExportJob& job)
     auto encoder = TextEncoder::create(job.options().encoding);
     if (!encoder) {
         job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable&) {
-            job.logFailure(entry.tableName, localized(exportReason::notRepresentable));
+            job.tableFailed(entry.tableName, {exportReason::notRepresentable});
         });
         return;
     }

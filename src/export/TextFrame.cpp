@@ -1,6 +1,7 @@
 #include "export/TextFrame.h"
 
 #include "export/ExportOptions.h"
+#include "export/files/QuotedText.h"
 #include "model/TAdmMDBTable.h"
 #include "text/Format.h"
 
@@ -51,23 +52,6 @@ TextFrame xmlFrame(const TAdmMDBTable& table, const ExportOptions& options)
 TextFrame textFrame(const TAdmMDBTable& table, const ExportOptions& options)
 {
     return options.fileType == ExportFileType::XML ? xmlFrame(table, options) : delimitedFrame(table, options);
-}
-
-void appendQuoted(std::string_view text, std::string& out)
-{
-    out += '"';
-    appendReplaced(text, '"', "\"\"", out);
-    out += '"';
-}
-
-void appendReplaced(std::string_view text, char what, std::string_view replacement, std::string& out)
-{
-    for (auto found = text.find(what); found != std::string_view::npos; found = text.find(what)) {
-        out += text.substr(0, found);
-        out += replacement;
-        text.remove_prefix(found + 1);
-    }
-    out += text;
 }
 
 } // namespace vellumo

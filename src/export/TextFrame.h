@@ -21,10 +21,4 @@ struct TextFrame {
 // CSV and TXT: the header line, delimiters and line ends. XML: tags. `table` has the columns; its rows do not matter.
 [[nodiscard]] TextFrame textFrame(const TAdmMDBTable& table, const ExportOptions& options);
 
-// `text` in double quotes, those inside it doubled.
-void appendQuoted(std::string_view text, std::string& out);
-
-// `text` with every `what` replaced.
-void appendReplaced(std::string_view text, char what, std::string_view replacement, std::string& out);
-
 } // namespace vellumo

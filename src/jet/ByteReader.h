@@ -1,22 +1,12 @@
 #pragma once
 
+#include "embedded/Bytes.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <span>
 
-// Little-endian numbers at an offset that the caller has checked.
 namespace vellumo::jet {
-
-template <typename T> [[nodiscard]] T loadNumber(const std::uint8_t* from)
-{
-    T value;
-    std::memcpy(&value, from, sizeof value); // the machine is little-endian as the files are
-    return value;
-}
-
-[[nodiscard]] inline std::uint16_t load16(const std::uint8_t* from) { return loadNumber<std::uint16_t>(from); }
-[[nodiscard]] inline std::uint32_t load32(const std::uint8_t* from) { return loadNumber<std::uint32_t>(from); }
 
 // Reads forward through bytes of unknown trustworthiness. Behind the end everything reads as zero and isGood() is
 // false from then on.

@@ -222,24 +222,24 @@ bool appendStoredText(ByteSpan stored, const TextRules& rules, TextColumnBuilder
 CellAppender::CellAppender(const ColumnDef& column, const TextRules& rules)
     : m_column(column)
     , m_rules(rules)
-    , m_append(appendFor(column.typeCode))
+    , m_append(appendFor(column.type))
 {
 }
 
-CellAppender::Append CellAppender::appendFor(int typeCode)
+CellAppender::Append CellAppender::appendFor(ColumnType type)
 {
-    switch (typeCode) {
-    case 2: return appendSized<1, appendInteger<std::uint8_t>>;
-    case 3: return appendSized<2, appendInteger<std::int16_t>>;
-    case 4:
-    case 18: return appendSized<4, appendInteger<std::int32_t>>;
-    case 5: return appendSized<8, appendCurrency>;
-    case 6: return appendSized<4, appendFloating<float, 8>>;
-    case 7: return appendSized<8, appendFloating<double, 16>>;
-    case 8: return appendSized<8, appendDate>;
-    case TypeCode::text: return appendTextCell;
-    case 15: return appendSized<16, appendGuid>;
-    case TypeCode::numeric: return appendNumericCell;
+    switch (type) {
+    case ColumnType::Byte: return appendSized<1, appendInteger<std::uint8_t>>;
+    case ColumnType::Integer: return appendSized<2, appendInteger<std::int16_t>>;
+    case ColumnType::LongInteger:
+    case ColumnType::ComplexAutoNumber: return appendSized<4, appendInteger<std::int32_t>>;
+    case ColumnType::Currency: return appendSized<8, appendCurrency>;
+    case ColumnType::Single: return appendSized<4, appendFloating<float, 8>>;
+    case ColumnType::Double: return appendSized<8, appendFloating<double, 16>>;
+    case ColumnType::DateTime: return appendSized<8, appendDate>;
+    case ColumnType::Text: return appendTextCell;
+    case ColumnType::ReplicationId: return appendSized<16, appendGuid>;
+    case ColumnType::Numeric: return appendNumericCell;
     // Binary, and whatever type a newer program may have left behind: no byte is lost.
     default: return appendSized<0, appendBinary>;
     }

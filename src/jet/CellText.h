@@ -33,7 +33,7 @@ public:
 
 private:
     using Append = bool (*)(const ColumnDef&, ByteSpan, const TextRules&, TextColumnBuilder&);
-    [[nodiscard]] static Append appendFor(int typeCode);
+    [[nodiscard]] static Append appendFor(ColumnType type);
 
     const ColumnDef& m_column;
     const TextRules& m_rules;

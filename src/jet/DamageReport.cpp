@@ -43,13 +43,13 @@ const KindFacts& factsOf(DamageKind kind) { return *std::ranges::find(kinds, kin
 bool hasPlace(const DamageRecord& record) { return record.page != 0 || record.row != 0; }
 
 // "Orders, column Note, row 17, page 203", as far as it is known.
-std::string placeText(const DamageRecord& record)
+std::string placeText(const DamageRecord& record, Translation translate)
 {
     std::string text = record.table;
     const auto add = [&](const std::string& part) { text += text.empty() ? part : ", " + part; };
-    if (!record.column.empty()) add(localizedFormat("column %@", {record.column}));
-    if (record.row != 0) add(localizedFormat("row %ld", {record.row}));
-    if (record.page != 0) add(localizedFormat("page %ld", {record.page}));
+    if (!record.column.empty()) add(format(translate(messageKey("column %@")), {record.column}));
+    if (record.row != 0) add(format(translate(messageKey("row %ld")), {record.row}));
+    if (record.page != 0) add(format(translate(messageKey("page %ld")), {record.page}));
     return text;
 }
 
@@ -57,12 +57,12 @@ std::string placeText(const DamageRecord& record)
 
 std::string_view damageKindName(DamageKind kind) { return factsOf(kind).name; }
 
-std::string damageText(const DamageRecord& record)
+std::string damageText(const DamageRecord& record, Translation translate)
 {
     const auto& facts = factsOf(record.kind);
     const auto isOne = record.count == 1 || facts.many == nullptr;
-    const auto sentence = isOne ? localized(facts.one) : localizedFormat(facts.many, {record.count});
-    const auto place = placeText(record);
+    const auto sentence = isOne ? translate(facts.one) : format(translate(facts.many), {record.count});
+    const auto place = placeText(record, translate);
     return place.empty() ? sentence : place + ": " + sentence;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/Messages.h"
+
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -45,8 +47,8 @@ struct DamageRecord {
     bool operator==(const DamageRecord&) const = default;
 };
 
-// The record as a sentence for a person (localised), one line. Names from the file stand in it as they are.
-[[nodiscard]] std::string damageText(const DamageRecord& record);
+// The record as a sentence, one line. Names from the file stand in it as they are.
+[[nodiscard]] std::string damageText(const DamageRecord& record, Translation translate = localized);
 
 // Everything that opening a file found damaged. Counts are exact; places are kept for the first records of each table
 // and kind, and what comes after them is one further record without a place. Not for several threads at once: each

@@ -156,6 +156,7 @@ std::optional<TableDef> Database::readTable(const CatalogEntry& entry, DamageRep
         auto properties = parseProperties({reinterpret_cast<const std::uint8_t*>(data.data()), data.size()}, rules());
         if (!properties.isWhole || entry.properties->state() != ObjectState::Whole)
             found.add({.kind = DamageKind::Properties});
+        table->properties = std::move(properties.table);
         for (auto& column : table->columns)
             if (const auto own = properties.columns.find(column.name); own != properties.columns.end())
                 column.properties = std::move(own->second);

@@ -35,6 +35,7 @@ struct RelationPart {
     std::string table, column;                     // the side that holds the foreign key
     std::string referencedTable, referencedColumn; // the other side
 
+    static constexpr std::int32_t notEnforced = 2;
     static constexpr std::int32_t cascadeUpdates = 0x100;
     static constexpr std::int32_t cascadeDeletes = 0x1000;
 };

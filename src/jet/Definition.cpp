@@ -49,6 +49,8 @@ constexpr std::size_t nextPageOffset = 4;
 constexpr std::uint8_t systemKind = 'S';
 constexpr int relationType = 2; // of a logical index
 constexpr std::uint8_t fixedFlag = 0x01;
+constexpr std::uint8_t autoNumberFlag = 0x04;
+constexpr std::uint8_t autoIdFlag = 0x40; // the same of a replication id
 constexpr std::uint8_t hyperlinkFlag = 0x80;
 constexpr std::uint8_t calculatedFlags = 0xC0; // in the second flag byte
 constexpr std::size_t keysPerIndex = 10;
@@ -145,19 +147,21 @@ private:
     [[nodiscard]] ColumnDef column(ByteSpan entry) const
     {
         ColumnDef column;
-        column.typeCode = entry[0];
+        column.type = columnTypeOfCode(entry[0]);
         column.number = load16(&entry[m_layout.columnNumber]);
         column.variableIndex = load16(&entry[m_layout.columnNumber + 2]);
         column.fixedOffset = load16(&entry[m_layout.columnOffset]);
         column.size = load16(&entry[m_layout.columnBytes]);
         // The two bytes hold the sort order in columns of any other type.
-        if (column.typeCode == TypeCode::numeric) {
+        if (column.type == ColumnType::Numeric) {
             column.precision = entry[m_layout.columnPrecision];
             column.scale = entry[m_layout.columnPrecision + 1];
         }
         const auto flags = entry[m_layout.columnFlags];
         column.isFixed = (flags & fixedFlag) != 0;
-        column.isHyperlink = column.typeCode == TypeCode::memo && (flags & hyperlinkFlag) != 0;
+        const auto isId = column.type == ColumnType::ReplicationId;
+        column.isAutoNumber = (flags & (isId ? autoIdFlag : autoNumberFlag)) != 0;
+        column.isHyperlink = column.type == ColumnType::Memo && (flags & hyperlinkFlag) != 0;
         // Jet 3 has no second flag byte; what follows there is the offset.
         if (m_layout.nameLengthSize == 2)
             column.isCalculated = (entry[m_layout.columnFlags + 1] & calculatedFlags) == calculatedFlags;

@@ -229,6 +229,8 @@ int PageSource::formatVersion() const { return static_cast<int>(m_handle->mdb->f
 
 int PageSource::codePage() const { return m_handle->mdb->f->code_page; }
 
+bool PageSource::isEncrypted() const { return m_handle->mdb->f->db_key != 0; }
+
 std::uint64_t PageSource::fileSize() const { return m_file->size(); }
 
 bool PageSource::isCutOrChanged() const

@@ -32,8 +32,9 @@ public:
 
     // 0: Access 97 (Jet 3), 1: Access 2000 to 2003 (Jet 4), 2 to 6: Access 2007 and later (ACE).
     [[nodiscard]] int formatVersion() const;
-    // Windows code page of the texts of a Jet 3 file.
+    // Windows code page as the file states it; the texts of a Jet 3 file are in it.
     [[nodiscard]] int codePage() const;
+    [[nodiscard]] bool isEncrypted() const;       // by a key of its own
     [[nodiscard]] std::uint64_t fileSize() const; // bytes
     // Whether the file ends inside a page, or has another size or another time of change than when it was opened.
     [[nodiscard]] bool isCutOrChanged() const;

@@ -18,9 +18,8 @@ constexpr std::string_view jet3Mark("KKD\0", 4);
 constexpr std::string_view jet4Mark("MR2\0", 4);
 constexpr std::size_t chunkHeaderSize = 6;
 constexpr std::uint16_t namesChunk = 0x80;
+constexpr std::uint16_t tableChunk = 0;
 constexpr std::uint16_t columnChunk = 1;
-
-constexpr int longType = 4;
 
 std::string textOf(ByteSpan stored, const TextRules& rules)
 {
@@ -30,26 +29,36 @@ std::string textOf(ByteSpan stored, const TextRules& rules)
 }
 
 // Whole numbers are stored in 1, 2 or 4 bytes, whatever their type says.
-std::string numberText(ByteSpan stored)
+PropertyValue wholeNumber(ByteSpan stored)
 {
     switch (stored.size()) {
-    case 1: return std::to_string(stored[0]);
-    case 2: return std::to_string(loadNumber<std::int16_t>(stored.data()));
-    case 4: return std::to_string(loadNumber<std::int32_t>(stored.data()));
-    default: return {};
+    case 1: return std::int64_t{stored[0]};
+    case 2: return std::int64_t{loadNumber<std::int16_t>(stored.data())};
+    case 4: return std::int64_t{loadNumber<std::int32_t>(stored.data())};
+    default: return std::string();
     }
 }
 
-std::string valueText(int type, ByteSpan stored, const TextRules& rules)
+PropertyValue cellText(ColumnType type, ByteSpan stored, const TextRules& rules)
 {
-    if (type == TypeCode::boolean) return !stored.empty() && stored[0] != 0 ? "yes" : "no";
-    if (type == TypeCode::text || type == TypeCode::memo) return textOf(stored, rules);
-    if (type > TypeCode::boolean && type <= longType) return numberText(stored);
     ColumnDef column;
-    column.typeCode = type;
+    column.type = type;
     TextColumnBuilder text;
     CellAppender(column, rules)(stored, text);
     return std::string(text.openText());
+}
+
+PropertyValue valueOf(ColumnType type, ByteSpan stored, const TextRules& rules)
+{
+    switch (type) {
+    case ColumnType::Boolean: return !stored.empty() && stored[0] != 0;
+    case ColumnType::Byte:
+    case ColumnType::Integer:
+    case ColumnType::LongInteger: return wholeNumber(stored);
+    case ColumnType::Text:
+    case ColumnType::Memo: return textOf(stored, rules);
+    default: return cellText(type, stored, rules);
+    }
 }
 
 // What stands before a damaged place is kept. False, as below, when there is one.
@@ -66,20 +75,22 @@ bool readNames(ByteSpan body, const TextRules& rules, std::vector<std::string>& 
     return true;
 }
 
-bool readColumn(ByteSpan body, const std::vector<std::string>& names, const TextRules& rules, ParsedProperties& parsed)
+// `isTable`: they are those of the table, else of the column that is named first.
+bool readProperties(ByteSpan body, bool isTable, const std::vector<std::string>& names, const TextRules& rules,
+    ParsedProperties& parsed)
 {
     ByteReader reader(body);
     reader.skip(4);
-    const auto column = textOf(reader.take(reader.number<std::uint16_t>()), rules);
-    auto& list = parsed.columns[column];
+    const auto owner = textOf(reader.take(reader.number<std::uint16_t>()), rules);
+    auto& list = isTable ? parsed.table : parsed.columns[owner];
     bool isWhole = true;
     while (reader.isGood() && reader.position() < body.size()) {
         reader.skip(3); // length and flag
-        const int type = reader.number<std::uint8_t>();
+        const auto type = columnTypeOfCode(reader.number<std::uint8_t>());
         const std::size_t name = reader.number<std::uint16_t>();
         const auto value = reader.take(reader.number<std::uint16_t>());
         if (reader.isGood() && name < names.size())
-            list.emplace_back(names[name], valueText(type, value, rules));
+            list.emplace_back(names[name], valueOf(type, value, rules));
         else
             isWhole = false;
     }
@@ -103,7 +114,8 @@ ParsedProperties parseProperties(ByteSpan bytes, const TextRules& rules)
         const auto body = reader.take(length - chunkHeaderSize);
         if (!reader.isGood()) return parsed;
         if (kind == namesChunk) isWhole = readNames(body, rules, names) && isWhole;
-        if (kind == columnChunk) isWhole = readColumn(body, names, rules, parsed) && isWhole;
+        if (kind == tableChunk || kind == columnChunk)
+            isWhole = readProperties(body, kind == tableChunk, names, rules, parsed) && isWhole;
     }
     parsed.isWhole = isWhole;
     return parsed;

@@ -8,6 +8,7 @@
 namespace vellumo::jet {
 
 struct ParsedProperties {
+    PropertyList table;
     std::map<std::string, PropertyList, std::less<>> columns; // by column name
     bool isWhole = false;                                     // false: what stands behind a damaged place is missing
 };

@@ -1,31 +1,24 @@
 #pragma once
 
 #include "jet/PageList.h"
+#include "rows/ColumnType.h"
 #include "rows/RowGroup.h"
 
 #include <string>
-#include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace vellumo::jet {
 
-// Codes of the types of columns, as stored.
-namespace TypeCode {
-constexpr int boolean = 1;
-constexpr int ole = 11;
-constexpr int memo = 12;
-constexpr int text = 10;
-constexpr int numeric = 16;
-} // namespace TypeCode
-
-// The Access properties of a column, name and value, both as text: "yes" or "no" for true and false, plain digits for
-// numbers. In the order of the file.
-using PropertyList = std::vector<std::pair<std::string, std::string>>;
+// The value of an Access property; one that is no yes or no and no whole number is a text, as that of a cell would be.
+using PropertyValue = std::variant<bool, std::int64_t, std::string>;
+// The Access properties of a table or a column, name and value, in the order of the file.
+using PropertyList = std::vector<std::pair<std::string, PropertyValue>>;
 
 struct ColumnDef {
     std::string name{}; // UTF-8
-    int typeCode = 0;
+    ColumnType type = ColumnType::Unknown;
     std::size_t size = 0;          // bytes as stored
     unsigned number = 0;           // the column number that rows and indexes use
     bool isFixed = false;          // lies in the fixed part of a row
@@ -33,6 +26,7 @@ struct ColumnDef {
     std::size_t variableIndex = 0; // among the values of the variable part
     int precision = 0;             // numeric columns, else 0
     int scale = 0;
+    bool isAutoNumber = false;
     bool isHyperlink = false;
     bool isCalculated = false;
     PropertyList properties{};
@@ -61,6 +55,7 @@ struct TableDef {
     bool isSystem = false; // as the definition says
     // As the definition states it. Real files have more rows than they state, sound ones never fewer.
     std::uint32_t statedRowCount = 0;
+    PropertyList properties{};
     unsigned columnLimit = 0;         // rows know at most this many columns, deleted ones included
     std::vector<ColumnDef> columns{}; // in stored order
     std::vector<IndexDef> indices{};
@@ -69,12 +64,12 @@ struct TableDef {
     PageList dataPages{};
 };
 
+// The value as text: "yes" or "no" for true and false, plain digits for numbers.
+[[nodiscard]] std::string propertyText(const PropertyValue& value);
+
 // Cells of object columns are kept as blobs, all others as text.
 [[nodiscard]] std::vector<CellKind> cellKinds(const TableDef& table);
 // Positions in `columns`, ordered by column number.
 [[nodiscard]] std::vector<std::size_t> numberOrder(const std::vector<ColumnDef>& columns);
-
-// The Access name of a type code ("Long Integer"), "" for a code that no column has.
-[[nodiscard]] std::string_view mdb_get_colbacktype_string_fromMdbType(int typeCode);
 
 } // namespace vellumo::jet

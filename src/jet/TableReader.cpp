@@ -13,9 +13,9 @@ namespace {
 
 DamageKind damageOf(const ColumnDef& column)
 {
-    switch (column.typeCode) {
-    case TypeCode::memo: return DamageKind::LongText;
-    case TypeCode::ole: return DamageKind::Object;
+    switch (column.type) {
+    case ColumnType::Memo: return DamageKind::LongText;
+    case ColumnType::Ole: return DamageKind::Object;
     default: return DamageKind::Value;
     }
 }
@@ -95,10 +95,10 @@ void TableReader::addRows(std::uint32_t page, RowRun& run)
     m_pageNumber = page;
     m_cellBytesLeft = cellBytesPerPageByte * m_source.pages.format().size;
     for (std::size_t i = 0; i < m_table.columns.size(); ++i) {
-        switch (m_table.columns[i].typeCode) {
-        case TypeCode::boolean: addBooleans(i); break;
-        case TypeCode::memo: addMemos(i); break;
-        case TypeCode::ole: addObjects(i); break;
+        switch (m_table.columns[i].type) {
+        case ColumnType::Boolean: addBooleans(i); break;
+        case ColumnType::Memo: addMemos(i); break;
+        case ColumnType::Ole: addObjects(i); break;
         default: addTexts(i); break;
         }
     }

@@ -25,12 +25,14 @@ std::string firstPrimaryKeyColumn(const TAdmMDBTable& table)
 
 bool FileLoader::load()
 {
+    const auto& pages = m_database.pages();
+    m_file.setFormat({pages.formatVersion(), pages.codePage(), pages.isEncrypted()});
     const auto catalog = m_database.readCatalog(m_damage);
     readDefinitions(catalog);
     if (m_options.salvage != Salvage::None) addSalvage(catalog);
     if (!readAllRows()) return false;
     dropEmptySalvage();
-    if (m_database.pages().isCutOrChanged()) m_damage.add({.kind = DamageKind::File});
+    if (pages.isCutOrChanged()) m_damage.add({.kind = DamageKind::File});
     TAdmMDBFile::Tables tables;
     for (auto& item : m_pending)
         tables.push_back(std::move(item.table));
@@ -76,6 +78,7 @@ std::unique_ptr<TAdmMDBTable> FileLoader::newTable(const jet::TableDef& def)
 {
     auto table = std::make_unique<TAdmMDBTable>();
     table->setFile(&m_file);
+    table->setProperties(def.properties);
     table->getColumnsFromMdbTableDef(def, m_database.formatVersion());
     return table;
 }
@@ -140,6 +143,7 @@ void FileLoader::readRelations(const jet::CatalogEntry& entry)
             relation->setReferencingTable(part.table);
             relation->setReferencedTable(part.referencedTable);
         }
+        if ((part.flags & jet::RelationPart::notEnforced) != 0) relation->setIsEnforced(false);
         if ((part.flags & jet::RelationPart::cascadeUpdates) != 0) relation->setOnUpdateCascade(true);
         if ((part.flags & jet::RelationPart::cascadeDeletes) != 0) relation->setOnDeleteCascade(true);
         relation->addColumnPair(part.column, part.referencedColumn);

@@ -1,135 +1,95 @@
 #include "model/TAdmMDBColumn.h"
 
-#include "jet/TableDef.h"
-#include "text/Format.h"
-#include "text/Messages.h"
-
 #include <charconv>
 
 namespace vellumo {
 
 namespace {
 
-// The number at the start of `text`; 0 where there is none.
-int leadingNumber(std::string_view text)
+// The number that a property is, or that its text begins with; nullopt where there is none.
+std::optional<std::int64_t> numberOf(const jet::PropertyValue& value)
 {
-    int number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    if (const auto* number = std::get_if<std::int64_t>(&value)) return *number;
+    const auto text = jet::propertyText(value);
+    std::int64_t number = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+    return result.ec == std::errc() ? std::optional(number) : std::nullopt;
 }
 
-std::string yesOrNo(std::string_view property) { return property == "yes" ? localized("YES") : localized("NO"); }
+bool isYes(const jet::PropertyValue& value) { return jet::propertyText(value) == "yes"; }
 
-const char* textFormatName(std::string_view property)
+TextFormat textFormatOf(const jet::PropertyValue& value)
 {
-    if (property == "0") return messageKey("Plain Text");
-    if (property == "1") return messageKey("Rich Text");
-    return messageKey("Unknown");
+    const auto text = jet::propertyText(value);
+    if (text == "0") return TextFormat::Plain;
+    return text == "1" ? TextFormat::Rich : TextFormat::Unknown;
 }
 
 } // namespace
 
-TAdmMDBColumn::OptionalText TAdmMDBColumn::decimalPlaces() const
+void TAdmMDBColumn::setTextAlign(std::int64_t property)
 {
-    // 255 is how Access stores "as many as the value needs".
-    if (m_decimalPlaces == "255") return localized("Auto");
-    return m_decimalPlaces;
+    constexpr TextAlignment inOrderOfNumbers[] = {TextAlignment::Natural, TextAlignment::Left, TextAlignment::Center,
+        TextAlignment::Right, TextAlignment::Justified};
+    const bool isKnown = property >= 0 && property < std::ssize(inOrderOfNumbers);
+    m_textAlign = inOrderOfNumbers[isKnown ? property : 0];
 }
 
-void TAdmMDBColumn::setTextAlign(std::string_view property)
+void TAdmMDBColumn::setProperties(jet::PropertyList properties)
 {
-    switch (leadingNumber(property)) {
-    case 1: m_textAlign = localized("Left"); break;
-    case 2: m_textAlign = localized("Center"); break;
-    case 3: m_textAlign = localized("Right"); break;
-    case 4: m_textAlign = localized("Distribute"); break;
-    default: m_textAlign = localized("General"); break;
-    }
+    m_properties = std::move(properties);
+    for (const auto& [property, value] : m_properties)
+        applyProperty(property, value);
 }
 
-TextAlignment TAdmMDBColumn::textAlignForCell() const
-{
-    if (!m_textAlign) return TextAlignment::Natural;
-    if (*m_textAlign == localized("Left")) return TextAlignment::Left;
-    if (*m_textAlign == localized("Center")) return TextAlignment::Center;
-    if (*m_textAlign == localized("Right")) return TextAlignment::Right;
-    if (*m_textAlign == localized("Distribute")) return TextAlignment::Justified;
-    return TextAlignment::Natural;
-}
-
-void TAdmMDBColumn::applyProperty(std::string_view property, std::string_view value)
+void TAdmMDBColumn::applyProperty(std::string_view property, const jet::PropertyValue& value)
 {
     if (property == "AllowZeroLength") {
-        m_allowZeroLength = yesOrNo(value);
+        m_allowZeroLength = isYes(value);
     } else if (property == "UnicodeCompression") {
-        m_unicodeCompression = yesOrNo(value);
+        m_unicodeCompression = isYes(value);
     } else if (property == "Required") {
-        m_required = yesOrNo(value);
+        m_required = isYes(value);
     } else if (property == "DecimalPlaces") {
-        m_decimalPlaces = value;
+        // What is no number says nothing of places; it stays among the properties.
+        if (const auto count = numberOf(value)) m_decimalPlaces = DecimalPlaces{*count};
     } else if (property == "DefaultValue") {
-        m_defaultValue = value;
+        m_defaultValue = jet::propertyText(value);
     } else if (property == "TextAlign") {
-        setTextAlign(value);
+        setTextAlign(numberOf(value).value_or(0));
     } else if (property == "Description") {
-        m_description = value;
+        m_description = jet::propertyText(value);
     } else if (property == "ResultType") {
-        if (value != "0") m_resultType = jet::mdb_get_colbacktype_string_fromMdbType(leadingNumber(value));
+        if (jet::propertyText(value) != "0") m_resultType = columnTypeOfCode(numberOf(value).value_or(0));
     } else if (property == "Expression") {
-        m_expression = value;
-    } else if (property == "TextFormat" && m_dataType == "Memo/Hyperlink") {
-        m_textFormat = localized(textFormatName(value));
+        m_expression = jet::propertyText(value);
+    } else if (property == "TextFormat" && m_type == ColumnType::Memo) {
+        m_textFormat = textFormatOf(value);
     }
 }
 
-std::vector<std::string> TAdmMDBColumn::getObjectLabels() const
+Information TAdmMDBColumn::information() const
 {
-    std::vector<std::string> labels;
-    const auto add = [&](const char* key) { labels.push_back(localized(key)); };
-    add(messageKey("Name"));
-    add(messageKey("Type"));
-    if (m_resultType) add(messageKey("Result Type"));
-    if (m_expression) add(messageKey("Expression"));
-    if (m_fieldSize >= 0) add(messageKey("Size"));
-    if (m_precision >= 0) {
-        add(messageKey("Precision"));
-        add(messageKey("Scale"));
-    }
-    if (m_allowZeroLength) add(messageKey("Allow zero length"));
-    if (m_decimalPlaces) add(messageKey("Decimal places"));
-    if (m_defaultValue) add(messageKey("Default value"));
-    if (m_required) add(messageKey("Required"));
-    if (m_unicodeCompression) add(messageKey("Unicode compression"));
-    if (m_textAlign) add(messageKey("Text alignment"));
-    if (m_description) add(messageKey("Description"));
-    if (m_textFormat) add(messageKey("Text Format"));
-    return labels;
-}
-
-std::vector<InfoValue> TAdmMDBColumn::infoValues() const
-{
-    std::vector<InfoValue> values;
-    const auto add = [&](const OptionalText& text) {
-        if (text) values.emplace_back(*text);
+    Information list = {{PropertyId::Name, name()}, {PropertyId::Type, ColumnTypeInfo{m_type, m_isCalculatedType}}};
+    const auto add = [&](PropertyId id, const auto& value) {
+        if (value) list.push_back({id, *value});
     };
-    values.emplace_back(name());
-    values.emplace_back(m_isCalculatedType ? localizedFormat("Calculated", {m_dataType}) : m_dataType);
-    add(m_resultType);
-    add(m_expression);
-    if (m_fieldSize >= 0) values.emplace_back(std::int64_t{m_fieldSize});
+    if (m_resultType) list.push_back({PropertyId::ResultType, ColumnTypeInfo{*m_resultType, false}});
+    add(PropertyId::Expression, m_expression);
+    if (m_fieldSize >= 0) list.push_back({PropertyId::Size, std::int64_t{m_fieldSize}});
     if (m_precision >= 0) {
-        values.emplace_back(std::int64_t{m_precision});
-        values.emplace_back(std::int64_t{m_scale});
+        list.push_back({PropertyId::Precision, std::int64_t{m_precision}});
+        list.push_back({PropertyId::Scale, std::int64_t{m_scale}});
     }
-    add(m_allowZeroLength);
-    add(decimalPlaces());
-    add(m_defaultValue);
-    add(m_required);
-    add(m_unicodeCompression);
-    add(m_textAlign);
-    add(m_description);
-    add(m_textFormat);
-    return values;
+    add(PropertyId::AllowZeroLength, m_allowZeroLength);
+    add(PropertyId::DecimalPlaces, m_decimalPlaces);
+    add(PropertyId::DefaultValue, m_defaultValue);
+    add(PropertyId::Required, m_required);
+    add(PropertyId::UnicodeCompression, m_unicodeCompression);
+    add(PropertyId::TextAlignment, m_textAlign);
+    add(PropertyId::Description, m_description);
+    add(PropertyId::TextFormat, m_textFormat);
+    return list;
 }
 
 } // namespace vellumo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "jet/TableDef.h"
 #include "model/TAdmMDBObject.h"
 
 #include <optional>
@@ -9,18 +10,18 @@ namespace vellumo {
 
 class TAdmMDBTable;
 
-enum class TextAlignment { Left = 0, Right = 1, Center = 2, Justified = 3, Natural = 4 };
-
-// A column of a table with its Access properties as texts ready for display. An absent property is nullopt, which is
-// not the same as an empty text.
+// A column of a table with its Access properties. An absent property is nullopt, which is not the same as an empty text
+// or a no.
 class TAdmMDBColumn : public TAdmMDBObject {
 public:
     [[nodiscard]] TAdmMDBTable* table() const { return m_table; }
     void setTable(TAdmMDBTable* table) { m_table = table; }
 
-    // The Access name of the type, such as "Long Integer"; all that exporters know of a type.
-    [[nodiscard]] const std::string& dataType() const { return m_dataType; }
-    void setDataType(std::string name) { m_dataType = std::move(name); }
+    [[nodiscard]] ColumnType type() const { return m_type; }
+    void setType(ColumnType type) { m_type = type; }
+    // The Access name of the type, such as "Long Integer"; "" for an unknown one.
+    [[nodiscard]] std::string_view dataType() const { return factsOf(m_type).accessName; }
+    void setDataType(std::string_view name) { m_type = columnTypeNamed(name); }
 
     // Text columns: most characters; -1 where it does not apply.
     [[nodiscard]] std::int32_t fieldSize() const { return m_fieldSize; }
@@ -33,40 +34,38 @@ public:
 
     using OptionalText = std::optional<std::string>;
 
-    // "YES" or "NO" (localised).
-    [[nodiscard]] const OptionalText& allowZeroLength() const { return m_allowZeroLength; }
-    void setAllowZeroLength(OptionalText text) { m_allowZeroLength = std::move(text); }
-    [[nodiscard]] const OptionalText& unicodeCompression() const { return m_unicodeCompression; }
-    void setUnicodeCompression(OptionalText text) { m_unicodeCompression = std::move(text); }
-    [[nodiscard]] const OptionalText& required() const { return m_required; }
-    void setRequired(OptionalText text) { m_required = std::move(text); }
+    // All Access properties as the file has them. Those below are taken from them.
+    [[nodiscard]] const jet::PropertyList& properties() const { return m_properties; }
+    void setProperties(jet::PropertyList properties);
 
-    // The property's own text, but "Auto" (localised) for "255".
-    [[nodiscard]] OptionalText decimalPlaces() const;
-    void setDecimalPlaces(OptionalText text) { m_decimalPlaces = std::move(text); }
+    [[nodiscard]] std::optional<bool> allowZeroLength() const { return m_allowZeroLength; }
+    void setAllowZeroLength(std::optional<bool> allow) { m_allowZeroLength = allow; }
+    [[nodiscard]] std::optional<bool> unicodeCompression() const { return m_unicodeCompression; }
+    [[nodiscard]] std::optional<bool> required() const { return m_required; }
+
+    [[nodiscard]] std::optional<DecimalPlaces> decimalPlaces() const { return m_decimalPlaces; }
     [[nodiscard]] const OptionalText& defaultValue() const { return m_defaultValue; }
-    void setDefaultValue(OptionalText text) { m_defaultValue = std::move(text); }
     [[nodiscard]] const OptionalText& description() const { return m_description; }
     void setDescription(OptionalText text) { m_description = std::move(text); }
 
-    // Calculated columns: the type name of the result, and the expression.
-    [[nodiscard]] const OptionalText& resultType() const { return m_resultType; }
-    void setResultType(OptionalText name) { m_resultType = std::move(name); }
+    // Calculated columns: the type of the result, and the expression.
+    [[nodiscard]] std::optional<ColumnType> resultType() const { return m_resultType; }
     [[nodiscard]] const OptionalText& expression() const { return m_expression; }
-    void setExpression(OptionalText text) { m_expression = std::move(text); }
 
-    // Memo columns: "Plain Text", "Rich Text" or "Unknown" (localised).
-    [[nodiscard]] const OptionalText& textFormat() const { return m_textFormat; }
-    void setTextFormat(OptionalText text) { m_textFormat = std::move(text); }
+    // Memo columns.
+    [[nodiscard]] std::optional<TextFormat> textFormat() const { return m_textFormat; }
 
-    // "General", "Left", "Center", "Right" or "Distribute" (localised).
-    [[nodiscard]] const OptionalText& textAlign() const { return m_textAlign; }
-    // Takes the property's number as text: 1 left, 2 centre, 3 right, 4 distributed, all else general.
-    void setTextAlign(std::string_view property);
-    [[nodiscard]] TextAlignment textAlignForCell() const;
+    [[nodiscard]] std::optional<TextAlignment> textAlign() const { return m_textAlign; }
+    // Takes the property's number: 1 left, 2 centre, 3 right, 4 distributed, all else general.
+    void setTextAlign(std::int64_t property);
+    // Natural where the property is absent or general.
+    [[nodiscard]] TextAlignment textAlignForCell() const { return m_textAlign.value_or(TextAlignment::Natural); }
 
     [[nodiscard]] bool isPrimaryKey() const { return m_isPrimaryKey; }
     void setIsPrimaryKey(bool isPrimaryKey) { m_isPrimaryKey = isPrimaryKey; }
+    // Access gives its values out.
+    [[nodiscard]] bool isAutoNumber() const { return m_isAutoNumber; }
+    void setIsAutoNumber(bool isAutoNumber) { m_isAutoNumber = isAutoNumber; }
     [[nodiscard]] bool isHyperlink() const { return m_isHyperlink; }
     void setIsHyperlink(bool isHyperlink) { m_isHyperlink = isHyperlink; }
     [[nodiscard]] bool isCalculatedType() const { return m_isCalculatedType; }
@@ -77,33 +76,31 @@ public:
     void setSortOrder(int order) { m_sortOrder = order; }
 
     // An object column: its cells are decoded objects, not texts.
-    [[nodiscard]] bool isOLE() const { return m_dataType == "OLE"; }
+    [[nodiscard]] bool isOLE() const { return m_type == ColumnType::Ole; }
 
-    // Takes one Access property; those that the program has no use for are ignored.
-    void applyProperty(std::string_view property, std::string_view value);
-
-    [[nodiscard]] std::vector<std::string> getObjectLabels() const override;
-
-protected:
-    [[nodiscard]] std::vector<InfoValue> infoValues() const override;
+    [[nodiscard]] Information information() const override;
 
 private:
+    void applyProperty(std::string_view property, const jet::PropertyValue& value);
+
     TAdmMDBTable* m_table = nullptr; // the owner
-    std::string m_dataType;
+    ColumnType m_type = ColumnType::Unknown;
     std::int32_t m_fieldSize = -1;
     std::int32_t m_precision = -1;
     std::int32_t m_scale = -1;
-    OptionalText m_allowZeroLength;
-    OptionalText m_unicodeCompression;
-    OptionalText m_required;
-    OptionalText m_decimalPlaces;
+    jet::PropertyList m_properties;
+    std::optional<bool> m_allowZeroLength;
+    std::optional<bool> m_unicodeCompression;
+    std::optional<bool> m_required;
+    std::optional<DecimalPlaces> m_decimalPlaces;
     OptionalText m_defaultValue;
     OptionalText m_description;
-    OptionalText m_resultType;
+    std::optional<ColumnType> m_resultType;
     OptionalText m_expression;
-    OptionalText m_textFormat;
-    OptionalText m_textAlign;
+    std::optional<TextFormat> m_textFormat;
+    std::optional<TextAlignment> m_textAlign;
     bool m_isPrimaryKey = false;
+    bool m_isAutoNumber = false;
     bool m_isHyperlink = false;
     bool m_isCalculatedType = false;
     int m_sortOrder = 0;

@@ -1,10 +1,8 @@
 #include "model/TAdmMDBFile.h"
 
 #include "model/FileLoader.h"
-#include "text/FileSize.h"
 #include "text/FinderCompare.h"
 #include "text/Format.h"
-#include "text/Messages.h"
 
 #include <new>
 
@@ -17,9 +15,9 @@ TAdmMDBFile::TAdmMDBFile()
 {
 }
 
-std::string TAdmMDBFile::label() const { return m_ext.empty() ? name() : format("%@.%@", {name(), m_ext}); }
+std::string TAdmMDBFile::label() const { return m_ext.empty() ? name() : vellumo::format("%@.%@", {name(), m_ext}); }
 
-std::string TAdmMDBFile::fullPath() const { return format("%@/%@", {m_path, label()}); }
+std::string TAdmMDBFile::fullPath() const { return vellumo::format("%@/%@", {m_path, label()}); }
 
 void TAdmMDBFile::setFullPath(std::string_view fullPath)
 {
@@ -70,7 +68,19 @@ void TAdmMDBFile::close()
     m_tables.clear();
     m_allForeignKeys.clear();
     m_damage = {};
+    m_format = {};
     m_fActive = false;
+}
+
+void TAdmMDBFile::takeContentOf(TAdmMDBFile& read)
+{
+    close();
+    setTables(std::move(read.m_tables));
+    setAllForeignKeys(std::move(read.m_allForeignKeys));
+    m_damage = std::move(read.m_damage);
+    m_openFailure = read.m_openFailure;
+    m_fActive = read.m_fActive;
+    read.close();
 }
 
 TAdmMDBTable* TAdmMDBFile::findTable(std::string_view name) const
@@ -113,16 +123,11 @@ int TAdmMDBFile::compareByLastOpenDate(const TAdmMDBFile& other) const
     return other.m_lastOpenDate < m_lastOpenDate ? -1 : 1;
 }
 
-std::vector<std::string> TAdmMDBFile::getObjectLabels() const
+Information TAdmMDBFile::information() const
 {
-    return {localized("Name"), localized("Where"), localized("Size"), localized("Created"), localized("Modified"),
-        localized("Last opened")};
-}
-
-std::vector<InfoValue> TAdmMDBFile::infoValues() const
-{
-    return {label(), m_path, formatComputerFileSize(m_size), dateWithFinderFormat(m_createDate),
-        dateWithFinderFormat(m_modifyDate), dateWithFinderFormat(m_lastOpenDate)};
+    return {{PropertyId::Name, label()}, {PropertyId::Where, m_path}, {PropertyId::Size, FileSize{m_size}},
+        {PropertyId::Created, m_createDate}, {PropertyId::Modified, m_modifyDate},
+        {PropertyId::LastOpened, m_lastOpenDate}};
 }
 
 } // namespace vellumo

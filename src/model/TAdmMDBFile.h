@@ -31,8 +31,15 @@ struct OpenOptions {
     bool checksIndexes = false;            // hold the rows against the indexes: slower, and finds more of what is lost
 };
 
+// What the first page of a file says of it.
+struct FileFormat {
+    int version = 0;  // as stored; 0: Access 97 (Jet 3), 1: Access 2000 to 2003 (Jet 4)
+    int codePage = 0; // Windows code page; only the texts of a Jet 3 file depend on it
+    bool isEncrypted = false;
+};
+
 // A database file of the file list. It knows its path and facts from the start; everything inside is read by `open`
-// and kept in memory until `close`. Main thread only.
+// and kept in memory until `close`. One thread at a time.
 class TAdmMDBFile : public TAdmMDBObject {
 public:
     TAdmMDBFile();
@@ -74,8 +81,14 @@ public:
     // too little memory, and a stop by the observer give false and leave it inactive and empty.
     [[nodiscard]] bool open(const OpenOptions& options = {});
     void close();
+    // Takes over, at once, all that the last `open` of `read` gave: content, damage and failure. What this file held
+    // before is gone, `read` is closed. So a file can be read where nobody looks, and be shown when it is whole.
+    void takeContentOf(TAdmMDBFile& read);
     // Why the last `open` gave false; nullopt before any, and after one that gave true.
     [[nodiscard]] const std::optional<OpenFailure>& openFailure() const { return m_openFailure; }
+    // Of the open file.
+    [[nodiscard]] const FileFormat& format() const { return m_format; }
+    void setFormat(const FileFormat& format) { m_format = format; }
     // What of the open file could not be read; empty for a sound one, and while inactive.
     [[nodiscard]] const DamageReport& damage() const { return m_damage; }
     void setDamage(DamageReport damage) { m_damage = std::move(damage); }
@@ -92,10 +105,7 @@ public:
     // The one opened last comes first.
     [[nodiscard]] int compareByLastOpenDate(const TAdmMDBFile& other) const;
 
-    [[nodiscard]] std::vector<std::string> getObjectLabels() const override;
-
-protected:
-    [[nodiscard]] std::vector<InfoValue> infoValues() const override;
+    [[nodiscard]] Information information() const override;
 
 private:
     std::string m_path;
@@ -106,6 +116,7 @@ private:
     Timestamp m_lastOpenDate;
     Tables m_tables;
     ForeignKeys m_allForeignKeys;
+    FileFormat m_format;
     DamageReport m_damage;
     std::optional<OpenFailure> m_openFailure;
     bool m_fActive = false;

@@ -1,9 +1,5 @@
 #include "model/TAdmMDBForeignKey.h"
 
-#include "text/Messages.h"
-
-#include <fmt/ranges.h>
-
 namespace vellumo {
 
 void TAdmMDBForeignKey::addColumnPair(std::string referencing, std::string referenced)
@@ -12,18 +8,12 @@ void TAdmMDBForeignKey::addColumnPair(std::string referencing, std::string refer
     m_referencedColumns.push_back(std::move(referenced));
 }
 
-std::vector<std::string> TAdmMDBForeignKey::getObjectLabels() const
+// The referencing table is not among it: a relation is always shown under that table.
+Information TAdmMDBForeignKey::information() const
 {
-    return {localized("Name"), localized("Columns"), localized("Referenced table"), localized("Referenced columns"),
-        localized("On update cascade"), localized("On delete cascade")};
-}
-
-// The referencing table is not among them: a relation is always shown under that table.
-std::vector<InfoValue> TAdmMDBForeignKey::infoValues() const
-{
-    return {name(), fmt::format("{}", fmt::join(m_referencingColumns, ", ")), m_referencedTable,
-        fmt::format("{}", fmt::join(m_referencedColumns, ", ")), localized(m_onUpdateCascade ? "YES" : "NO"),
-        localized(m_onDeleteCascade ? "YES" : "NO")};
+    return {{PropertyId::Name, name()}, {PropertyId::Columns, m_referencingColumns},
+        {PropertyId::ReferencedTable, m_referencedTable}, {PropertyId::ReferencedColumns, m_referencedColumns},
+        {PropertyId::OnUpdateCascade, m_onUpdateCascade}, {PropertyId::OnDeleteCascade, m_onDeleteCascade}};
 }
 
 } // namespace vellumo

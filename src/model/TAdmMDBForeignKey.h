@@ -21,15 +21,15 @@ public:
     [[nodiscard]] const std::vector<std::string>& referencedColumns() const { return m_referencedColumns; }
     void addColumnPair(std::string referencing, std::string referenced);
 
+    // Whether Access keeps rows from referring to what is not there. Only then do the cascades mean something.
+    [[nodiscard]] bool isEnforced() const { return m_isEnforced; }
+    void setIsEnforced(bool isEnforced) { m_isEnforced = isEnforced; }
     [[nodiscard]] bool onUpdateCascade() const { return m_onUpdateCascade; }
     void setOnUpdateCascade(bool cascade) { m_onUpdateCascade = cascade; }
     [[nodiscard]] bool onDeleteCascade() const { return m_onDeleteCascade; }
     void setOnDeleteCascade(bool cascade) { m_onDeleteCascade = cascade; }
 
-    [[nodiscard]] std::vector<std::string> getObjectLabels() const override;
-
-protected:
-    [[nodiscard]] std::vector<InfoValue> infoValues() const override;
+    [[nodiscard]] Information information() const override;
 
 private:
     TAdmMDBFile* m_file = nullptr; // the owner
@@ -37,6 +37,7 @@ private:
     std::vector<std::string> m_referencingColumns;
     std::string m_referencedTable;
     std::vector<std::string> m_referencedColumns;
+    bool m_isEnforced = true;
     bool m_onUpdateCascade = false;
     bool m_onDeleteCascade = false;
 };

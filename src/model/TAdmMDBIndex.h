@@ -6,13 +6,6 @@ namespace vellumo {
 
 class TAdmMDBTable;
 
-struct IndexKey {
-    std::string name; // of the column
-    bool isAscending = true;
-
-    bool operator==(const IndexKey&) const = default;
-};
-
 // An index of a table. Every index in the model has at least one key.
 class TAdmMDBIndex : public TAdmMDBObject {
 public:
@@ -31,10 +24,7 @@ public:
     [[nodiscard]] bool isUnique() const { return m_isUnique; }
     void setIsUnique(bool isUnique) { m_isUnique = isUnique; }
 
-    [[nodiscard]] std::vector<std::string> getObjectLabels() const override;
-
-protected:
-    [[nodiscard]] std::vector<InfoValue> infoValues() const override;
+    [[nodiscard]] Information information() const override;
 
 private:
     TAdmMDBTable* m_table = nullptr; // the owner

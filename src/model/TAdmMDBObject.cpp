@@ -4,23 +4,22 @@
 
 namespace vellumo {
 
-std::string infoText(const InfoValue& value)
-{
-    if (const auto* text = std::get_if<std::string>(&value)) return *text;
-    return std::to_string(std::get<std::int64_t>(value));
-}
-
 int TAdmMDBObject::compareByName(const TAdmMDBObject& other) const { return finderCompare(m_name, other.m_name); }
 
-std::map<std::string, InfoValue> TAdmMDBObject::getObjectValues() const
+std::vector<std::string> TAdmMDBObject::getObjectLabels() const
 {
-    const auto labels = getObjectLabels();
-    auto values = infoValues();
-    std::map<std::string, InfoValue> byLabel;
-    if (labels.size() != values.size()) return byLabel;
-    for (std::size_t i = 0; i < labels.size(); ++i)
-        byLabel[labels[i]] = std::move(values[i]);
-    return byLabel;
+    std::vector<std::string> labels;
+    for (const auto& property : information())
+        labels.push_back(infoLabel(property.id));
+    return labels;
+}
+
+std::vector<std::string> TAdmMDBObject::getObjectValues() const
+{
+    std::vector<std::string> values;
+    for (const auto& property : information())
+        values.push_back(infoText(property.value));
+    return values;
 }
 
 } // namespace vellumo

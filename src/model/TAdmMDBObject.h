@@ -1,18 +1,8 @@
 #pragma once
 
-#include <cstdint>
-#include <map>
-#include <string>
-#include <variant>
-#include <vector>
+#include "model/Information.h"
 
 namespace vellumo {
-
-// A value of an information list: a text or a whole number.
-using InfoValue = std::variant<std::string, std::int64_t>;
-
-// The value as text, numbers in plain digits.
-[[nodiscard]] std::string infoText(const InfoValue& value);
 
 // Base of everything that a database catalogue names: file, table, column, index, relation.
 class TAdmMDBObject {
@@ -26,18 +16,16 @@ public:
     // -1, 0 or 1: the names in the order of finderCompare.
     [[nodiscard]] virtual int compareByName(const TAdmMDBObject& other) const;
 
-    // What the information pane shows: the localised labels in display order, and the value of each label. Values
-    // that do not match the labels in number give an empty mapping.
-    [[nodiscard]] virtual std::vector<std::string> getObjectLabels() const = 0;
-    [[nodiscard]] std::map<std::string, InfoValue> getObjectValues() const;
+    // What is known of it, in display order.
+    [[nodiscard]] virtual Information information() const = 0;
+    // The same as the information pane shows it, localised: the labels, and in the same order their values.
+    [[nodiscard]] std::vector<std::string> getObjectLabels() const;
+    [[nodiscard]] std::vector<std::string> getObjectValues() const;
 
 protected:
     TAdmMDBObject() = default;
     TAdmMDBObject(const TAdmMDBObject&) = default;
     TAdmMDBObject& operator=(const TAdmMDBObject&) = default;
-
-    // The values in the order of the labels.
-    [[nodiscard]] virtual std::vector<InfoValue> infoValues() const = 0;
 
 private:
     std::string m_name;

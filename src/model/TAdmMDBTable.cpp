@@ -2,7 +2,6 @@
 
 #include "jet/TableDef.h"
 #include "model/TAdmMDBFile.h"
-#include "text/Messages.h"
 
 #include <set>
 
@@ -47,21 +46,28 @@ void TAdmMDBTable::getColumnsFromMdbTableDef(const jet::TableDef& tableDef, int 
     for (const auto& def : tableDef.columns) {
         auto column = std::make_unique<TAdmMDBColumn>();
         column->setName(def.name);
-        column->setDataType(std::string(jet::mdb_get_colbacktype_string_fromMdbType(def.typeCode)));
+        column->setType(def.type);
         // Jet 4 stores two bytes a character and states the size in bytes.
-        if (def.typeCode == jet::TypeCode::text && def.size > 0)
+        if (def.type == ColumnType::Text && def.size > 0)
             column->setFieldSize(static_cast<std::int32_t>(formatVersion != 0 ? def.size / 2 : def.size));
+        column->setIsAutoNumber(def.isAutoNumber);
         column->setIsHyperlink(def.isHyperlink);
         column->setIsCalculatedType(def.isCalculated);
         if (def.precision > 0) {
             column->setPrecision(def.precision);
             column->setScale(def.scale);
         }
-        for (const auto& [property, value] : def.properties)
-            column->applyProperty(property, value);
+        column->setProperties(def.properties);
         columns.push_back(std::move(column));
     }
     setColumns(std::move(columns));
+}
+
+std::optional<std::string> TAdmMDBTable::description() const
+{
+    for (const auto& [property, value] : m_properties)
+        if (property == "Description") return jet::propertyText(value);
+    return std::nullopt;
 }
 
 void TAdmMDBTable::getIndicesFromMdbTableDef(const jet::TableDef& tableDef)
@@ -112,14 +118,10 @@ void TAdmMDBTable::close()
     m_indices.clear();
 }
 
-std::vector<std::string> TAdmMDBTable::getObjectLabels() const
+Information TAdmMDBTable::information() const
 {
-    return {localized("Name"), localized("Number of rows"), localized("Number of columns")};
-}
-
-std::vector<InfoValue> TAdmMDBTable::infoValues() const
-{
-    return {name(), static_cast<std::int64_t>(m_rows.rowCount()), static_cast<std::int64_t>(m_columns.size())};
+    return {{PropertyId::Name, name()}, {PropertyId::RowCount, static_cast<std::int64_t>(m_rows.rowCount())},
+        {PropertyId::ColumnCount, static_cast<std::int64_t>(m_columns.size())}};
 }
 
 } // namespace vellumo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "jet/TableDef.h"
 #include "model/TAdmMDBColumn.h"
 #include "model/TAdmMDBForeignKey.h"
 #include "model/TAdmMDBIndex.h"
@@ -8,10 +9,6 @@
 #include <memory>
 
 namespace vellumo {
-
-namespace jet {
-struct TableDef;
-}
 
 // Where the rows of a table come from.
 enum class TableOrigin : std::uint8_t {
@@ -29,6 +26,11 @@ public:
 
     [[nodiscard]] TableOrigin origin() const { return m_origin; }
     void setOrigin(TableOrigin origin) { m_origin = origin; }
+
+    // All Access properties of the table, and of these what the user wrote about it.
+    [[nodiscard]] const jet::PropertyList& properties() const { return m_properties; }
+    void setProperties(jet::PropertyList properties) { m_properties = std::move(properties); }
+    [[nodiscard]] std::optional<std::string> description() const;
 
     // In the order in which the table stores them. Never null.
     using Columns = std::vector<std::unique_ptr<TAdmMDBColumn>>;
@@ -63,14 +65,12 @@ public:
     // Empties columns, rows and indexes.
     void close();
 
-    [[nodiscard]] std::vector<std::string> getObjectLabels() const override;
-
-protected:
-    [[nodiscard]] std::vector<InfoValue> infoValues() const override;
+    [[nodiscard]] Information information() const override;
 
 private:
     TAdmMDBFile* m_file = nullptr; // the owner
     TableOrigin m_origin = TableOrigin::Catalogue;
+    jet::PropertyList m_properties;
     Columns m_columns;
     RowStore m_rows;
     Indices m_indices;

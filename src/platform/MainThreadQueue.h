@@ -14,19 +14,16 @@ namespace vellumo {
 class MainThreadQueue : public MainThread {
 public:
     void performAndWait(const std::function<void()>& work) override;
+    void post(std::function<void()> work) override;
 
     // Main thread only. `isDone` is asked at first, and again after each piece of work.
     void runUntil(const std::function<bool()>& isDone);
 
 private:
-    struct Task {
-        const std::function<void()>* work;
-        bool isDone = false;
-    };
     const std::thread::id m_mainThread = std::this_thread::get_id();
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::deque<Task*> m_tasks;
+    std::deque<std::function<void()>> m_tasks;
 };
 
 } // namespace vellumo

@@ -9,7 +9,7 @@ namespace vellumo {
 
 [[nodiscard]] constexpr char asciiLower(char letter)
 {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+    return static_cast<char>(letter | (letter >= 'A' && letter <= 'Z' ? 0x20 : 0));
 }
 
 [[nodiscard]] inline std::string asciiLower(std::string_view text)

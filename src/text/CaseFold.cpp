@@ -1,5 +1,7 @@
 #include "text/CaseFold.h"
 
+#include "text/Ascii.h"
+
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -32,8 +34,6 @@ std::uint64_t foldAscii8(std::uint64_t bytes)
     const auto behindZ = bytes + ones * (0x80 - 'Z' - 1); // high bit: above 'Z'
     return bytes | (fromA & ~behindZ & highBits) >> 2;
 }
-
-char foldAscii(char byte) { return static_cast<char>(byte | ((byte >= 'A' && byte <= 'Z') ? 0x20 : 0)); }
 
 // What a character folds to, in UTF-8.
 struct Folding {
@@ -161,7 +161,7 @@ FoldedEnd foldCaseInto(std::string_view text, char* out)
             continue;
         }
         if (static_cast<unsigned char>(text[i]) < 0x80) {
-            *result.end++ = foldAscii(text[i++]);
+            *result.end++ = asciiLower(text[i++]);
             continue;
         }
         const auto character = characterAt(text, i);

@@ -43,4 +43,15 @@ std::string dateWithFinderFormat(std::optional<Timestamp> date, Timestamp now)
     return fmt::format("{}/{}/{:04} {}", local.tm_mday, local.tm_mon + 1, local.tm_year + 1900, clockText(local));
 }
 
+std::string isoText(Timestamp date)
+{
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(date);
+    const auto day = std::chrono::floor<std::chrono::days>(seconds);
+    const std::chrono::year_month_day ymd(day);
+    const std::chrono::hh_mm_ss time(seconds - day);
+    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}Z", static_cast<int>(ymd.year()),
+        static_cast<unsigned>(ymd.month()), static_cast<unsigned>(ymd.day()), time.hours().count(),
+        time.minutes().count(), time.seconds().count());
+}
+
 } // namespace vellumo

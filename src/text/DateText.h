@@ -13,4 +13,7 @@ using Timestamp = std::chrono::system_clock::time_point;
 // not by the local calendar.
 [[nodiscard]] std::string dateWithFinderFormat(std::optional<Timestamp> date, Timestamp now);
 
+// The date for programs, ISO 8601 in UTC: "2014-03-05T20:07:00Z".
+[[nodiscard]] std::string isoText(Timestamp date);
+
 } // namespace vellumo

@@ -17,8 +17,6 @@ void initMessages(const char* localeDir)
     bind_textdomain_codeset(domain, "UTF-8");
 }
 
-void leaveTextsUntranslated() { std::setlocale(LC_MESSAGES, "C"); }
-
 std::string localized(const char* key)
 {
     // gettext answers the empty key with the header of its catalogue.

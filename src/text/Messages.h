@@ -10,14 +10,15 @@ namespace vellumo {
 // environment. Touches no other locale category: numbers and dates never depend on it. Call once, before threads start.
 void initMessages(const char* localeDir);
 
-// From now on every text stays as it is: for output that programs read. Not while other threads run.
-void leaveTextsUntranslated();
-
 // The translation of `key`, UTF-8; the key itself where there is none.
 [[nodiscard]] std::string localized(const char* key);
 
 // The language that texts are translated into, as its code ("de", "pt_BR"); empty when they stay as they are.
 [[nodiscard]] std::string messagesLanguage();
+
+// What a key becomes: localized for people, untranslated for programs, which find the same texts in every language.
+using Translation = std::string (*)(const char* key);
+[[nodiscard]] inline std::string untranslated(const char* key) { return key; }
 
 // Marks a text that is looked up later, for the collector of texts (xgettext).
 constexpr const char* messageKey(const char* key) { return key; }

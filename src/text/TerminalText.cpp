@@ -49,6 +49,15 @@ std::string escapedText(std::string_view text, std::string_view kept)
     return result;
 }
 
+std::string withoutObeyed(std::string_view text)
+{
+    std::string result;
+    forEachCharacter(text, [&](UChar32 character, std::string_view bytes) {
+        if (character >= 0 && !isObeyed(character)) result += bytes;
+    });
+    return result;
+}
+
 std::string cleanedText(std::string_view text, std::string_view forbidden, char replacement)
 {
     std::string result;
@@ -59,14 +68,6 @@ std::string cleanedText(std::string_view text, std::string_view forbidden, char 
             result += bytes;
     });
     return result;
-}
-
-std::string_view firstBytes(std::string_view text, std::size_t count)
-{
-    if (text.size() <= count) return text;
-    while (count > 0 && U8_IS_TRAIL(text[count]))
-        --count;
-    return text.substr(0, count);
 }
 
 } // namespace vellumo

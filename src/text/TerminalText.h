@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/UTF8.h"
+
 #include <string>
 #include <string_view>
 
@@ -14,7 +16,7 @@ namespace vellumo {
 // `text` with `replacement` for each such character, for those of `forbidden` (ASCII), and for bytes that are no UTF-8.
 [[nodiscard]] std::string cleanedText(std::string_view text, std::string_view forbidden, char replacement);
 
-// The text's first bytes, at most `count`; a character that does not fit as a whole is left out.
-[[nodiscard]] std::string_view firstBytes(std::string_view text, std::size_t count);
+// `text` without such characters and without bytes that are no UTF-8.
+[[nodiscard]] std::string withoutObeyed(std::string_view text);
 
 } // namespace vellumo

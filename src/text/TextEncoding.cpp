@@ -1,5 +1,6 @@
 #include "text/TextEncoding.h"
 
+#include "text/Ascii.h"
 #include "text/Messages.h"
 
 #include <algorithm>
@@ -68,11 +69,10 @@ constexpr CommonEncoding commonEncodings[] = {
     {145, "TIS-620", messageKey("Thai (TIS 620)")},
 };
 
-constexpr char asciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
-
 bool equalIgnoringCase(std::string_view left, std::string_view right)
 {
-    return std::ranges::equal(left, right, {}, asciiLower, asciiLower);
+    const auto lower = [](char letter) { return asciiLower(letter); };
+    return std::ranges::equal(left, right, {}, lower, lower);
 }
 
 // FNV-1a over the lower-case name, in the upper half of the numbers.
@@ -179,19 +179,6 @@ std::optional<std::uint32_t> findTextEncoding(std::string_view name)
     const auto* registeredName =
         name.find(',') == std::string_view::npos ? registeredNameOf(std::string(name).c_str()) : nullptr;
     return registeredName == nullptr ? std::nullopt : std::optional(describe(registeredName).identifier);
-}
-
-bool isWellFormedUTF8(std::string_view text)
-{
-    while (!text.empty()) {
-        const auto length = segmentLength(text);
-        UErrorCode status = U_ZERO_ERROR;
-        int32_t units = 0;
-        u_strFromUTF8(nullptr, 0, &units, text.data(), static_cast<int32_t>(length), &status);
-        if (U_FAILURE(status) && status != U_BUFFER_OVERFLOW_ERROR) return false;
-        text.remove_prefix(length);
-    }
-    return true;
 }
 
 void TextEncoder::Close::operator()(UConverter* converter) const { ucnv_close(converter); }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/UTF8.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -36,8 +38,6 @@ inline constexpr std::uint32_t encodingWindows1252 = 12;
 // The identifier of the encoding that a user names by its readable name, its registered name or any alias of that
 // ("latin1", "cp1252"); case does not matter.
 [[nodiscard]] std::optional<std::uint32_t> findTextEncoding(std::string_view name);
-
-[[nodiscard]] bool isWellFormedUTF8(std::string_view text);
 
 // Converts UTF-8 into one encoding, strictly: no replacement characters, no fallback mappings. Never writes a
 // byte-order mark; UTF-16 and UTF-32 without a byte order in their name are little-endian. One thread at a time.

@@ -91,7 +91,7 @@ TEST_F(Scenario, LookingForLostRowsOpensTheFileAgainAndComesBackToTheTable)
                 none}},
         {"stopped",
             [&] {
-                s.window.stopsOpening = true;
+                s.window.duringOpening = [&] { s.app().StopOpening(); };
                 s.app().salvageSheetDidEnd(Salvage::LostRows);
             },
             {"Sales* Stock[Items]", "1 of 2 files", " | ", "Sales.mdb Stock.mdb", ""}},

@@ -21,7 +21,7 @@ protected:
     void show(const std::vector<test::Row>& rows)
     {
         m_table = makeTable("T", {{"Id", "Long Integer", true}, {"Text", "Text"}, {"Object", "OLE"}}, rows);
-        m_table->columns()[1]->setTextAlign("2");
+        m_table->columns()[1]->setTextAlign(2);
         view.updateDataTableToShowMDBTable(m_table.get());
         port.events.clear();
     }
@@ -100,7 +100,8 @@ TEST_F(DataViewTest, ClicksTurnOneHeaderAndClearTheOthers)
 TEST_F(DataViewTest, DetailPaneTellsValuesFromPlaceholders)
 {
     show({{"1", "[NULL]", makeBlob("IMAGE...", "png")}, {null, "long\ttext", makeBlob("plain", "txt")},
-        {"3", null, makeBlob(std::string_view("\x01\x02", 2), "bin")}});
+        {"3", null, makeBlob(std::string_view("\x01\x02", 2), "bin")},
+        {"4", null, makeBlob("[NON-TEXTUAL DATA]", "txt")}});
     const struct {
         const char* name;
         std::size_t row;
@@ -110,7 +111,8 @@ TEST_F(DataViewTest, DetailPaneTellsValuesFromPlaceholders)
     } cells[] = {
         {"text", 1, 1, "long\ttext", false},
         {"null", 1, 0, "[NULL]", true},
-        {"a text that reads like null", 0, 1, "[NULL]", true},
+        {"a text that reads like null", 0, 1, "[NULL]", false},
+        {"an object that reads like one that has no text", 3, 2, "[NON-TEXTUAL DATA]", false},
         {"object with text", 1, 2, "plain", false},
         {"object without text", 2, 2, "[NON-TEXTUAL DATA]", true},
     };
@@ -153,7 +155,7 @@ TEST_F(DataViewTest, CopiesRowsAsLinesOfTabbedFields)
         {null, "[NULL]", makeBlob(std::string_view("\x01\x02", 2), "bin")}});
     const std::string first = "a\tb c\t\n";
     const std::string second = "1\ttwo lines\r\tx y\n";
-    const std::string third = "\t\t\n";
+    const std::string third = "\t[NULL]\t\n";
     const struct {
         const char* name;
         std::vector<RowSelection::Range> selected;

@@ -61,27 +61,21 @@ public:
     DataViewPort& dataView() override { return data; }
     void reloadTree() override { }
     void fileWillClose(TAdmMDBFile& file) override { events.push_back("will close " + file.name()); }
-    void expandTreeItem(TAdmMDBFile& file) override { events.push_back("expand " + file.name()); }
-    void collapseTreeItem(TAdmMDBFile& file) override { events.push_back("collapse " + file.name()); }
+    void setTreeItemExpanded(TAdmMDBFile& file, bool isExpanded) override
+    {
+        events.push_back((isExpanded ? "expand " : "collapse ") + file.name());
+    }
     void treeSelectionDidChange() override { }
     void scrollToTreeSelection() override { }
-    void informationBarDidChange() override { }
-    void informationDidReload(InformationType) override { }
-    void informationDetailsDidChange(InformationType) override { }
-    void statusTextDidChange() override { }
-    void placeholderDidChange() override { }
+    void informationDidChange(InformationChange, InformationType) override { }
+    void partDidChange(WindowPart) override { }
     void viewToggleDidChange(ViewToggle) override { }
-    void navigationDidChange() override { }
     void deselectAllForToolbarItems() override { events.emplace_back("toolbar"); }
-    void jumpBarMenuDidChange() override { }
-    void jumpBarSelectionDidChange() override { }
-    void searchMenuDidChange() override { }
     void focusDataSearchField() override { events.emplace_back("search field"); }
     void openDidBegin(const TAdmMDBFile& file) override { events.push_back("opening " + file.name()); }
-    bool openDidProgress(std::uint64_t, std::uint64_t) override
+    void openDidProgress(std::uint64_t, std::uint64_t) override
     {
         if (duringOpening) duringOpening();
-        return !stopsOpening;
     }
     void openDidEnd() override { events.emplace_back("opening ended"); }
     void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) override { damageSheet = details; }
@@ -102,8 +96,7 @@ public:
     std::vector<std::string> events;
     std::vector<std::string> childEvents;
     std::shared_ptr<DamageDetails> damageSheet; // the one begun last
-    std::function<void()> duringOpening;        // what comes in while the events are handled
-    bool stopsOpening = false;
+    std::function<void()> duringOpening;        // what the user does while a file is opened
     bool isFull = false;
 };
 

@@ -74,6 +74,7 @@ TEST_F(Scenario, AFileThatFailsToOpenStaysInTheListWhateverTheRoute)
         s.recent.listed = route.recent;
         s.start();
         route.act();
+        s.finishOpening();
         EXPECT_EQ(s.sight(), route.expected) << route.name;
         s.app().refreshRecentFiles();
         EXPECT_EQ(s.sight().tree, route.expected.tree) << route.name << ", refreshed";
@@ -99,14 +100,14 @@ TEST_F(Scenario, NothingIsSelectedBehindTheAlertThatAFileFailed)
 TEST_F(Scenario, StoppingToOpenIsNoFailure)
 {
     s.start();
-    s.window.stopsOpening = true;
+    s.window.duringOpening = [&] { s.app().StopOpening(); };
     play({
         {"panel", [&] { s.openByPanel({sales}); }, {"Sales", "1 file", " | ", "", ""}},
         {"menu", [&] { s.clickMenu("Sales", &VellumoAppDelegate::OpenSelectedFile); },
             {"Sales", "1 file", " | ", "", ""}},
         {"export", [&] { s.click("Sales"), s.app().Export(1); }, {"Sales*", "1 of 1 file", " | ", "", ""}},
     });
-    s.window.stopsOpening = false;
+    s.window.duringOpening = {};
     play({{"not stopped", [&] { s.clickMenu("Sales", &VellumoAppDelegate::OpenSelectedFile); },
         {"Sales*[Customers Orders]", "1 of 1 file, contains 2 tables", " | ", "Sales.mdb", ""}}});
     EXPECT_THAT(s.window.events, ::testing::Not(::testing::Contains("export sheet")));
@@ -118,9 +119,70 @@ TEST_F(Scenario, AProgramThatIsToEndOpensNoMoreFiles)
     s.window.duringOpening = [&] { s.app().applicationShouldTerminate(); };
     s.window.events.clear();
     s.app().applicationOpenFiles({sales, stock});
+    s.finishOpening();
     EXPECT_THAT(s.window.events, ::testing::ElementsAre("opening Sales", "opening ended"));
     EXPECT_EQ(s.sight().recent, "");
     EXPECT_EQ(s.sight().alerts, "");
+}
+
+TEST_F(Scenario, OtherFilesAreLookedAtWhileOneIsOpened)
+{
+    using Command = VellumoAppDelegate::FileCommand;
+    s.start();
+    s.openByPanel({sales});
+    const auto usable = [&] {
+        std::string names;
+        const std::pair<Command, char> commands[] = {{Command::Open, 'O'}, {Command::Close, 'C'},
+            {Command::Remove, 'R'}, {Command::RemoveOthers, 'T'}, {Command::LookForLostRows, 'L'}};
+        for (const auto& [command, letter] : commands)
+            if (s.app().canUse(command, Sender::Other)) names += letter;
+        return names + (s.app().canExport() ? 'E' : '-') + (s.app().canClearRecentDocuments() ? 'A' : '-');
+    };
+    const auto later = s.makeDatabase("Later.mdb", {{"T", 1}});
+    s.app().acceptDrop({stock, later}); // nothing of it arrives yet
+    const Sight meanwhile{
+        "Sales[Customers Orders*] Stock", "1 of 2 tables, contains 1 record", "Orders | ", "Sales.mdb", ""};
+    s.click("Sales/Orders");
+    s.app().refreshRecentFiles();
+    EXPECT_EQ(s.sight(), meanwhile);
+    EXPECT_EQ(usable(), "CRLE-") << "another file";
+    s.click("Stock");
+    EXPECT_EQ(usable(), "--") << "the one that is opened";
+    s.app().OnDoubleClickFileTree();
+    s.app().RemoveSelectedFile(Sender::Other);
+    s.app().clearRecentDocuments();
+    s.click("Sales/Orders");
+    s.app().CloseSelectedFile(Sender::Other);
+    EXPECT_EQ(s.sight().tree, "Sales Stock");
+    s.app().StopOpening();
+    play({{"the next one comes all the same", [] {},
+        {"Later*[T] Sales Stock", "1 of 3 files, contains 1 table", " | ", "Later.mdb Sales.mdb", ""}}});
+    s.click("Stock");
+    EXPECT_EQ(usable(), "ORTEA");
+}
+
+TEST_F(Scenario, AFileThatLeavesTheListBeforeItsTurnIsNotOpened)
+{
+    s.recent.listed = {sales, stock};
+    s.start();
+    s.click("Stock");
+    s.app().acceptDrop({sales});
+    s.app().OnDoubleClickFileTree();
+    s.app().Export(1);
+    EXPECT_FALSE(s.app().canExport()) << "one export at a time";
+    s.app().RemoveSelectedFile(Sender::Other);
+    play({{"removed", [] {}, {"Sales*[Customers Orders]", "1 of 1 file, contains 2 tables", " | ", "Sales.mdb", ""}}});
+    EXPECT_FALSE(s.app().isExporting());
+    EXPECT_TRUE(s.app().canExport());
+}
+
+TEST_F(Scenario, TheProgramEndsWhileAFileIsOpened)
+{
+    s.start();
+    s.app().applicationOpenFiles({sales, stock});
+    s.quit();
+    s.start();
+    EXPECT_EQ(s.sight().tree, "");
 }
 
 TEST_F(Scenario, ClosingAFileTakesItsTablesOutOfHistoryAndWindows)

@@ -14,7 +14,7 @@ namespace {
 using test::makeColumn;
 using Rows = std::vector<std::uint32_t>;
 
-RowOrder orderOf(const TAdmMDBTable& table) { return {table.rows(), 0, sortKindOf(table.columns()[0]->dataType())}; }
+RowOrder orderOf(const TAdmMDBTable& table) { return {table.rows(), 0, factsOf(table.columns()[0]->type()).sortKind}; }
 
 TEST(RowOrder, OrdersByWhatTheColumnHolds)
 {

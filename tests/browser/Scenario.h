@@ -24,6 +24,7 @@ protected:
     {
         for (const auto& step : steps) {
             step.act();
+            s.finishOpening();
             EXPECT_EQ(s.sight(), step.expected) << step.name;
         }
     }

@@ -1,5 +1,4 @@
 #include "browser/SelectionHistory.h"
-#include "support/ModelBuilder.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -7,7 +6,6 @@
 namespace vellumo {
 namespace {
 
-using namespace test;
 using Tables = SelectionHistory::Tables;
 
 // The rule for closing, one table after the other and step by step.
@@ -17,11 +15,11 @@ void dropEqualLastPairs(Tables& tables)
         tables.pop_back();
 }
 
-void removeStepByStep(const TAdmMDBFile& file, Tables& previous, Tables& next)
+void removeStepByStep(const Tables& closing, Tables& previous, Tables& next)
 {
-    for (const auto& table : file.tables()) {
-        std::erase(previous, table.get());
-        std::erase(next, table.get());
+    for (const auto& table : closing) {
+        std::erase(previous, table);
+        std::erase(next, table);
         dropEqualLastPairs(previous);
         dropEqualLastPairs(next);
         while (!previous.empty() && !next.empty() && previous.back() == next.back())
@@ -31,14 +29,13 @@ void removeStepByStep(const TAdmMDBFile& file, Tables& previous, Tables& next)
 
 TEST(SelectionHistory, NextMakesBackUsableWithOneVisit)
 {
-    const auto closing = makeFile("/d/Closing.mdb", makeTable("Gone", {}));
-    const auto file = makeFile("/d/F.mdb", makeTable("A", {}), makeTable("B", {}));
-    auto* a = file->tables()[0].get();
-    auto* b = file->tables()[1].get();
+    const ItemId gone{1, 0, "Gone"};
+    const ItemId a{2, 0, "A"};
+    const ItemId b{2, 1, "B"};
     SelectionHistory history;
-    history.visit(*closing->tables()[0]);
-    history.visit(*a);
-    history.removeTablesOf(*closing);
+    history.visit(gone);
+    history.visit(a);
+    history.removeTables({gone});
     EXPECT_EQ(history.previousTables(), Tables{a});
     EXPECT_TRUE(history.isBackEnabled()) << "closing disables Back only when nothing is left";
     EXPECT_EQ(history.backTarget(), a);
@@ -48,9 +45,9 @@ TEST(SelectionHistory, NextMakesBackUsableWithOneVisit)
     history.finishNext(true);
     EXPECT_EQ(history.previousTables(), Tables{a});
     EXPECT_TRUE(history.isBackEnabled());
-    history.visit(*a);
+    history.visit(a);
     EXPECT_FALSE(history.isBackEnabled()) << "a visit asks for two";
-    history.visit(*b);
+    history.visit(b);
     EXPECT_EQ(history.backTarget(), a);
     history.finishBack(false);
     EXPECT_EQ(history.previousTables(), (Tables{a, b})) << "the target could not be shown";
@@ -63,21 +60,21 @@ TEST(SelectionHistory, ClosingFilesLeavesWhatTheRuleLeavesStepByStep)
         return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
     };
     for (int round = 0; round < 2000; ++round) {
-        std::vector<std::unique_ptr<TAdmMDBFile>> files;
-        for (int f = 0; f < 3; ++f)
-            files.push_back(makeFile("/d/F.mdb", makeTable("A", {}), makeTable("B", {}), makeTable("C", {})));
+        std::vector<Tables> files;
+        for (std::uint64_t f = 1; f <= 3; ++f)
+            files.push_back({{f, 0, "A"}, {f, 1, "B"}, {f, 2, "C"}});
         SelectionHistory history;
         for (int i = 0; i < 40; ++i) {
             if (pick(3) > 0)
-                history.visit(*files[pick(3)]->tables()[pick(3)]);
-            else if (history.backTarget() != nullptr)
+                history.visit(files[pick(3)][pick(3)]);
+            else if (history.backTarget())
                 history.finishBack(true);
         }
         for (auto f : {0U, 1U, 2U}) {
             auto previous = history.previousTables();
             auto next = history.nextTables();
-            removeStepByStep(*files[f], previous, next);
-            history.removeTablesOf(*files[f]);
+            removeStepByStep(files[f], previous, next);
+            history.removeTables(files[f]);
             ASSERT_EQ(history.previousTables(), previous) << "round " << round;
             ASSERT_EQ(history.nextTables(), next) << "round " << round;
             EXPECT_FALSE(previous.empty() && history.isBackEnabled());

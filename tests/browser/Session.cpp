@@ -86,6 +86,12 @@ void Session::openByPanel(const std::vector<std::string>& paths)
     filePanels.files = paths;
     m_app->OpenFile();
     filePanels.files = {};
+    finishOpening();
+}
+
+void Session::finishOpening()
+{
+    mainThread.runUntil([this] { return !m_app->isOpening(); });
 }
 
 void Session::clickMenu(const std::string& name, void (VellumoAppDelegate::*command)(VellumoAppDelegate::Sender))
@@ -93,13 +99,14 @@ void Session::clickMenu(const std::string& name, void (VellumoAppDelegate::*comm
     m_app->setClickedTreeItem(item(name));
     (*m_app.*command)(VellumoAppDelegate::Sender::TreeMenu);
     m_app->setClickedTreeItem({});
+    finishOpening();
 }
 
 std::string Session::tableNames(const SelectionHistory::Tables& tables) const
 {
     std::string names;
-    for (const auto* table : tables)
-        append(names, table->name());
+    for (const auto& table : tables)
+        append(names, table.tableName);
     return names;
 }
 

@@ -45,8 +45,12 @@ public:
     [[nodiscard]] TreeItem item(const std::string& name) const;
     // What a click on a tree row does.
     void click(const std::string& name);
+    // Opens them and waits.
     void openByPanel(const std::vector<std::string>& paths);
-    // Opens the menu of a tree row around a command.
+    // Runs the main thread until every file that is being opened, or waits to be, is done with. Before that nothing of
+    // an opening arrives.
+    void finishOpening();
+    // Opens the menu of a tree row around a command, and waits for what it opens.
     void clickMenu(const std::string& name, void (VellumoAppDelegate::*command)(VellumoAppDelegate::Sender));
 
     [[nodiscard]] Sight sight();

@@ -1,14 +1,9 @@
 #include "cli/ExportSettings.h"
-#include "support/ExportDesktop.h"
-#include "support/ModelBuilder.h"
 
 #include <gtest/gtest.h>
 
 namespace vellumo {
 namespace {
-
-using test::makeFile;
-using test::makeTable;
 
 ExportSettings settingsFor(const char* format, void (*change)(ExportSettings&))
 {
@@ -22,6 +17,7 @@ ExportSettings settingsFor(const char* format, void (*change)(ExportSettings&))
 TEST(ExportSettings, ComplainsAboutWhatDoesNotApply)
 {
     using S = ExportSettings;
+    using enum ExportOption;
     const struct {
         const char* format;
         void (*change)(S&);
@@ -30,9 +26,9 @@ TEST(ExportSettings, ComplainsAboutWhatDoesNotApply)
         {"csv", [](S&) {}, ""},
         {"csv", [](S& s) { s.to.clear(); }, "--to must not be empty."},
         {"csv", [](S& s) { s.isSingleFile = true; }, "--single-file does not apply to csv."},
-        {"xls", [](S& s) { s.isSingleFile = s.noHeader = true; }, ""},
+        {"xls", [](S& s) { s.isSingleFile = s.switchedOff[Header] = true; }, ""},
         {"sqlite", [](S& s) { s.isSingleFile = true; }, ""},
-        {"sql", [](S& s) { s.noHeader = true; }, "--no-header does not apply to sql."},
+        {"sql", [](S& s) { s.switchedOff[Header] = true; }, "--no-header does not apply to sql."},
         {"csv", [](S& s) { s.fieldDelimiter = "semicolon"; }, ""},
         {"csv", [](S& s) { s.fieldDelimiter = "tab"; }, "--field-delimiter tab does not apply to csv."},
         {"txt", [](S& s) { s.fieldDelimiter = "space"; }, ""},
@@ -46,53 +42,50 @@ TEST(ExportSettings, ComplainsAboutWhatDoesNotApply)
         {"sql", [](S& s) { s.schema = "s", s.dialect = "oracle"; }, ""},
         {"sql", [](S& s) { s.schema = "s", s.dialect = "sqlite"; }, "--schema does not apply to sqlite."},
         {"sqlite", [](S& s) { s.dialect = "sqlite"; }, "--dialect does not apply to sqlite."},
-        {"sql", [](S& s) { s.noStructure = s.noIndexes = true; }, ""},
-        {"sql", [](S& s) { s.noStructure = s.noData = true; }, "Neither structure nor data is to be exported."},
-        {"sqlite", [](S& s) { s.noStructure = true; }, "--no-structure does not apply to sqlite."},
-        {"sqlite", [](S& s) { s.noForeignKeys = s.noIndexes = s.noData = true; }, ""},
-        {"csv", [](S& s) { s.noData = true; }, "--no-data does not apply to csv."},
+        {"sql", [](S& s) { s.switchedOff[Structure] = s.switchedOff[Indexes] = true; }, ""},
+        {"sql", [](S& s) { s.switchedOff[Structure] = s.switchedOff[Data] = true; },
+            "Neither structure nor data is to be exported."},
+        {"sqlite", [](S& s) { s.switchedOff[Structure] = true; }, "--no-structure does not apply to sqlite."},
+        {"sqlite", [](S& s) { s.switchedOff[ForeignKeys] = s.switchedOff[Indexes] = s.switchedOff[Data] = true; }, ""},
+        {"csv", [](S& s) { s.switchedOff[Data] = true; }, "--no-data does not apply to csv."},
     };
     for (const auto& c : cases)
         EXPECT_EQ(complaintAbout(settingsFor(c.format, c.change)).value_or(""), c.complaint) << c.format;
 }
 
-ExportOptions entered(const char* format, void (*change)(ExportSettings&))
+ExportOptions asked(const char* format, void (*change)(ExportSettings&))
 {
-    test::ExportDesktop desktop;
-    const auto file = makeFile("/data/Shop.mdb", makeTable("T", {}));
-    const auto settings = settingsFor(format, change);
-    ExportWizard wizard(*file, nullptr, exportFileType(settings), desktop.ports);
-    enterSettings(settings, wizard);
-    EXPECT_TRUE(wizard.controls().isOkButtonEnabled) << format;
-    EXPECT_TRUE(desktop.panels.asked.empty()) << format;
-    return optionsFromControls(wizard.exportFileType(), wizard.controls());
+    return optionsFrom(settingsFor(format, change));
 }
 
-TEST(ExportSettings, AreEnteredAsTheUserWould)
+TEST(ExportSettings, BecomeOptions)
 {
     using S = ExportSettings;
-    auto options = entered("csv", [](S&) {});
+    using enum ExportOption;
+    auto options = asked("csv", [](S&) {});
     EXPECT_TRUE(!options.isSingleFile && options.includeColumnHeader && options.encoding == 4);
     EXPECT_EQ(options.path, "/out");
 
-    options = entered("csv", [](S& s) { s.fieldDelimiter = "semicolon"; });
+    options = asked("csv", [](S& s) { s.fieldDelimiter = "semicolon"; });
     EXPECT_EQ(options.decimalSymbol, ",");
-    options = entered("csv", [](S& s) { s.fieldDelimiter = "semicolon", s.decimalSymbol = ""; });
+    options = asked("csv", [](S& s) { s.fieldDelimiter = "semicolon", s.decimalSymbol = ""; });
     EXPECT_EQ(options.decimalSymbol, "");
-    options = entered("txt",
-        [](S& s) { s.fieldDelimiter = "space", s.recordDelimiter = "crlf", s.encoding = "cp1252", s.noHeader = true; });
+    options = asked("txt", [](S& s) {
+        s.fieldDelimiter = "space", s.recordDelimiter = "crlf", s.encoding = "cp1252", s.switchedOff[Header] = true;
+    });
     EXPECT_EQ(options.fieldDelimiter, FieldDelimiter::Space);
     EXPECT_EQ(options.recordDelimiter, RecordDelimiter::CRLF);
     EXPECT_TRUE(options.encoding == 12 && !options.includeColumnHeader);
 
-    options = entered("sql", [](S& s) { s.dialect = "sqlserver", s.schema = "dbo", s.noDropTable = true; });
+    options = asked("sql", [](S& s) { s.dialect = "sqlserver", s.schema = "dbo", s.switchedOff[DropTable] = true; });
     EXPECT_EQ(options.sqlDialect, SQLDialect::SQLServer);
     EXPECT_EQ(options.schemaName, "dbo");
     EXPECT_TRUE(!options.isSingleFile && !options.includeDropTable && options.includeForeignKeys
         && options.includeIndexes && options.exportStructure && options.exportData);
-    options = entered("sql", [](S& s) { s.isSingleFile = s.noStructure = true; });
+    options = asked("sql", [](S& s) { s.isSingleFile = s.switchedOff[Structure] = true; });
     EXPECT_TRUE(options.isSingleFile && !options.exportStructure && options.exportData);
-    options = entered("sqlite", [](S& s) { s.noData = s.noIndexes = s.noForeignKeys = true; });
+    options =
+        asked("sqlite", [](S& s) { s.switchedOff[Data] = s.switchedOff[Indexes] = s.switchedOff[ForeignKeys] = true; });
     EXPECT_TRUE(options.isSingleFile && options.exportStructure && !options.exportData && !options.includeIndexes
         && !options.includeForeignKeys);
     EXPECT_EQ(options.path, "/out");

@@ -40,7 +40,16 @@ protected:
         });
         auto& large = shop.tables.emplace_back();
         large.name = "Large";
-        large.columns = {{.name = "T"}};
+        large.columns = {{.name = "T",
+            .properties = {samples::booleanProperty("Required", true), samples::byteProperty("TextAlign", 3)}}};
+        large.properties = {samples::textProperty("Description", "Much")};
+        shop.relations = {{.name = "R",
+            .table = "Large",
+            .columns = {"T"},
+            .referencedTable = "Items",
+            .referencedColumns = {"Name"},
+            .enforced = false,
+            .cascadeDeletes = true}};
         large.rows = [](std::size_t index, samples::Row& row) {
             row.values = {std::string(200, 'x')};
             return index < 20'000;
@@ -161,28 +170,76 @@ TEST_F(Program, ShowsInformation)
     result = run({"info", "FILE", "Large", "--json"});
     EXPECT_EQ(result.out, R"({
   "table": {
-    "Name": "Large",
-    "Number of rows": 20000,
-    "Number of columns": 1
+    "name": "Large",
+    "rows": 20000,
+    "description": "Much",
+    "properties": {
+      "Description": "Much"
+    }
   },
   "columns": [
     {
-      "Name": "T",
-      "Type": "Text",
-      "Size": 255
+      "name": "T",
+      "type": "Text",
+      "size": 255,
+      "primaryKey": false,
+      "required": true,
+      "allowZeroLength": null,
+      "autoNumber": false,
+      "hyperlink": false,
+      "calculated": false,
+      "precision": null,
+      "scale": null,
+      "properties": {
+        "Required": true,
+        "TextAlign": 3
+      }
     }
   ],
   "indexes": [],
-  "relations": [],
+  "relations": [
+    {
+      "name": "R",
+      "table": "Large",
+      "columns": [
+        "T"
+      ],
+      "referencedTable": "Items",
+      "referencedColumns": [
+        "Name"
+      ],
+      "enforced": false,
+      "cascadeUpdate": false,
+      "cascadeDelete": true
+    }
+  ],
   "damage": []
 }
 )");
-    result = run({"info", "FILE", "--json"});
+    result = run({"info", "FILE", "Items", "--json"});
     EXPECT_THAT(result.out, HasSubstr(R"(
+      "name": "Key",
+      "primary": true,
+      "unique": true,
+      "columns": [
+        {
+          "name": "ID",
+          "ascending": true
+        }
+      ])"));
+    result = run({"info", "FILE", "--json"});
+    EXPECT_THAT(result.out, ::testing::ContainsRegex("\"modified\": \"20..-..-..T..:..:..Z\","));
+    EXPECT_THAT(result.out, HasSubstr(R"(
+    "format": "Jet 4",
+    "formatVersion": 1,
+    "codePage": 1252,
+    "encrypted": false
+  },
   "tables": [
     {
       "name": "Items",
-      "rows": 2
+      "rows": 2,
+      "columns": 4
     },)"));
 }
 
@@ -240,6 +297,9 @@ TEST_F(Program, ValuesDoNotDependOnTheEnvironment)
     EXPECT_THAT(run(info, "", speakGerman).out, HasSubstr("Anzahl der Spalten: 4"));
     const std::vector<std::string> json = {"info", m_out.path("jet3.mdb"), "T", "--json"};
     EXPECT_EQ(run(json, "", speakGerman).out, run(json).out);
+    ASSERT_TRUE(samples::cutFile(m_out.path("jet3.mdb"), std::filesystem::file_size(m_out.path("jet3.mdb")) - 100));
+    EXPECT_EQ(run(json, "", speakGerman).out, run(json).out);
+    EXPECT_THAT(run(json).out, HasSubstr("\"text\": \"The file ends early"));
 }
 
 TEST_F(Program, ChecksAFile)

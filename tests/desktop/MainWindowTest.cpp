@@ -97,6 +97,7 @@ TEST_F(MainWindowTest, opensFilesByEveryRoute)
         m_program.start();
         EXPECT_TRUE(m_program.find<QWidget>("dropPlaceholder").isVisible());
         open(path);
+        m_program.finishOpening();
         EXPECT_EQ(m_program.treeText(), openDemo);
         EXPECT_EQ(m_program.statusText(), "1 of 1 file, contains 8 tables");
         EXPECT_THAT(m_program.recent.listed, ElementsAre(path));
@@ -119,7 +120,7 @@ TEST_F(MainWindowTest, keepsTheSearchFieldInSight)
 TEST_F(MainWindowTest, workWithTheKeyboardBeginsInTheFileList)
 {
     m_program.start();
-    m_program.window().openFiles({m_program.makeDemo()}); // named at the start
+    m_program.openFiles({m_program.makeDemo()}); // named at the start
     EXPECT_EQ(m_program.window().focusWidget()->objectName(), "fileTree");
     m_program.press(Qt::Key_Down);
     EXPECT_EQ(m_program.statusText(), "1 of 8 tables, contains 8 records");
@@ -321,7 +322,7 @@ TEST_F(MainWindowTest, keepsFilesThatComeWhileAnExportDialogIsOpen)
     m_program.window().openFiles({m_program.makeDemo("Later.mdb")});
     EXPECT_THAT(m_program.treeText(), testing::Not(testing::HasSubstr("Later")));
     dialog->reject();
-    QApplication::processEvents();
+    m_program.finishOpening();
     EXPECT_THAT(m_program.treeText(), testing::StartsWith("Later*\n"));
 }
 

@@ -57,6 +57,19 @@ void Program::quit()
     m_window.reset();
 }
 
+void Program::finishOpening()
+{
+    QApplication::processEvents();
+    EXPECT_TRUE(eventually([this] { return !m_window->app().isOpening(); }));
+    QApplication::processEvents();
+}
+
+void Program::openFiles(const std::vector<std::string>& paths)
+{
+    m_window->openFiles(paths);
+    finishOpening();
+}
+
 void Program::startWithDemo()
 {
     recent.listed = {makeDemo()};
@@ -149,7 +162,7 @@ void Program::doubleClickTree(const std::string& name)
 {
     clickTree(name);
     QTest::mouseDClick(tree().viewport(), Qt::LeftButton, {}, treePoint(name));
-    QApplication::processEvents();
+    finishOpening();
 }
 
 void Program::clickCell(int row, int column, Qt::KeyboardModifiers modifiers)
@@ -211,6 +224,7 @@ void Program::chooseForTree(const std::string& name, const std::string& title)
     QContextMenuEvent event(QContextMenuEvent::Mouse, point, tree().viewport()->mapToGlobal(point));
     QApplication::sendEvent(tree().viewport(), &event);
     choose(title);
+    finishOpening();
 }
 
 void Program::press(int key, Qt::KeyboardModifiers modifiers)
@@ -239,7 +253,7 @@ void Program::dropFiles(const std::vector<std::string>& paths, QWidget* onto)
     if (!enter.isAccepted()) return;
     QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(target, &drop);
-    QApplication::processEvents();
+    finishOpening();
 }
 
 QAction* Program::menuItem(const std::string& title)

@@ -29,6 +29,10 @@ public:
     void start();
     void quit();
     [[nodiscard]] MainWindow& window() { return *m_window; }
+    // Handles events until no file is being opened.
+    void finishOpening();
+    // Opens files as a second start does, and waits.
+    void openFiles(const std::vector<std::string>& paths);
     // Starts it with the demo database open.
     void startWithDemo();
 
@@ -51,7 +55,7 @@ public:
     // Chooses an item of the menu that is open.
     void choose(const std::string& title);
     void clickAndChoose(QWidget& button, const std::string& title);
-    // Opens the context menu of a row of the tree, or of a cell, and chooses an item.
+    // Opens the context menu of a row of the tree, chooses an item, and waits for what it opens.
     void chooseForTree(const std::string& name, const std::string& title);
     void press(int key, Qt::KeyboardModifiers modifiers = {});
     // Onto the window, or onto a part of it. As file managers do, offers the paths as a text, too.

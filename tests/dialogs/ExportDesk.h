@@ -25,6 +25,7 @@ public:
             if (afterwards) afterwards();
         });
     }
+    void post(std::function<void()> work) override { m_mainThread.post(std::move(work)); }
     std::function<void()> afterwards;
 
 private:

@@ -1,5 +1,6 @@
 #include "export/ExportHints.h"
-#include "support/ExportDesktop.h"
+
+#include "export/ExportFormat.h"
 #include "support/ModelBuilder.h"
 #include "support/TempFolder.h"
 #include "text/TextEncoding.h"
@@ -15,10 +16,16 @@ using namespace test;
 using enum ExportFileType;
 using testing::ElementsAreArray;
 
-std::vector<std::string> texts(const ExportWizard& wizard)
+// An export as its options stand before it begins.
+struct Plan {
+    std::vector<ExportEntry> tables;
+    ExportOptions options;
+};
+
+std::vector<std::string> texts(const TAdmMDBFile& file, const Plan& plan)
 {
     std::vector<std::string> result;
-    for (const auto& hint : exportHints(wizard))
+    for (const auto& hint : exportHints(file, plan.tables, plan.options))
         result.push_back((hint.kind == ExportHint::Kind::Missing ? "missing: " : "warning: ") + hint.text);
     return result;
 }
@@ -26,17 +33,13 @@ std::vector<std::string> texts(const ExportWizard& wizard)
 // In every text, % stands for the folder of the test.
 TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
 {
-    using Change = std::function<void(ExportWizard&)>;
-    const auto path = [](const char* value) {
-        return [value](ExportWizard& wizard) { wizard.controls().exportPathTextField.value = value; };
-    };
+    using Change = std::function<void(Plan&)>;
+    const auto path = [](const char* value) { return [value](Plan& plan) { plan.options.path = value; }; };
     const auto fileName = [](std::size_t row, const char* name) {
-        return [=](ExportWizard& wizard) { wizard.setObjectValueForTableColumn(name, "filename", row); };
+        return [=](Plan& plan) { plan.tables[row].exportFileName = name; };
     };
     const auto encoding = [](const char* name) {
-        return [name](ExportWizard& wizard) {
-            wizard.controls().encodingPopup.selectedTag = findTextEncoding(name).value();
-        };
+        return [name](Plan& plan) { plan.options.encoding = findTextEncoding(name).value(); };
     };
     const std::string cut = "warning: Each text is written up to its first zero byte. This encoding has zero bytes in "
                             "common letters, so the output will be cut.";
@@ -46,15 +49,12 @@ TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
         Change change;
         std::vector<std::string> hints;
     } cases[] = {
-        {"all is well", CSV, [](ExportWizard&) {}, {}},
+        {"all is well", CSV, [](Plan&) {}, {}},
         {"no folder", CSV, path(""), {"missing: Choose the folder to export to."}},
         {"no file", SQLite, path(""), {"missing: Choose the file to export to."}},
-        {"no table", TXT, [](ExportWizard& wizard) { wizard.deselectAll(); }, {"missing: Select at least one table."}},
-        {"nothing of it", SQL,
-            [](ExportWizard& wizard) {
-                wizard.controls().exportDataCheckBox.value = false;
-                wizard.controls().exportStructureCheckBox.value = false;
-            },
+        {"no table", TXT, [](Plan& plan) { plan.tables[0].selected = plan.tables[1].selected = false; },
+            {"missing: Select at least one table."}},
+        {"nothing of it", SQL, [](Plan& plan) { plan.options.exportData = plan.options.exportStructure = false; },
             {"missing: Select the structure, the rows or both."}},
         {"two bytes a letter", CSV, encoding("UTF-16LE"), {cut}},
         {"four bytes a letter", XML, encoding("UTF-32"), {cut}},
@@ -66,9 +66,9 @@ TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
         {"a file among those of the tables", CSV, fileName(0, "old.xls"),
             {"warning: The file “old.xls” exists and will be replaced."}},
         {"several such files", CSV,
-            [&](ExportWizard& wizard) {
-                fileName(0, "old.xls")(wizard);
-                fileName(1, "old.csv")(wizard);
+            [&](Plan& plan) {
+                fileName(0, "old.xls")(plan);
+                fileName(1, "old.csv")(plan);
             },
             {"warning: 2 files exist in this folder and will be replaced."}},
         {"a folder instead of a file", SQL, path("%"), {"warning: “@” is a folder."}},
@@ -83,35 +83,38 @@ TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
         TempFolder folder;
         for (const auto* name : {"old.xls", "old.csv", "Shop.mdb"})
             folder.write(name, "x");
-        ExportDesktop desktop;
-        desktop.defaults.strings["exportFilePath"] = folder.path();
         const auto file = makeFile(
             folder.path("Shop.mdb"), makeTable("Customers", {{"T", "Text"}}), makeTable("Orders", {{"T", "Text"}}));
-        ExportWizard wizard(*file, nullptr, c.type, desktop.ports);
+        Plan plan;
+        for (const auto& table : file->tables())
+            plan.tables.push_back(ExportEntry::exportEntryWithTableName(table->name(), c.type));
+        plan.tables[0].selected = plan.tables[1].selected = true;
+        const auto& format = exportFormat(c.type);
+        plan.options = defaultOptions(format);
+        plan.options.isSingleFile = format.hasSingleFileMode();
+        plan.options.path = plan.options.isSingleFile ? "%/Shop.new" : "%";
         const auto inFolder = [&](std::string text) {
             if (const auto at = text.find('%'); at != std::string::npos) text.replace(at, 1, folder.path());
             if (const auto at = text.find('@'); at != std::string::npos)
                 text.replace(at, 1, folder.path().substr(folder.path().rfind('/') + 1));
             return text;
         };
-        c.change(wizard);
-        auto& value = wizard.controls().exportPathTextField.value;
-        value = inFolder(value);
+        c.change(plan);
+        plan.options.path = inFolder(plan.options.path);
         std::vector<std::string> expected;
         for (const auto& hint : c.hints)
             expected.push_back(inFolder(hint));
-        EXPECT_THAT(texts(wizard), ElementsAreArray(expected)) << c.name;
+        EXPECT_THAT(texts(*file, plan), ElementsAreArray(expected)) << c.name;
     }
 }
 
 TEST(ExportHints, AFileWithoutTablesHasNothingToExport)
 {
     TempFolder folder;
-    ExportDesktop desktop;
-    desktop.defaults.strings["exportFilePath"] = folder.path();
     const auto file = makeFile(folder.path("Empty.mdb"));
-    const ExportWizard wizard(*file, nullptr, CSV, desktop.ports);
-    EXPECT_EQ(texts(wizard), std::vector<std::string>{"missing: The file has no tables to export."});
+    Plan plan;
+    plan.options.path = folder.path();
+    EXPECT_EQ(texts(*file, plan), std::vector<std::string>{"missing: The file has no tables to export."});
 }
 
 } // namespace

@@ -10,7 +10,6 @@ namespace {
 
 using namespace test;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr auto CSV = ExportFileType::CSV;
 constexpr auto TXT = ExportFileType::TXT;
@@ -176,92 +175,24 @@ TEST(ExportWizard, OkRemembersAFolderButNotAFile)
     }
 }
 
-struct Run {
-    std::vector<std::string> labels;
-    std::vector<Alert> alerts;
-    bool succeeded = false;
-};
-
-// Exports the whole file to `path` as CSV. `stopAt`: the how manieth table begun stops it; `isStopped`: from the start.
-Run exportTables(TAdmMDBFile& file, const std::string& path, std::size_t stopAt = 0, bool isStopped = false)
-{
-    ExportDesktop desktop;
-    ExportWizard wizard(file, nullptr, CSV, desktop.ports);
-    RecordingView view;
-    view.wizard = &wizard;
-    view.stopAt = stopAt;
-    wizard.setView(&view);
-    wizard.controls().exportPathTextField.value = path;
-    if (isStopped) wizard.stop();
-    EXPECT_TRUE(wizard.startExport());
-    desktop.mainThread.runUntil([&] { return wizard.report().has_value(); });
-    return {view.labels, desktop.alerts.shown, wizard.succeeded()};
-}
-
-TEST(ExportWizard, ExportsAndReports)
-{
-    TempFolder folder;
-    const auto one = makeFile("/data/Shop.mdb", smallTable("A"));
-    auto run = exportTables(*one, folder.path());
-    EXPECT_THAT(run.alerts, ElementsAre(Alert{"Export finished.", "1 table exported successfully."}));
-    EXPECT_TRUE(run.succeeded);
-
-    const auto three = shop();
-    run = exportTables(*three, folder.path(), 2);
-    EXPECT_THAT(run.alerts,
-        ElementsAre(Alert{"Export terminated.", "1 table exported successfully.\n<Orders> Failed: Terminated."}));
-    EXPECT_FALSE(run.succeeded);
-
-    run = exportTables(*three, folder.path(), 0, true);
-    EXPECT_THAT(run.labels, IsEmpty());
-    EXPECT_THAT(run.alerts, ElementsAre(Alert{"Export terminated.", ""}));
-    EXPECT_FALSE(run.succeeded);
-}
-
-TEST(ExportWizard, ReportTellsWhatTheFileHasLost)
+TEST(ExportWizard, ReportsInAnAlertAndStopsWhenAsked)
 {
     const TempFolder folder;
-    const auto damaged = makeBlob("x", "jpg", {ObjectState::Damaged, "", ""});
-    const auto file = makeFile("/data/Shop.mdb",
-        makeTable("A", {{"One", "OLE"}, {"Two", "OLE"}, {"None", "OLE"}},
-            {{damaged, damaged, makeBlob("x", "jpg")}, {null, damaged, null}}),
-        smallTable("B"));
-    DamageReport damage;
-    damage.add({.kind = DamageKind::MissingRows, .table = "B", .count = 2});
-    file->setDamage(damage);
-    EXPECT_THAT(exportTables(*file, folder.path()).alerts,
-        ElementsAre(Alert{"Export finished.",
-            "2 tables exported successfully.\nA.One: 1 damaged object was left out.\n"
-            "A.Two: 2 damaged objects were left out.\nDamage:\nB: 2 rows are missing."}));
-
     ExportDesktop desktop;
+    const auto file = shop();
     ExportWizard wizard(*file, nullptr, CSV, desktop.ports);
-    wizard.setObjectValueForTableColumn(false, "selected", 0);
+    RecordingView view;
+    view.wizard = &wizard;
+    view.stopAt = 2;
+    wizard.setView(&view);
     wizard.controls().exportPathTextField.value = folder.path();
-    file->setDamage({});
     ASSERT_TRUE(wizard.startExport());
     desktop.mainThread.runUntil([&] { return wizard.report().has_value(); });
-    EXPECT_TRUE(wizard.succeeded() && wizard.report()->isSourceWhole);
-}
-
-TEST(ExportWizard, ReportShowsTenLinesOfTheLog)
-{
-    const std::string reason = " Failed: Unable to create file for export.";
-    for (const int count : {10, 11, 12}) {
-        TAdmMDBFile file;
-        TAdmMDBFile::Tables tables;
-        std::string body;
-        for (int i = 0; i < count; ++i) {
-            tables.push_back(smallTable("T" + std::to_string(i)));
-            if (i < 10) body += (i == 0 ? "<T" : "\n<T") + std::to_string(i) + ">" + reason;
-        }
-        if (count > 10) body += "\n\u2026and " + std::to_string(count - 10) + " more.";
-        file.setTables(std::move(tables));
-        file.setActive(true);
-        const auto run = exportTables(file, "/nowhere/at/all");
-        EXPECT_THAT(run.alerts, ElementsAre(Alert{"Export finished.", body}));
-        EXPECT_FALSE(run.succeeded);
-    }
+    EXPECT_THAT(view.labels, ElementsAre("Exporting Customers... <0 of 3>", "Exporting Orders... <1 of 3>"));
+    EXPECT_THAT(view.events, ElementsAre("end progress", "finished"));
+    EXPECT_THAT(desktop.alerts.shown,
+        ElementsAre(Alert{"Export terminated.", "1 table exported successfully.\n<Orders> Failed: Terminated."}));
+    EXPECT_FALSE(wizard.report()->isDone());
 }
 
 TEST(ExportWizard, StartKeepsOnlyTheSelectedTables)

@@ -1,4 +1,4 @@
-#include "export/ObjectsExport.h"
+#include "export/objects/ObjectsExport.h"
 #include "export/files/Sha256.h"
 #include "support/FileSizeLimit.h"
 #include "support/ModelBuilder.h"

@@ -1,4 +1,5 @@
 #include "export/ExportWriters.h"
+#include "export/RunExport.h"
 #include "support/ExportRun.h"
 #include "support/ModelBuilder.h"
 #include "support/TempFolder.h"
@@ -220,15 +221,15 @@ TEST(TextExport, TablesThatTheFileDoesNotHaveArePassedOver)
     TempFolder folder;
     const auto file = makeFile("/nowhere/Shop.mdb", textTable("A", {{"x"}}));
     std::atomic<bool> terminate = false;
-    DirectMainThread mainThread;
     FakeSystemLog systemLog;
     auto options = optionsFor(CSV);
     options.path = folder.path();
-    ExportJob job(*file, {{true, "a", "1.csv"}, {true, "A", "2.csv"}}, options, terminate, mainThread, systemLog,
-        [](std::size_t) {});
-    exportTextFileThread(job);
-    EXPECT_THAT(job.msgLog(), IsEmpty());
-    EXPECT_EQ(job.successTableCount(), 1);
+    const std::vector<ExportEntry> tables = {{true, "a", "1.csv"}, {true, "A", "2.csv"}, {false, "A", "3.csv"}};
+    const auto report = runExport(*file, tables, options, terminate, {[](std::size_t) {}, systemLog});
+    EXPECT_THAT(report.failures, IsEmpty());
+    EXPECT_EQ(report.tables.size(), 2U);
+    EXPECT_EQ(report.doneCount(), 1U);
+    EXPECT_FALSE(folder.exists("3.csv"));
     EXPECT_FALSE(folder.exists("1.csv"));
     EXPECT_TRUE(folder.exists("2.csv"));
 }

@@ -26,7 +26,7 @@ std::span<const std::uint8_t> bytesOf(const std::string& text)
 std::string cellText(int type, const std::string& stored, int scale = 0)
 {
     ColumnDef column;
-    column.typeCode = type;
+    column.type = columnTypeOfCode(type);
     column.scale = scale;
     TextColumnBuilder out;
     const TextRules rules;

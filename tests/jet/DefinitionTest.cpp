@@ -50,10 +50,11 @@ TEST(Definition, TellsColumnsAndIndexes)
         EXPECT_EQ(table.pageMapPointer, 0x0301U);
         ASSERT_EQ(table.columns.size(), 2U);
         const auto& note = table.columns[0];
-        EXPECT_TRUE(note.name == "Note" && note.typeCode == 12 && note.number == 1 && note.isHyperlink);
+        EXPECT_TRUE(note.name == "Note" && note.type == ColumnType::Memo && note.number == 1 && note.isHyperlink);
         EXPECT_FALSE(note.isFixed || note.isCalculated);
         const auto& id = table.columns[1];
-        EXPECT_TRUE(id.name == "Id" && id.typeCode == 4 && id.size == 4 && id.isFixed && !id.isHyperlink);
+        EXPECT_TRUE(
+            id.name == "Id" && id.type == ColumnType::LongInteger && id.size == 4 && id.isFixed && !id.isHyperlink);
         EXPECT_THAT(table.indexRoots, ElementsAre(9, 10));
         ASSERT_EQ(table.indices.size(), 2U);
         const auto& key = table.indices[0];

@@ -49,10 +49,11 @@ TEST(Properties, AreReadByColumnAndType)
         + chunk(0, "\6\0\0\0\0\0"s + property(10, 1, "of the table"))
         + column("Gr", property(1, 0, "\1") + property(10, 1, "caf\xE9"))
         + column("B", property(2, 2, "\xFF") + property(4, 3, "\xFF\xFF\xFF\xFF") + property(9, 4, "\x01\xAB"));
-    const auto properties = parse(bytes);
-    EXPECT_THAT(
-        properties.at("B"), ElementsAre(Pair("DecimalPlaces", "255"), Pair("Width", "-1"), Pair("GUID", "01ab")));
-    EXPECT_THAT(properties.at("Gr"), ElementsAre(Pair("Required", "yes"), Pair("Description", "café")));
+    const auto parsed = parseWhole(bytes);
+    EXPECT_EQ(parsed.table, (PropertyList{{"Description", "of the table"}}));
+    EXPECT_EQ(parsed.columns.at("B"),
+        (PropertyList{{"DecimalPlaces", std::int64_t{255}}, {"Width", std::int64_t{-1}}, {"GUID", "01ab"}}));
+    EXPECT_EQ(parsed.columns.at("Gr"), (PropertyList{{"Required", true}, {"Description", "café"}}));
 }
 
 TEST(Properties, OfADamagedValueEndWhereItBreaks)
@@ -85,9 +86,9 @@ TEST(Properties, OfADamagedValueEndWhereItBreaks)
 
     const auto cutName = parse("KKD\0"s + chunk(0x80, u16(8) + "Required" + u16(99) + "x")
         + column("A", property(1, 0, "\1") + property(1, 1, "\1")));
-    EXPECT_THAT(cutName.at("A"), ElementsAre(Pair("Required", "yes"))) << "the second name is not there";
+    EXPECT_THAT(cutName.at("A"), ElementsAre(Pair("Required", PropertyValue(true)))) << "the second name is not there";
     const auto cutProperty = parse("KKD\0"s + names({"Required"}) + column("A", property(1, 0, "\1") + u16(9) + "\1"));
-    EXPECT_THAT(cutProperty.at("A"), ElementsAre(Pair("Required", "yes")));
+    EXPECT_THAT(cutProperty.at("A"), ElementsAre(Pair("Required", PropertyValue(true))));
     for (std::size_t size = 0; size < good.size(); ++size)
         parse(good.substr(0, size));
 }

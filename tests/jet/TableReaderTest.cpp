@@ -21,11 +21,11 @@ constexpr std::size_t inOneRow = 0x40000000;
 TableDef mixedTable()
 {
     TableDef table{.definitionPage = 2, .columnLimit = 5};
-    table.columns = {{.name = "Id", .typeCode = 4, .size = 4, .number = 0, .isFixed = true},
-        {.name = "Flag", .typeCode = 1, .size = 1, .number = 1, .isFixed = true},
-        {.name = "Text", .typeCode = 10, .number = 2, .variableIndex = 0},
-        {.name = "Memo", .typeCode = 12, .number = 3, .variableIndex = 1},
-        {.name = "Object", .typeCode = 11, .number = 4, .variableIndex = 2}};
+    table.columns = {{.name = "Id", .type = ColumnType::LongInteger, .size = 4, .number = 0, .isFixed = true},
+        {.name = "Flag", .type = ColumnType::Boolean, .size = 1, .number = 1, .isFixed = true},
+        {.name = "Text", .type = ColumnType::Text, .number = 2, .variableIndex = 0},
+        {.name = "Memo", .type = ColumnType::Memo, .number = 3, .variableIndex = 1},
+        {.name = "Object", .type = ColumnType::Ole, .number = 4, .variableIndex = 2}};
     table.dataPages.pages = {10, 11, 12};
     return table;
 }

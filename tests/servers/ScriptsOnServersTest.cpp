@@ -96,8 +96,8 @@ std::string expectedValue(ServerType server, const TAdmMDBColumn& column, const 
         const auto data = (*blob)->data();
         return {reinterpret_cast<const char*>(data.data()), data.size()};
     }
-    if (isNull(value)) return column.allowZeroLength() == "NO" ? "" : nullText;
-    const auto& type = column.dataType();
+    if (isNull(value)) return column.allowZeroLength() == false ? "" : nullText;
+    const auto type = column.dataType();
     return canonical(type, asStored(server, type, std::get<std::string_view>(value)));
 }
 
@@ -150,8 +150,8 @@ std::unique_ptr<TAdmMDBTable> tableWithout(const TAdmMDBTable& table, const Refu
         const auto& column = *table.columns()[c];
         if (refused.types.contains(column.dataType())) continue;
         kept.push_back(c);
-        wantedColumns.push_back({column.name(), column.dataType(), column.isPrimaryKey(), column.allowZeroLength(),
-            column.fieldSize(), column.description()});
+        wantedColumns.push_back({column.name(), std::string(column.dataType()), column.isPrimaryKey(),
+            column.allowZeroLength(), column.fieldSize(), column.description()});
     }
     std::vector<Row> rows(table.rows().rowCount());
     for (std::size_t r = 0; r < rows.size(); ++r)
@@ -193,7 +193,7 @@ std::unique_ptr<TAdmMDBFile> makeAllTypes()
     auto types = makeTable("All types",
         {{"ID", "Long Integer", true}, {"Flag", "Boolean"}, {"Small", "Byte"}, {"Short", "Integer"},
             {"Money", "Currency"}, {"Single", "Single"}, {"Double", "Double"}, {"When", "DateTime"},
-            {"Bytes", "Binary"}, {"Name", "Text", false, "NO", 60, "It's a \\ name"}, {"Object", "OLE"},
+            {"Bytes", "Binary"}, {"Name", "Text", false, false, 60, "It's a \\ name"}, {"Object", "OLE"},
             {"Memo", "Memo/Hyperlink"}, {"Guid", "Replication ID"}, {"Decimal", "Numeric"},
             {"Complex", "Complex Value auto number"}},
         {{"1", "1", "255", "-32768", "1234.5600", "0.125", "-3.25", "05/03/2014 21:07:09", "ab'c\\",

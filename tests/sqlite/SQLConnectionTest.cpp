@@ -160,7 +160,7 @@ TEST_F(SQLConnectionTest, PasswordNeedsALibraryWithEncryption)
     address.setPassword("secret");
     socket.setAddress(address);
     EXPECT_FALSE(socket.connect());
-    EXPECT_EQ(socket.getLastErrorMessage(), "No connection handler!");
+    EXPECT_EQ(socket.getLastErrorMessage(), "failedloadfunction: sqlite3_key");
 }
 
 } // namespace

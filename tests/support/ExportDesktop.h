@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/ExportWizard.h"
+#include "export/wizard/ExportWizard.h"
 #include "platform/MainThreadQueue.h"
 #include "support/ExportFakes.h"
 

@@ -3,7 +3,6 @@
 #include "export/ExportJob.h"
 #include "export/ExportWriters.h"
 #include "model/TAdmMDBFile.h"
-#include "platform/MainThread.h"
 #include "support/ExportFakes.h"
 
 #include <atomic>
@@ -12,11 +11,6 @@
 
 // Runs a writer on the calling thread.
 namespace vellumo::test {
-
-class DirectMainThread : public MainThread {
-public:
-    void performAndWait(const std::function<void()>& work) override { work(); }
-};
 
 struct ExportOutcome {
     int successTableCount = 0;
@@ -37,18 +31,19 @@ inline ExportOutcome runWriter(const std::function<void(ExportJob&)>& writer, co
         entries.push_back(ExportEntry::exportEntryWithTableName(table->name(), options.fileType));
     for (std::size_t i = 0; i < fileNames.size(); ++i)
         entries.at(i).exportFileName = fileNames[i];
-    DirectMainThread mainThread;
     FakeSystemLog systemLog;
     std::atomic<bool> stopFlag = false;
     if (terminate == nullptr) terminate = &stopFlag;
     ExportOutcome outcome;
-    ExportJob job(file, entries, options, *terminate, mainThread, systemLog, [&](std::size_t index) {
+    const auto progress = [&](std::size_t index) {
         if (static_cast<int>(outcome.progress.size()) == stopAt) *terminate = true;
         outcome.progress.push_back(index);
-    });
+    };
+    ExportJob job(file, entries, options, *terminate, {progress, systemLog});
     writer(job);
-    outcome.successTableCount = job.successTableCount();
-    outcome.log = job.msgLog();
+    outcome.successTableCount = static_cast<int>(job.report().doneCount());
+    for (const auto& failure : job.report().failures)
+        outcome.log.push_back(failureText(failure));
     outcome.systemLog = systemLog.lines;
     return outcome;
 }

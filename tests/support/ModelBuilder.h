@@ -43,7 +43,7 @@ struct ColumnSpec {
     std::string name;
     std::string dataType;
     bool isPrimaryKey = false;
-    TAdmMDBColumn::OptionalText allowZeroLength = {};
+    std::optional<bool> allowZeroLength = {};
     std::int32_t fieldSize = -1;
     TAdmMDBColumn::OptionalText description = {};
 };

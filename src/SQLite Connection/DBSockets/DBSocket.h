@@ -18,8 +18,8 @@ public:
     [[nodiscard]] virtual int runQuery(const std::string& statement) = 0;
     // Why the last step failed; "" when it did not.
     [[nodiscard]] virtual std::string getLastErrorMessage() const = 0;
-    // Makes a running statement fail soon. Any thread, while the socket is connected.
-    virtual void stopQuery() = 0;
+    // Makes a running statement fail soon. Any thread, while the socket is connected. False when that cannot be done.
+    virtual bool stopQuery() = 0;
     virtual void close() = 0;
     // The version of the server's library as one number; 0 when unknown.
     [[nodiscard]] virtual int libraryVersionNumber() const = 0;

@@ -32,6 +32,7 @@ bool DynamicSQLiteAPISocket::connect()
 int DynamicSQLiteAPISocket::open()
 {
     m_result.reset();
+    m_refusal.clear();
     sqlite3* database = nullptr;
     const int code = sqliteFunctions().open_v2(address().dbFilePath().c_str(), &database, openFlags(), nullptr);
     m_dbHandler.reset(database);
@@ -44,6 +45,7 @@ int DynamicSQLiteAPISocket::applyPassword()
     if (password.empty()) return SQLITE_OK;
     if (sqliteFunctions().key == nullptr) {
         m_dbHandler.reset();
+        m_refusal = missingEntryPoint("sqlite3_key");
         return SQLITE_ERROR;
     }
     return sqliteFunctions().key(m_dbHandler.get(), password.data(), static_cast<int>(password.size()));
@@ -60,7 +62,8 @@ int DynamicSQLiteAPISocket::runQuery(const std::string& statement)
     if (code != SQLITE_OK) return code;
     const int status = sqliteFunctions().step(handle.get());
     if (status != SQLITE_ROW && status != SQLITE_DONE) return status;
-    m_result = std::make_unique<DynamicSQLiteDBResult>(std::move(handle), status);
+    // A statement that gives rows has run even where the library cannot read them: a pragma for example.
+    if (sqliteFunctions().canReadRows()) m_result = std::make_unique<DynamicSQLiteDBResult>(std::move(handle), status);
     return 0;
 }
 
@@ -68,20 +71,24 @@ std::string DynamicSQLiteAPISocket::getLastErrorMessage() const
 {
     if (!m_isLibraryLoaded) return localized("SQLite dynamic library not found!");
     if (address().dbFilePath().empty()) return localized("Database file path is invalid");
+    if (!m_refusal.empty()) return m_refusal;
     if (!m_dbHandler) return localized("No connection handler!");
     const int code = sqliteFunctions().errcode(m_dbHandler.get());
     if (code == SQLITE_OK || code == SQLITE_ROW || code == SQLITE_DONE) return {};
     return sqliteFunctions().errmsg(m_dbHandler.get());
 }
 
-void DynamicSQLiteAPISocket::stopQuery()
+bool DynamicSQLiteAPISocket::stopQuery()
 {
-    if (m_dbHandler) sqliteFunctions().interrupt(m_dbHandler.get());
+    if (!m_dbHandler || sqliteFunctions().interrupt == nullptr) return false;
+    sqliteFunctions().interrupt(m_dbHandler.get());
+    return true;
 }
 
 void DynamicSQLiteAPISocket::close()
 {
     m_result.reset();
+    m_refusal.clear();
     m_dbHandler.reset();
 }
 

@@ -19,11 +19,11 @@ public:
     [[nodiscard]] bool connect() override;
     [[nodiscard]] int runQuery(const std::string& statement) override;
     [[nodiscard]] std::string getLastErrorMessage() const override;
-    void stopQuery() override;
+    bool stopQuery() override;
     void close() override;
     [[nodiscard]] int libraryVersionNumber() const override;
 
-    // Of the last statement; null when it failed or there was none.
+    // Of the last statement; null when it failed, there was none, or the library cannot read rows.
     [[nodiscard]] const SQLiteDBResult* result() const { return m_result.get(); }
 
 private:
@@ -36,6 +36,7 @@ private:
 
     bool m_isLibraryLoaded; // by this socket
     std::unique_ptr<sqlite3, CloseDatabase> m_dbHandler;
+    std::string m_refusal;                           // why the library is not able to connect; "" when it is
     std::unique_ptr<DynamicSQLiteDBResult> m_result; // goes before the database
 };
 

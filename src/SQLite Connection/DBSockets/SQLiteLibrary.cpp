@@ -30,9 +30,7 @@ Library& library()
     return theLibrary;
 }
 
-enum class Need { Required, Optional };
-
-// Finds entry points one by one and notes those that are missing.
+// Finds entry points one by one and notes which of the required ones are missing.
 class Resolver {
 public:
     explicit Resolver(void* handle)
@@ -40,12 +38,16 @@ public:
     {
     }
 
-    template <typename Function> void resolve(Function& function, const char* name, Need need = Need::Required)
+    template <typename Function> void optional(Function& function, const char* name)
     {
         function = reinterpret_cast<Function>(dlsym(m_handle, name));
-        if (function != nullptr || need == Need::Optional) return;
+    }
+    template <typename Function> void required(Function& function, const char* name)
+    {
+        optional(function, name);
+        if (function != nullptr) return;
         if (!m_missing.empty()) m_missing += '\n';
-        m_missing += format("%@: %@", {localized("failedloadfunction"), name});
+        m_missing += missingEntryPoint(name);
     }
 
     [[nodiscard]] const std::string& missing() const { return m_missing; }
@@ -55,35 +57,35 @@ private:
     std::string m_missing;
 };
 
-// The lines of the entry points that are missing; "" when none is.
+// The lines of the required entry points that are missing; "" when none is.
 std::string resolveAll(void* handle, SQLiteFunctions& functions)
 {
     Resolver resolver(handle);
-    resolver.resolve(functions.close, "sqlite3_close");
-    resolver.resolve(functions.open_v2, "sqlite3_open_v2");
-    resolver.resolve(functions.libversion, "sqlite3_libversion");
-    resolver.resolve(functions.exec, "sqlite3_exec");
-    resolver.resolve(functions.prepare_v2, "sqlite3_prepare_v2");
-    resolver.resolve(functions.step, "sqlite3_step");
-    resolver.resolve(functions.errcode, "sqlite3_errcode");
-    resolver.resolve(functions.errmsg, "sqlite3_errmsg");
-    resolver.resolve(functions.changes, "sqlite3_changes");
-    resolver.resolve(functions.libversion_number, "sqlite3_libversion_number");
-    resolver.resolve(functions.interrupt, "sqlite3_interrupt");
-    resolver.resolve(functions.last_insert_rowid, "sqlite3_last_insert_rowid");
-    resolver.resolve(functions.finalize, "sqlite3_finalize");
-    resolver.resolve(functions.column_count, "sqlite3_column_count");
-    resolver.resolve(functions.column_database_name, "sqlite3_column_database_name");
-    resolver.resolve(functions.column_decltype, "sqlite3_column_decltype");
-    resolver.resolve(functions.column_blob, "sqlite3_column_blob");
-    resolver.resolve(functions.column_name, "sqlite3_column_name");
-    resolver.resolve(functions.column_text, "sqlite3_column_text");
-    resolver.resolve(functions.column_type, "sqlite3_column_type");
-    resolver.resolve(functions.table_column_metadata, "sqlite3_table_column_metadata");
-    resolver.resolve(functions.column_bytes, "sqlite3_column_bytes");
-    resolver.resolve(functions.column_table_name, "sqlite3_column_table_name");
-    resolver.resolve(functions.key, "sqlite3_key", Need::Optional);
-    resolver.resolve(functions.rekey, "sqlite3_rekey", Need::Optional);
+    resolver.required(functions.close, "sqlite3_close");
+    resolver.required(functions.open_v2, "sqlite3_open_v2");
+    resolver.optional(functions.libversion, "sqlite3_libversion");
+    resolver.optional(functions.exec, "sqlite3_exec");
+    resolver.required(functions.prepare_v2, "sqlite3_prepare_v2");
+    resolver.required(functions.step, "sqlite3_step");
+    resolver.required(functions.errcode, "sqlite3_errcode");
+    resolver.required(functions.errmsg, "sqlite3_errmsg");
+    resolver.optional(functions.changes, "sqlite3_changes");
+    resolver.required(functions.libversion_number, "sqlite3_libversion_number");
+    resolver.optional(functions.interrupt, "sqlite3_interrupt");
+    resolver.optional(functions.last_insert_rowid, "sqlite3_last_insert_rowid");
+    resolver.required(functions.finalize, "sqlite3_finalize");
+    resolver.optional(functions.column_count, "sqlite3_column_count");
+    resolver.optional(functions.column_database_name, "sqlite3_column_database_name");
+    resolver.optional(functions.column_decltype, "sqlite3_column_decltype");
+    resolver.optional(functions.column_blob, "sqlite3_column_blob");
+    resolver.optional(functions.column_name, "sqlite3_column_name");
+    resolver.optional(functions.column_text, "sqlite3_column_text");
+    resolver.optional(functions.column_type, "sqlite3_column_type");
+    resolver.optional(functions.table_column_metadata, "sqlite3_table_column_metadata");
+    resolver.optional(functions.column_bytes, "sqlite3_column_bytes");
+    resolver.optional(functions.column_table_name, "sqlite3_column_table_name");
+    resolver.optional(functions.key, "sqlite3_key");
+    resolver.optional(functions.rekey, "sqlite3_rekey");
     return resolver.missing();
 }
 
@@ -129,6 +131,8 @@ std::string sqliteLibraryPath()
     const char* path = std::getenv("VELLUMO_SQLITE_LIBRARY");
     return path == nullptr || *path == '\0' ? VELLUMO_SQLITE_LIBRARY : path;
 }
+
+std::string missingEntryPoint(const char* name) { return format("%@: %@", {localized("failedloadfunction"), name}); }
 
 bool LoadSQLiteLibrary(LoadErrorWindow& window)
 {

@@ -1,10 +1,10 @@
 #include "desktop/dialogs/ExportDialog.h"
 
-#include "browser/ToolbarDescription.h"
 #include "desktop/QtText.h"
 #include "desktop/dialogs/ExportTableModel.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
+#include "text/Messages.h"
 #include "ui_ExportWizard.h"
 
 #include <QPushButton>
@@ -13,15 +13,6 @@
 namespace vellumo {
 
 namespace {
-
-// The toolbar's name for it, such as "Export CSV".
-std::string commandTitle(ExportFileType type)
-{
-    for (const auto& item : toolbarItems())
-        if (item.command == ToolbarCommand::Export && exportTypeByTag(item.exportTag) == static_cast<int>(type))
-            return item.label();
-    return localized("Export");
-}
 
 // A widget that has a row of the form goes with its label, and leaves no gap.
 void setShown(QFormLayout& form, QWidget* widget, bool isShown)
@@ -42,8 +33,8 @@ ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent
 {
     m_ui->setupUi(this);
     const auto& file = m_wizard->exportFile();
-    setWindowTitle(
-        toQString(format("%@ – %@.%@", {commandTitle(m_wizard->exportFileType()), file.name(), file.fileExtension()})));
+    setWindowTitle(toQString(format("%@ – %@.%@",
+        {localized(exportFormat(m_wizard->exportFileType()).commandKey), file.name(), file.fileExtension()})));
     setUpTableList();
     setUpHints();
     connectCheckBoxes();
@@ -217,7 +208,7 @@ void ExportDialog::showRows()
 
 void ExportDialog::showHints()
 {
-    const auto hints = exportHints(*m_wizard);
+    const auto hints = m_wizard->hints();
     for (const auto& [label, place] : m_hintLabels)
         label->show(hints, place);
     m_ui->optionsLayout->setRowVisible(m_ui->encodingHint, !m_ui->encodingHint->text().isEmpty());

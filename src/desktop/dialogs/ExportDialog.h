@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/dialogs/HintLabel.h"
-#include "export/ExportWizard.h"
+#include "export/wizard/ExportWizard.h"
 
 #include <QDialog>
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/ExportWizard.h"
+#include "export/wizard/ExportWizard.h"
 
 #include <QDialog>
 #include <QElapsedTimer>

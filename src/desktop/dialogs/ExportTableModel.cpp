@@ -1,7 +1,7 @@
 #include "desktop/dialogs/ExportTableModel.h"
 
 #include "desktop/QtText.h"
-#include "export/ExportWizard.h"
+#include "export/wizard/ExportWizard.h"
 
 namespace vellumo {
 

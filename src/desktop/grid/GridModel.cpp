@@ -103,9 +103,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     }
     case Qt::TextAlignmentRole: return qtAlignment(column.alignment);
     case Qt::ForegroundRole: {
-        const auto cell = value(index);
-        const auto* text = std::get_if<std::string_view>(&cell);
-        return text != nullptr && *text == nullText() ? QVariant(greyTextColor()) : QVariant();
+        return std::holds_alternative<NullCell>(value(index)) ? QVariant(greyTextColor()) : QVariant();
     }
     case Qt::DecorationRole: {
         if (!column.isImageAndText) return {};

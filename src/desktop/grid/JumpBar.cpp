@@ -84,9 +84,10 @@ void JumpBar::fillFiles(QMenu& menu)
         }
         auto* tables = menu.addMenu(plainTitle(item.file->name()));
         // Items of the submenu are many; most submenus are never opened.
-        connect(tables, &QMenu::aboutToShow, this, [this, tables, file = item.file] {
+        connect(tables, &QMenu::aboutToShow, this, [this, tables, id = m_menu->idOf(TreeItem::of(*item.file))] {
             tables->clear();
-            if (m_menu->find({file, nullptr}).isNone()) return;
+            auto* file = m_menu->find(id).file;
+            if (file == nullptr) return;
             addItem(*tables, file->name(), TreeItem::of(*file));
             tables->addSeparator();
             addTables(*tables, file);
@@ -106,9 +107,10 @@ void JumpBar::addTables(QMenu& menu, TAdmMDBFile* file)
 
 void JumpBar::addItem(QMenu& menu, const std::string& title, const TreeItem& item)
 {
-    auto* action = menu.addAction(plainTitle(title), this, [this, item] {
+    auto* action = menu.addAction(plainTitle(title), this, [this, id = m_menu->idOf(item)] {
         // A file may be closed while the menu is open.
-        if (m_menu->find(item) == item) m_select(item);
+        const auto found = m_menu->find(id);
+        if (!found.isNone() && found.isTable() == id.isTable()) m_select(found);
     });
     action->setCheckable(true);
     action->setChecked(item == m_menu->selectedItem());

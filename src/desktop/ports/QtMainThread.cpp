@@ -13,4 +13,9 @@ void QtMainThread::performAndWait(const std::function<void()>& work)
         QMetaObject::invokeMethod(&m_receiver, work, Qt::BlockingQueuedConnection);
 }
 
+void QtMainThread::post(std::function<void()> work)
+{
+    QMetaObject::invokeMethod(&m_receiver, std::move(work), Qt::QueuedConnection);
+}
+
 } // namespace vellumo

@@ -11,6 +11,7 @@ namespace vellumo {
 class QtMainThread : public MainThread {
 public:
     void performAndWait(const std::function<void()>& work) override;
+    void post(std::function<void()> work) override;
 
 private:
     QObject m_receiver; // lives on the main thread

@@ -10,21 +10,22 @@ namespace vellumo {
 
 namespace {
 
+using FileCommand = VellumoAppDelegate::FileCommand;
 using Sender = VellumoAppDelegate::Sender;
 
-void addFileCommands(QMenu& menu, VellumoAppDelegate& app, bool isOpen)
+void addFileCommands(QMenu& menu, VellumoAppDelegate& app)
 {
-    const auto add = [&](const char* key, void (VellumoAppDelegate::*command)(Sender)) {
-        return menu.addAction(localizedText(key), [&app, command] { (app.*command)(Sender::TreeMenu); });
+    const auto add = [&](const char* key, FileCommand command, void (VellumoAppDelegate::*run)(Sender)) {
+        menu.addAction(localizedText(key), [&app, run] { (app.*run)(Sender::TreeMenu); })
+            ->setEnabled(app.canUse(command, Sender::TreeMenu));
     };
-    add(messageKey("Open"), &VellumoAppDelegate::OpenSelectedFile)->setEnabled(!isOpen);
-    add(messageKey("Close"), &VellumoAppDelegate::CloseSelectedFile)->setEnabled(isOpen);
+    add(messageKey("Open"), FileCommand::Open, &VellumoAppDelegate::OpenSelectedFile);
+    add(messageKey("Close"), FileCommand::Close, &VellumoAppDelegate::CloseSelectedFile);
     menu.addSeparator();
-    add(messageKey("Remove from List"), &VellumoAppDelegate::RemoveSelectedFile);
-    add(messageKey("Remove Other Files"), &VellumoAppDelegate::RemoveOtherFiles)
-        ->setEnabled(app.recentFiles().size() > 1);
+    add(messageKey("Remove from List"), FileCommand::Remove, &VellumoAppDelegate::RemoveSelectedFile);
+    add(messageKey("Remove Other Files"), FileCommand::RemoveOthers, &VellumoAppDelegate::RemoveOtherFiles);
     menu.addSeparator();
-    add(messageKey("Show in File Manager"), &VellumoAppDelegate::ShowInFinder);
+    add(messageKey("Show in File Manager"), FileCommand::ShowInFinder, &VellumoAppDelegate::ShowInFinder);
 }
 
 } // namespace
@@ -39,9 +40,11 @@ void popUpFileTreeMenu(QWidget& tree, VellumoAppDelegate& app, const TreeItem& i
         menu->addAction(localizedText("Open in New Window"), [&app] { app.OpenSelectedTableInNewWindow(); });
         menu->addSeparator();
     }
-    addFileCommands(*menu, app, item.file->active());
+    addFileCommands(*menu, app);
     menu->addSeparator();
-    addExportCommands(*menu->addMenu(localizedText("Export")), app);
+    auto* exports = menu->addMenu(localizedText("Export"));
+    addExportCommands(*exports, app);
+    exports->setEnabled(app.canExport());
     // The menu closes before the chosen command runs, which asks for the clicked row.
     QObject::connect(
         menu, &QMenu::aboutToHide, &tree, [&app] { app.setClickedTreeItem({}); }, Qt::QueuedConnection);

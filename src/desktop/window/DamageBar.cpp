@@ -41,13 +41,14 @@ DamageBar::DamageBar(QWidget* parent)
     hide();
 }
 
-void DamageBar::addButton(const char* key, const char* name, std::function<void()> run)
+QPushButton* DamageBar::addButton(const char* key, const char* name, std::function<void()> run)
 {
     auto* button = new QPushButton(localizedText(key), this);
     button->setObjectName(name);
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, std::move(run));
     m_buttons->addWidget(button);
+    return button;
 }
 
 void DamageBar::setText(const QString& text)

@@ -5,6 +5,7 @@
 #include <functional>
 
 class QBoxLayout;
+class QPushButton;
 
 namespace vellumo {
 
@@ -18,8 +19,8 @@ class DamageBar : public QFrame {
 public:
     explicit DamageBar(QWidget* parent = nullptr);
 
-    // Adds a button behind the text.
-    void addButton(const char* key, const char* name, std::function<void()> run);
+    // Adds a button behind the text. The bar owns it.
+    QPushButton* addButton(const char* key, const char* name, std::function<void()> run);
     // "": the bar is hidden.
     void setText(const QString& text);
 

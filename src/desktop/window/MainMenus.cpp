@@ -22,8 +22,6 @@ namespace vellumo {
 
 namespace {
 
-using Sender = VellumoAppDelegate::Sender;
-
 ApplicationMenuTitles titles() { return applicationMenuTitles(programName); }
 
 } // namespace
@@ -52,48 +50,50 @@ QAction* MainMenus::add(
     return action;
 }
 
-void MainMenus::enableWhile(QAction* action, std::function<bool()> isUsable)
+QAction* MainMenus::addFileCommand(QMenu& menu, const char* key, const QList<QKeySequence>& shortcuts,
+    FileCommand command, void (VellumoAppDelegate::*run)(Sender))
 {
-    m_conditions.push_back({action, std::move(isUsable)});
+    auto* action = add(menu, localizedText(key), shortcuts, [this, run] { std::invoke(run, m_app, Sender::Other); });
+    enableWhile(action, [this, command] { return m_app.canUse(command, Sender::Other); });
+    return action;
 }
 
 void MainMenus::makeFileMenu()
 {
     auto& menu = *m_bar.addMenu(localizedText("&File"));
-    const auto hasFile = [this] { return m_app.selectedFile() != nullptr; };
-    const auto isOpen = [this] { return m_app.selectedFile() != nullptr && m_app.selectedFile()->active(); };
-    const auto hasFiles = [this] { return !m_app.recentFiles().empty(); };
-    const auto onFile = [this](void (VellumoAppDelegate::*command)(Sender)) {
-        return [this, command] { std::invoke(command, m_app, Sender::Other); };
-    };
     add(menu, localizedText("&Open…"), {QKeySequence::Open}, [this] {
         m_app.OpenFile();
     })->setIcon(icon("open_folder"));
-    enableWhile(add(menu, localizedText("Open Selected &File"), {Qt::CTRL | Qt::SHIFT | Qt::Key_O},
-                    onFile(&VellumoAppDelegate::OpenSelectedFile)),
-        [hasFile, isOpen] { return hasFile() && !isOpen(); });
+    addFileCommand(menu, messageKey("Open Selected &File"), {Qt::CTRL | Qt::SHIFT | Qt::Key_O}, FileCommand::Open,
+        &VellumoAppDelegate::OpenSelectedFile);
     enableWhile(add(menu, localizedText("Open Table in &New Window"), {QKeySequence::New},
                     [this] { m_app.OpenTableInNewWindow(*m_app.selectedTable()); }),
         [this] { return m_app.selectedTable() != nullptr; });
     menu.addSeparator();
     auto* exports = menu.addMenu(localizedText("&Export"));
     addExportCommands(*exports, m_app);
+    enableWhile(exports, [this] { return m_app.canExport(); });
     menu.addSeparator();
-    enableWhile(
-        add(menu, localizedText("Show in File &Manager"), {}, onFile(&VellumoAppDelegate::ShowInFinder)), hasFile);
-    enableWhile(add(menu, localizedText("Loo&k for Lost Rows…"), {}, [this] { m_app.LookForLostRows(); }), isOpen);
-    enableWhile(
-        add(menu, localizedText("&Close File"), {QKeySequence::Close}, onFile(&VellumoAppDelegate::CloseSelectedFile)),
-        isOpen);
-    auto* remove = add(menu, localizedText("&Remove from List"), {Qt::CTRL | Qt::Key_Backspace},
-        onFile(&VellumoAppDelegate::RemoveSelectedFile));
-    m_window.addFileListCommand(*remove); // in a text field the key deletes a word
-    enableWhile(remove, hasFile);
-    enableWhile(add(menu, localizedText("Remove O&ther Files"), {}, onFile(&VellumoAppDelegate::RemoveOtherFiles)),
-        [this, hasFile] { return hasFile() && m_app.recentFiles().size() > 1; });
-    enableWhile(add(menu, localizedText("C&lear File List"), {}, [this] { m_app.clearRecentDocuments(); }), hasFiles);
+    addFileListCommands(menu);
     menu.addSeparator();
     add(menu, toQString(titles().quit), {Qt::CTRL | Qt::Key_Q}, [this] { m_window.close(); });
+}
+
+void MainMenus::addFileListCommands(QMenu& menu)
+{
+    addFileCommand(
+        menu, messageKey("Show in File &Manager"), {}, FileCommand::ShowInFinder, &VellumoAppDelegate::ShowInFinder);
+    enableWhile(add(menu, localizedText("Loo&k for Lost Rows…"), {}, [this] { m_app.LookForLostRows(); }),
+        [this] { return m_app.canUse(FileCommand::LookForLostRows, Sender::Other); });
+    addFileCommand(menu, messageKey("&Close File"), {QKeySequence::Close}, FileCommand::Close,
+        &VellumoAppDelegate::CloseSelectedFile);
+    auto* remove = addFileCommand(menu, messageKey("&Remove from List"), {Qt::CTRL | Qt::Key_Backspace},
+        FileCommand::Remove, &VellumoAppDelegate::RemoveSelectedFile);
+    m_window.addFileListCommand(*remove); // in a text field the key deletes a word
+    addFileCommand(
+        menu, messageKey("Remove O&ther Files"), {}, FileCommand::RemoveOthers, &VellumoAppDelegate::RemoveOtherFiles);
+    enableWhile(add(menu, localizedText("C&lear File List"), {}, [this] { m_app.clearRecentDocuments(); }),
+        [this] { return m_app.canClearRecentDocuments(); });
 }
 
 void MainMenus::makeEditMenu()
@@ -208,8 +208,8 @@ void MainMenus::scheduleUpdate()
 
 void MainMenus::update()
 {
-    for (const auto& [action, isUsable] : m_conditions)
-        action->setEnabled(isUsable());
+    for (const auto& apply : m_conditions)
+        apply();
     m_editActions.update(m_app.dataView());
     m_fullScreen->setText(
         m_window.isFullScreen() ? localizedText("Exit Full Screen") : toQString(fullScreenMenuTitle()));

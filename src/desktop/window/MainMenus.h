@@ -1,6 +1,6 @@
 #pragma once
 
-#include "browser/ViewToggles.h"
+#include "browser/VellumoAppDelegate.h"
 #include "desktop/window/EditActions.h"
 
 #include <QObject>
@@ -18,7 +18,6 @@ namespace vellumo {
 class Appearance;
 class ChildWindow;
 class MainWindow;
-class VellumoAppDelegate;
 
 // The menu bar of the main window.
 class MainMenus : public QObject {
@@ -28,20 +27,29 @@ public:
 
     // Brings titles and enabled states in line with the controller once the event at hand is done with.
     void scheduleUpdate();
+    // Enabled only while `isUsable` says so; an action or a widget, which outlives the menus' use.
+    template <typename Control> void enableWhile(Control* control, std::function<bool()> isUsable)
+    {
+        m_conditions.push_back([control, isUsable = std::move(isUsable)] { control->setEnabled(isUsable()); });
+    }
     void toggleDidChange(ViewToggle toggle);
     // Lets the user choose between light and dark. `appearance` outlives the menus' use.
     void addAppearanceMenu(Appearance& appearance);
 
 private:
+    using FileCommand = VellumoAppDelegate::FileCommand;
+    using Sender = VellumoAppDelegate::Sender;
+
     void makeFileMenu();
+    void addFileListCommands(QMenu& menu);
+    QAction* addFileCommand(QMenu& menu, const char* key, const QList<QKeySequence>& shortcuts, FileCommand command,
+        void (VellumoAppDelegate::*run)(Sender));
     void makeEditMenu();
     void makeViewMenu();
     void makeGoMenu();
     void makeWindowMenu();
     void makeHelpMenu();
     QAction* add(QMenu& menu, const QString& title, const QList<QKeySequence>& shortcuts, std::function<void()> run);
-    // Enabled only while `isUsable` says so.
-    void enableWhile(QAction* action, std::function<bool()> isUsable);
     void update();
     void listTableWindows(QMenu& menu);
     void bringToFront(const ChildWindow* window);
@@ -50,11 +58,7 @@ private:
     VellumoAppDelegate& m_app;
     QMenuBar& m_bar;
     EditActions m_editActions;
-    struct Condition {
-        QAction* action;
-        std::function<bool()> isUsable;
-    };
-    std::vector<Condition> m_conditions;
+    std::vector<std::function<void()>> m_conditions; // each sets what it is about
     std::array<QAction*, ViewToggles::all.size()> m_toggles{};
     QMenu* m_viewMenu = nullptr;
     QAction* m_fullScreen = nullptr;

@@ -27,6 +27,7 @@ MainToolBar::MainToolBar(VellumoAppDelegate& app, QWidget* parent)
             continue;
         }
         auto* action = addItem(item);
+        if (item.command == ToolbarCommand::Export) m_exports << action;
         if (item.command == ToolbarCommand::PreviousTable) m_back = action;
         if (item.command == ToolbarCommand::NextTable) m_next = action;
         if (item.command == ToolbarCommand::NextTable || item.command == ToolbarCommand::OpenFile) addSeparator();

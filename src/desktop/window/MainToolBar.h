@@ -18,6 +18,7 @@ public:
     [[nodiscard]] SearchField& searchField() { return *m_searchField; }
     // In pixels; in a narrower window the search field would be out of sight.
     [[nodiscard]] int leastWidth() const { return m_widthWithoutTexts; }
+    [[nodiscard]] const QList<QAction*>& exportActions() const { return m_exports; }
     // Whether Back and Next can be used.
     void navigationDidChange();
 
@@ -31,6 +32,7 @@ private:
 
     VellumoAppDelegate& m_app;
     SearchField* m_searchField = nullptr;
+    QList<QAction*> m_exports;
     QAction* m_back = nullptr;
     QAction* m_next = nullptr;
     int m_widthWithTexts = 0; // pixels, as the next

@@ -12,6 +12,7 @@
 #include "desktop/window/DamageBar.h"
 #include "desktop/window/MainMenus.h"
 #include "desktop/window/MainToolBar.h"
+#include "desktop/window/OpenProgress.h"
 #include "desktop/window/SearchField.h"
 #include "desktop/window/StatusLine.h"
 #include "desktop/window/TableWindow.h"
@@ -23,6 +24,7 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
 #include <QTimer>
@@ -51,13 +53,13 @@ std::vector<std::string> localFiles(const QMimeData& data)
 
 MainWindow::MainWindow(const DesktopPorts& desktop)
     : m_defaults(desktop.defaults)
-    , m_openProgress(*this)
     , m_dataView(new DataViewWidget(this))
     , m_app(std::make_unique<VellumoAppDelegate>(*this, desktop))
     , m_fileList(new FileListPanel(*m_app, this))
     , m_information(new InformationPanel(*m_app, this))
     , m_toolBar(new MainToolBar(*m_app, this))
     , m_statusLine(new StatusLine(*m_app, this))
+    , m_openProgress(new OpenProgress([this] { m_app->StopOpening(); }, this))
     , m_damageBar(new DamageBar(this))
     , m_menus(new MainMenus(*this, *m_app))
     , m_columns(new QSplitter(Qt::Horizontal, this))
@@ -69,6 +71,8 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     setWindowTitle(programName);
     setWindowIcon(applicationIcon());
     setAcceptDrops(true);
+    for (auto* action : m_toolBar->exportActions())
+        m_menus->enableWhile(action, [this] { return m_app->canExport(); });
     setContextMenuPolicy(Qt::NoContextMenu);
     m_dataView->setDataView(m_app->dataView());
     m_dataView->jumpBar().setMenu(
@@ -96,6 +100,8 @@ void MainWindow::layOutPanels()
 {
     addToolBar(m_toolBar);
     setStatusBar(m_statusLine);
+    m_statusLine->insertPermanentWidget(1, m_openProgress); // right behind the text
+    m_openProgress->hide();                                 // the line shows what it is given
     m_leftColumn->addWidget(m_fileList);
     m_leftColumn->addWidget(m_information);
     m_leftColumn->setChildrenCollapsible(false);
@@ -120,7 +126,11 @@ void MainWindow::layOutPanels()
 QWidget* MainWindow::makeRightColumn()
 {
     m_damageBar->addButton(messageKey("Details…"), "damageDetails", [this] { m_app->ShowDamage(); });
-    m_damageBar->addButton(messageKey("Look for lost rows"), "lookForLostRows", [this] { m_app->LookForLostRows(); });
+    auto* look = m_damageBar->addButton(
+        messageKey("Look for lost rows"), "lookForLostRows", [this] { m_app->LookForLostRows(); });
+    m_menus->enableWhile(look, [this] {
+        return m_app->canUse(VellumoAppDelegate::FileCommand::LookForLostRows, VellumoAppDelegate::Sender::Other);
+    });
     auto* column = new QWidget(this);
     auto* layout = new QVBoxLayout(column);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -149,7 +159,7 @@ void MainWindow::openFiles(const std::vector<std::string>& paths)
 
 void MainWindow::openWaitingFiles()
 {
-    if (m_openProgress.isActive() || m_app->isExporting() || m_waitingFiles.empty()) return;
+    if (m_app->isExporting() || m_waitingFiles.empty()) return;
     // What a menu or a dialog offers has to be there when it is chosen. Nobody tells when the last of them has closed.
     if (QApplication::activePopupWidget() != nullptr || QApplication::activeModalWidget() != nullptr)
         return m_openLater->start();
@@ -166,6 +176,7 @@ void MainWindow::terminate()
 void MainWindow::shutDown()
 {
     if (std::exchange(m_isShutDown, true)) return;
+    m_app->applicationShouldTerminate();
     if (m_isExportRunning && m_app->exportWizard()) m_app->exportWizard()->stop();
     // The worker reports its end on this thread.
     while (m_isExportRunning)
@@ -177,10 +188,6 @@ void MainWindow::shutDown()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (m_openProgress.isActive()) {
-        event->ignore();
-        return;
-    }
     storeState();
     event->accept();
 }
@@ -285,19 +292,40 @@ void MainWindow::reloadTree()
 
 void MainWindow::fileWillClose(TAdmMDBFile& file) { m_fileList->fileWillClose(file); }
 
-void MainWindow::expandTreeItem(TAdmMDBFile& file) { m_fileList->expand(file); }
-
-void MainWindow::collapseTreeItem(TAdmMDBFile& file) { m_fileList->collapse(file); }
+void MainWindow::setTreeItemExpanded(TAdmMDBFile& file, bool isExpanded)
+{
+    if (isExpanded)
+        m_fileList->expand(file);
+    else
+        m_fileList->collapse(file);
+}
 
 void MainWindow::treeSelectionDidChange() { m_fileList->selectionDidChange(); }
 
 void MainWindow::scrollToTreeSelection() { m_fileList->scrollToSelection(); }
 
-void MainWindow::informationBarDidChange() { m_information->barDidChange(); }
+void MainWindow::informationDidChange(InformationChange change, InformationType type)
+{
+    switch (change) {
+    case InformationChange::Bar: m_information->barDidChange(); break;
+    case InformationChange::Lists: m_information->reload(type); break;
+    case InformationChange::Details: m_information->detailsDidChange(type); break;
+    }
+}
 
-void MainWindow::informationDidReload(InformationType type) { m_information->reload(type); }
-
-void MainWindow::informationDetailsDidChange(InformationType type) { m_information->detailsDidChange(type); }
+void MainWindow::partDidChange(WindowPart part)
+{
+    switch (part) {
+    case WindowPart::StatusText: statusTextDidChange(); break;
+    case WindowPart::Placeholder: m_fileList->placeholderDidChange(); break;
+    case WindowPart::Navigation:
+        m_toolBar->navigationDidChange();
+        m_menus->scheduleUpdate();
+        break;
+    case WindowPart::JumpBar: m_dataView->jumpBar().selectionDidChange(); break;
+    case WindowPart::SearchMenu: m_toolBar->searchField().menuDidChange(); break;
+    }
+}
 
 // Every change of what is selected or listed comes by here.
 void MainWindow::statusTextDidChange()
@@ -308,8 +336,6 @@ void MainWindow::statusTextDidChange()
 }
 
 void MainWindow::showDamage() { m_damageBar->setText(toQString(m_app->damageBarText())); }
-
-void MainWindow::placeholderDidChange() { m_fileList->placeholderDidChange(); }
 
 void MainWindow::viewToggleDidChange(ViewToggle toggle)
 {
@@ -323,20 +349,8 @@ void MainWindow::viewToggleDidChange(ViewToggle toggle)
     m_storeLater->start();
 }
 
-void MainWindow::navigationDidChange()
-{
-    m_toolBar->navigationDidChange();
-    m_menus->scheduleUpdate();
-}
-
-// The buttons of Qt's toolbars do not stay selected.
-void MainWindow::deselectAllForToolbarItems() { }
-
-void MainWindow::jumpBarMenuDidChange() { m_dataView->jumpBar().selectionDidChange(); }
-
-void MainWindow::jumpBarSelectionDidChange() { m_dataView->jumpBar().selectionDidChange(); }
-
-void MainWindow::searchMenuDidChange() { m_toolBar->searchField().menuDidChange(); }
+// The buttons of Qt's toolbars do not stay selected, but what they may do has changed.
+void MainWindow::deselectAllForToolbarItems() { m_menus->scheduleUpdate(); }
 
 void MainWindow::focusDataSearchField()
 {
@@ -344,17 +358,21 @@ void MainWindow::focusDataSearchField()
     m_toolBar->searchField().selectAll();
 }
 
-void MainWindow::openDidBegin(const TAdmMDBFile& file) { m_openProgress.begin(toQString(file.label())); }
-
-bool MainWindow::openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected)
+void MainWindow::openDidBegin(const TAdmMDBFile& file)
 {
-    return m_openProgress.advance(rowsDone, rowsExpected);
+    m_openProgress->begin(toQString(file.label()));
+    m_menus->scheduleUpdate();
+}
+
+void MainWindow::openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected)
+{
+    m_openProgress->advance(rowsDone, rowsExpected);
 }
 
 void MainWindow::openDidEnd()
 {
-    m_openProgress.end();
-    QTimer::singleShot(0, this, [this] { openWaitingFiles(); });
+    m_openProgress->end();
+    m_menus->scheduleUpdate();
 }
 
 void MainWindow::beginDamageSheet(const std::shared_ptr<DamageDetails>& details)
@@ -389,6 +407,7 @@ void MainWindow::beginExportProgressSheet(const std::shared_ptr<ExportWizard>& w
     connect(dialog, &ExportProgressDialog::exportDidFinish, this, [this] {
         m_isExportRunning = false;
         m_app->exportDidFinish();
+        m_menus->scheduleUpdate();
         openWaitingFiles();
     });
     dialog->open();

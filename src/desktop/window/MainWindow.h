@@ -2,7 +2,6 @@
 
 #include "browser/MainWindowView.h"
 #include "browser/VellumoAppDelegate.h"
-#include "desktop/window/OpenProgress.h"
 
 #include <QMainWindow>
 
@@ -22,6 +21,7 @@ class FileListPanel;
 class InformationPanel;
 class MainMenus;
 class MainToolBar;
+class OpenProgress;
 class StatusLine;
 
 // The main window. It shows what its controller has and forwards what the user does.
@@ -39,7 +39,8 @@ public:
     void openFiles(const std::vector<std::string>& paths);
     // Ends what runs and then the event loop, without a question.
     void terminate();
-    // Ends an export that runs and stores what is to be kept. Afterwards the window may go.
+    // Ends an export that runs and stores what is to be kept. Afterwards the window may go, and gives up a file that is
+    // being opened.
     void shutDown();
 
     // Offers the choice between light and dark. `appearance` outlives the window's use.
@@ -56,24 +57,16 @@ public:
     [[nodiscard]] DataViewPort& dataView() override;
     void reloadTree() override;
     void fileWillClose(TAdmMDBFile& file) override;
-    void expandTreeItem(TAdmMDBFile& file) override;
-    void collapseTreeItem(TAdmMDBFile& file) override;
+    void setTreeItemExpanded(TAdmMDBFile& file, bool isExpanded) override;
     void treeSelectionDidChange() override;
     void scrollToTreeSelection() override;
-    void informationBarDidChange() override;
-    void informationDidReload(InformationType type) override;
-    void informationDetailsDidChange(InformationType type) override;
-    void statusTextDidChange() override;
-    void placeholderDidChange() override;
+    void informationDidChange(InformationChange change, InformationType type) override;
+    void partDidChange(WindowPart part) override;
     void viewToggleDidChange(ViewToggle toggle) override;
-    void navigationDidChange() override;
     void deselectAllForToolbarItems() override;
-    void jumpBarMenuDidChange() override;
-    void jumpBarSelectionDidChange() override;
-    void searchMenuDidChange() override;
     void focusDataSearchField() override;
     void openDidBegin(const TAdmMDBFile& file) override;
-    [[nodiscard]] bool openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) override;
+    void openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) override;
     void openDidEnd() override;
     void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) override;
     void beginSalvageSheet() override;
@@ -95,6 +88,7 @@ protected:
 private:
     void layOutPanels();
     [[nodiscard]] QWidget* makeRightColumn();
+    void statusTextDidChange();
     void showDamage();
     void restoreState();
     void storeState();
@@ -102,7 +96,6 @@ private:
     void openWaitingFiles();
 
     Defaults& m_defaults;
-    OpenProgress m_openProgress;
     DataViewWidget* m_dataView;
     // The panels ask the controller for what they show, so they are made after it.
     std::unique_ptr<VellumoAppDelegate> m_app;
@@ -110,6 +103,7 @@ private:
     InformationPanel* m_information;
     MainToolBar* m_toolBar;
     StatusLine* m_statusLine;
+    OpenProgress* m_openProgress; // in the status line
     DamageBar* m_damageBar;
     MainMenus* m_menus;
     QSplitter* m_columns; // left: file list and information, right: damage bar and data view

@@ -3,9 +3,7 @@
 #include "desktop/QtText.h"
 #include "text/Format.h"
 
-#include <QApplication>
 #include <QBoxLayout>
-#include <QDialog>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -15,80 +13,59 @@ namespace vellumo {
 
 namespace {
 
-constexpr int eventIntervalMs = 40;
 constexpr int barSteps = 1000;
+constexpr int barWidth = 160;
 
 } // namespace
 
-OpenProgress::OpenProgress(QWidget& window)
-    : m_window(window)
+OpenProgress::OpenProgress(std::function<void()> stop, QWidget* parent)
+    : QWidget(parent)
+    , m_text(new QLabel(this))
+    , m_bar(new QProgressBar(this))
+    , m_stop(new QPushButton(localizedText("Stop"), this))
 {
+    setObjectName("openProgress");
+    m_text->setTextFormat(Qt::PlainText);
+    m_bar->setFixedWidth(barWidth);
+    m_stop->setAutoDefault(false);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 6, 0);
+    layout->addWidget(m_text);
+    layout->addWidget(m_bar);
+    layout->addWidget(m_stop);
+    connect(m_stop, &QPushButton::clicked, this, [this, stop = std::move(stop)] {
+        m_stop->setEnabled(false);
+        stop();
+    });
+    m_showLater.setSingleShot(true);
+    m_showLater.setInterval(delayMs);
+    m_showLater.callOnTimeout(this, [this] { show(); });
+    hide();
 }
-
-OpenProgress::~OpenProgress() = default;
 
 void OpenProgress::begin(const QString& fileName)
 {
-    m_fileName = fileName;
-    m_isActive = true;
-    m_isStopped = false;
-    m_sinceBegin.start();
-    m_sinceEvents.start();
-    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto text = toQString(localizedFormat("Opening %@…", {fromQString(fileName)}));
+    // A long name must not make the window wide.
+    const auto room = fontMetrics().averageCharWidth() * 40;
+    m_text->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, room));
+    m_bar->setAccessibleName(text);
+    m_bar->setRange(0, 0);
+    m_stop->setEnabled(true);
+    m_showLater.start();
 }
 
-bool OpenProgress::advance(std::uint64_t rowsDone, std::uint64_t rowsExpected)
+void OpenProgress::advance(std::uint64_t rowsDone, std::uint64_t rowsExpected)
 {
-    if (m_isStopped) return false;
-    if (m_sinceEvents.elapsed() < eventIntervalMs) return true;
-    m_sinceEvents.restart();
-    if (!m_dialog && m_sinceBegin.elapsed() >= delayMs) showDialog();
-    if (m_dialog) showProgress(rowsDone, rowsExpected);
-    // Input waits until the dialog is there, which then keeps it from all other windows.
-    QApplication::processEvents(m_dialog ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
-    return !m_isStopped;
+    if (rowsExpected == 0) return m_bar->setRange(0, 0); // busy
+    m_bar->setRange(0, barSteps);
+    m_bar->setValue(static_cast<int>(std::min(rowsDone, rowsExpected) * barSteps / rowsExpected));
 }
 
 void OpenProgress::end()
 {
-    QApplication::restoreOverrideCursor();
-    m_dialog.reset();
-    m_bar = nullptr;
-    m_isActive = false;
-}
-
-void OpenProgress::showDialog()
-{
-    // The sheet itself shows that the program is at work; over its button the usual pointer says more.
-    QApplication::changeOverrideCursor(Qt::ArrowCursor);
-    m_dialog = std::make_unique<QDialog>(&m_window, Qt::Sheet);
-    m_dialog->setObjectName("openProgress");
-    m_dialog->setWindowModality(Qt::ApplicationModal);
-    m_dialog->setWindowTitle(localizedText("Open"));
-    auto* label = new QLabel(toQString(localizedFormat("Opening %@…", {fromQString(m_fileName)})), m_dialog.get());
-    label->setTextFormat(Qt::PlainText);
-    m_bar = new QProgressBar(m_dialog.get());
-    m_bar->setMinimumWidth(320);
-    m_bar->setAccessibleName(label->text());
-    auto* stop = new QPushButton(localizedText("Stop"), m_dialog.get());
-    stop->setDefault(true);
-    auto* layout = new QVBoxLayout(m_dialog.get());
-    layout->addWidget(label);
-    layout->addWidget(m_bar);
-    layout->addWidget(stop, 0, Qt::AlignRight);
-    QObject::connect(stop, &QPushButton::clicked, m_dialog.get(), &QDialog::reject);
-    QObject::connect(m_dialog.get(), &QDialog::rejected, m_dialog.get(), [this] { m_isStopped = true; });
-    m_dialog->show();
-}
-
-void OpenProgress::showProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected)
-{
-    if (rowsExpected == 0) {
-        m_bar->setRange(0, 0); // busy, nobody knows for how long
-        return;
-    }
-    m_bar->setRange(0, barSteps);
-    m_bar->setValue(static_cast<int>(std::min(rowsDone, rowsExpected) * barSteps / rowsExpected));
+    m_showLater.stop();
+    hide();
 }
 
 } // namespace vellumo

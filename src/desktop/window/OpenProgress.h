@@ -1,45 +1,36 @@
 #pragma once
 
-#include <QElapsedTimer>
-#include <QString>
+#include <QTimer>
+#include <QWidget>
 
 #include <cstdint>
-#include <memory>
+#include <functional>
 
-class QDialog;
+class QLabel;
 class QProgressBar;
-class QWidget;
+class QPushButton;
 
 namespace vellumo {
 
-// Keeps the window painted while a file is opened on the main thread. After a moment it shows how far it is, with a
-// button to stop; from then on nothing but that button takes input.
-class OpenProgress {
+// Tells how far the file that is being opened is, with a button to stop. Hidden while none is, and at first: a file
+// that opens at once is never announced.
+class OpenProgress : public QWidget {
 public:
     static constexpr int delayMs = 400;
 
-    // `window` outlives the object's use.
-    explicit OpenProgress(QWidget& window);
-    ~OpenProgress();
+    // `stop` gives the opening up.
+    OpenProgress(std::function<void()> stop, QWidget* parent);
 
     void begin(const QString& fileName);
-    // Handles events at most every few milliseconds. False when the user wants to stop.
-    [[nodiscard]] bool advance(std::uint64_t rowsDone, std::uint64_t rowsExpected);
+    // `rowsExpected` 0: nobody knows how many.
+    void advance(std::uint64_t rowsDone, std::uint64_t rowsExpected);
     void end();
-    [[nodiscard]] bool isActive() const { return m_isActive; }
 
 private:
-    void showDialog();
-    void showProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected);
-
-    QWidget& m_window;
-    QString m_fileName;
-    bool m_isActive = false;
-    bool m_isStopped = false;
-    QElapsedTimer m_sinceBegin;
-    QElapsedTimer m_sinceEvents;
-    std::unique_ptr<QDialog> m_dialog; // null before the delay is over
-    QProgressBar* m_bar = nullptr;     // of the dialog
+    QLabel* m_text;
+    QProgressBar* m_bar;
+    QPushButton* m_stop;
+    QTimer m_showLater;
 };
 
 } // namespace vellumo

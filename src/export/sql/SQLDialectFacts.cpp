@@ -6,13 +6,10 @@ namespace vellumo {
 
 namespace {
 
-// The order of the types in a row of facts.
-constexpr std::string_view accessTypes[] = {"Boolean", "Byte", "Integer", "Long Integer", "Currency", "Single",
-    "Double", "DateTime", "Binary", "Text", "OLE", "Memo/Hyperlink", "Replication ID", "Numeric",
-    "Complex Value auto number"};
-
 constexpr SQLDialectFacts mySQL = {
     .dialect = ServerType::MySQL,
+    .name = "mysql",
+    .title = "MySQL",
     .openQuote = "`",
     .closeQuote = "`",
     .takesSchemaName = false,
@@ -42,6 +39,8 @@ constexpr SQLDialectFacts mySQL = {
 
 constexpr SQLDialectFacts postgreSQL = {
     .dialect = ServerType::PostgreSQL,
+    .name = "postgresql",
+    .title = "PostgreSQL",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = true,
@@ -71,6 +70,8 @@ constexpr SQLDialectFacts postgreSQL = {
 
 constexpr SQLDialectFacts oracle = {
     .dialect = ServerType::Oracle,
+    .name = "oracle",
+    .title = "Oracle",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = true,
@@ -100,6 +101,8 @@ constexpr SQLDialectFacts oracle = {
 
 constexpr SQLDialectFacts sqlite = {
     .dialect = ServerType::SQLite,
+    .name = "sqlite",
+    .title = "SQLite",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = false,
@@ -129,6 +132,8 @@ constexpr SQLDialectFacts sqlite = {
 
 constexpr SQLDialectFacts sqlServer = {
     .dialect = ServerType::SQLServer,
+    .name = "sqlserver",
+    .title = "SQL Server",
     .openQuote = "[",
     .closeQuote = "]",
     .takesSchemaName = true,
@@ -159,6 +164,8 @@ constexpr SQLDialectFacts sqlServer = {
 
 constexpr SQLDialectFacts unknown = {
     .dialect = ServerType(),
+    .name = "",
+    .title = "",
     .openQuote = "\"",
     .closeQuote = "\"",
     .takesSchemaName = false,
@@ -189,6 +196,14 @@ constexpr const SQLDialectFacts* dialects[] = {&mySQL, &postgreSQL, &oracle, &sq
 
 } // namespace
 
+std::span<const SQLDialectFacts* const> sqlDialects() { return dialects; }
+
+const SQLDialectFacts* findSQLDialect(std::string_view name)
+{
+    const auto* const* found = std::ranges::find(dialects, name, &SQLDialectFacts::name);
+    return found == std::end(dialects) ? nullptr : *found;
+}
+
 const SQLDialectFacts& sqlDialectFacts(ServerType dialect)
 {
     for (const auto* facts : dialects)
@@ -196,12 +211,10 @@ const SQLDialectFacts& sqlDialectFacts(ServerType dialect)
     return unknown;
 }
 
-std::string convertMDBTypeToDBSPType(std::string_view accessType, ServerType dialect)
+std::string convertMDBTypeToDBSPType(ColumnType type, ServerType dialect)
 {
-    const auto* found = std::find(std::begin(accessTypes), std::end(accessTypes), accessType);
-    if (found == std::end(accessTypes)) return std::string(accessType);
-    const auto name = sqlDialectFacts(dialect).types[static_cast<std::size_t>(found - accessTypes)];
-    return std::string(name.empty() ? accessType : name);
+    const auto name = sqlDialectFacts(dialect).types[columnTypeIndex(type)];
+    return std::string(name.empty() ? factsOf(type).accessName : name);
 }
 
 } // namespace vellumo

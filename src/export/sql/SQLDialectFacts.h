@@ -1,8 +1,10 @@
 #pragma once
 
 #include "SQLite Connection/Connection/ServerType.h"
+#include "rows/ColumnType.h"
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -48,6 +50,8 @@ enum class GuidForm {
 // All that a script needs to know of a dialect. Formats are filled as text/Format.h says.
 struct SQLDialectFacts {
     ServerType dialect;
+    std::string_view name;      // on the command line
+    std::string_view title;     // for people, in every language
     std::string_view openQuote; // around identifiers
     std::string_view closeQuote;
     bool takesSchemaName;
@@ -78,15 +82,18 @@ struct SQLDialectFacts {
     DateForm dateForm;
     GuidForm guidForm;
 
-    // The types of columns, in the order: Boolean, Byte, Integer, Long Integer, Currency, Single, Double, DateTime,
-    // Binary, Text, OLE, Memo/Hyperlink, Replication ID, Numeric, Complex Value auto number. "": the Access name.
-    std::array<std::string_view, 15> types;
+    // The types of columns in the order of columnTypes. "": the Access name.
+    std::array<std::string_view, columnTypes.size()> types;
 };
 
+// All that there are, in the order of their codes.
+[[nodiscard]] std::span<const SQLDialectFacts* const> sqlDialects();
+// Null for a name that no dialect has.
+[[nodiscard]] const SQLDialectFacts* findSQLDialect(std::string_view name);
 // A dialect that is none of the known ones gets double quotes and nothing that is not in every dialect.
 [[nodiscard]] const SQLDialectFacts& sqlDialectFacts(ServerType dialect);
 
-// The type of a column whose Access type has this name; the name itself where dialect or type are unknown.
-[[nodiscard]] std::string convertMDBTypeToDBSPType(std::string_view accessType, ServerType dialect);
+// What the dialect calls the type; its Access name where the dialect is unknown.
+[[nodiscard]] std::string convertMDBTypeToDBSPType(ColumnType type, ServerType dialect);
 
 } // namespace vellumo

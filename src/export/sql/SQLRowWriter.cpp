@@ -1,7 +1,7 @@
 #include "export/sql/SQLRowWriter.h"
 
 #include "embedded/TAdmBlobData.h"
-#include "export/ObjectCells.h"
+#include "export/objects/ObjectCells.h"
 #include "export/sql/SQLText.h"
 
 namespace vellumo {

@@ -1,10 +1,8 @@
 #include "export/sql/SQLStructure.h"
 
-#include "export/ExportOptions.h"
 #include "export/sql/SQLText.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
-#include "text/Messages.h"
 
 #include <algorithm>
 
@@ -19,19 +17,15 @@ std::string_view action(bool isCascade) { return isCascade ? "CASCADE" : "SET NU
 
 } // namespace
 
-bool forbidsZeroLength(const TAdmMDBColumn& column)
-{
-    // The model holds the property as the user reads it.
-    return column.allowZeroLength() == localized("NO");
-}
+bool forbidsZeroLength(const TAdmMDBColumn& column) { return column.allowZeroLength() == false; }
 
-SQLStructure::SQLStructure(const SQLDialectFacts& facts, const TAdmMDBFile& file, const ExportOptions& options)
+SQLStructure::SQLStructure(const SQLDialectFacts& facts, const TAdmMDBFile& file, SQLStructureOptions options)
     : m_facts(facts)
     , m_file(file)
-    , m_options(options)
+    , m_options(std::move(options))
 {
-    if (facts.takesSchemaName && !options.schemaName.empty())
-        m_schemaPrefix = quoteIdentifier(options.schemaName, facts) + '.';
+    if (facts.takesSchemaName && !m_options.schemaName.empty())
+        m_schemaPrefix = quoteIdentifier(m_options.schemaName, facts) + '.';
 }
 
 std::string SQLStructure::qualifiedTable(std::string_view tableName) const
@@ -61,8 +55,8 @@ std::string SQLStructure::createTable(const TAdmMDBTable& table) const
 std::string SQLStructure::columnDefinition(const TAdmMDBColumn& column) const
 {
     auto definition =
-        quoteIdentifier(column.name(), m_facts) + ' ' + convertMDBTypeToDBSPType(column.dataType(), m_facts.dialect);
-    if (m_facts.hasTextSize && column.dataType() == "Text") definition += format("(%d)", {column.fieldSize()});
+        quoteIdentifier(column.name(), m_facts) + ' ' + convertMDBTypeToDBSPType(column.type(), m_facts.dialect);
+    if (m_facts.hasTextSize && column.type() == ColumnType::Text) definition += format("(%d)", {column.fieldSize()});
     if (forbidsZeroLength(column) || column.isPrimaryKey()) definition += " NOT NULL";
     if (m_facts.commentPlace == CommentPlace::InCreateTable && column.description())
         definition += format(" COMMENT '%@'", {escapeLiteral(*column.description())});

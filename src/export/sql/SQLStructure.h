@@ -14,16 +14,22 @@ class TAdmMDBFile;
 class TAdmMDBForeignKey;
 class TAdmMDBIndex;
 class TAdmMDBTable;
-struct ExportOptions;
 
 // Whether the column takes no empty texts, which the exports take for a column that must have a value.
 [[nodiscard]] bool forbidsZeroLength(const TAdmMDBColumn& column);
 
+// What of an export's options goes into a definition.
+struct SQLStructureOptions {
+    std::string schemaName; // "" for none; looked at where the dialect takes one
+    bool includeForeignKeys = true;
+    bool includeIndexes = true;
+};
+
 // The statements that define the tables of a file, in one dialect.
 class SQLStructure {
 public:
-    // All three outlive the object. Of the options it looks at the schema name and at what goes into a definition.
-    SQLStructure(const SQLDialectFacts& facts, const TAdmMDBFile& file, const ExportOptions& options);
+    // Facts and file outlive the object.
+    SQLStructure(const SQLDialectFacts& facts, const TAdmMDBFile& file, SQLStructureOptions options);
 
     // The quoted name, with its schema where there is one.
     [[nodiscard]] std::string qualifiedTable(std::string_view tableName) const;
@@ -52,7 +58,7 @@ private:
 
     const SQLDialectFacts& m_facts;
     const TAdmMDBFile& m_file;
-    const ExportOptions& m_options;
+    SQLStructureOptions m_options;
     std::string m_schemaPrefix;
 };
 

@@ -23,8 +23,8 @@ inline std::string contentOf(const fs::path& path)
 inline std::unique_ptr<TAdmMDBFile> makeShop()
 {
     auto customers = makeTable("Customers",
-        {{"ID", "Long Integer", true}, {"Name", "Text", false, "NO", 50, "It's \\ it"}, {"Active", "Boolean"},
-            {"Since", "DateTime"}, {"Balance", "Currency", false, "YES"}, {"Key", "Replication ID"}},
+        {{"ID", "Long Integer", true}, {"Name", "Text", false, false, 50, "It's \\ it"}, {"Active", "Boolean"},
+            {"Since", "DateTime"}, {"Balance", "Currency", false, true}, {"Key", "Replication ID"}},
         {{"1", "O'Hara\\x", "1", "05/03/2014 21:07:00", "1234.5000", "{12345678-ABCD-EF01-2345-67890ABCDEF0}"},
             {"2", null, "0", null, null, null}});
     setIndices(

@@ -121,7 +121,7 @@ TEST_F(SQLScript, NamesAreQuotedForTheirDialect)
         {SQLDialect(9), "\"A\"\"b` é.]\"", "\"C\"\"'`]\""},
     };
     const auto file = makeFile(
-        "/nowhere/names.mdb", makeTable("A\"b` é.]", {{"C\"'`]", "Text", true, "NO", 3, "%@ is no format"}}, {{"x"}}));
+        "/nowhere/names.mdb", makeTable("A\"b` é.]", {{"C\"'`]", "Text", true, false, 3, "%@ is no format"}}, {{"x"}}));
     m_options.schemaName = "s\"`]'";
     for (const auto& test : cases) {
         const auto script = scriptOf(*file, test.dialect);

@@ -78,8 +78,8 @@ TEST_F(SQLValues, DecimalSymbolMayBeAnyText)
 TEST_F(SQLValues, NullsFollowTheZeroLengthRule)
 {
     for (const char* type : {"Text", "Long Integer", "DateTime", "OLE", "Replication ID"}) {
-        EXPECT_EQ(valuesOf({"c", type, false, "NO"}, null), std::vector<std::string>(5, "''")) << type;
-        EXPECT_EQ(valuesOf({"c", type, false, "YES"}, null), std::vector<std::string>(5, "null")) << type;
+        EXPECT_EQ(valuesOf({"c", type, false, false}, null), std::vector<std::string>(5, "''")) << type;
+        EXPECT_EQ(valuesOf({"c", type, false, true}, null), std::vector<std::string>(5, "null")) << type;
         EXPECT_EQ(valuesOf({"c", type, true, {}}, null), std::vector<std::string>(5, "null")) << type;
     }
 }
@@ -129,12 +129,11 @@ TEST(SQLDateText, OnlyRealDatesAreRewritten)
         EXPECT_FALSE(sqlDateText(cell)) << cell;
 }
 
-TEST(SQLTypes, UnknownTypesAndDialectsKeepTheName)
+TEST(SQLTypes, AreThoseOfTheDialectElseOfAccess)
 {
-    EXPECT_EQ(convertMDBTypeToDBSPType("Integer", ServerType::PostgreSQL), "INTEGER");
-    EXPECT_EQ(convertMDBTypeToDBSPType("integer", ServerType::PostgreSQL), "integer");
-    EXPECT_EQ(convertMDBTypeToDBSPType("", ServerType::MySQL), "");
-    EXPECT_EQ(convertMDBTypeToDBSPType("Integer", ServerType(6)), "Integer");
+    EXPECT_EQ(convertMDBTypeToDBSPType(ColumnType::Integer, ServerType::PostgreSQL), "INTEGER");
+    EXPECT_EQ(convertMDBTypeToDBSPType(ColumnType::Unknown, ServerType::MySQL), "");
+    EXPECT_EQ(convertMDBTypeToDBSPType(ColumnType::Integer, ServerType(6)), "Integer");
     // The types that the shop's scripts do not have.
     const struct {
         ServerType dialect;
@@ -148,7 +147,8 @@ TEST(SQLTypes, UnknownTypesAndDialectsKeepTheName)
     };
     for (const auto& test : cases) {
         std::string types;
-        for (const char* type : {"Byte", "Single", "Binary", "Numeric", "Complex Value auto number"})
+        for (const auto type : {ColumnType::Byte, ColumnType::Single, ColumnType::Binary, ColumnType::Numeric,
+                 ColumnType::ComplexAutoNumber})
             types += convertMDBTypeToDBSPType(type, test.dialect) + '|';
         EXPECT_EQ(types, test.types);
     }

@@ -76,16 +76,15 @@ TEST_F(SQLiteExport, EveryTypeAndOddNames)
 {
     const auto file = makeFile("/nowhere/types.mdb",
         makeTable("T\"é' .",
-            {{"b\"1", "Boolean"}, {"b2", "Byte"}, {"n", "Numeric"}, {"bin", "Binary", false, "NO"},
-                {"x", "No Such Type"}, {"c", "Complex Value auto number", false, "NO"}, {"m", "Memo/Hyperlink"}},
+            {{"b\"1", "Boolean"}, {"b2", "Byte"}, {"n", "Numeric"}, {"bin", "Binary", false, false}, {"x", ""},
+                {"c", "Complex Value auto number", false, false}, {"m", "Memo/Hyperlink"}},
             {{"1", "255", "12.50", "'\\", "7", null, "😀"}, {null, null, null, null, null, "1", null}}),
         makeTable("no rows", {{"a", "Single"}}));
     const auto database = exported(*file);
     EXPECT_THAT(database.rows("SELECT * FROM \"T\"\"é' .\""),
         ElementsAre("1|255|12.5|'\\\\|7||😀", "NULL|NULL|NULL||NULL|1|NULL"));
     EXPECT_THAT(database.rows("SELECT name || ' ' || type || ' ' || \"notnull\" FROM pragma_table_info('T\"é'' .')"),
-        ElementsAre("b\"1 INTEGER 0", "b2 INTEGER 0", "n INTEGER 0", "bin BLOB 1", "x No Such Type 0", "c INTEGER 1",
-            "m TEXT 0"));
+        ElementsAre("b\"1 INTEGER 0", "b2 INTEGER 0", "n INTEGER 0", "bin BLOB 1", "x  0", "c INTEGER 1", "m TEXT 0"));
     EXPECT_THAT(database.rows("SELECT count(*) FROM \"no rows\""), ElementsAre("0"));
 }
 
@@ -123,7 +122,7 @@ std::string cellCondition(const TAdmMDBColumn& column, const CellValue& value)
     if (const auto* text = std::get_if<std::string_view>(&value)) return name + " = " + literal(*text);
     if (const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value))
         return "hex(" + name + ") = '" + hex((*blob)->data()) + '\'';
-    return name + (column.allowZeroLength() == "NO" ? " = ''" : " IS NULL");
+    return name + (column.allowZeroLength() == false ? " = ''" : " IS NULL");
 }
 
 // What holds for all columns of a row. SQLite compares, so a number may be written in any form.

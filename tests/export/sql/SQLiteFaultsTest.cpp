@@ -97,6 +97,17 @@ TEST_F(SQLiteFaults, TakesAwayTheLogsOfTheOlderDatabase)
     EXPECT_THAT(SQLiteReader(m_options.path).rows("PRAGMA integrity_check"), ElementsAre("ok"));
 }
 
+// It has no column metadata and cannot even read rows, which no export does.
+TEST_F(SQLiteFaults, SmallBuildOfTheLibraryIsEnough)
+{
+    setenv("VELLUMO_SQLITE_LIBRARY", SMALL_LIBRARY, 1);
+    const auto report = runExport(exportSQLiteThread, *m_shop);
+    EXPECT_THAT(report.log, IsEmpty());
+    EXPECT_EQ(report.successTableCount, 2);
+    EXPECT_THAT(SQLiteReader(m_options.path).rows("SELECT name FROM sqlite_master WHERE sql IS NOT NULL ORDER BY name"),
+        ElementsAre("Customers", "Name", "Name_1", "Orders", "orders_1"));
+}
+
 TEST_F(SQLiteFaults, StatementsThatFailCostTheirTableOrIndex)
 {
     const struct {

@@ -1,7 +1,7 @@
-#include "export/ExportWizard.h"
+#include "export/wizard/ExportWizard.h"
 
-#include "export/DamageLines.h"
-#include "export/ObjectCells.h"
+#include "export/RunExport.h"
+#include "export/sql/SQLDialectFacts.h"
 #include "model/TAdmMDBFile.h"
 #include "platform/Alerts.h"
 #include "platform/Defaults.h"
@@ -12,7 +12,6 @@
 #include "text/Messages.h"
 
 #include <algorithm>
-#include <new>
 #include <system_error>
 
 namespace vellumo {
@@ -35,50 +34,6 @@ bool hasExtension(std::string_view path, std::string_view extension)
     return std::ranges::equal(path.substr(path.size() - extension.size()), extension, {}, lower, lower);
 }
 
-// A name with a line break in it must not look like a line of the report.
-void addLine(std::string line, std::string& body)
-{
-    std::ranges::replace_if(
-        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    if (!body.empty()) body += '\n';
-    body += line;
-}
-
-// The count sentence, then the first lines of the log.
-std::string resultText(const ExportJob& job)
-{
-    constexpr std::size_t shownLines = 10;
-    const auto count = job.successTableCount();
-    std::string body;
-    if (count == 1)
-        body = localizedFormat("%d table exported successfully.", {count});
-    else if (count > 1)
-        body = localizedFormat("%d tables exported successfully.", {count});
-    const auto& lines = job.msgLog();
-    for (std::size_t i = 0; i < std::min(lines.size(), shownLines); ++i)
-        addLine(lines[i], body);
-    if (lines.size() > shownLines) body += localizedFormat("\n…and %d more.", {lines.size() - shownLines});
-    return body;
-}
-
-// What the tables of the job have lost before they came to be exported, and with them.
-std::vector<std::string> lossLines(const ExportJob& job)
-{
-    std::vector<std::string> lines;
-    std::vector<std::string> tables;
-    for (const auto& entry : job.entries()) {
-        tables.push_back(entry.tableName);
-        const auto* table = job.file().findTable(entry.tableName);
-        if (table != nullptr && job.options().exportData)
-            std::ranges::move(leftOutObjects(*table), std::back_inserter(lines));
-    }
-    const bool isWholeFile = tables.size() == job.file().tables().size();
-    const auto damage = damageLines(job.file().damage(), isWholeFile ? std::span<const std::string>() : tables);
-    if (!damage.empty()) lines.push_back(localized("Damage:"));
-    lines.insert(lines.end(), damage.begin(), damage.end());
-    return lines;
-}
-
 } // namespace
 
 ExportWizard::ExportWizard(
@@ -86,7 +41,7 @@ ExportWizard::ExportWizard(
     : m_exportFile(file)
     , m_exportFileType(exportFileType)
     , m_ports(ports)
-    , m_controls(controlsForType(exportFileType, selectedTable == nullptr))
+    , m_controls(controlsForFormat(exportFormat(exportFileType), selectedTable == nullptr))
     , m_selectedTable(selectedTable == nullptr)
 {
     // A file that does not open is left without tables, and the OK button stays disabled.
@@ -165,7 +120,7 @@ void ExportWizard::markAllTableEntriesAsSelected(bool selected)
 
 void ExportWizard::selectExportPath()
 {
-    if (m_controls.exportSingleFileCheckBox.value && hasSingleFileMode(m_exportFileType)) {
+    if (m_controls.exportSingleFileCheckBox.value && formatInfo().hasSingleFileMode()) {
         if (auto path = m_ports.filePanels.saveFile(extension(), m_exportFile.name())) takeExportPath(std::move(*path));
     } else {
         static_cast<void>(chooseExportFolder()); // cancelled: everything stays
@@ -214,18 +169,16 @@ void ExportWizard::updateExportSingleFileLabels()
 
 void ExportWizard::changeFieldDelimiter()
 {
-    if (m_exportFileType != ExportFileType::CSV) return;
     const auto delimiter = static_cast<FieldDelimiter>(m_controls.fieldDelimiterPopup.selectedTag);
-    auto& symbol = m_controls.decimalSymbolTextField.value;
-    if (delimiter == FieldDelimiter::Comma) symbol = '.';
-    if (delimiter == FieldDelimiter::Semicolon) symbol = ',';
+    const auto symbol = formatInfo().decimalSymbolFor(delimiter);
+    if (symbol) m_controls.decimalSymbolTextField.value = *symbol;
     m_view->controlsChanged();
 }
 
 void ExportWizard::changeSQLFormat()
 {
-    m_controls.schemaNameTextField.isEnabled =
-        takesSchemaName(static_cast<SQLDialect>(m_controls.sqlFormatPopup.selectedTag));
+    const auto dialect = static_cast<SQLDialect>(m_controls.sqlFormatPopup.selectedTag);
+    m_controls.schemaNameTextField.isEnabled = sqlDialectFacts(dialect).takesSchemaName;
     m_view->controlsChanged();
 }
 
@@ -240,8 +193,8 @@ void ExportWizard::exportTableStructure()
 
 void ExportWizard::enableOkButtonCheck()
 {
-    m_controls.isOkButtonEnabled = !m_controls.exportPathTextField.value.empty() && m_selectedTableCount > 0
-        && (m_controls.exportStructureCheckBox.value || m_controls.exportDataCheckBox.value);
+    const auto chosen = options();
+    m_controls.isOkButtonEnabled = !chosen.path.empty() && m_selectedTableCount > 0 && chosen.hasContents();
     m_view->controlsChanged();
 }
 
@@ -259,70 +212,52 @@ void ExportWizard::storeExportPath()
     if (!m_ports.defaults.synchronize()) m_ports.systemLog.log("The export folder could not be stored.");
 }
 
-std::string ExportWizard::extension() const
-{
-    return std::string(fileExtensionByExportFileType(m_exportFileType).value_or(""));
-}
+std::string ExportWizard::extension() const { return std::string(formatInfo().extension); }
+
+std::vector<ExportHint> ExportWizard::hints() const { return exportHints(m_exportFile, m_tableEntries, options()); }
 
 bool ExportWizard::startExport()
 {
     m_isTableListDetached = true;
     std::erase_if(m_tableEntries, [](const ExportEntry& entry) { return !entry.selected; });
     m_progress.maximum = m_tableEntries.size();
-    const auto writer = exportWriterForType(m_exportFileType);
-    if (writer == nullptr) return false;
-    m_job = std::make_unique<ExportJob>(m_exportFile, m_tableEntries, optionsFromControls(m_exportFileType, m_controls),
-        m_terminate, m_ports.mainThread, m_ports.systemLog, [this](std::size_t index) { updateProgressPanel(index); });
-    if (m_ports.loadErrorWindow != nullptr) m_job->setLoadErrorWindow(*m_ports.loadErrorWindow);
+    if (formatInfo().writer == nullptr) return false;
     try {
-        m_worker = std::thread([this, writer] { runWriter(writer); });
+        m_worker = std::thread([this, chosen = options()] {
+            auto report = exportTables(chosen);
+            m_ports.mainThread.performAndWait([&] { exportThreadFinished(std::move(report)); });
+        });
     } catch (const std::system_error&) { // too many threads already
-        logOutOfMemory();
-        exportThreadFinished();
+        exportThreadFinished(reportWithoutMemory(m_exportFile, m_tableEntries, options()));
     }
     return true;
 }
 
-void ExportWizard::runWriter(ExportWriter writer)
+ExportReport ExportWizard::exportTables(const ExportOptions& options)
 {
-    try {
-        writer(*m_job);
-    } catch (const std::bad_alloc&) {
-        logOutOfMemory();
-    }
-    m_ports.mainThread.performAndWait([this] { exportThreadFinished(); });
-}
-
-void ExportWizard::logOutOfMemory()
-{
-    m_job->log(format("%@: %@", {localized("Failed"), localized("Not enough memory.")}));
+    const auto progress = [this](std::size_t index) {
+        m_ports.mainThread.performAndWait([&] { updateProgressPanel(index); });
+    };
+    return runExport(
+        m_exportFile, m_tableEntries, options, m_terminate, {progress, m_ports.systemLog, m_ports.loadErrorWindow});
 }
 
 void ExportWizard::updateProgressPanel(std::size_t index)
 {
     const auto count = m_tableEntries.size();
     if (index >= count) return;
-    // The counter starts at 0: it tells how many tables are done.
-    m_progress.label = format("%@... <%@>",
-        {localizedFormat("Exporting %@", {m_tableEntries[index].tableName}),
-            localizedFormat("%ld of %ld", {index, count})});
+    m_progress.label = exportProgressText(m_tableEntries[index].tableName, index, count);
     m_progress.value = index;
     m_view->progressChanged();
 }
 
-void ExportWizard::exportThreadFinished()
+void ExportWizard::exportThreadFinished(ExportReport report)
 {
     m_view->endProgressSheet();
-    auto body = resultText(*m_job);
-    const auto losses = lossLines(*m_job);
-    for (const auto& line : losses)
-        addLine(line, body);
-    m_report = {
-        m_terminate ? localized("Export terminated.") : localized("Export finished."), std::move(body), losses.empty()};
-    m_ports.alerts.show({m_report->title, m_report->body, Alert::Style::Sheet});
+    m_report = std::move(report);
+    auto texts = exportReportTexts(*m_report);
+    m_ports.alerts.show({std::move(texts.title), std::move(texts.body), Alert::Style::Sheet});
     m_view->exportFinished();
 }
-
-bool ExportWizard::succeeded() const { return m_report && !m_terminate && m_job->msgLog().empty(); }
 
 } // namespace vellumo

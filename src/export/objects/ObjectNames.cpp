@@ -1,7 +1,7 @@
-#include "export/ObjectNames.h"
+#include "export/objects/ObjectNames.h"
 
 #include "embedded/TAdmBlobData.h"
-#include "export/ObjectFile.h"
+#include "export/objects/ObjectFile.h"
 #include "text/CaseFold.h"
 #include "text/Format.h"
 #include "text/TerminalText.h"

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "export/ExportControls.h"
-#include "export/ExportJob.h"
-#include "export/ExportWriters.h"
+#include "export/ExportHints.h"
+#include "export/ExportReport.h"
+#include "export/wizard/ExportControls.h"
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <thread>
@@ -15,7 +16,10 @@ class Alerts;
 class Defaults;
 class FilePanels;
 class LoadErrorWindow;
+class MainThread;
 class SystemLog;
+class TAdmMDBFile;
+class TAdmMDBTable;
 
 // What the wizard needs of the desktop. All outlive it.
 struct ExportPorts {
@@ -47,12 +51,6 @@ struct ExportProgress {
     std::size_t maximum = 0;
 };
 
-struct ExportReport {
-    std::string title;         // localised, as is the body
-    std::string body;          // what was exported, what failed, and what the file had lost already
-    bool isSourceWhole = true; // the file had lost nothing, and no object was left out because it is damaged
-};
-
 // A cell of the table list: nothing, the check mark, or a text.
 using TableListValue = std::variant<std::monostate, bool, std::string>;
 
@@ -63,7 +61,7 @@ struct TableListColumn {
 };
 
 // The export dialog without its widgets, and the export that follows it. First the user sets the options: a front end
-// puts what was entered into `controls()` and calls the action of that control. Then `startExport` runs the writer on a
+// puts what was entered into `controls()` and calls the action of that control. Then `startExport` runs the export on a
 // thread of its own, which reports through the main-thread port, and in the end the report appears as an alert.
 // Main thread only, but for `stop`.
 class ExportWizard {
@@ -84,6 +82,9 @@ public:
     [[nodiscard]] ExportFileType exportFileType() const { return m_exportFileType; }
     [[nodiscard]] const ExportControls& controls() const { return m_controls; }
     [[nodiscard]] ExportControls& controls() { return m_controls; }
+    // What the controls say, and what the user is to know of it.
+    [[nodiscard]] ExportOptions options() const { return optionsFromControls(m_exportFileType, m_controls); }
+    [[nodiscard]] std::vector<ExportHint> hints() const;
 
     // The table list. Columns: "selected", "tablename", "filename".
     [[nodiscard]] std::vector<TableListColumn> tableListColumns() const;
@@ -114,8 +115,6 @@ public:
     [[nodiscard]] const ExportProgress& progress() const { return m_progress; }
     // Set when the export has finished.
     [[nodiscard]] const std::optional<ExportReport>& report() const { return m_report; }
-    // Finished, was not stopped, and every table succeeded.
-    [[nodiscard]] bool succeeded() const;
 
 private:
     void layOutControls();
@@ -125,10 +124,10 @@ private:
     void takeExportPath(std::string path);
     void storeExportPath();
     [[nodiscard]] std::string extension() const;
-    void runWriter(ExportWriter writer);
-    void logOutOfMemory();
+    [[nodiscard]] const FormatInfo& formatInfo() const { return exportFormat(m_exportFileType); }
+    [[nodiscard]] ExportReport exportTables(const ExportOptions& options);
     void updateProgressPanel(std::size_t index);
-    void exportThreadFinished();
+    void exportThreadFinished(ExportReport report);
 
     TAdmMDBFile& m_exportFile;
     ExportFileType m_exportFileType;
@@ -144,7 +143,6 @@ private:
     std::atomic<bool> m_terminate = false;
     ExportProgress m_progress;
     std::optional<ExportReport> m_report;
-    std::unique_ptr<ExportJob> m_job;
     std::thread m_worker;
 };
 

@@ -1,4 +1,4 @@
-#include "export/ObjectFile.h"
+#include "export/objects/ObjectFile.h"
 
 #include "embedded/TAdmBlobData.h"
 #include "export/files/OutputFile.h"

@@ -30,7 +30,7 @@ public:
     explicit SQLiteExport(ExportJob& job)
         : m_job(job)
         , m_facts(sqlDialectFacts(ServerType::SQLite))
-        , m_structure(m_facts, job.file(), job.options())
+        , m_structure(m_facts, job.file(), {"", job.options().includeForeignKeys, job.options().includeIndexes})
         , m_names(m_facts.sharesIndexNames)
         , m_replacement(Replacement::create(job.singleFilePath()))
         , m_connection(ServerType::SQLite, job.loadErrorWindow())
@@ -65,7 +65,7 @@ private:
     std::unique_ptr<Replacement> m_replacement;
     SQLConnection m_connection;
     StatementBuffer m_statement;
-    int m_finishedTables = 0;
+    std::vector<std::string> m_finishedTables;
     bool m_isDamaged = false; // the file holds something that it must not be kept with
 };
 
@@ -93,14 +93,14 @@ bool SQLiteExport::createFile()
         m_connection.setDbFilePath(m_replacement->part());
         if (m_connection.createDbFile().empty() && m_replacement->adopt()) return true;
     }
-    m_job.log(localized(exportReason::cannotCreate));
+    m_job.outputFailed({exportReason::cannotCreate});
     return false;
 }
 
 bool SQLiteExport::connect()
 {
     if (!m_connection.connect()) {
-        m_job.log(localized("Unable to establish SQLite connection"));
+        m_job.outputFailed({messageKey("Unable to establish SQLite connection")});
         return false;
     }
     // Nobody else knows the file yet, and it is flushed when it is done. Refused, these only make the export slower.
@@ -113,7 +113,7 @@ bool SQLiteExport::connect()
 bool SQLiteExport::switchForeignKeysOff()
 {
     if (m_connection.queryString(foreignKeysOff)) return true;
-    m_job.log(localizedFormat("Have error when executing query: %@", {foreignKeysOff}));
+    m_job.outputFailed({messageKey("Have error when executing query: %@"), {foreignKeysOff}});
     return false;
 }
 
@@ -121,9 +121,9 @@ bool SQLiteExport::switchForeignKeysOff()
 void SQLiteExport::finish()
 {
     const bool isStopped = m_job.terminated();
-    if (!isStopped && !publish()) return m_job.log(localized(exportReason::cannotWrite));
-    for (int i = 0; i < m_finishedTables; ++i)
-        m_job.tableSucceeded();
+    if (!isStopped && !publish()) return m_job.outputFailed({exportReason::cannotWrite});
+    for (const auto& table : m_finishedTables)
+        m_job.tableDone(table);
 }
 
 bool SQLiteExport::publish()
@@ -140,15 +140,15 @@ void SQLiteExport::exportTable(const TAdmMDBTable& table)
     m_names.take(table.name());
     const bool isWhole = createTable(table) && (!m_job.options().exportData || insertRows(table));
     if (m_job.terminated())
-        m_job.logFailure(table.name(), localized(exportReason::terminated));
+        m_job.tableFailed(table.name(), {exportReason::terminated});
     else if (isWhole)
-        ++m_finishedTables;
+        m_finishedTables.push_back(table.name());
 }
 
 bool SQLiteExport::createTable(const TAdmMDBTable& table)
 {
     if (m_connection.queryString(m_structure.createTable(table))) return true;
-    m_job.logFailure(table.name(), localized("Create table failed."));
+    m_job.tableFailed(table.name(), {messageKey("Create table failed.")});
     return false;
 }
 
@@ -157,7 +157,7 @@ bool SQLiteExport::insertRows(const TAdmMDBTable& table)
     auto writer = rowWriter(table);
     for (const auto& group : table.rows().groups()) {
         if (insertGroup(group, writer)) continue;
-        m_job.logFailure(table.name(), localized("Insert record failed."));
+        m_job.tableFailed(table.name(), {messageKey("Insert record failed.")});
         dropTable(table);
         return false;
     }
@@ -187,9 +187,8 @@ SQLRowWriter SQLiteExport::rowWriter(const TAdmMDBTable& table) const
     std::vector<std::string> names;
     std::vector<SQLRowColumn> columns;
     for (const auto& column : table.columns()) {
-        const auto& type = column->dataType();
-        const bool isLiteral = type == "Text" || type == "Memo/Hyperlink" || type == "DateTime" || type == "Binary"
-            || type == "Replication ID";
+        const auto type = column->type();
+        const bool isLiteral = factsOf(type).isQuoted || type == ColumnType::ReplicationId;
         names.push_back(column->name());
         columns.push_back(
             {isLiteral ? SQLCellForm::Literal : SQLCellForm::Bare, forbidsZeroLength(*column) ? "\"\"" : "null"});
@@ -214,7 +213,7 @@ void SQLiteExport::createIndexes(const TAdmMDBTable& table)
         if (m_job.terminated()) break;
         if (!index->isPrimaryKey()) createIndex(table, *index);
     }
-    if (m_job.terminated()) m_job.logFailure(table.name(), localized(exportReason::terminated));
+    if (m_job.terminated()) m_job.tableFailed(table.name(), {exportReason::terminated});
 }
 
 void SQLiteExport::createIndex(const TAdmMDBTable& table, const TAdmMDBIndex& index)
@@ -223,8 +222,7 @@ void SQLiteExport::createIndex(const TAdmMDBTable& table, const TAdmMDBIndex& in
         {index.isUnique() ? "UNIQUE " : "", quoteIdentifier(m_names.uniqueName(index.name()), m_facts),
             quoteIdentifier(table.name(), m_facts), m_structure.indexKeys(index, ",\n\t")});
     if (m_connection.queryString(statement)) return;
-    const auto reason = localizedFormat("Create index %@ for table %@ failed.", {index.name(), table.name()});
-    m_job.log(format("%@: %@", {localized("Failed"), reason}));
+    m_job.stepFailed({messageKey("Create index %@ for table %@ failed."), {index.name(), table.name()}});
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "export/ObjectNames.h"
 #include "export/files/OutputFile.h"
+#include "export/objects/ObjectNames.h"
 #include "model/TAdmMDBFile.h"
 
 #include <map>

@@ -1,4 +1,4 @@
-#include "export/ObjectCells.h"
+#include "export/objects/ObjectCells.h"
 
 #include "embedded/TAdmBlobData.h"
 #include "model/TAdmMDBTable.h"

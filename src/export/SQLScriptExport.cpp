@@ -7,7 +7,6 @@
 #include "export/sql/SQLText.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
-#include "text/Messages.h"
 
 namespace vellumo {
 
@@ -19,7 +18,8 @@ public:
         : m_job(job)
         , m_options(job.options())
         , m_facts(sqlDialectFacts(m_options.sqlDialect))
-        , m_structure(m_facts, job.file(), m_options)
+        , m_structure(
+              m_facts, job.file(), {m_options.schemaName, m_options.includeForeignKeys, m_options.includeIndexes})
         , m_names(m_facts.sharesIndexNames)
     {
     }
@@ -43,8 +43,8 @@ private:
     void writeIndexesBehindTable(const TAdmMDBTable& table);
     void writeRows(const TAdmMDBTable& table);
     [[nodiscard]] SQLRowWriter rowWriter(const TAdmMDBTable& table) const;
-    [[nodiscard]] SQLCellForm cellForm(std::string_view dataType) const;
-    [[nodiscard]] SQLCellForm literalForm(std::string_view dataType) const;
+    [[nodiscard]] SQLCellForm cellForm(ColumnType type) const;
+    [[nodiscard]] SQLCellForm literalForm(ColumnType type) const;
 
     [[nodiscard]] bool addsForeignKeys() const;
     [[nodiscard]] bool hasFinalPass() const;
@@ -61,7 +61,7 @@ private:
 
 void SQLScriptExport::writeOneScript()
 {
-    if (!m_file.open(m_job.singleFilePath())) return m_job.log(localized(exportReason::cannotCreate));
+    if (!m_file.open(m_job.singleFilePath())) return m_job.outputFailed({exportReason::cannotCreate});
     m_file.write(m_facts.header);
     m_job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
         takeName(table);
@@ -77,7 +77,7 @@ void SQLScriptExport::writeNextTable(const TAdmMDBTable& table)
     writeTable(table);
     if (m_job.terminated()) {
         m_isAbandoned = true;
-        return m_job.logFailure(table.name(), localized(exportReason::terminated));
+        return m_job.tableFailed(table.name(), {exportReason::terminated});
     }
     m_written.push_back(&table);
     m_job.updateProgress(m_written.size());
@@ -102,7 +102,7 @@ void SQLScriptExport::writeFinalPass()
         if (m_job.terminated()) break;
         m_file.write(finalStatements(*table));
     }
-    if (m_job.terminated()) m_job.log(format("%@: %@", {localized("Failed"), localized(exportReason::terminated)}));
+    if (m_job.terminated()) m_job.stepFailed({exportReason::terminated});
 }
 
 std::string SQLScriptExport::finalStatements(const TAdmMDBTable& table)
@@ -122,10 +122,10 @@ void SQLScriptExport::finishOneScript()
         m_file.discard();
     } else {
         m_file.write(m_facts.footer);
-        if (!m_file.close()) return m_job.log(localized(exportReason::cannotWrite));
+        if (!m_file.close()) return m_job.outputFailed({exportReason::cannotWrite});
     }
-    for (std::size_t i = 0; i < m_written.size(); ++i)
-        m_job.tableSucceeded();
+    for (const auto* table : m_written)
+        m_job.tableDone(table->name());
 }
 
 void SQLScriptExport::writeScriptPerTable()
@@ -138,8 +138,7 @@ void SQLScriptExport::writeScriptPerTable()
 
 void SQLScriptExport::writeScript(const ExportEntry& entry, const TAdmMDBTable& table)
 {
-    if (!m_file.open(m_job.outputPath(entry)))
-        return m_job.logFailure(table.name(), localized(exportReason::cannotCreate));
+    if (!m_file.open(m_job.outputPath(entry))) return m_job.tableFailed(table.name(), {exportReason::cannotCreate});
     m_file.write(m_facts.header);
     writeTable(table);
     if (addsForeignKeys()) m_file.write(m_structure.addForeignKeys(table));
@@ -151,11 +150,11 @@ void SQLScriptExport::finishScript(const TAdmMDBTable& table)
 {
     if (m_job.terminated()) {
         m_file.discard();
-        return m_job.logFailure(table.name(), localized(exportReason::terminated));
+        return m_job.tableFailed(table.name(), {exportReason::terminated});
     }
-    if (!m_file.close()) return m_job.logFailure(table.name(), localized(exportReason::cannotWrite));
-    m_job.tableSucceeded();
-    m_job.updateProgress(static_cast<std::size_t>(m_job.successTableCount()));
+    if (!m_file.close()) return m_job.tableFailed(table.name(), {exportReason::cannotWrite});
+    m_job.tableDone(table.name());
+    m_job.updateProgress(m_job.report().doneCount());
 }
 
 // Also of a table whose script cannot be created: another index must not get its name.
@@ -209,26 +208,27 @@ SQLRowWriter SQLScriptExport::rowWriter(const TAdmMDBTable& table) const
     std::vector<SQLRowColumn> columns;
     for (const auto& column : table.columns()) {
         names.push_back(column->name());
-        columns.push_back({cellForm(column->dataType()), forbidsZeroLength(*column) ? "''" : "null"});
+        columns.push_back({cellForm(column->type()), forbidsZeroLength(*column) ? "''" : "null"});
     }
     auto start = format(
         "INSERT INTO %@ (%@) VALUES (", {m_structure.qualifiedTable(table.name()), quoteIdentifiers(names, m_facts)});
     return {std::move(start), columns, m_facts.insertEnd, m_options.decimalSymbol};
 }
 
-SQLCellForm SQLScriptExport::cellForm(std::string_view dataType) const
+SQLCellForm SQLScriptExport::cellForm(ColumnType type) const
 {
-    const bool isLiteral = m_facts.quotesEveryText || dataType == "Text" || dataType == "Memo/Hyperlink"
-        || dataType == "DateTime" || dataType == "Binary" || (m_facts.quotesBoolean && dataType == "Boolean");
-    if (isLiteral) return literalForm(dataType);
-    if (dataType == "Currency" || dataType == "Single" || dataType == "Double") return SQLCellForm::Decimal;
-    if (dataType != "Replication ID" || m_facts.guidForm == GuidForm::AsItIs) return SQLCellForm::Bare;
+    const auto& facts = factsOf(type);
+    const bool isLiteral =
+        m_facts.quotesEveryText || facts.isQuoted || (m_facts.quotesBoolean && type == ColumnType::Boolean);
+    if (isLiteral) return literalForm(type);
+    if (facts.hasDecimalSymbol) return SQLCellForm::Decimal;
+    if (type != ColumnType::ReplicationId || m_facts.guidForm == GuidForm::AsItIs) return SQLCellForm::Bare;
     return m_facts.guidForm == GuidForm::Quoted ? SQLCellForm::GuidLiteral : SQLCellForm::CompactGuidLiteral;
 }
 
-SQLCellForm SQLScriptExport::literalForm(std::string_view dataType) const
+SQLCellForm SQLScriptExport::literalForm(ColumnType type) const
 {
-    if (dataType != "DateTime" || m_facts.dateForm == DateForm::AsItIs) return SQLCellForm::Literal;
+    if (type != ColumnType::DateTime || m_facts.dateForm == DateForm::AsItIs) return SQLCellForm::Literal;
     return m_facts.dateForm == DateForm::Iso ? SQLCellForm::IsoDate : SQLCellForm::ToDate;
 }
 

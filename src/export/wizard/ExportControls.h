@@ -1,6 +1,6 @@
 #pragma once
 
-#include "export/ExportOptions.h"
+#include "export/ExportFormat.h"
 
 #include <string>
 #include <vector>
@@ -58,13 +58,10 @@ struct ExportControls {
     bool isOkButtonEnabled = false;
 };
 
-// The controls as a dialog for this type begins. `isWholeFile`: it is opened for all tables, not for one.
-[[nodiscard]] ExportControls controlsForType(ExportFileType type, bool isWholeFile);
+// The controls as a dialog for this format begins. `isWholeFile`: it is opened for all tables, not for one.
+[[nodiscard]] ExportControls controlsForFormat(const FormatInfo& format, bool isWholeFile);
 
-// Whether the type lets the user choose between one file and a file a table, or always writes one file.
-[[nodiscard]] bool hasSingleFileMode(ExportFileType type);
-
-// What the controls say, for a writer.
+// What the controls say, for an export.
 [[nodiscard]] ExportOptions optionsFromControls(ExportFileType type, const ExportControls& controls);
 
 } // namespace vellumo

@@ -1,9 +1,9 @@
-#include "export/ObjectsExport.h"
+#include "export/objects/ObjectsExport.h"
 
 #include "embedded/TAdmBlobData.h"
-#include "export/ObjectFile.h"
-#include "export/TextFrame.h"
+#include "export/files/QuotedText.h"
 #include "export/files/Sha256.h"
+#include "export/objects/ObjectFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 

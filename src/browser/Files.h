@@ -1,0 +1,74 @@
+#pragma once
+
+#include "browser/DesktopPorts.h"
+#include "browser/FileList.h"
+#include "browser/FileOpener.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vellumo {
+
+// What can be done with a file of the list.
+enum class FileCommand { Open, Close, Remove, RemoveOthers, ShowInFinder, LookForLostRows };
+
+// The files part of the controller: the list, which file is being opened, and how one is closed or goes. It knows
+// nothing of what is selected or shown. Main thread only.
+class Files {
+public:
+    struct Hooks {
+        // The tables of the file are about to go: every keeper lets go of them.
+        std::function<void(TAdmMDBFile&)> willClose;
+        // Whether an export reads from the file.
+        std::function<bool(const TAdmMDBFile&)> isExporting;
+    };
+    using Done = std::function<void(TAdmMDBFile&, OpenResult)>;
+
+    // Both outlive the files.
+    Files(MainWindowView& view, const DesktopPorts& desktop, Hooks hooks);
+
+    [[nodiscard]] FileList& list() { return m_list; }
+    [[nodiscard]] const FileList& list() const { return m_list; }
+    [[nodiscard]] FileOpener& opener() { return m_opener; }
+    [[nodiscard]] const FileOpener& opener() const { return m_opener; }
+
+    // Whether the file is being opened or exported: it stays as it is until then.
+    [[nodiscard]] bool isInUse(const TAdmMDBFile& file) const;
+    [[nodiscard]] bool isAnyInUse() const;
+    // `target` null: never.
+    [[nodiscard]] bool canUse(FileCommand command, const TAdmMDBFile* target) const;
+
+    // A new, unopened entry at the front, in place of one listed under the same folder and name.
+    TAdmMDBFile& replace(std::string_view path);
+    // Replaces and opens, when its turn has come. `begun` is told of the entry before it is read. A path's spelling is
+    // made regular: the recent documents and the list are compared by it.
+    void bringIn(const std::string& path, std::function<void()> begun, Done done);
+    // Opens a closed file of the list, when its turn has come. Stopped: also when it has left the list before.
+    void open(TAdmMDBFile& file, Done done);
+    // Closes an open file and opens it anew, when its turn has come and if there still is what to do: `begun` is told
+    // in between, while it is closed.
+    void openAgain(const ItemId& id, Salvage salvage, std::function<void(TAdmMDBFile&)> begun, Done done);
+
+    // The file stays in the list, unopened.
+    void close(TAdmMDBFile& file);
+    // Takes the file out of the list. It lives until forgetDropped, so that the tree can let go of it.
+    void drop(TAdmMDBFile& file);
+    // The same with all but one, or with all for null, which are closed at first.
+    void dropAllBut(const TAdmMDBFile* kept);
+    void forgetDropped() { m_dropped.clear(); }
+    // Brings the list in line with these documents: what vanished from them is closed and dropped, unless it is in use;
+    // what is new is listed, unopened. Ordered by name afterwards.
+    void reconcile(const std::vector<std::string>& documents);
+
+private:
+    void vanish(TAdmMDBFile& file);
+
+    MainWindowView& m_view;
+    Hooks m_hooks;
+    FileList m_list;
+    FileList::Files m_dropped;
+    FileOpener m_opener;
+};
+
+} // namespace vellumo

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "export/ExportOptions.h"
+#include "export/ExportWriters.h"
+
+#include <initializer_list>
+
+// The formats of exports. A new one is one row of the table and one writer: the commands, the dialog and the command
+// line ask the row for all else.
+namespace vellumo {
+
+// The options that not every format has.
+enum class ExportOption : unsigned {
+    Header,
+    FieldDelimiter,
+    RecordDelimiter,
+    DecimalSymbol,
+    Encoding,
+    Dialect,
+    Schema,
+    Structure,
+    DropTable,
+    ForeignKeys,
+    Indexes,
+    Data,
+};
+
+class ExportOptionSet {
+public:
+    constexpr ExportOptionSet(std::initializer_list<ExportOption> options)
+    {
+        for (const auto option : options)
+            m_bits |= 1U << static_cast<unsigned>(option);
+    }
+    [[nodiscard]] constexpr bool has(ExportOption option) const
+    {
+        return (m_bits >> static_cast<unsigned>(option) & 1U) != 0;
+    }
+
+private:
+    unsigned m_bits = 0;
+};
+
+// Where the tables go.
+enum class ExportOutput {
+    Folder,       // each to a file of its own
+    FileOrFolder, // to one file or to a file each, as the user likes
+    File,         // always all to one
+};
+
+struct FormatInfo {
+    ExportFileType type;
+    std::string_view name;      // on the command line
+    std::string_view title;     // for people, in every language
+    const char* commandKey;     // the command that exports to it, a key of the message table
+    std::string_view extension; // without the dot
+    ExportOutput output;
+    ExportOptionSet options;
+    std::span<const FieldDelimiter> fieldDelimiters = {}; // that may be chosen, where that option applies
+    bool delimiterSetsDecimalSymbol = false;              // so that the two differ
+    ExportWriter writer;
+
+    [[nodiscard]] bool has(ExportOption option) const { return options.has(option); }
+    // Whether all tables may go to one file.
+    [[nodiscard]] bool hasSingleFileMode() const { return output != ExportOutput::Folder; }
+    [[nodiscard]] bool offers(FieldDelimiter delimiter) const;
+    // The decimal symbol that comes with the choice of a field delimiter; nullopt: the one before stays.
+    [[nodiscard]] std::optional<std::string> decimalSymbolFor(FieldDelimiter delimiter) const;
+};
+
+// In the order of their codes, which is that of the commands.
+[[nodiscard]] std::span<const FormatInfo> exportFormats();
+// A code that is none gets a row without options, extension and writer.
+[[nodiscard]] const FormatInfo& exportFormat(ExportFileType type);
+// Null for a name that no format has.
+[[nodiscard]] const FormatInfo* findExportFormat(std::string_view name);
+
+// Without the dot; nullopt for a code that is no type.
+[[nodiscard]] std::optional<std::string_view> fileExtensionByExportFileType(ExportFileType type);
+
+// The options before the user has changed any.
+[[nodiscard]] ExportOptions defaultOptions(const FormatInfo& format);
+
+} // namespace vellumo

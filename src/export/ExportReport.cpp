@@ -1,0 +1,80 @@
+#include "export/ExportReport.h"
+
+#include "text/Format.h"
+#include "text/Messages.h"
+
+#include <algorithm>
+
+namespace vellumo {
+
+namespace {
+
+// A name with a line break in it must not look like a line of the report.
+void addLine(std::string line, std::string& body)
+{
+    std::ranges::replace_if(
+        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    if (!body.empty()) body += '\n';
+    body += line;
+}
+
+std::string countSentence(std::size_t count)
+{
+    if (count == 0) return {};
+    return count == 1 ? localizedFormat("%d table exported successfully.", {count})
+                      : localizedFormat("%d tables exported successfully.", {count});
+}
+
+void addFailures(const std::vector<ExportFailure>& failures, std::string& body)
+{
+    constexpr std::size_t shownLines = 10;
+    for (std::size_t i = 0; i < std::min(failures.size(), shownLines); ++i)
+        addLine(failureText(failures[i]), body);
+    if (failures.size() > shownLines) body += localizedFormat("\n…and %d more.", {failures.size() - shownLines});
+}
+
+void addLosses(const ExportReport& report, std::string& body)
+{
+    for (const auto& line : report.leftOutObjects)
+        addLine(line, body);
+    if (!report.damage.empty()) addLine(localized("Damage:"), body);
+    for (const auto& line : report.damage)
+        addLine(line, body);
+}
+
+} // namespace
+
+std::string ExportReason::text() const { return localizedFormat(key, {arguments[0], arguments[1]}); }
+
+std::size_t ExportReport::doneCount() const
+{
+    return static_cast<std::size_t>(std::ranges::count(tables, true, &Table::isDone));
+}
+
+std::string failureText(const ExportFailure& failure)
+{
+    const auto reason = failure.reason.text();
+    switch (failure.kind) {
+    case ExportFailure::Kind::Table: return format("<%@> %@: %@", {failure.table, localized("Failed"), reason});
+    case ExportFailure::Kind::Step: return format("%@: %@", {localized("Failed"), reason});
+    case ExportFailure::Kind::Output: break;
+    }
+    return reason;
+}
+
+ExportReportTexts exportReportTexts(const ExportReport& report)
+{
+    auto body = countSentence(report.doneCount());
+    addFailures(report.failures, body);
+    addLosses(report, body);
+    return {report.isStopped ? localized("Export terminated.") : localized("Export finished."), std::move(body)};
+}
+
+// The counter starts at 0: it tells how many tables are done.
+std::string exportProgressText(std::string_view tableName, std::size_t index, std::size_t count)
+{
+    return format(
+        "%@... <%@>", {localizedFormat("Exporting %@", {tableName}), localizedFormat("%ld of %ld", {index, count})});
+}
+
+} // namespace vellumo

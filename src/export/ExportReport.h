@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellumo {
+
+// Why something failed: a key of the message table, and what fills its placeholders.
+struct ExportReason {
+    const char* key;
+    std::array<std::string, 2> arguments = {};
+
+    [[nodiscard]] std::string text() const; // localised
+};
+
+struct ExportFailure {
+    enum class Kind {
+        Table,  // one table, named
+        Step,   // something behind the tables
+        Output, // the one output of all tables
+    };
+    Kind kind;
+    std::string table; // "" unless Table
+    ExportReason reason;
+};
+
+// What became of an export.
+struct ExportReport {
+    struct Table {
+        std::string name;
+        bool isDone = false; // completely written. It may have a failure all the same: of a sheet that went on with it
+    };
+    std::vector<Table> tables;           // in the order of the export
+    std::vector<ExportFailure> failures; // in the order in which they came
+    bool isStopped = false;              // by the user
+    // What the tables had lost before they came to be exported, and with them, as lines (localised).
+    std::vector<std::string> leftOutObjects;
+    std::vector<std::string> damage;
+
+    [[nodiscard]] std::size_t doneCount() const;
+    // Neither stopped nor with any failure.
+    [[nodiscard]] bool isDone() const { return !isStopped && failures.empty(); }
+    [[nodiscard]] bool isSourceWhole() const { return leftOutObjects.empty() && damage.empty(); }
+};
+
+// The failure as a line of the log (localised): "<Orders> Failed: Terminated."
+[[nodiscard]] std::string failureText(const ExportFailure& failure);
+
+// The report as a person reads it (localised).
+struct ExportReportTexts {
+    std::string title;
+    std::string body; // what was exported, the first ten failures, what the file had lost; lines, none at its end
+};
+[[nodiscard]] ExportReportTexts exportReportTexts(const ExportReport& report);
+
+// What is going on while the table with this number of so many begins (localised).
+[[nodiscard]] std::string exportProgressText(std::string_view tableName, std::size_t index, std::size_t count);
+
+} // namespace vellumo

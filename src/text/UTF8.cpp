@@ -1,0 +1,25 @@
+#include "text/UTF8.h"
+
+#include <unicode/utf8.h>
+
+namespace vellumo {
+
+bool isWellFormedUTF8(std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        UChar32 character = 0;
+        U8_NEXT(text.data(), at, text.size(), character);
+        if (character < 0) return false;
+    }
+    return true;
+}
+
+std::string_view firstBytes(std::string_view text, std::size_t count)
+{
+    if (text.size() <= count) return text;
+    while (count > 0 && U8_IS_TRAIL(text[count]))
+        --count;
+    return text.substr(0, count);
+}
+
+} // namespace vellumo

@@ -1,0 +1,78 @@
+// The parts of the controller by themselves: the files, and what is selected of them.
+
+#include "browser/Files.h"
+#include "FakeWindow.h"
+#include "browser/Selection.h"
+#include "support/FakeDesktop.h"
+#include "support/ModelBuilder.h"
+
+#include <gmock/gmock.h>
+
+namespace vellumo {
+namespace {
+
+using namespace test;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+template <typename... Names> void fill(TAdmMDBFile& file, Names... names)
+{
+    TAdmMDBFile::Tables tables;
+    (tables.push_back(makeTable(names, {})), ...);
+    file.setTables(std::move(tables));
+    file.setActive(true);
+}
+
+TEST(Selection, FindsWhatItNamesAndNothingThatHasGone)
+{
+    FakeFileFacts facts;
+    FileList list(facts);
+    auto& file = list.createNewMDBFile("/d/F.mdb", true);
+    fill(file, "A", "Twice", "Twice");
+    Selection selection(list);
+    selection.select(TreeItem::of(*file.tables()[2]));
+    selection.setClickedItem(TreeItem::of(*file.tables()[1]));
+    EXPECT_EQ(selection.item().table, file.tables()[2].get()) << "a damaged file has two of a name";
+    EXPECT_EQ(selection.clickedItem().table, file.tables()[1].get());
+    file.close();
+    EXPECT_EQ(selection.item(), TreeItem::of(file)) << "a table that has gone";
+    fill(file, "Twice", "Z");
+    EXPECT_EQ(selection.item().table, file.tables()[0].get()) << "found again by its name";
+    selection.fileWillClose(file);
+    EXPECT_EQ(selection.item(), TreeItem::of(file));
+    EXPECT_EQ(selection.clickedItem(), TreeItem());
+    const auto removed = list.remove(file);
+    list.createNewMDBFile("/d/F.mdb", true);
+    EXPECT_EQ(selection.item(), TreeItem()) << "another entry is another file";
+    selection.select(TreeItem::of(*removed));
+    EXPECT_EQ(selection.item(), TreeItem());
+}
+
+TEST(Files, AFileInUseStaysWhateverTheDocumentsSay)
+{
+    FakeWindow window;
+    FakeDesktop<> desktop;
+    bool isExporting = true;
+    std::vector<std::string> closed;
+    Files files(window, desktop.ports,
+        {[&](TAdmMDBFile& file) { closed.push_back(file.name()); }, [&](const TAdmMDBFile&) { return isExporting; }});
+    files.reconcile({"/d/F.mdb"});
+    auto& file = *files.list().recentFiles().front();
+    const std::weak_ptr<TAdmMDBFile> kept = files.list().share(file);
+    fill(file, "A");
+    files.reconcile({});
+    EXPECT_TRUE(file.active());
+    EXPECT_FALSE(files.canUse(FileCommand::Close, &file));
+    isExporting = false;
+    EXPECT_TRUE(files.canUse(FileCommand::Close, &file));
+    files.reconcile({});
+    EXPECT_THAT(files.list().recentFiles(), IsEmpty());
+    EXPECT_THAT(closed, ElementsAre("F"));
+    EXPECT_THAT(window.events, ElementsAre("collapse F", "will close F"));
+    EXPECT_FALSE(kept.expired()) << "the tree still has its row";
+    files.forgetDropped();
+    EXPECT_TRUE(kept.expired());
+}
+
+} // namespace
+} // namespace vellumo
