@@ -11,10 +11,7 @@
 #include "text/Messages.h"
 
 #include <CLI/CLI.hpp>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iostream>
 
 namespace vellumo {
 
@@ -47,52 +44,14 @@ Salvage salvageOf(std::string_view value)
     return value == deletedRows ? Salvage::LostAndDeletedRows : Salvage::LostRows;
 }
 
-// What helps on the command line; "" where nothing does.
-std::string adviceFor(OpenFailure failure)
-{
-    switch (failure) {
-    case OpenFailure::NewerFormat: return localized("--newer-formats opens it.");
-    case OpenFailure::UnknownNewer: return openFailureAdvice(failure);
-    case OpenFailure::NeedsPassword:
-        return localized("Give it with --password-file or in the environment variable VELLUMO_PASSWORD.");
-    default: return {};
-    }
-}
-
-// "File (x) cannot be opened: reason", with what helps.
+// "File (x) cannot be opened: reason", with what helps where that is another program's matter.
 std::string refusal(const std::string& path, const std::optional<OpenFailure>& failure)
 {
     auto line = localizedFormat("File (%@) cannot be opened", {path});
     if (!failure) return line;
     line += ": " + openFailureText(*failure);
-    const auto advice = adviceFor(*failure);
-    return advice.empty() ? line : line + ". " + advice;
-}
-
-// The first line, without its end; nullopt when the file cannot be read.
-std::optional<std::string> firstLineOf(const std::string& path)
-{
-    std::ifstream file;
-    if (path != "-") file.open(path, std::ios::binary);
-    auto& in = path == "-" ? std::cin : file;
-    std::string line;
-    if (!std::getline(in, line) && (in.bad() || !in.eof() || !line.empty())) return std::nullopt;
-    if (path != "-" && !file.is_open()) return std::nullopt;
-    if (line.ends_with('\r')) line.pop_back();
-    return line;
-}
-
-// A password never stands on the command line, where every user of the machine could read it.
-bool takePassword(const FileArguments& arguments, OpenOptions& options)
-{
-    if (arguments.passwordFile.empty()) {
-        if (const auto* password = std::getenv("VELLUMO_PASSWORD")) options.password = password;
-        return true;
-    }
-    options.password = firstLineOf(arguments.passwordFile);
-    if (!options.password)
-        printError(localizedFormat("The password file (%@) cannot be read.", {arguments.passwordFile}));
-    return options.password.has_value();
+    const bool isNewer = failure == OpenFailure::NewerFormat || failure == OpenFailure::UnknownNewer;
+    return isNewer ? line + ". " + openFailureAdvice(*failure) : line;
 }
 
 } // namespace
@@ -104,10 +63,6 @@ void addFileArguments(CLI::App& sub, FileArguments& arguments)
            localized(
                "Look for lost tables and rows; with --salvage=deleted also for deleted rows that are still there"))
         ->check(complaintAboutSalvage);
-    sub.add_flag("--newer-formats", arguments.newerFormats, localized("Open files of Access 2007 and later too"));
-    sub.add_option("--password-file", arguments.passwordFile,
-           localized("A file whose first line is the password of an encrypted database; - for standard input"))
-        ->type_name("PATH");
     sub.add_option("--code-page", arguments.codePage,
            localized("The Windows code page of the texts of an Access 97 file, in place of the one that it states"))
         ->check(CLI::IsMember(jet::codePageNumbers()))
@@ -121,8 +76,6 @@ std::unique_ptr<TAdmMDBFile> openDatabase(const FileArguments& arguments, IndexC
     takeFacts(*file, SystemFileFacts());
     ProgressBar bar(localizedFormat("Opening %@", {file->label()}));
     OpenOptions options;
-    if (!takePassword(arguments, options)) return nullptr;
-    options.newerFormats = arguments.newerFormats;
     options.codePage = arguments.codePage;
     options.salvage = salvageOf(arguments.salvage);
     options.checksIndexes = indexCheck == IndexCheck::Yes;

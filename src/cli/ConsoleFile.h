@@ -16,8 +16,6 @@ namespace vellumo {
 struct FileArguments {
     std::string path;
     std::string salvage; // as `--salvage` was given; "" without it
-    bool newerFormats = false;
-    std::string passwordFile; // "-": standard input; "": none
     std::optional<int> codePage;
 };
 
