@@ -106,7 +106,7 @@ bool appendDate(ByteSpan stored, TextColumnBuilder& out)
         out.append(replacementCharacter);
         return false;
     }
-    auto second = static_cast<int>(std::abs(value - day) * secondsPerDay + 0.5);
+    auto second = static_cast<int>(std::lround(std::abs(value - day) * secondsPerDay));
     if (second == secondsPerDay) {
         // The last half second of a day belongs to the next one; behind the last day there is none.
         second = day < lastDay ? 0 : secondsPerDay - 1;
