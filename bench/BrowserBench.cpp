@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Search and sorting of the grid on a table of 1,000,000 rows and 9 columns, each as a ratio to a reference that runs
 // in the same process: a memchr pass over the same bytes, and std::sort of the same texts by their bytes.
 #include "Measure.h"

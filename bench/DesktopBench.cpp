@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a person waits for in the main window with a large table: how long from the double click to the painted grid, as
 // a ratio to `open` alone in the same process, and how long the main thread is away while the grid is scrolled,
 // searched and sorted. The window is the program's own; without a display it is painted into memory. Usage:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long a workbook of 1,000,000 rows and 9 columns, 3 of them text, takes: as a ratio to a plain write() of the same
 // bytes, and to python3-xlwt on the first 65,536 rows; and how much memory it takes beside the model.
 // Usage: bench_excel [FOLDER [RUNS]]. FOLDER (default: the folder for temporary files) takes the files.

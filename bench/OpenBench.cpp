@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long opening a file takes, as a ratio to a bare fetch loop of libmdb over the same file with bound buffers of
 // 200,000 bytes, and how much memory it needs. Usage: bench_open FILE [runs]
 #include <glib.h>

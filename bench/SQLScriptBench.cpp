@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long an SQL script takes, as a ratio to the CSV file of the same table. Usage: bench_sql_script [rows [runs]]
 #include "BenchModel.h"
 #include "Measure.h"

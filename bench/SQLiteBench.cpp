@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How many rows a second an SQLite export takes, as a ratio to the same statements inside one transaction.
 // Usage: bench_sqlite [rows [runs]]
 #include "BenchModel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the main window's logic costs on a file with 2,000 tables, all of them visited: each step has to fit into one
 // frame of 16 ms. The window itself is a stand-in that draws nothing.
 #include "Measure.h"

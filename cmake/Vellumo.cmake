@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What every target of this project has in common.
 
 add_library(vellumo_options INTERFACE)

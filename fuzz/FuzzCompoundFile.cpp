@@ -1,4 +1,5 @@
-#include "embedded/OleStream.h"
+// SPDX-License-Identifier: MIT
+#include "embedded/OleField.h"
 #include "embedded/cfb/Stream.h"
 
 #include <algorithm>

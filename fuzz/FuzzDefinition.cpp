@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "fuzz/PageInput.h"
 #include "jet/ByteReader.h"
 #include "jet/CellText.h"

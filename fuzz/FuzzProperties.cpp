@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "fuzz/PageInput.h"
 #include "jet/Limits.h"
 #include "jet/Properties.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/TAdmBlobData.h"
 #include "fuzz/PageInput.h"
 #include "fuzz/RowTable.h"

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "jet/TableDef.h"
+#include "jet/Definition.h"
 
 // The table whose rows fuzz_rows reads: a column of each type, by its stored code.
 namespace vellumo {

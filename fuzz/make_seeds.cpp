@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes small good inputs for the fuzz targets: make_seeds FOLDER makes a folder in it for each of them.
 #include "embedded/OleCells.h"
 #include "fuzz/RowTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/Canvas.h"
 
 #include "samples/Deflate.h"

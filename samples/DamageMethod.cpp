@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/DamageMethod.h"
 
 #include "samples/JetVersion.h"

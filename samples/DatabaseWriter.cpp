@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/DatabaseWriter.h"
 
 #include "samples/DescriptionCheck.h"

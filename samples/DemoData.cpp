@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/DemoData.h"
 
 namespace vellumo::samples {

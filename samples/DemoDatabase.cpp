@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/DemoDatabase.h"
 
 #include "samples/DemoData.h"

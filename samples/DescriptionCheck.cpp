@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/DescriptionCheck.h"
 
 #include "samples/IndexPlan.h"

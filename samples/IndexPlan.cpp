@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/IndexPlan.h"
 
 #include "samples/TableShape.h"

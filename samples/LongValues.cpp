@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/LongValues.h"
 
 #include <algorithm>

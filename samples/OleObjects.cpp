@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/OleObjects.h"
 
 #include "samples/CompoundFile.h"

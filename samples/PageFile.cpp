@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/PageFile.h"
 
 #include "samples/Rc4.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/Properties.h"
 
 #include "samples/TextCodec.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/Rc4.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/RowPages.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/SampleDatabases.h"
 
 #include "samples/Illustrations.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/TableDefinition.h"
 
 #include "samples/TextCodec.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/TableWriter.h"
 
 #include "samples/IndexTree.h"

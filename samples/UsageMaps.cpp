@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/UsageMaps.h"
 
 namespace vellumo::samples {

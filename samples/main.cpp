@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // vellumo-samples: writes databases to try, test and measure with.
 
 #include "samples/DatabaseWriter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "adapters/IniDefaults.h"
 
 #include "adapters/LockFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "adapters/RecentFilesPolicy.h"
 
 #include <fmt/format.h>

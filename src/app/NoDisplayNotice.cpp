@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "NoDisplayNotice.h"
 
 #include "text/Messages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // vellumo: the desktop program.
 
 #include "NoDisplayNotice.h"
@@ -12,7 +13,6 @@
 #include "desktop/ports/QtImageDecoder.h"
 #include "desktop/ports/QtLoadErrorWindow.h"
 #include "desktop/ports/QtMainThread.h"
-#include "desktop/ports/QtPasteboard.h"
 #include "desktop/ports/QtSystemLog.h"
 #include "desktop/ports/QtWorkspace.h"
 #include "desktop/window/MainWindow.h"

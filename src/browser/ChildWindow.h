@@ -1,12 +1,31 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "browser/ChildWindowPort.h"
 #include "browser/DataView.h"
 #include "browser/JumpBarMenu.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace vellumo {
+
+enum class WindowLevel { Normal, ModalPanel };
+
+// The widgets of a table window. Destroying the port destroys the window. Main thread only.
+class ChildWindowPort {
+public:
+    virtual ~ChildWindowPort() = default;
+
+    // Lives as long as the port.
+    [[nodiscard]] virtual DataViewPort& dataView() = 0;
+    virtual void setTitle(const std::string& title) = 0;
+    virtual void setLevel(WindowLevel level) = 0;
+    // Brings the window to the front and gives it the keyboard.
+    virtual void makeKey() = 0;
+    virtual void jumpBarMenuDidChange() = 0;
+    virtual void jumpBarSelectionDidChange() = 0;
+};
 
 class ChildWindowManager;
 class MainWindowView;
@@ -50,6 +69,34 @@ private:
     JumpBarMenu m_jumpBar;
     TAdmMDBTable* m_tableToShow = nullptr;
     std::string m_title;
+};
+
+class VellumoAppDelegate;
+
+// The table windows that are open, in the order in which they were opened.
+class ChildWindowManager {
+public:
+    // The delegate outlives the manager.
+    explicit ChildWindowManager(VellumoAppDelegate& delegate)
+        : m_delegate(delegate)
+    {
+    }
+
+    [[nodiscard]] const std::vector<std::unique_ptr<ChildWindow>>& childWins() const { return m_childWins; }
+
+    // A new window, also for a table that is shown in one already.
+    void createChildWindow(TAdmMDBTable& table);
+    // Closes the windows that show a table of the file.
+    void closeChildrenForFile(const TAdmMDBFile& file);
+    // The window object is gone afterwards.
+    void removeChild(const ChildWindow& window);
+    void AllAlwaysOnTop(bool isOnTop);
+
+    void refreshChildJumpBarMenus();
+
+private:
+    VellumoAppDelegate& m_delegate;
+    std::vector<std::unique_ptr<ChildWindow>> m_childWins;
 };
 
 } // namespace vellumo

@@ -1,12 +1,31 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "browser/DesktopPorts.h"
+#include "browser/TreeItem.h"
 #include "model/TAdmMDBFile.h"
+#include "platform/Alerts.h"
 
 #include <string>
 #include <vector>
 
 namespace vellumo {
+
+// What the window says of files that are damaged, and of those that it cannot open. All localised.
+
+// What was lost of a file or of a table, in one line; "" where nothing was, and while the file is not open.
+[[nodiscard]] std::string damageOf(const TAdmMDBFile& file);
+[[nodiscard]] std::string damageOf(const TAdmMDBTable& table);
+
+// The text of the bar above the grid while the item is selected; "" for no bar. It tells of the whole file; what
+// concerns a selected table comes first.
+[[nodiscard]] std::string damageBarText(const TreeItem& item);
+
+// What came of looking for lost rows in the file, which is open now.
+[[nodiscard]] Alert salvageResult(const TAdmMDBFile& file, Salvage salvage);
+
+// That the file cannot be opened, why, and what to do.
+[[nodiscard]] Alert openFailureAlert(const TAdmMDBFile& file, Alert::Style style);
 
 // The list of what a damaged file lost, a row a record, without the sheet that shows it. Keeps the records itself, so
 // it outlives the file. Main thread only.

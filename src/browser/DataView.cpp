@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "browser/DataView.h"
 
-#include "browser/CopiedText.h"
+#include "browser/GridValue.h"
 #include "embedded/TAdmBlobData.h"
 #include "export/objects/ObjectFile.h"
 #include "model/TAdmMDBFile.h"

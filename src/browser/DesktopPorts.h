@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/Alerts.h"
@@ -6,7 +7,6 @@
 #include "platform/FilePanels.h"
 #include "platform/ImageDecoder.h"
 #include "platform/MainThread.h"
-#include "platform/Pasteboard.h"
 #include "platform/RecentDocuments.h"
 #include "platform/SystemLog.h"
 #include "platform/Workspace.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/DroppedPath.h"
 
 #include "model/TAdmMDBFile.h"

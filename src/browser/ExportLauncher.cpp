@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/ExportLauncher.h"
 
 #include "browser/MainWindowView.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/FileList.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/GridRows.h"
 
 #include "model/TAdmMDBTable.h"

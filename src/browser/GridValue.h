@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "model/TAdmMDBTable.h"
@@ -33,5 +34,13 @@ using GridValue = std::variant<std::monostate, NullCell, std::string_view, std::
 
 // What is to be said of an object beside its content: that it is damaged; "" for a sound one.
 [[nodiscard]] std::string objectNote(const TAdmBlobData& object);
+
+// Rows as text: the values of a row parted by one tab, each row ended by a line feed.
+
+// Appends a value and the tab behind it. Line feeds and tabs inside become one space each; null and data without a text
+// become nothing. `buffer` is for the texts that have to be made.
+void appendCopiedValue(const GridValue& value, std::string& buffer, std::string& out);
+// Ends a row: the last tab gives way to the line feed. Nothing happens to an empty text.
+void endCopiedRow(std::string& out);
 
 } // namespace vellumo

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/InformationPane.h"
 
 #include "text/Messages.h"

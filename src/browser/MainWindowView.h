@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "browser/ChildWindowPort.h"
-#include "browser/DataViewPort.h"
+#include "browser/ChildWindow.h"
+#include "browser/DataView.h"
 #include "browser/InformationPane.h"
 #include "browser/TreeItem.h"
 #include "browser/ViewToggles.h"

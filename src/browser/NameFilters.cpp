@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/NameFilters.h"
 
 #include "text/CaseFold.h"

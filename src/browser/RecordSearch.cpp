@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "browser/RecordSearch.h"
 
 #include "browser/TextMatcher.h"
+#include "text/Messages.h"
 
 #include <algorithm>
 #include <numeric>
@@ -93,6 +95,21 @@ bool isNarrower(const SearchSettings& next, const SearchSettings& previous)
 {
     return next.searchOption == SearchOption::Contains && previous.searchOption == SearchOption::Contains
         && next.ignoreCase == previous.ignoreCase && next.text.find(previous.text) != std::string::npos;
+}
+
+std::vector<SearchMenuItem> searchMenu(const SearchSettings& settings)
+{
+    const auto option = [&](SearchOption o, const char* key) {
+        return SearchMenuItem{static_cast<int>(o), localized(key), o == settings.searchOption};
+    };
+    return {
+        {SearchMenuItem::caseTag, localized("Ignore Case"), settings.ignoreCase},
+        {SearchMenuItem::optionsTag, localized("Search Option"), false},
+        option(SearchOption::Contains, messageKey("Contains")),
+        option(SearchOption::BeginsWith, messageKey("Begins With")),
+        option(SearchOption::Equals, messageKey("Equals")),
+        option(SearchOption::EndsWith, messageKey("Ends With")),
+    };
 }
 
 } // namespace vellumo

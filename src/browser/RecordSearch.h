@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "rows/RowStore.h"
@@ -33,5 +34,18 @@ struct SearchSettings {
 // True when every record that agrees with `next` also agrees with `previous`, so that only the records found for
 // `previous` need a look.
 [[nodiscard]] bool isNarrower(const SearchSettings& next, const SearchSettings& previous);
+
+// An item of the data search field's menu.
+struct SearchMenuItem {
+    static constexpr int caseTag = 100;
+    static constexpr int optionsTag = 101; // heads the options; tells nothing, does nothing
+
+    int tag; // an option's own tag is its SearchOption
+    std::string title;
+    bool isChecked;
+};
+
+// The menu for the settings in force, in order.
+[[nodiscard]] std::vector<SearchMenuItem> searchMenu(const SearchSettings& settings);
 
 } // namespace vellumo

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/RowSelection.h"
 
 #include <algorithm>

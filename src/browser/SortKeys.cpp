@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/SortKeys.h"
 
 #include "text/FinderCompare.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/StatusTexts.h"
 
 #include "text/Format.h"

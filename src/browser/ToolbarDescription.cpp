@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/ToolbarDescription.h"
 
 #include "export/ExportFormat.h"

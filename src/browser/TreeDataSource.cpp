@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/TreeDataSource.h"
 
 #include "browser/NameFilters.h"

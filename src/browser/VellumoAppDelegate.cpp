@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/VellumoAppDelegate.h"
 
 #include "browser/StatusTexts.h"

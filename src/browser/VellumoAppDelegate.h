@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "browser/ChildWindowManager.h"
+#include "browser/ChildWindow.h"
 #include "browser/DataView.h"
 #include "browser/DesktopPorts.h"
 #include "browser/ExportLauncher.h"
@@ -8,7 +9,7 @@
 #include "browser/InformationPane.h"
 #include "browser/MainWindowView.h"
 #include "browser/Navigation.h"
-#include "browser/SearchMenu.h"
+#include "browser/RecordSearch.h"
 #include "browser/Selection.h"
 #include "browser/TreeDataSource.h"
 #include "browser/ViewToggles.h"

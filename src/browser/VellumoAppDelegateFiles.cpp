@@ -1,7 +1,7 @@
+// SPDX-License-Identifier: MIT
 // The file list half of the controller: bringing files in, closing and removing them, and the tree that shows them.
 
 #include "browser/DamageDetails.h"
-#include "browser/DamageTexts.h"
 #include "browser/DroppedPath.h"
 #include "browser/VellumoAppDelegate.h"
 #include "text/Format.h"

@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "cli/CommandLine.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/DamageOutput.h"
-#include "cli/WholeNumber.h"
 #include "embedded/TAdmBlobData.h"
 #include "export/objects/ObjectFile.h"
 #include "text/Format.h"

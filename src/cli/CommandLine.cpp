@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/CommandLine.h"
 
 #include "cli/ConsoleOutput.h"
@@ -5,6 +6,7 @@
 #include "text/Messages.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <sstream>
 
 namespace vellumo {
@@ -71,6 +73,17 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments)
         return wrongUsage(localizedFormat("%@ (--help tells more)", {error.what()}));
     }
     return finishOutput(command());
+}
+
+std::function<std::string(const std::string&)> wholeNumberFrom(std::int64_t minimum)
+{
+    return [minimum](const std::string& text) {
+        std::int64_t number = 0;
+        const auto* end = text.data() + text.size();
+        const auto result = std::from_chars(text.data(), end, number);
+        const bool isValid = result.ec == std::errc() && result.ptr == end && number >= minimum;
+        return isValid ? std::string() : localizedFormat("%@ is not a whole number from %ld on", {text, minimum});
+    };
 }
 
 } // namespace vellumo

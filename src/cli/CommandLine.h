@@ -1,5 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -31,5 +33,9 @@ void addExportCommand(CLI::App& app, Command& command);
 
 // The whole program; `arguments` without the program's name.
 [[nodiscard]] ExitStatus runCommandLine(const std::vector<std::string>& arguments);
+
+// A check for the parser of the command line: digits only, at least `minimum`, and no more than 64 bits hold. The
+// function returns what is wrong (localised), "" for nothing.
+[[nodiscard]] std::function<std::string(const std::string&)> wholeNumberFrom(std::int64_t minimum);
 
 } // namespace vellumo

@@ -1,9 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "cli/ConsoleFile.h"
 
 #include "browser/FileList.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/DamageOutput.h"
-#include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
 #include "jet/UnicodeText.h"
 #include "platform/FileFacts.h"

@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "cli/CommandLine.h"
 
+#include <atomic>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
@@ -29,5 +32,19 @@ void printError(std::string_view message);
 // The line, and the status that goes with it.
 [[nodiscard]] ExitStatus failed(std::string_view message);
 [[nodiscard]] ExitStatus wrongUsage(std::string_view message);
+
+// The object as it is printed. Every text comes out: what is not UTF-8 is replaced.
+[[nodiscard]] inline std::string jsonText(const nlohmann::ordered_json& json)
+{
+    return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
+}
+
+// From now on the first Ctrl-C (or a request to terminate) only asks for a clean end; a second one ends the program at
+// once. A closed pipe or a file that may grow no further is an error of the write, not the program's end.
+void handleSignals();
+
+// Raised by the first Ctrl-C, and never lowered.
+[[nodiscard]] const std::atomic<bool>& interruptFlag();
+[[nodiscard]] inline bool interrupted() { return interruptFlag(); }
 
 } // namespace vellumo

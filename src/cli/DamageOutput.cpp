@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "cli/DamageOutput.h"
 
 #include "cli/ConsoleOutput.h"
-#include "export/DamageLines.h"
+#include "export/ExportReport.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"

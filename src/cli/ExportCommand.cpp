@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "cli/CommandLine.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/ExportSettings.h"
-#include "cli/Interrupt.h"
 #include "cli/ProgressBar.h"
 #include "export/RunExport.h"
 #include "export/sql/SQLDialectFacts.h"

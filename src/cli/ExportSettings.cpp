@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/ExportSettings.h"
 
 #include "export/sql/SQLDialectFacts.h"

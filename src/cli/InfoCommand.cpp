@@ -1,9 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "cli/CommandLine.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/DamageOutput.h"
 #include "cli/InfoJson.h"
-#include "cli/JsonText.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/InfoJson.h"
 
 #include "cli/DamageOutput.h"

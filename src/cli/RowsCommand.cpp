@@ -1,12 +1,10 @@
-#include "browser/CopiedText.h"
+// SPDX-License-Identifier: MIT
 #include "browser/GridRows.h"
 #include "browser/GridValue.h"
 #include "cli/CommandLine.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/DamageOutput.h"
-#include "cli/Interrupt.h"
-#include "cli/WholeNumber.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"

@@ -1,6 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "cli/CommandLine.h"
 #include "cli/ConsoleOutput.h"
-#include "cli/Interrupt.h"
 #include "text/Messages.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/Attachment.h"
 
 #include "embedded/Limits.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/FileNames.h"
 
 #include "embedded/Limits.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/ObjectCell.h"
 
 #include "embedded/Attachment.h"
@@ -5,9 +6,9 @@
 #include "embedded/FileNames.h"
 #include "embedded/InflateRaw.h"
 #include "embedded/Limits.h"
-#include "embedded/OleNative.h"
+#include "embedded/OleField.h"
+#include "embedded/OleObject.h"
 #include "embedded/OlePictures.h"
-#include "embedded/OleStream.h"
 #include "embedded/TAdmBlobData.h"
 
 #include <algorithm>

@@ -1,13 +1,20 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "embedded/Bytes.h"
+#include "embedded/OleField.h"
 
 #include <optional>
 #include <string_view>
 
+namespace vellumo {
+
+// The payload that the native data of an object of this class stands for; false when it makes no sense (a package
+// only). A class that is not known gives the native data as it is, without an extension. `out` is filled from empty.
+[[nodiscard]] bool unwrapNative(std::string_view className, Bytes native, OlePayload& out);
+
 // The outer wrappers of an OLE Object cell, which are Access's own header and the object formats of OLE 1.0 (published
 // as [MS-OLEDS], section 2.2). All results are views into the bytes that are read.
-namespace vellumo {
 
 // Whether the cell begins with the mark of the header that Access puts in front of an object.
 [[nodiscard]] bool hasOleSignature(Bytes cell);

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/OlePictures.h"
 
 #include "embedded/ContentType.h"
-#include "embedded/OleStream.h"
+#include "embedded/OleField.h"
 
 namespace vellumo {
 

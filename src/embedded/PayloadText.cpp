@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/PayloadText.h"
 
 #include "text/UTF8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/PictureFiles.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/TAdmBlobData.h"
 
 #include "embedded/ContentType.h"
@@ -7,7 +8,6 @@
 #include "platform/ImageDecoder.h"
 #include "platform/Workspace.h"
 #include "text/Ascii.h"
-#include "text/FileSize.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 #include "text/UTF8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/TempFile.h"
 
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/ZipNames.h"
 
 #include "embedded/Limits.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExcelExport.h"
 
 #include "export/biff8/Workbook.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportFormat.h"
 
 #include "text/Messages.h"

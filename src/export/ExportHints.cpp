@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportHints.h"
 
 #include "export/ExportFormat.h"

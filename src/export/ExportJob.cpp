@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportJob.h"
 
 #include "SQLite Connection/DBSockets/LoadErrorWindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportOptions.h"
 
 #include "export/ExportFormat.h"

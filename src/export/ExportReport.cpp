@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportReport.h"
 
 #include "text/Format.h"
@@ -75,6 +76,23 @@ std::string exportProgressText(std::string_view tableName, std::size_t index, st
 {
     return format(
         "%@... <%@>", {localizedFormat("Exporting %@", {tableName}), localizedFormat("%ld of %ld", {index, count})});
+}
+
+bool concerns(const DamageRecord& record, std::span<const std::string> tables)
+{
+    return tables.empty() || record.table.empty() || std::ranges::find(tables, record.table) != tables.end();
+}
+
+std::vector<std::string> damageLines(const DamageReport& report, std::span<const std::string> tables)
+{
+    constexpr std::size_t shownLines = 20;
+    std::vector<std::string> lines;
+    std::size_t count = 0;
+    for (const auto& record : report.records())
+        if (concerns(record, tables) && ++count <= shownLines) lines.push_back(damageText(record));
+    if (count > shownLines) lines.push_back(localizedFormat("... and %ld more", {count - shownLines}));
+    if (count == 0 && !report.empty()) lines.push_back(localized("Other parts of the file are damaged."));
+    return lines;
 }
 
 } // namespace vellumo

@@ -1,6 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
+#include "jet/DamageReport.h"
+
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,5 +61,14 @@ struct ExportReportTexts {
 
 // What is going on while the table with this number of so many begins (localised).
 [[nodiscard]] std::string exportProgressText(std::string_view tableName, std::size_t index, std::size_t count);
+
+// Whether a record is of one of the tables, or of the file as a whole. No tables: it always is.
+[[nodiscard]] bool concerns(const DamageRecord& record, std::span<const std::string> tables);
+
+// What was lost of the tables (all that there are when none is named) and of the file as a whole, as the lines of a
+// report (localised): at most 20, then one that counts the rest. When all that was lost is elsewhere, a line says so;
+// only of a sound file there is none.
+[[nodiscard]] std::vector<std::string> damageLines(
+    const DamageReport& report, std::span<const std::string> tables = {});
 
 } // namespace vellumo

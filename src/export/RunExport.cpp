@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "export/RunExport.h"
 
-#include "export/DamageLines.h"
 #include "export/ExportFormat.h"
+#include "export/ExportReport.h"
 #include "export/objects/ObjectCells.h"
 #include "model/TAdmMDBFile.h"
 

@@ -1,7 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "export/ExportFormat.h"
 #include "export/ExportJob.h"
-#include "export/ExportWriters.h"
 #include "export/files/OutputFile.h"
-#include "export/sql/SQLNameUses.h"
 #include "export/sql/SQLRowWriter.h"
 #include "export/sql/SQLStructure.h"
 #include "export/sql/SQLText.h"

@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "SQLite Connection/Connection/SQLConnection.h"
+#include "export/ExportFormat.h"
 #include "export/ExportJob.h"
-#include "export/ExportWriters.h"
 #include "export/files/Replacement.h"
-#include "export/sql/SQLNameUses.h"
 #include "export/sql/SQLRowWriter.h"
 #include "export/sql/SQLStructure.h"
 #include "export/sql/SQLText.h"

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExcelExport.h"
+#include "export/ExportFormat.h"
 #include "export/ExportJob.h"
-#include "export/ExportWriters.h"
 #include "export/biff8/UTF8ToUTF16Converter.h"
 #include "export/biff8/Workbook.h"
 #include "export/files/Replacement.h"

@@ -1,5 +1,6 @@
+// SPDX-License-Identifier: MIT
+#include "export/ExportFormat.h"
 #include "export/ExportJob.h"
-#include "export/ExportWriters.h"
 #include "export/TextFrame.h"
 #include "export/files/OutputFile.h"
 #include "export/files/QuotedText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/TextFrame.h"
 
 #include "export/ExportOptions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/ByteReader.h"
 #include "jet/Crypto.h"
 #include "jet/PageCipher.h"

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "jet/CellText.h"
 
 #include "jet/ByteReader.h"
 #include "jet/UnicodeText.h"
-#include "text/Hex.h"
+#include "text/Format.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "jet/TableDef.h"
+#include "jet/Definition.h"
 #include "rows/TextChunk.h"
 
 namespace vellumo::jet {

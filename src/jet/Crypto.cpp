@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/Crypto.h"
 
 #include <gcrypt.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/DataPage.h"
 
 #include "jet/ByteReader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/Database.h"
 
 #include "embedded/TAdmBlobData.h"

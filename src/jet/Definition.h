@@ -1,13 +1,82 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "jet/TableDef.h"
+#include "jet/Pages.h"
+#include "rows/ColumnType.h"
+#include "rows/RowGroup.h"
 
 #include <functional>
 #include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace vellumo::jet {
+
+// The value of an Access property; one that is no yes or no and no whole number is a text, as that of a cell would be.
+using PropertyValue = std::variant<bool, std::int64_t, std::string>;
+// The Access properties of a table or a column, name and value, in the order of the file.
+using PropertyList = std::vector<std::pair<std::string, PropertyValue>>;
+
+struct ColumnDef {
+    std::string name{}; // UTF-8
+    ColumnType type = ColumnType::Unknown;
+    std::size_t size = 0;          // bytes as stored
+    unsigned number = 0;           // the column number that rows and indexes use
+    bool isFixed = false;          // lies in the fixed part of a row
+    std::size_t fixedOffset = 0;   // from the start of the fixed part
+    std::size_t variableIndex = 0; // among the values of the variable part
+    int precision = 0;             // numeric columns, else 0
+    int scale = 0;
+    bool isAutoNumber = false;
+    bool isHyperlink = false;
+    bool isCalculated = false;
+    PropertyList properties{};
+};
+
+struct IndexKeyDef {
+    std::size_t column; // position in TableDef::columns
+    bool isAscending;
+};
+
+struct IndexDef {
+    static constexpr int primaryKeyType = 1;
+    static constexpr int uniqueFlag = 1;
+
+    std::string name{};
+    int type = 0; // 0 plain, 1 primary key, 2 foreign key
+    int flags = 0;
+    std::vector<IndexKeyDef> keys{}; // in key order; a key whose column does not exist is left out
+};
+
+// What a table's definition pages tell. Plain data: it outlives the pages it was read from and may be read by several
+// threads.
+struct TableDef {
+    std::string name{};
+    std::uint32_t definitionPage = 0;
+    bool isSystem = false; // as the definition says
+    // As the definition states it. Real files have more rows than they state, sound ones never fewer.
+    std::uint32_t statedRowCount = 0;
+    PropertyList properties{};
+    unsigned columnLimit = 0;         // rows know at most this many columns, deleted ones included
+    std::vector<ColumnDef> columns{}; // in stored order
+    std::vector<IndexDef> indices{};
+    std::vector<std::uint32_t> indexRoots{}; // root page of each physical index
+    std::uint32_t pageMapPointer = 0;        // to the usage map of the data pages
+    PageList dataPages{};
+};
+
+// The value as text: "yes" or "no" for true and false, plain digits for numbers.
+[[nodiscard]] std::string propertyText(const PropertyValue& value);
+
+// Cells of object columns are kept as blobs, all others as text.
+[[nodiscard]] std::vector<CellKind> cellKinds(const TableDef& table);
+// Positions in `columns`, ordered by column number.
+[[nodiscard]] std::vector<std::size_t> numberOrder(const std::vector<ColumnDef>& columns);
 
 // A table definition read from its raw bytes. The layout is that of Jet 3 and Jet 4 table-definition pages; it is
 // written down where it is decoded, in the source.
-namespace vellumo::jet {
 
 // All pages of a definition joined, the headers of those behind the first left out. Empty when the first page is none
 // of a definition; `isComplete` false when a later one is not, or the chain circles or is too long.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/IndexReader.h"
 
 #include "jet/ByteReader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/LongValue.h"
 
 #include "jet/ByteReader.h"

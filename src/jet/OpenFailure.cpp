@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/OpenFailure.h"
 
 #include "text/Messages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/PageSource.h"
 
 // glib's header must come before libmdb's, which includes it as C code.

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "jet/ByteReader.h"
-#include "jet/TableDef.h"
+#include "jet/Definition.h"
 
 // Where the values of a row lie.
 //

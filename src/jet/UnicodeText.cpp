@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/UnicodeText.h"
 
 #include "jet/ByteReader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/FileLoader.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "model/Information.h"
 
-#include "text/FileSize.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/TAdmMDBColumn.h"
 
 #include <charconv>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/TAdmMDBFile.h"
 
 #include "model/FileLoader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/TAdmMDBForeignKey.h"
 
 namespace vellumo {

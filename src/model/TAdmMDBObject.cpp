@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/TAdmMDBObject.h"
 
 #include "text/FinderCompare.h"

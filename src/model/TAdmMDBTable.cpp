@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "model/TAdmMDBTable.h"
 
-#include "jet/TableDef.h"
+#include "jet/Definition.h"
 #include "model/TAdmMDBFile.h"
 
 #include <set>

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "jet/TableDef.h"
+#include "jet/Definition.h"
 #include "model/TAdmMDBColumn.h"
 #include "model/TAdmMDBForeignKey.h"
 #include "model/TAdmMDBIndex.h"

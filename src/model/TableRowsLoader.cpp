@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/TableRowsLoader.h"
 
 #include "embedded/ObjectCell.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/FileFacts.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/MainThreadQueue.h"
 
 #include <utility>

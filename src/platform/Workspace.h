@@ -1,11 +1,19 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Image.h"
+#include "platform/ImageDecoder.h"
 
 #include <memory>
 #include <string>
 
 namespace vellumo {
+
+// The general pasteboard. Main thread only.
+class Pasteboard {
+public:
+    virtual ~Pasteboard() = default;
+    virtual void setText(const std::string& text) = 0;
+};
 
 // What the desktop does with files. Main thread only.
 class Workspace {

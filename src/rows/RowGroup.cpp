@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rows/RowGroup.h"
 
 #include "embedded/TAdmBlobData.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rows/RowStore.h"
 
 #include "embedded/TAdmBlobData.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "rows/TextChunk.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "text/CaseFold.h"
 
 #include "text/Ascii.h"

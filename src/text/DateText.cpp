@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "text/DateText.h"
 
 #include "text/Format.h"

@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "text/Format.h"
 
 #include "text/Messages.h"
 
 #include <charconv>
+#include <fmt/format.h>
 
 namespace vellumo {
 
@@ -55,6 +57,31 @@ std::string format(std::string_view format, std::initializer_list<FormatArg> arg
 std::string localizedFormat(const char* key, std::initializer_list<FormatArg> args)
 {
     return format(localized(key), args);
+}
+
+std::string formatComputerFileSize(std::uint64_t bytes)
+{
+    constexpr double unit = 1.0 / 1024;
+    constexpr double largestShown = 1023.0;
+    const auto wholeKilobytes = bytes / 1024 + (bytes % 1024 != 0 ? 1 : 0);
+    const auto kilobytes = static_cast<double>(wholeKilobytes);
+    if (kilobytes <= largestShown) return fmt::format("{:.0f} KB", kilobytes);
+    const auto megabytes = kilobytes * unit;
+    if (megabytes <= largestShown) return fmt::format("{:.1f} MB", megabytes);
+    return fmt::format("{:.1f} GB", megabytes * unit);
+}
+
+std::size_t toHex(char* out, std::size_t outCapacity, const std::uint8_t* in, std::size_t count)
+{
+    const auto length = 2 * count;
+    if (out == nullptr) return length;
+    if (length > outCapacity) return 0;
+    constexpr char digits[] = "0123456789abcdef";
+    for (std::size_t i = 0; i < count; ++i) {
+        out[2 * i] = digits[in[i] >> 4];
+        out[2 * i + 1] = digits[in[i] & 15];
+    }
+    return length;
 }
 
 } // namespace vellumo

@@ -1,13 +1,16 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
-// The formats of the message table: "%@" takes a text, "%d" and "%ld" a whole number, "%%" is a percent sign.
 namespace vellumo {
+
+// The formats of the message table: "%@" takes a text, "%d" and "%ld" a whole number, "%%" is a percent sign.
 
 // One argument of a format: a text (borrowed for the call) or a number.
 class FormatArg {
@@ -45,5 +48,14 @@ private:
 
 // The same for a key of the message table.
 [[nodiscard]] std::string localizedFormat(const char* key, std::initializer_list<FormatArg> args);
+
+// A file size for people: "12 KB", "1.5 MB", "2.0 GB". Units are binary and kilobytes are rounded up, so that a file
+// that is not empty never shows 0 KB.
+[[nodiscard]] std::string formatComputerFileSize(std::uint64_t bytes);
+
+// Writes the lower-case hexadecimal text of `count` bytes at `in` to `out`, high digit first, without a terminator,
+// and returns its length, 2 * count. Without an output buffer (null) only the length is returned; a text that does not
+// fit into `outCapacity` is not written at all and 0 is returned.
+std::size_t toHex(char* out, std::size_t outCapacity, const std::uint8_t* in, std::size_t count);
 
 } // namespace vellumo

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "text/TextEncoding.h"
 
 #include "text/Ascii.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "text/UTF8.h"
 
 #include <unicode/utf8.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "adapters/XbelRecentDocuments.h"
 
 #include "adapters/Files.h"

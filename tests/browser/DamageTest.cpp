@@ -1,9 +1,9 @@
+// SPDX-License-Identifier: MIT
 // What a person is told of damaged files, and looking for lost rows.
 
 #include "Scenario.h"
 
 #include "browser/DamageDetails.h"
-#include "browser/DamageTexts.h"
 #include "support/ModelBuilder.h"
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/DataView.h"
 #include "FakeWindow.h"
 #include "support/FakeDesktop.h"

@@ -1,5 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "browser/DroppedPath.h"
-#include "browser/SearchMenu.h"
+#include "browser/RecordSearch.h"
 
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of the controller by themselves: the files, and what is selected of them.
 
 #include "browser/Files.h"

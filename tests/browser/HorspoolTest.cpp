@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/HorspoolStringSearcher.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/NameFilters.h"
 
 #include "support/ModelBuilder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/RecordSearch.h"
 
 #include "browser/ColumnMaker.h"

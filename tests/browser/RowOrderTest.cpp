@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "browser/RowOrder.h"
 
 #include "browser/ColumnMaker.h"

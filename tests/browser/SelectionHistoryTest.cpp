@@ -1,4 +1,5 @@
-#include "browser/SelectionHistory.h"
+// SPDX-License-Identifier: MIT
+#include "browser/Navigation.h"
 
 #include <gtest/gtest.h>
 #include <random>

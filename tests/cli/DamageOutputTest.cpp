@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/DamageOutput.h"
 #include "support/ModelBuilder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/Damage.h"
 #include "samples/DatabaseWriter.h"
 #include "samples/OleObjects.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/TAdmBlobData.h"
 #include "model/TAdmMDBFile.h"
 #include "samples/DatabaseWriter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/window/OpenProgress.h"
 #include "support/QtApplication.h"
 

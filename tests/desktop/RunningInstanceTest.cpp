@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/instance/RunningInstance.h"
 #include "desktop/QtText.h"
 #include "support/QtApplication.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ExportDesk.h"
 #include "desktop/dialogs/ExportProgressDialog.h"
 

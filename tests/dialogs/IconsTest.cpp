@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/icons/Icons.h"
 #include "browser/ToolbarDescription.h"
 #include "desktop/QtText.h"
-#include "desktop/appearance/DarkPalette.h"
+#include "desktop/appearance/DarkStyle.h"
 #include "support/QtApplication.h"
 
 #include <QPainter>

@@ -1,9 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/ports/QtAlerts.h"
 #include "desktop/ports/QtFilePanels.h"
 #include "desktop/ports/QtImageDecoder.h"
 #include "desktop/ports/QtLoadErrorWindow.h"
 #include "desktop/ports/QtMainThread.h"
-#include "desktop/ports/QtPasteboard.h"
 #include "desktop/ports/QtSystemLog.h"
 #include "desktop/ports/QtWorkspace.h"
 #include "support/QtApplication.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/appearance/Appearance.h"
 #include "desktop/ports/QtWorkspace.h"
 #include "support/ExportFakes.h"

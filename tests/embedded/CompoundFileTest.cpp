@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/CompoundFileWriter.h"
 #include "embedded/OleCells.h"
-#include "embedded/OleStream.h"
+#include "embedded/OleField.h"
 #include "embedded/cfb/Stream.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/CompoundFileWriter.h"
 
 #include "samples/CompoundFile.h"

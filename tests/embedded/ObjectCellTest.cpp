@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/ObjectCell.h"
 #include "embedded/OleCells.h"
 #include "embedded/TAdmBlobData.h"

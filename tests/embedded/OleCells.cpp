@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/OleCells.h"
 
 #include <zlib.h>

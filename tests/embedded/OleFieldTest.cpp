@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/OleField.h"
 #include "embedded/OleCells.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/TAdmBlobData.h"
 #include "embedded/OleCells.h"
 #include "platform/ImageDecoder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/ExportDesktop.h"
 #include "support/ModelBuilder.h"
 #include "support/TempFolder.h"

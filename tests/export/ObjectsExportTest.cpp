@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/objects/ObjectsExport.h"
 #include "export/files/Sha256.h"
 #include "support/FileSizeLimit.h"

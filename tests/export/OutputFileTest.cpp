@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/files/OutputFile.h"
 #include "support/TempFolder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/Command.h"
 #include "support/ExportRun.h"
 #include "support/ModelBuilder.h"

@@ -1,4 +1,5 @@
-#include "export/ExportWriters.h"
+// SPDX-License-Identifier: MIT
+#include "export/ExportFormat.h"
 #include "export/RunExport.h"
 #include "support/ExportRun.h"
 #include "support/ModelBuilder.h"

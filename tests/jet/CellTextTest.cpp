@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/CellText.h"
 #include "jet/UnicodeText.h"
 

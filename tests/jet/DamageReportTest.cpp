@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/DamageReport.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/Definition.h"
 
 #include "jet/PageBuilder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/PageCipher.h"
 
 #include <gcrypt.h>

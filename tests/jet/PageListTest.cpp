@@ -1,4 +1,5 @@
-#include "jet/PageList.h"
+// SPDX-License-Identifier: MIT
+#include "jet/Pages.h"
 
 #include "jet/PageBuilder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/PageSource.h"
 
 #include "jet/PageBuilder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/Properties.h"
 #include "jet/UnicodeText.h"
 

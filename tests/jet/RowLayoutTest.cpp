@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/RowLayout.h"
 
 #include "jet/PageBuilder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "jet/TableReader.h"
 
 #include "embedded/TAdmBlobData.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/ModelBuilder.h"
 
 #include <gmock/gmock.h>

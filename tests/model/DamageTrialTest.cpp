@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sound files of every kind of content, damaged in every way: what is lost must be told. VELLUMO_DAMAGE_SEEDS=100 tries
 // that many copies a file and method, and prints a line a method.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files that are sound must be told so: one false alarm, and nobody believes the next.
 
 #include "model/TAdmMDBFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the maker writes, as the programs of the mdbtools package read it. Skipped where they are not installed.
 
 #include "samples/DatabaseWriter.h"

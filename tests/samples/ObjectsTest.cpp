@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "samples/Canvas.h"
 #include "samples/CompoundFile.h"
 #include "samples/ZipFile.h"

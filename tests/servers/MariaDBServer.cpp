@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "servers/Server.h"
 
 #include <csignal>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "servers/Server.h"
 
 namespace vellumo::test {

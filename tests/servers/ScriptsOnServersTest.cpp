@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "servers/Server.h"
 #include "support/DemoFile.h"
 #include "support/ExportRun.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /* Enough of SQLite to be loaded, not enough to be used: see SQLiteLibraryTest.cpp. */
 int sqlite3_close(void* database)
 {

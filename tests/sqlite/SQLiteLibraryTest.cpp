@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SQLite Connection/DBSockets/SQLiteLibrary.h"
 #include "SQLite Connection/Connection/SQLConnection.h"
 #include "SQLite Connection/DBSockets/DynamicSQLiteAPISocket.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <dlfcn.h>
 
 /* SQLite with its required entry points alone: each leads to the library beside it, and no other is there. */

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/Command.h"
 
 #include <sstream>

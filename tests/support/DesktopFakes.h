@@ -1,8 +1,8 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/FileFacts.h"
 #include "platform/ImageDecoder.h"
-#include "platform/Pasteboard.h"
 #include "platform/RecentDocuments.h"
 #include "platform/Workspace.h"
 

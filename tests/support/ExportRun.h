@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
+#include "export/ExportFormat.h"
 #include "export/ExportJob.h"
-#include "export/ExportWriters.h"
 #include "model/TAdmMDBFile.h"
 #include "support/ExportFakes.h"
 

@@ -1,7 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "text/DateText.h"
-#include "text/FileSize.h"
 #include "text/Format.h"
-#include "text/Hex.h"
 #include "text/TerminalText.h"
 
 #include <cstdlib>

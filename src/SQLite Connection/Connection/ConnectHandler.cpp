@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SQLite Connection/Connection/ConnectHandler.h"
 
 #include "SQLite Connection/DBSockets/DBSocket.h"

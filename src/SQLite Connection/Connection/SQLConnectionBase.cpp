@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SQLite Connection/Connection/SQLConnectionBase.h"
 
 #include "SQLite Connection/Connection/ConnectHandler.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SQLite Connection/DBSockets/DynamicSQLiteDBResult.h"
 
 #include "SQLite Connection/DBSockets/SQLiteLibrary.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SQLite Connection/DBSockets/LoadErrorWindow.h"
 
 #include <cstdio>

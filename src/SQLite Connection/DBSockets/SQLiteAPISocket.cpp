@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SQLite Connection/DBSockets/SQLiteAPISocket.h"
 
 #include "SQLite Connection/DBSockets/DynamicSQLiteAPISocket.h"

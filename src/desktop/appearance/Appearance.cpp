@@ -1,6 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/appearance/Appearance.h"
 
-#include "desktop/appearance/DarkPalette.h"
 #include "desktop/appearance/DarkStyle.h"
 #include "platform/Defaults.h"
 

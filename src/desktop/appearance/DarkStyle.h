@@ -1,8 +1,13 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QPalette>
 #include <QProxyStyle>
 
 namespace vellumo {
+
+// Colours for the Fusion style: light text on dark grey.
+[[nodiscard]] QPalette darkPalette();
 
 // Fusion with check boxes that can be seen on dark ground: it draws their outline as the window's colour darkened.
 class DarkStyle : public QProxyStyle {

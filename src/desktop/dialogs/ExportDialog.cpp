@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/dialogs/ExportDialog.h"
 
 #include "desktop/QtText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/dialogs/ExportProgressDialog.h"
 
 #include "desktop/QtText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/dialogs/ExportTableModel.h"
 
 #include "desktop/QtText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/dialogs/HintLabel.h"
 
 #include "desktop/QtText.h"

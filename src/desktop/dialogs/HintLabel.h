@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "desktop/icons/IconLabel.h"
+#include "desktop/icons/Icons.h"
 #include "export/ExportHints.h"
 
 #include <vector>

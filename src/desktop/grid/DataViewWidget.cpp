@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/grid/DataViewWidget.h"
 
 #include "browser/DataView.h"

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "browser/DataViewPort.h"
+#include "browser/DataView.h"
 #include "browser/JumpBarMenu.h"
 #include "desktop/grid/JumpBar.h"
 

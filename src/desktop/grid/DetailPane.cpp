@@ -1,11 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/grid/DetailPane.h"
 
 #include "browser/DataView.h"
 #include "desktop/QtText.h"
-#include "desktop/grid/FileDrag.h"
 #include "desktop/grid/ObjectActions.h"
 #include "desktop/grid/PictureView.h"
-#include "desktop/icons/IconLabel.h"
+#include "desktop/icons/Icons.h"
 #include "embedded/TAdmBlobData.h"
 
 #include <QBoxLayout>

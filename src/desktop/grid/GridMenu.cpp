@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/grid/GridMenu.h"
 
 #include "browser/DataView.h"

@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/grid/GridView.h"
 
 #include "browser/DataView.h"
 #include "desktop/QtText.h"
 #include "desktop/grid/ColumnWidths.h"
-#include "desktop/grid/FileDrag.h"
 #include "desktop/grid/GridMenu.h"
 #include "desktop/grid/GridModel.h"
+#include "desktop/grid/ObjectActions.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>

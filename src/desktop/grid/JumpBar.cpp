@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/grid/JumpBar.h"
 
 #include "browser/JumpBarMenu.h"

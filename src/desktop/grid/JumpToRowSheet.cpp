@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/grid/JumpToRowSheet.h"
 
 #include "desktop/QtText.h"

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/grid/PictureView.h"
 
 #include "desktop/QtText.h"
-#include "desktop/ports/QtImage.h"
+#include "desktop/ports/QtImageDecoder.h"
 #include "text/Format.h"
 
 #include <QApplication>

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Image.h"
+#include "platform/ImageDecoder.h"
 
 #include <QAbstractScrollArea>
 #include <QImage>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/information/InformationPanel.h"
 
 #include "browser/VellumoAppDelegate.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/ports/QtFilePanels.h"
 
 #include "desktop/QtText.h"

@@ -1,6 +1,6 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/ports/QtImageDecoder.h"
 
-#include "desktop/ports/QtImage.h"
 #include "embedded/ContentType.h"
 
 #include <QBuffer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/ports/QtLoadErrorWindow.h"
 
 #include "desktop/QtText.h"

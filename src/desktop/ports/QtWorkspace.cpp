@@ -1,18 +1,23 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/ports/QtWorkspace.h"
 
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
-#include "desktop/ports/QtImage.h"
+#include "desktop/ports/QtImageDecoder.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QUrl>
 
 namespace vellumo {
+
+void QtPasteboard::setText(const std::string& text) { QGuiApplication::clipboard()->setText(toQString(text)); }
 
 namespace {
 

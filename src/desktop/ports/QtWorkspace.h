@@ -1,8 +1,15 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/Workspace.h"
 
 namespace vellumo {
+
+// The clipboard.
+class QtPasteboard : public Pasteboard {
+public:
+    void setText(const std::string& text) override;
+};
 
 // Asks the desktop; whether it could do what it was asked is not known, and nothing waits for it.
 class QtWorkspace : public Workspace {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/ports/RunDialog.h"
 
 #include <QApplication>

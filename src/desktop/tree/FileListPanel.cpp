@@ -1,23 +1,77 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/tree/FileListPanel.h"
 
+#include "browser/TreeItem.h"
 #include "browser/VellumoAppDelegate.h"
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
-#include "desktop/tree/FileTreeDelegate.h"
-#include "desktop/tree/FileTreeMenu.h"
 #include "desktop/tree/FileTreeModel.h"
+#include "desktop/window/MainMenus.h"
 
 #include <QAction>
 #include <QBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
 #include <QTreeView>
 
+class QPoint;
+class QWidget;
+
 namespace vellumo {
+
+class VellumoAppDelegate;
+
+// Opens the context menu of a row of the file list (no item: nothing happens). While it is open the row counts as
+// clicked.
+void popUpFileTreeMenu(QWidget& tree, VellumoAppDelegate& app, const TreeItem& item, const QPoint& globalPosition);
+
+namespace {
+
+using FileCommand = VellumoAppDelegate::FileCommand;
+using Sender = VellumoAppDelegate::Sender;
+
+void addFileCommands(QMenu& menu, VellumoAppDelegate& app)
+{
+    const auto add = [&](const char* key, FileCommand command, void (VellumoAppDelegate::*run)(Sender)) {
+        menu.addAction(localizedText(key), [&app, run] { (app.*run)(Sender::TreeMenu); })
+            ->setEnabled(app.canUse(command, Sender::TreeMenu));
+    };
+    add(messageKey("Open"), FileCommand::Open, &VellumoAppDelegate::OpenSelectedFile);
+    add(messageKey("Close"), FileCommand::Close, &VellumoAppDelegate::CloseSelectedFile);
+    menu.addSeparator();
+    add(messageKey("Remove from List"), FileCommand::Remove, &VellumoAppDelegate::RemoveSelectedFile);
+    add(messageKey("Remove Other Files"), FileCommand::RemoveOthers, &VellumoAppDelegate::RemoveOtherFiles);
+    menu.addSeparator();
+    add(messageKey("Show in File Manager"), FileCommand::ShowInFinder, &VellumoAppDelegate::ShowInFinder);
+}
+
+} // namespace
+
+void popUpFileTreeMenu(QWidget& tree, VellumoAppDelegate& app, const TreeItem& item, const QPoint& globalPosition)
+{
+    if (item.isNone()) return;
+    app.setClickedTreeItem(item);
+    auto* menu = new QMenu(&tree);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (item.isTable()) {
+        menu->addAction(localizedText("Open in New Window"), [&app] { app.OpenSelectedTableInNewWindow(); });
+        menu->addSeparator();
+    }
+    addFileCommands(*menu, app);
+    menu->addSeparator();
+    auto* exports = menu->addMenu(localizedText("Export"));
+    addExportCommands(*exports, app);
+    exports->setEnabled(app.canExport());
+    // The menu closes before the chosen command runs, which asks for the clicked row.
+    QObject::connect(
+        menu, &QMenu::aboutToHide, &tree, [&app] { app.setClickedTreeItem({}); }, Qt::QueuedConnection);
+    menu->popup(globalPosition);
+}
 
 FileListPanel::FileListPanel(VellumoAppDelegate& app, QWidget* parent)
     : QWidget(parent)

@@ -1,9 +1,9 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "browser/TreeItem.h"
 
 #include <QWidget>
-
 #include <set>
 
 class QAction;

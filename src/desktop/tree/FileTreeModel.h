@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "browser/TreeItem.h"
 
 #include <QAbstractItemModel>
 #include <QIcon>
-
+#include <QStyledItemDelegate>
 #include <vector>
 
 namespace vellumo {
@@ -52,6 +53,16 @@ private:
     QIcon m_openFileIcon;
     QIcon m_closedFileIcon;
     std::vector<FileRow> m_rows;
+};
+
+// Draws a row of the file list: the name, elided where there is no room, behind it the grey number of
+// rows, and a warning where something is damaged.
+class FileTreeDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 };
 
 } // namespace vellumo

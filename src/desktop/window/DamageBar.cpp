@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/window/DamageBar.h"
 
 #include "desktop/QtText.h"
-#include "desktop/icons/IconLabel.h"
+#include "desktop/icons/Icons.h"
 
 #include <QAccessibleWidget>
 #include <QBoxLayout>

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/window/EditActions.h"
 
 #include "browser/DataView.h"
 #include "desktop/QtText.h"
-#include "desktop/information/PropertyList.h"
+#include "desktop/information/InformationPage.h"
 
 #include <QAction>
 #include <QClipboard>

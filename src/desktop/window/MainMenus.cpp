@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/window/MainMenus.h"
 
 #include "browser/ToolbarDescription.h"
@@ -6,7 +7,6 @@
 #include "desktop/appearance/Appearance.h"
 #include "desktop/icons/Icons.h"
 #include "desktop/window/AboutDialog.h"
-#include "desktop/window/ExportMenu.h"
 #include "desktop/window/MainWindow.h"
 #include "platform/DesktopId.h"
 
@@ -19,6 +19,16 @@
 #include <functional>
 
 namespace vellumo {
+
+void addExportCommands(QMenu& menu, VellumoAppDelegate& app)
+{
+    for (const auto& item : toolbarItems()) {
+        if (item.command != ToolbarCommand::Export) continue;
+        auto* action = menu.addAction(icon(toQString(item.iconName)), toQString(item.label()) + QStringLiteral("…"),
+            [&app, tag = item.exportTag] { app.Export(tag); });
+        action->setObjectName(toQString(item.identifier));
+    }
+}
 
 namespace {
 

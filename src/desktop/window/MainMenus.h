@@ -1,19 +1,25 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "browser/VellumoAppDelegate.h"
 #include "desktop/window/EditActions.h"
 
 #include <QObject>
-
 #include <array>
 #include <functional>
 #include <vector>
 
+class QMenu;
 class QAction;
 class QMenu;
 class QMenuBar;
 
 namespace vellumo {
+
+class VellumoAppDelegate;
+
+// Adds one item an export type.
+void addExportCommands(QMenu& menu, VellumoAppDelegate& app);
 
 class Appearance;
 class ChildWindow;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/window/MainToolBar.h"
 
 #include "browser/ToolbarDescription.h"

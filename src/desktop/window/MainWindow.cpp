@@ -1,10 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/window/MainWindow.h"
 
 #include "desktop/QtText.h"
 #include "desktop/dialogs/DamageSheet.h"
 #include "desktop/dialogs/ExportDialog.h"
 #include "desktop/dialogs/ExportProgressDialog.h"
-#include "desktop/dialogs/SalvageSheet.h"
 #include "desktop/grid/DataViewWidget.h"
 #include "desktop/icons/Icons.h"
 #include "desktop/information/InformationPanel.h"

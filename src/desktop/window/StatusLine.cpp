@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/window/StatusLine.h"
 
 #include "browser/VellumoAppDelegate.h"

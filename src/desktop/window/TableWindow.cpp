@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/window/TableWindow.h"
 
 #include "browser/ChildWindow.h"
-#include "browser/DamageTexts.h"
+#include "browser/DamageDetails.h"
 #include "desktop/QtText.h"
 #include "desktop/icons/Icons.h"
 #include "desktop/window/DamageBar.h"

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "browser/ChildWindowPort.h"
+#include "browser/ChildWindow.h"
 
 #include <QWidget>
 

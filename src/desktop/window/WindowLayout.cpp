@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/window/WindowLayout.h"
 
 namespace vellumo {

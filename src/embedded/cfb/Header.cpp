@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "embedded/cfb/Header.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/biff8/RecordStream.h"
 
 namespace vellumo::biff8 {

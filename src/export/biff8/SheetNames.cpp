@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/biff8/SheetNames.h"
 
 #include "export/biff8/UTF8ToUTF16Converter.h"

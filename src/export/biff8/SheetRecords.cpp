@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/biff8/SheetRecords.h"
 
 #include "export/biff8/GlobalRecords.h"

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "export/biff8/Workbook.h"
 
 #include "export/biff8/CompoundFileTarget.h"
 #include "export/biff8/RecordStream.h"
-#include "export/biff8/SharedStrings.h"
+#include "export/biff8/StringTable.h"
 #include "export/biff8/UTF8ToUTF16Converter.h"
 
 #include <bit>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/files/QuotedText.h"
 
 namespace vellumo {

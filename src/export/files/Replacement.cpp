@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/files/Replacement.h"
 
 #include <cerrno>

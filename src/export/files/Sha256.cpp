@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/files/Sha256.h"
 
 #include <array>

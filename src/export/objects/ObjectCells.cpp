@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/objects/ObjectCells.h"
 
 #include "embedded/TAdmBlobData.h"

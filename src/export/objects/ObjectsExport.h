@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "export/files/OutputFile.h"
-#include "export/objects/ObjectNames.h"
+#include "export/objects/ObjectFile.h"
 #include "model/TAdmMDBFile.h"
 
 #include <map>

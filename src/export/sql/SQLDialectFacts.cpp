@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/sql/SQLDialectFacts.h"
 
 #include <algorithm>

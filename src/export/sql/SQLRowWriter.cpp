@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/sql/SQLRowWriter.h"
 
 #include "embedded/TAdmBlobData.h"

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/sql/SQLDateText.h"
+#include "export/sql/SQLText.h"
 #include "rows/RowGroup.h"
 
 #include <string>

@@ -1,12 +1,23 @@
+// SPDX-License-Identifier: MIT
 #include "export/sql/SQLStructure.h"
 
 #include "export/sql/SQLText.h"
 #include "model/TAdmMDBFile.h"
+#include "text/CaseFold.h"
 #include "text/Format.h"
 
 #include <algorithm>
 
 namespace vellumo {
+
+std::string SQLNameUses::uniqueName(const std::string& name)
+{
+    auto& uses = m_uses[key(name)];
+    const auto count = uses++;
+    return count == 0 ? name : name + '_' + std::to_string(count);
+}
+
+std::string SQLNameUses::key(const std::string& name) const { return m_ignoresCase ? lowerCase(name) : name; }
 
 namespace {
 

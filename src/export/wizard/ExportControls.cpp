@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/wizard/ExportControls.h"
 
 #include "export/sql/SQLDialectFacts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/wizard/ExportWizard.h"
 
 #include "export/RunExport.h"

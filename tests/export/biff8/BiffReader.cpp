@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/biff8/BiffReader.h"
 
 #include "embedded/cfb/Storage.h"

@@ -1,4 +1,4 @@
-#include "export/sql/SQLDateText.h"
+// SPDX-License-Identifier: MIT
 #include "export/sql/SQLDialectFacts.h"
 #include "export/sql/SQLExportFixture.h"
 #include "export/sql/SQLText.h"
