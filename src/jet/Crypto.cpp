@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "jet/Crypto.h"
 
+#include "text/Format.h"
+
 #include <gcrypt.h>
 #include <optional>
 
@@ -57,6 +59,14 @@ Key hashOf(HashKind kind, std::initializer_list<ByteSpan> parts)
     Key digest(gcry_md_get_algo_dlen(algorithm));
     gcry_md_hash_buffers(algorithm, 0, digest.data(), buffers.data(), static_cast<int>(buffers.size()));
     return digest;
+}
+
+std::string sha256(std::span<const std::byte> bytes)
+{
+    const auto digest = hashOf(HashKind::Sha256, {{reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}});
+    std::string digits(2 * digest.size(), '\0');
+    toHex(digits.data(), digits.size(), digest.data(), digest.size());
+    return digits;
 }
 
 struct Decryptor::Handle {

@@ -4,6 +4,8 @@
 #include "jet/Pages.h"
 
 #include <memory>
+#include <span>
+#include <string>
 #include <vector>
 
 // Hashes and ciphers, by libgcrypt.
@@ -15,6 +17,8 @@ enum class HashKind : std::uint8_t { Sha1, Sha256, Sha384, Sha512 };
 
 // The hash of the parts joined.
 [[nodiscard]] Key hashOf(HashKind kind, std::initializer_list<ByteSpan> parts);
+// The SHA-256 of the bytes as 64 hexadecimal digits, small letters. Any thread.
+[[nodiscard]] std::string sha256(std::span<const std::byte> bytes);
 
 enum class CipherKind : std::uint8_t { Rc4, AesEcb, AesCbc };
 

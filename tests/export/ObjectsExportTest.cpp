@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "export/objects/ObjectsExport.h"
-#include "export/files/Sha256.h"
+#include "jet/Crypto.h"
 #include "support/FileSizeLimit.h"
 #include "support/ModelBuilder.h"
 #include "support/TempFolder.h"
@@ -39,7 +39,7 @@ TEST(Sha256, IsTheStandards)
         {"abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq",
             "248d6a61d20638b8e5c026930c3e6039a33ce45964ff2167f6ecedd419db06c1"}};
     for (const auto& c : cases)
-        EXPECT_EQ(sha256(std::as_bytes(std::span(c.text))), c.digest) << c.text;
+        EXPECT_EQ(jet::sha256(std::as_bytes(std::span(c.text))), c.digest) << c.text;
 }
 
 TEST(ObjectNames, AreSafeAndShort)

@@ -3,8 +3,8 @@
 
 #include "embedded/TAdmBlobData.h"
 #include "export/files/QuotedText.h"
-#include "export/files/Sha256.h"
 #include "export/objects/ObjectFile.h"
+#include "jet/Crypto.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
@@ -94,9 +94,9 @@ std::string ObjectFolder::add(
     if (object.state() == ObjectState::Linked) ++m_report.linked;
     // The file of a linked object has its name where it lies.
     const auto& name = object.storedName().empty() ? object.linkTarget() : object.storedName();
-    m_manifest.write(csvLine(
-        {table.name(), table.columns()[column]->name(), format("%ld", {row + 1}), path, name, object.fileExtension(),
-            format("%ld", {object.data().size()}), isEmpty ? "" : sha256(object.data()), stateName(object.state())}));
+    m_manifest.write(csvLine({table.name(), table.columns()[column]->name(), format("%ld", {row + 1}), path, name,
+        object.fileExtension(), format("%ld", {object.data().size()}), isEmpty ? "" : jet::sha256(object.data()),
+        stateName(object.state())}));
     return path;
 }
 
