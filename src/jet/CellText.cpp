@@ -94,24 +94,36 @@ template <typename T, int precision> bool appendFloating(ByteSpan stored, TextCo
     return true;
 }
 
+constexpr int secondsPerDay = 86400;
+
+// The text has whole seconds only; what a value is beyond the one of its text, to the millisecond, is noted.
+void noteFraction(double timeOfDay, int second, TextColumnBuilder& out)
+{
+    if (std::abs(timeOfDay * secondsPerDay - second) < 0.0005) return;
+    const auto milliseconds = static_cast<int>(std::llround(timeOfDay * (secondsPerDay * 1000.0))) - second * 1000;
+    if (milliseconds != 0) out.note(std::min(milliseconds, 999));
+}
+
 // Days since 1899-12-30 and a time of day: before that day the whole part is negative while the time still counts
 // forward from midnight.
 bool appendDate(ByteSpan stored, TextColumnBuilder& out)
 {
     constexpr double firstDay = -657434; // 0100-01-01
     constexpr double lastDay = 2958465;  // 9999-12-31
-    constexpr int secondsPerDay = 86400;
     const auto value = loadNumber<double>(stored.data());
     auto day = std::trunc(value);
     if (!(day >= firstDay && day <= lastDay)) {
         out.append(replacementCharacter);
         return false;
     }
-    auto second = static_cast<int>(std::lround(std::abs(value - day) * secondsPerDay));
+    const auto timeOfDay = std::abs(value - day);
+    auto second = static_cast<int>(std::lround(timeOfDay * secondsPerDay));
+    // The last half second of a day belongs to the next one; behind the last day there is none.
+    if (second == secondsPerDay && day == lastDay) --second;
+    noteFraction(timeOfDay, second, out);
     if (second == secondsPerDay) {
-        // The last half second of a day belongs to the next one; behind the last day there is none.
-        second = day < lastDay ? 0 : secondsPerDay - 1;
-        day = std::min(day + 1, lastDay);
+        second = 0;
+        ++day;
     }
     constexpr std::chrono::sys_days origin = std::chrono::year(1899) / 12 / 30;
     const std::chrono::year_month_day date(origin + std::chrono::days(static_cast<int>(day)));

@@ -141,6 +141,7 @@ void TableReader::addTexts(std::size_t column)
         const auto cell = cellOf(def, row);
         if (cell.state == CellState::Present) {
             if (!append(cell.bytes, text)) addDamage(DamageKind::Value, def, row);
+            text.noteUnlessTold();
         } else if (cell.state == CellState::Damaged) {
             text.append(replacementCharacter); // it is no null
         }
@@ -158,6 +159,7 @@ void TableReader::addMemos(std::size_t column)
             m_longValue.read(cell.bytes);
             const bool isWhole = appendStoredText(m_longValue.bytes(), m_source.rules, text);
             if (!m_longValue.isComplete()) text.append(replacementCharacter);
+            text.noteUnlessTold();
             if (m_longValue.isOverBudget())
                 addDamage(DamageKind::Budget, def, row);
             else if (!isWhole || !m_longValue.isComplete())

@@ -3,6 +3,7 @@
 
 #include "jet/ByteReader.h"
 
+#include <algorithm>
 #include <cstring>
 #include <iconv.h>
 #include <memory>
@@ -35,11 +36,12 @@ char* putUtf8(char* out, std::uint32_t character)
     return out;
 }
 
-// Joins UTF-16 units to characters. Writes at most 3 bytes a unit.
+// Joins UTF-16 units to characters. Writes at most 3 bytes a unit. A zero becomes U+FFFD unless it is to be kept.
 class UnitDecoder {
 public:
-    explicit UnitDecoder(char* out)
+    explicit UnitDecoder(char* out, bool keepsZeros = false)
         : m_out(out)
+        , m_zero(keepsZeros ? 0 : replacement)
     {
     }
     void add(std::uint32_t unit)
@@ -56,9 +58,14 @@ public:
             m_high = unit;
             return;
         }
-        const bool isBad = unit == 0 || (unit >= 0xDC00 && unit < 0xE000);
-        m_out = putUtf8(m_out, isBad ? replacement : unit);
+        if (unit == 0) {
+            m_hasZeros = true;
+            m_out = putUtf8(m_out, m_zero);
+            return;
+        }
+        m_out = putUtf8(m_out, unit >= 0xDC00 && unit < 0xE000 ? replacement : unit);
     }
+    [[nodiscard]] bool hasZeros() const { return m_hasZeros; }
     [[nodiscard]] char* finish()
     {
         if (m_high != 0) m_out = putUtf8(m_out, replacement);
@@ -68,6 +75,8 @@ public:
 
 private:
     char* m_out;
+    std::uint32_t m_zero;
+    bool m_hasZeros = false;
     std::uint32_t m_high = 0; // a high surrogate that waits for its other half
 };
 
@@ -95,20 +104,45 @@ std::size_t copyAsciiUnits(std::span<const std::uint8_t> stored, char* out)
     return unit;
 }
 
+void decodeUnits(std::span<const std::uint8_t> stored, UnitDecoder& decoder)
+{
+    for (std::size_t i = 0; stored.size() - i >= 2; i += 2)
+        decoder.add(load16(&stored[i]));
+}
+
+// The whole text, for the notes.
+std::string textWithZeros(std::span<const std::uint8_t> units)
+{
+    std::string text(3 * (units.size() / 2), '\0');
+    UnitDecoder decoder(text.data(), true);
+    decodeUnits(units, decoder);
+    text.resize(static_cast<std::size_t>(decoder.finish() - text.data()));
+    return text;
+}
+
+// Without the zero units at the end, whose number is noted.
+std::span<const std::uint8_t> withoutZerosBehind(std::span<const std::uint8_t> stored, TextColumnBuilder& out)
+{
+    std::size_t zeros = 0;
+    for (; !stored.empty() && load16(&stored[stored.size() - 2]) == 0; ++zeros)
+        stored = stored.first(stored.size() - 2);
+    if (zeros > 0) out.noteZerosBehind(zeros);
+    return stored;
+}
+
 bool appendUtf16(std::span<const std::uint8_t> stored, TextColumnBuilder& out)
 {
     const bool isWhole = stored.size() % 2 == 0;
-    stored = stored.first(stored.size() / 2 * 2);
-    while (isWhole && !stored.empty() && load16(&stored[stored.size() - 2]) == 0)
-        stored = stored.first(stored.size() - 2);
+    const auto units = stored.first(stored.size() / 2 * 2);
+    stored = isWhole ? withoutZerosBehind(units, out) : units;
     auto* start = out.room(3 * (stored.size() / 2) + 6);
     const auto copied = copyAsciiUnits(stored, start);
     UnitDecoder decoder(start + copied);
-    for (std::size_t i = 2 * copied; stored.size() - i >= 2; i += 2)
-        decoder.add(load16(&stored[i]));
+    decodeUnits(stored.subspan(2 * copied), decoder);
     auto* end = decoder.finish();
     if (!isWhole) end = putUtf8(end, replacement);
     out.commit(static_cast<std::size_t>(end - start));
+    if (isWhole && decoder.hasZeros()) out.noteWholeText(textWithZeros(units));
     return isWhole;
 }
 
@@ -126,7 +160,8 @@ bool isPlainAscii(std::span<const std::uint8_t> bytes)
     return true;
 }
 
-// One byte a character, U+0001..U+00FF; a zero byte switches to two bytes a character and back.
+// One byte a character, U+0001..U+00FF; a zero byte switches to two bytes a character and back, and so is never part of
+// one.
 bool appendCompressed(std::span<const std::uint8_t> stored, TextColumnBuilder& out)
 {
     if (isPlainAscii(stored)) {
@@ -155,6 +190,13 @@ bool appendCompressed(std::span<const std::uint8_t> stored, TextColumnBuilder& o
     }
     out.commit(static_cast<std::size_t>(decoder.finish() - start));
     return isWhole;
+}
+
+// The number of bytes when there is none.
+std::size_t firstZero(std::span<const std::uint8_t> bytes)
+{
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    return std::min(text.find('\0'), text.size());
 }
 
 struct IconvClose {
@@ -224,8 +266,30 @@ CodePage::CodePage(int number)
 
 void CodePage::append(std::span<const std::uint8_t> stored, TextColumnBuilder& out) const
 {
-    while (!stored.empty() && stored.back() == 0)
-        stored = stored.first(stored.size() - 1);
+    auto rest = stored;
+    while (!rest.empty() && rest.back() == 0)
+        rest = rest.first(rest.size() - 1);
+    if (rest.size() < stored.size()) out.noteZerosBehind(stored.size() - rest.size());
+    appendCharacters(rest, out);
+    if (firstZero(rest) < rest.size()) out.noteWholeText(textWithZeros(stored));
+}
+
+std::string CodePage::textWithZeros(std::span<const std::uint8_t> stored) const
+{
+    std::string text;
+    while (true) {
+        const auto zero = firstZero(stored);
+        TextColumnBuilder piece;
+        appendCharacters(stored.first(zero), piece);
+        text += piece.openText();
+        if (zero == stored.size()) return text;
+        text += '\0';
+        stored = stored.subspan(zero + 1);
+    }
+}
+
+void CodePage::appendCharacters(std::span<const std::uint8_t> stored, TextColumnBuilder& out) const
+{
     if (isPlainAscii(stored)) {
         out.append({reinterpret_cast<const char*>(stored.data()), stored.size()});
         return;

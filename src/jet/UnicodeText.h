@@ -10,7 +10,7 @@
 
 // Texts as the format stores them, turned into UTF-8. What cannot be decoded becomes U+FFFD. Zero characters at the
 // end, which programs leave behind as terminators, are dropped; one inside a text becomes U+FFFD, since what follows it
-// would be lost to every reader that takes a zero for the end.
+// would be lost to every reader that takes a zero for the end. The zeros themselves go to the notes of the row.
 namespace vellumo::jet {
 
 // Jet 4: UTF-16, or the compressed form that begins with FF FE. False when it ends inside a character.
@@ -32,7 +32,9 @@ private:
         char bytes[4]{};
         std::uint8_t length = 0;
     };
+    void appendCharacters(std::span<const std::uint8_t> stored, TextColumnBuilder& out) const;
     void appendMultiByte(std::span<const std::uint8_t> stored, TextColumnBuilder& out) const;
+    [[nodiscard]] std::string textWithZeros(std::span<const std::uint8_t> stored) const;
 
     std::string m_iconvName;
     bool m_isSingleByte = true;

@@ -14,6 +14,31 @@ constexpr std::size_t handOverBytes = 1 << 20;
 
 } // namespace
 
+std::optional<RowNotes::Number> RowNotes::at(std::uint32_t row) const
+{
+    const auto found = std::ranges::lower_bound(m_notes, row, {}, &Note::row);
+    return found != m_notes.end() && found->row == row ? std::optional(found->number) : std::nullopt;
+}
+
+void TextColumnBuilder::note(RowNotes::Number number)
+{
+    if (!m_notes) m_notes = std::make_unique<RowNotes>();
+    if (hasNote()) m_notes->m_notes.pop_back();
+    m_notes->m_notes.push_back({static_cast<std::uint32_t>(m_ends.size()), number});
+}
+
+void TextColumnBuilder::noteWholeText(std::string text)
+{
+    if (!m_notes) m_notes = std::make_unique<RowNotes>();
+    m_notes->m_wholeTexts.push_back(std::move(text));
+    note(static_cast<RowNotes::Number>(m_notes->m_wholeTexts.size() - 1));
+}
+
+void TextColumnBuilder::noteEmptyText()
+{
+    if (!hasNote()) noteZerosBehind(0);
+}
+
 void TextColumnBuilder::append(std::string_view piece)
 {
     if (piece.empty()) return;
@@ -53,6 +78,7 @@ TextChunk TextColumnBuilder::take()
     chunk.m_block.reset(block);
     if (!m_ends.empty())
         std::memcpy(block + TextChunk::endsOffset(m_byteCount), m_ends.data(), m_ends.size() * sizeof(std::uint32_t));
+    chunk.m_notes = std::move(m_notes);
     m_ends.clear();
     m_byteCount = 0;
     return chunk;

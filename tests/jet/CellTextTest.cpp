@@ -154,6 +154,57 @@ TEST(CellText, Jet4TextLosesNoCharacter)
         EXPECT_EQ(cellText(10, test.stored), test.expected) << test.name;
 }
 
+// The note of a row with the value; "" for none, the number, or the whole text.
+std::string noteOf(ColumnType type, const std::string& stored, const TextRules& rules)
+{
+    ColumnDef column;
+    column.type = type;
+    TextColumnBuilder out;
+    out.endText(); // another row in front
+    CellAppender(column, rules)(bytesOf(stored), out);
+    out.noteUnlessTold();
+    out.endText();
+    const auto chunk = out.take();
+    if (chunk.notes() == nullptr) return "";
+    const auto number = chunk.notes()->at(1);
+    if (!number) return "of another row";
+    return type == ColumnType::DateTime || *number < 0 ? std::to_string(*number) : chunk.notes()->wholeText(*number);
+}
+
+TEST(CellText, WhatTheTextDoesNotTellIsNoted)
+{
+    const CodePage western(1252);
+    const TextRules jet3{true, &western};
+    const auto date = [](double days) { return raw(days); };
+    const struct {
+        const char* name;
+        ColumnType type;
+        std::string stored;
+        std::string expected;
+        TextRules rules = {};
+    } cases[] = {
+        {"a text", ColumnType::Text, "a\0b\0"s, ""},
+        {"empty, but no null", ColumnType::Text, "", "-1"},
+        {"empty, compressed", ColumnType::Text, "\xFF\xFE", "-1"},
+        {"two zeros behind", ColumnType::Text, "a\0\0\0\0\0"s, "-3"},
+        {"a zero alone", ColumnType::Text, "\0\0"s, "-2"},
+        {"zeros inside and behind", ColumnType::Text, "a\0\0\0b\0\0\0"s, "a\0b\0"s},
+        {"Jet 3: zeros behind", ColumnType::Text, "ab\0\0"s, "-3", jet3},
+        {"Jet 3: zeros inside and behind", ColumnType::Text, "\xE9\0b\0"s, "\u00E9\0b\0"s, jet3},
+        {"no bytes", ColumnType::Binary, "", "-1"},
+        {"noon", ColumnType::DateTime, date(36526.5), ""},
+        {"a second that days cannot tell exactly", ColumnType::DateTime, date(36526 + 12345 / 86400.0), ""},
+        {"123 ms past a second", ColumnType::DateTime, date(36526 + 12345.123 / 86400), "123"},
+        {"rounded up to the next second", ColumnType::DateTime, date(36526 + 12345.877 / 86400), "-123"},
+        {"before 1899 the time still counts forward", ColumnType::DateTime, date(-2 - 12345.123 / 86400), "123"},
+        {"rounded up to the next day", ColumnType::DateTime, date(36527 - 0.25 / 86400), "-250"},
+        {"there is no next day", ColumnType::DateTime, date(2958466 - 0.25 / 86400), "750"},
+        {"nor a next second", ColumnType::DateTime, date(2958466 - 0.0001 / 86400), "999"},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(noteOf(test.type, test.stored, test.rules), test.expected) << test.name;
+}
+
 TEST(CellText, Jet3TextFollowsItsCodePage)
 {
     const struct {
