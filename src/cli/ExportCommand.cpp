@@ -119,6 +119,10 @@ void addOutputOptions(CLI::App& sub, ExportSettings& settings)
     sub.add_option("--table", settings.tables, localized("Only this table; may be given several times"))
         ->allow_extra_args(false)
         ->type_name("NAME");
+    sub.add_option("--objects", settings.objects,
+           withFormats(localized("With --exact: objects as files in this folder, their paths in the cells"),
+               formatsWith(ExportOption::Objects)))
+        ->type_name("FOLDER");
     sub.add_flag("--single-file", settings.isSingleFile,
         withFormats(localized("All tables in one file"), formatsWith(std::mem_fn(&FormatInfo::hasSingleFileMode))));
 }
@@ -126,13 +130,13 @@ void addOutputOptions(CLI::App& sub, ExportSettings& settings)
 void addSwitches(CLI::App& sub, ExportSettings& settings, std::span<const ExportSwitch> choices)
 {
     for (const auto& choice : choices)
-        sub.add_flag(choice.argument, settings.switchedOff[choice.option],
+        sub.add_flag(choice.argument, settings.switched[choice.option],
             withFormats(localized(choice.helpKey), formatsWith(choice.option)));
 }
 
 void addTextOptions(CLI::App& sub, ExportSettings& settings)
 {
-    addSwitches(sub, settings, exportSwitches().first(1)); // the header
+    addSwitches(sub, settings, exportSwitches().first(textSwitchCount));
     sub.add_option("--field-delimiter", settings.fieldDelimiter,
            localized("Between two values (csv: comma or semicolon, which makes the decimal symbol a comma; txt: any)"))
         ->check(CLI::IsMember(namesOf(fieldDelimiters())));
@@ -158,7 +162,7 @@ void addDatabaseOptions(CLI::App& sub, ExportSettings& settings)
     sub.add_option("--schema", settings.schema,
            localized("The schema of the tables (sql for postgresql, oracle and sqlserver)"))
         ->type_name("NAME");
-    addSwitches(sub, settings, exportSwitches().subspan(1));
+    addSwitches(sub, settings, exportSwitches().subspan(textSwitchCount));
 }
 
 } // namespace

@@ -15,12 +15,21 @@ namespace {
 using Complaint = std::optional<std::string>;
 
 constexpr ExportSwitch switches[] = {
-    {ExportOption::Header, "--no-header", messageKey("No line of column names"), &ExportOptions::includeColumnHeader},
-    {ExportOption::Structure, "--no-structure", messageKey("No table definitions"), &ExportOptions::exportStructure},
-    {ExportOption::DropTable, "--no-drop-table", messageKey("No DROP TABLE"), &ExportOptions::includeDropTable},
-    {ExportOption::ForeignKeys, "--no-foreign-keys", messageKey("No foreign keys"), &ExportOptions::includeForeignKeys},
-    {ExportOption::Indexes, "--no-indexes", messageKey("No indexes"), &ExportOptions::includeIndexes},
-    {ExportOption::Data, "--no-data", messageKey("No rows"), &ExportOptions::exportData},
+    {ExportOption::Exact, "--exact", messageKey("Every value as the file holds it"), &ExportOptions::isExact, true},
+    {ExportOption::ByteOrderMark, "--bom", messageKey("A byte-order mark in front"), &ExportOptions::hasByteOrderMark,
+        true},
+    {ExportOption::GuardFormulas, "--guard-formulas",
+        messageKey("With --exact: an apostrophe in front of texts that look like formulas"),
+        &ExportOptions::guardsFormulas, true},
+    {ExportOption::Header, "--no-header", messageKey("No line of column names"), &ExportOptions::includeColumnHeader,
+        false},
+    {ExportOption::Structure, "--no-structure", messageKey("No table definitions"), &ExportOptions::exportStructure,
+        false},
+    {ExportOption::DropTable, "--no-drop-table", messageKey("No DROP TABLE"), &ExportOptions::includeDropTable, false},
+    {ExportOption::ForeignKeys, "--no-foreign-keys", messageKey("No foreign keys"), &ExportOptions::includeForeignKeys,
+        false},
+    {ExportOption::Indexes, "--no-indexes", messageKey("No indexes"), &ExportOptions::includeIndexes, false},
+    {ExportOption::Data, "--no-data", messageKey("No rows"), &ExportOptions::exportData, false},
 };
 
 // `name` is one of the names.
@@ -42,6 +51,14 @@ std::string doesNotApply(std::string_view option, std::string_view to)
     return localizedFormat("%@ does not apply to %@.", {option, to});
 }
 
+bool isGiven(const ExportSettings& settings, ExportOption option)
+{
+    const auto found = settings.switched.find(option);
+    return found != settings.switched.end() && found->second;
+}
+
+std::string onlyWithExact(std::string_view option) { return localizedFormat("%@ needs --exact.", {option}); }
+
 // The arguments that were given, by the option that they are for.
 std::map<ExportOption, const char*> givenArguments(const ExportSettings& settings)
 {
@@ -55,10 +72,20 @@ std::map<ExportOption, const char*> givenArguments(const ExportSettings& setting
     add(settings.encoding, ExportOption::Encoding, "--encoding");
     add(settings.dialect, ExportOption::Dialect, "--dialect");
     add(settings.schema, ExportOption::Schema, "--schema");
-    for (const auto& [option, argument, helpKey, value] : switches)
-        if (const auto found = settings.switchedOff.find(option); found != settings.switchedOff.end() && found->second)
-            given[option] = argument;
+    add(settings.objects, ExportOption::Objects, "--objects");
+    for (const auto& choice : switches)
+        if (isGiven(settings, choice.option)) given[choice.option] = choice.argument;
     return given;
+}
+
+// The exact style has a decimal point, and only it keeps what these options change apart from the rest.
+Complaint complaintAboutStyle(const ExportSettings& settings)
+{
+    const bool isExact = optionsFrom(settings).isExact;
+    if (isExact && settings.decimalSymbol) return doesNotApply("--decimal-symbol", "--exact");
+    if (!isExact && settings.objects) return onlyWithExact("--objects");
+    if (!isExact && isGiven(settings, ExportOption::GuardFormulas)) return onlyWithExact("--guard-formulas");
+    return std::nullopt;
 }
 
 Complaint complaintAboutOptions(const ExportSettings& settings, const FormatInfo& format)
@@ -66,12 +93,13 @@ Complaint complaintAboutOptions(const ExportSettings& settings, const FormatInfo
     if (settings.isSingleFile && !format.hasSingleFileMode()) return doesNotApply("--single-file", format.name);
     for (const auto& [option, argument] : givenArguments(settings))
         if (!format.has(option)) return doesNotApply(argument, format.name);
-    return std::nullopt;
+    return complaintAboutStyle(settings);
 }
 
 Complaint complaintAboutValues(const ExportSettings& settings, const FormatInfo& format)
 {
     if (settings.to.empty()) return localized("--to must not be empty.");
+    if (settings.objects && settings.objects->empty()) return localized("--objects must not be empty.");
     if (settings.fieldDelimiter && !format.offers(delimiterNamed(fieldDelimiters(), *settings.fieldDelimiter)))
         return doesNotApply("--field-delimiter " + *settings.fieldDelimiter, format.name);
     if (settings.encoding && !findTextEncoding(*settings.encoding))
@@ -98,12 +126,13 @@ Complaint complaintAbout(const ExportSettings& settings)
 ExportOptions optionsFrom(const ExportSettings& settings)
 {
     const auto& format = formatOf(settings);
-    auto options = defaultOptions(format);
+    auto options = defaultOptions(format, isGiven(settings, ExportOption::Exact));
     options.isSingleFile = options.isSingleFile || settings.isSingleFile;
     options.path = settings.to;
     if (settings.fieldDelimiter) {
         options.fieldDelimiter = delimiterNamed(fieldDelimiters(), *settings.fieldDelimiter);
-        options.decimalSymbol = format.decimalSymbolFor(options.fieldDelimiter).value_or(options.decimalSymbol);
+        if (!options.isExact)
+            options.decimalSymbol = format.decimalSymbolFor(options.fieldDelimiter).value_or(options.decimalSymbol);
     }
     if (settings.recordDelimiter)
         options.recordDelimiter = delimiterNamed(recordDelimiters(), *settings.recordDelimiter);
@@ -111,8 +140,9 @@ ExportOptions optionsFrom(const ExportSettings& settings)
     if (settings.encoding) options.encoding = findTextEncoding(*settings.encoding).value_or(options.encoding);
     options.sqlDialect = dialectOf(settings).dialect;
     options.schemaName = settings.schema.value_or("");
-    for (const auto& [option, isOff] : settings.switchedOff)
-        if (isOff) options.*std::ranges::find(switches, option, &ExportSwitch::option)->value = false;
+    options.objectsFolder = settings.objects.value_or("");
+    for (const auto& choice : switches)
+        if (isGiven(settings, choice.option)) options.*choice.value = choice.isOn;
     return options;
 }
 

@@ -25,17 +25,20 @@ struct ExportSettings {
     std::optional<std::string> encoding;
     std::optional<std::string> dialect;
     std::optional<std::string> schema;
-    std::map<ExportOption, bool> switchedOff; // what an ExportSwitch says
+    std::optional<std::string> objects;
+    std::map<ExportOption, bool> switched; // the switches that were given
 };
 
-// An argument that switches an option off.
+// An argument that switches an option on or off.
 struct ExportSwitch {
     ExportOption option;
     const char* argument;
     const char* helpKey; // a key of the message table
     bool ExportOptions::*value;
+    bool isOn; // what the value becomes
 };
-// That of the header comes first.
+// Those of text files come first, textSwitchCount in number.
+inline constexpr std::size_t textSwitchCount = 4;
 [[nodiscard]] std::span<const ExportSwitch> exportSwitches();
 
 // Why the settings make no sense (localised): an option is given that the format does not have, or a value that it does

@@ -131,12 +131,14 @@ std::optional<std::string_view> fileExtensionByExportFileType(ExportFileType typ
     return extension.empty() ? std::nullopt : std::optional(extension);
 }
 
-ExportOptions defaultOptions(const FormatInfo& format)
+ExportOptions defaultOptions(const FormatInfo& format, bool isExact)
 {
     ExportOptions options;
     options.fileType = format.type;
     options.isSingleFile = format.output == ExportOutput::File;
     options.includeColumnHeader = format.has(Option::Header);
+    options.isExact = isExact || format.isAlwaysExact;
+    if (options.isExact && format.has(Option::RecordDelimiter)) options.recordDelimiter = RecordDelimiter::CRLF;
     return options;
 }
 

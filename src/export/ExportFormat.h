@@ -44,6 +44,10 @@ enum class ExportOption : unsigned {
     ForeignKeys,
     Indexes,
     Data,
+    Exact,
+    ByteOrderMark,
+    GuardFormulas, // only exact
+    Objects,       // as files beside
 };
 
 class ExportOptionSet {
@@ -79,6 +83,7 @@ struct FormatInfo {
     ExportOptionSet options;
     std::span<const FieldDelimiter> fieldDelimiters = {}; // that may be chosen, where that option applies
     bool delimiterSetsDecimalSymbol = false;              // so that the two differ
+    bool isAlwaysExact = false;                           // it has no classic style
     ExportWriter writer;
 
     [[nodiscard]] bool has(ExportOption option) const { return options.has(option); }
@@ -100,6 +105,6 @@ struct FormatInfo {
 [[nodiscard]] std::optional<std::string_view> fileExtensionByExportFileType(ExportFileType type);
 
 // The options before the user has changed any.
-[[nodiscard]] ExportOptions defaultOptions(const FormatInfo& format);
+[[nodiscard]] ExportOptions defaultOptions(const FormatInfo& format, bool isExact = false);
 
 } // namespace vellumo

@@ -99,6 +99,7 @@ void Collector::collectContents()
 
 void Collector::collectEncoding()
 {
+    if (m_options.isExact) return; // texts are written whole
     if (exportFormat(m_options.fileType).has(ExportOption::Encoding) && writesZeroBytes(m_options.encoding))
         warn(Place::Encoding,
             localized("Each text is written up to its first zero byte. This encoding has zero bytes in common "

@@ -2,6 +2,7 @@
 #include "export/ExportJob.h"
 
 #include "SQLite Connection/DBSockets/LoadErrorWindow.h"
+#include "export/objects/ObjectsExport.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 
@@ -30,6 +31,8 @@ ExportJob::ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, 
     for (const auto& entry : m_entries)
         m_report.tables.push_back({entry.tableName});
 }
+
+ExportJob::~ExportJob() = default;
 
 LoadErrorWindow& ExportJob::loadErrorWindow() const
 {
@@ -61,6 +64,35 @@ std::string ExportJob::unlessSource(std::string path) const
     std::error_code error;
     if (std::filesystem::equivalent(path, m_file.fullPath(), error)) return {};
     return path;
+}
+
+bool ExportJob::openObjectFolder()
+{
+    m_objects = std::make_unique<ObjectFolder>(m_file, m_options.objectsFolder);
+    const bool isOpen = m_objects->open();
+    takeObjectFailures();
+    return isOpen;
+}
+
+std::string ExportJob::objectFile(
+    const TAdmMDBTable& table, std::size_t column, std::size_t row, const TAdmBlobData& object)
+{
+    auto path = m_objects->add(table, column, row, object);
+    takeObjectFailures();
+    return path;
+}
+
+void ExportJob::finishObjectFolder()
+{
+    m_objects->finish();
+    takeObjectFailures();
+}
+
+void ExportJob::takeObjectFailures()
+{
+    const auto& failures = m_objects->report().failures;
+    for (; m_objectFailures < failures.size(); ++m_objectFailures)
+        outputFailed({"%@", {failures[m_objectFailures]}});
 }
 
 void ExportJob::tableDone(std::string_view tableName)

@@ -7,12 +7,15 @@
 
 #include <atomic>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace vellumo {
 
 class LoadErrorWindow;
+class ObjectFolder;
 class SystemLog;
+class TAdmBlobData;
 class TAdmMDBFile;
 class TAdmMDBTable;
 
@@ -39,6 +42,9 @@ public:
     // Exports the tables of all entries. All references outlive the job.
     ExportJob(const TAdmMDBFile& file, std::vector<ExportEntry> entries, ExportOptions options,
         const std::atomic<bool>& stop, const ExportListener& listener);
+    ~ExportJob();
+    ExportJob(const ExportJob&) = delete;
+    ExportJob& operator=(const ExportJob&) = delete;
 
     [[nodiscard]] const TAdmMDBFile& file() const { return m_file; }
     [[nodiscard]] const std::vector<ExportEntry>& entries() const { return m_entries; }
@@ -67,10 +73,29 @@ public:
     void stepFailed(ExportReason reason);
     void outputFailed(ExportReason reason);
 
+    // The target does not take so many values of the column ("": of the table) as the file holds them.
+    void addFinding(FindingKind kind, std::string_view table, std::string_view column, std::size_t count = 1,
+        std::string_view detail = {})
+    {
+        m_report.findings.add(kind, table, column, count, detail);
+    }
+
+    // Whether objects become files beside the export, which then has their paths in the place of their bytes.
+    [[nodiscard]] bool hasObjectFolder() const { return m_objects != nullptr; }
+    // Makes the object of a cell such a file, once a cell, `row` counted from 0 in stored order. Its path relative to
+    // the folder; "" when there is no file: the object has no bytes, or it could not be written, which is a failure.
+    [[nodiscard]] std::string objectFile(
+        const TAdmMDBTable& table, std::size_t column, std::size_t row, const TAdmBlobData& object);
+    // Both for the run: the folder with its list is made before the writer comes, and finished after it. False when it
+    // cannot be made, which is a failure.
+    [[nodiscard]] bool openObjectFolder();
+    void finishObjectFolder();
+
     // What has been told so far, but for `isStopped` and what the file had lost.
     [[nodiscard]] ExportReport& report() { return m_report; }
 
 private:
+    void takeObjectFailures();
     [[nodiscard]] std::string unlessSource(std::string path) const;
 
     const TAdmMDBFile& m_file;
@@ -79,6 +104,8 @@ private:
     const std::atomic<bool>& m_stop;
     ExportListener m_listener;
     ExportReport m_report;
+    std::unique_ptr<ObjectFolder> m_objects;
+    std::size_t m_objectFailures = 0; // that the report has
 };
 
 } // namespace vellumo

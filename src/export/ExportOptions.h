@@ -50,6 +50,10 @@ struct ExportOptions {
     bool includeForeignKeys = true;
     bool includeIndexes = true;
     bool exportData = true;
+    bool isExact = false;           // every value as the file holds it; else in the classic style
+    bool hasByteOrderMark = false;  // even where the encoding needs none
+    bool guardsFormulas = false;    // only exact: an apostrophe in front of texts that a sheet would take for formulas
+    std::string objectsFolder = {}; // "": no files of the objects
 
     // Without either there is nothing to export.
     [[nodiscard]] bool hasContents() const { return exportStructure || exportData; }

@@ -67,6 +67,8 @@ ExportReportTexts exportReportTexts(const ExportReport& report)
 {
     auto body = countSentence(report.doneCount());
     addFailures(report.failures, body);
+    for (const auto& line : findingLines(report.findings.all()))
+        addLine(line, body);
     addLosses(report, body);
     return {report.isStopped ? localized("Export terminated.") : localized("Export finished."), std::move(body)};
 }

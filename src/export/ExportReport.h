@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "export/ExportFinding.h"
 #include "jet/DamageReport.h"
 
 #include <array>
@@ -39,6 +40,7 @@ struct ExportReport {
     std::vector<Table> tables;           // in the order of the export
     std::vector<ExportFailure> failures; // in the order in which they came
     bool isStopped = false;              // by the user
+    ExportFindings findings;             // what the target could not take as the file holds it
     // What the tables had lost before they came to be exported, and with them, as lines (localised).
     std::vector<std::string> leftOutObjects;
     std::vector<std::string> damage;
@@ -55,7 +57,9 @@ struct ExportReport {
 // The report as a person reads it (localised).
 struct ExportReportTexts {
     std::string title;
-    std::string body; // what was exported, the first ten failures, what the file had lost; lines, none at its end
+    // What was exported, the first ten failures, the first ten findings, what the file had lost; lines, none at its
+    // end.
+    std::string body;
 };
 [[nodiscard]] ExportReportTexts exportReportTexts(const ExportReport& report);
 

@@ -37,6 +37,15 @@ void addLosses(const TAdmMDBFile& file, const ExportOptions& options, ExportRepo
     report.damage = damageLines(file.damage(), isWholeFile ? std::span<const std::string>() : names);
 }
 
+// Without the objects that it refers to, an export would be less than it looks.
+void write(ExportJob& job)
+{
+    const bool hasObjects = !job.options().objectsFolder.empty();
+    if (hasObjects && !job.openObjectFolder()) return;
+    exportFormat(job.options().fileType).writer(job);
+    if (hasObjects && !job.terminated()) job.finishObjectFolder();
+}
+
 } // namespace
 
 ExportReport runExport(const TAdmMDBFile& file, std::span<const ExportEntry> tables, const ExportOptions& options,
@@ -45,7 +54,7 @@ ExportReport runExport(const TAdmMDBFile& file, std::span<const ExportEntry> tab
     ExportJob job(file, selectedOf(tables), options, stop, listener);
     auto& report = job.report();
     try {
-        exportFormat(options.fileType).writer(job);
+        write(job);
     } catch (const std::bad_alloc&) {
         report.failures.push_back(noMemory());
     }

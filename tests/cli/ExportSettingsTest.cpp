@@ -27,9 +27,9 @@ TEST(ExportSettings, ComplainsAboutWhatDoesNotApply)
         {"csv", [](S&) {}, ""},
         {"csv", [](S& s) { s.to.clear(); }, "--to must not be empty."},
         {"csv", [](S& s) { s.isSingleFile = true; }, "--single-file does not apply to csv."},
-        {"xls", [](S& s) { s.isSingleFile = s.switchedOff[Header] = true; }, ""},
+        {"xls", [](S& s) { s.isSingleFile = s.switched[Header] = true; }, ""},
         {"sqlite", [](S& s) { s.isSingleFile = true; }, ""},
-        {"sql", [](S& s) { s.switchedOff[Header] = true; }, "--no-header does not apply to sql."},
+        {"sql", [](S& s) { s.switched[Header] = true; }, "--no-header does not apply to sql."},
         {"csv", [](S& s) { s.fieldDelimiter = "semicolon"; }, ""},
         {"csv", [](S& s) { s.fieldDelimiter = "tab"; }, "--field-delimiter tab does not apply to csv."},
         {"txt", [](S& s) { s.fieldDelimiter = "space"; }, ""},
@@ -43,12 +43,12 @@ TEST(ExportSettings, ComplainsAboutWhatDoesNotApply)
         {"sql", [](S& s) { s.schema = "s", s.dialect = "oracle"; }, ""},
         {"sql", [](S& s) { s.schema = "s", s.dialect = "sqlite"; }, "--schema does not apply to sqlite."},
         {"sqlite", [](S& s) { s.dialect = "sqlite"; }, "--dialect does not apply to sqlite."},
-        {"sql", [](S& s) { s.switchedOff[Structure] = s.switchedOff[Indexes] = true; }, ""},
-        {"sql", [](S& s) { s.switchedOff[Structure] = s.switchedOff[Data] = true; },
+        {"sql", [](S& s) { s.switched[Structure] = s.switched[Indexes] = true; }, ""},
+        {"sql", [](S& s) { s.switched[Structure] = s.switched[Data] = true; },
             "Neither structure nor data is to be exported."},
-        {"sqlite", [](S& s) { s.switchedOff[Structure] = true; }, "--no-structure does not apply to sqlite."},
-        {"sqlite", [](S& s) { s.switchedOff[ForeignKeys] = s.switchedOff[Indexes] = s.switchedOff[Data] = true; }, ""},
-        {"csv", [](S& s) { s.switchedOff[Data] = true; }, "--no-data does not apply to csv."},
+        {"sqlite", [](S& s) { s.switched[Structure] = true; }, "--no-structure does not apply to sqlite."},
+        {"sqlite", [](S& s) { s.switched[ForeignKeys] = s.switched[Indexes] = s.switched[Data] = true; }, ""},
+        {"csv", [](S& s) { s.switched[Data] = true; }, "--no-data does not apply to csv."},
     };
     for (const auto& c : cases)
         EXPECT_EQ(complaintAbout(settingsFor(c.format, c.change)).value_or(""), c.complaint) << c.format;
@@ -72,21 +72,20 @@ TEST(ExportSettings, BecomeOptions)
     options = asked("csv", [](S& s) { s.fieldDelimiter = "semicolon", s.decimalSymbol = ""; });
     EXPECT_EQ(options.decimalSymbol, "");
     options = asked("txt", [](S& s) {
-        s.fieldDelimiter = "space", s.recordDelimiter = "crlf", s.encoding = "cp1252", s.switchedOff[Header] = true;
+        s.fieldDelimiter = "space", s.recordDelimiter = "crlf", s.encoding = "cp1252", s.switched[Header] = true;
     });
     EXPECT_EQ(options.fieldDelimiter, FieldDelimiter::Space);
     EXPECT_EQ(options.recordDelimiter, RecordDelimiter::CRLF);
     EXPECT_TRUE(options.encoding == 12 && !options.includeColumnHeader);
 
-    options = asked("sql", [](S& s) { s.dialect = "sqlserver", s.schema = "dbo", s.switchedOff[DropTable] = true; });
+    options = asked("sql", [](S& s) { s.dialect = "sqlserver", s.schema = "dbo", s.switched[DropTable] = true; });
     EXPECT_EQ(options.sqlDialect, SQLDialect::SQLServer);
     EXPECT_EQ(options.schemaName, "dbo");
     EXPECT_TRUE(!options.isSingleFile && !options.includeDropTable && options.includeForeignKeys
         && options.includeIndexes && options.exportStructure && options.exportData);
-    options = asked("sql", [](S& s) { s.isSingleFile = s.switchedOff[Structure] = true; });
+    options = asked("sql", [](S& s) { s.isSingleFile = s.switched[Structure] = true; });
     EXPECT_TRUE(options.isSingleFile && !options.exportStructure && options.exportData);
-    options =
-        asked("sqlite", [](S& s) { s.switchedOff[Data] = s.switchedOff[Indexes] = s.switchedOff[ForeignKeys] = true; });
+    options = asked("sqlite", [](S& s) { s.switched[Data] = s.switched[Indexes] = s.switched[ForeignKeys] = true; });
     EXPECT_TRUE(options.isSingleFile && options.exportStructure && !options.exportData && !options.includeIndexes
         && !options.includeForeignKeys);
     EXPECT_EQ(options.path, "/out");

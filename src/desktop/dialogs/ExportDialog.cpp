@@ -133,6 +133,7 @@ void ExportDialog::connectCheckBoxes()
     using Controls = ExportControls;
     connectCheckBox(
         m_ui->exportSingleFileCheckBox, &Controls::exportSingleFileCheckBox, &ExportWizard::exportSingleFile);
+    connectCheckBox(m_ui->exactCheckBox, &Controls::exactCheckBox, &ExportWizard::changeExact);
     connectCheckBox(m_ui->includeColumnHeaderCheckBox, &Controls::includeColumnHeaderCheckBox, nullptr);
     connectCheckBox(
         m_ui->exportStructureCheckBox, &Controls::exportStructureCheckBox, &ExportWizard::exportTableStructure);

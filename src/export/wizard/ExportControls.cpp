@@ -80,6 +80,7 @@ ExportControls controlsForFormat(const FormatInfo& format, bool isWholeFile)
 
     ExportControls controls;
     controls.exportSingleFileCheckBox = {options.isSingleFile || (isChoice && isWholeFile), isChoice};
+    controls.exactCheckBox = {options.isExact, format.has(ExportOption::Exact) && !format.isAlwaysExact};
     controls.includeColumnHeaderCheckBox = box(options.includeColumnHeader, ExportOption::Header);
     controls.fieldDelimiterPopup = fieldDelimiterPopup(format, options);
     controls.recordDelimiterPopup = recordDelimiterPopup(format, options);
@@ -101,6 +102,7 @@ ExportOptions optionsFromControls(ExportFileType type, const ExportControls& con
     options.fileType = type;
     options.isSingleFile = controls.exportSingleFileCheckBox.value;
     options.path = controls.exportPathTextField.value;
+    options.isExact = controls.exactCheckBox.value;
     options.includeColumnHeader = controls.includeColumnHeaderCheckBox.value;
     options.fieldDelimiter = static_cast<FieldDelimiter>(controls.fieldDelimiterPopup.selectedTag);
     options.recordDelimiter = static_cast<RecordDelimiter>(controls.recordDelimiterPopup.selectedTag);

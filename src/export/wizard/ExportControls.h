@@ -44,6 +44,7 @@ struct ExportControls {
     std::string exportPathLabel; // localised, with the colon
     TextField exportPathTextField;
     bool isFileNameColumnVisible = true; // of the table list
+    CheckBox exactCheckBox;
     CheckBox includeColumnHeaderCheckBox;
     Popup fieldDelimiterPopup;  // tags: FieldDelimiter
     Popup recordDelimiterPopup; // tags: RecordDelimiter

@@ -168,8 +168,21 @@ void ExportWizard::updateExportSingleFileLabels()
         path = parentFolder(path);
 }
 
+// Each style has its own ends of lines, and the exact one a decimal point.
+void ExportWizard::changeExact()
+{
+    const bool isExact = m_controls.exactCheckBox.value;
+    const auto options = defaultOptions(formatInfo(), isExact);
+    m_controls.recordDelimiterPopup.selectedTag = static_cast<std::uint32_t>(options.recordDelimiter);
+    m_controls.decimalSymbolTextField.isEnabled = !isExact;
+    if (isExact) m_controls.decimalSymbolTextField.value = options.decimalSymbol;
+    if (!isExact) changeFieldDelimiter();
+    m_view->controlsChanged();
+}
+
 void ExportWizard::changeFieldDelimiter()
 {
+    if (m_controls.exactCheckBox.value) return m_view->controlsChanged();
     const auto delimiter = static_cast<FieldDelimiter>(m_controls.fieldDelimiterPopup.selectedTag);
     const auto symbol = formatInfo().decimalSymbolFor(delimiter);
     if (symbol) m_controls.decimalSymbolTextField.value = *symbol;

@@ -100,6 +100,7 @@ public:
     void deselectAll() { markAllTableEntriesAsSelected(false); }
     void selectExportPath();
     void exportSingleFile();
+    void changeExact();
     void changeFieldDelimiter();
     void changeSQLFormat();
     void exportTableStructure();

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "export/ExportFinding.h"
+
+#include "text/Format.h"
+#include "text/Messages.h"
+
+#include <algorithm>
+
+namespace vellumo {
+
+namespace {
+
+struct FindingTexts {
+    FindingKind kind;
+    const char* oneKey;  // the detail fills its placeholder
+    const char* manyKey; // the count fills the first, the detail the second
+};
+
+constexpr FindingTexts findingTexts[] = {
+    {FindingKind::Unreadable, messageKey("1 unreadable value was written as null."),
+        messageKey("%ld unreadable values were written as null.")},
+    {FindingKind::NotANumberAsNull, messageKey("1 infinite value or not-a-number was written as null."),
+        messageKey("%ld infinite values or not-a-numbers were written as null.")},
+    {FindingKind::NotANumberAsText, messageKey("1 infinite value or not-a-number was written as a text."),
+        messageKey("%ld infinite values or not-a-numbers were written as texts.")},
+    {FindingKind::DigitsAsText, messageKey("1 number has too many digits and was written as a text."),
+        messageKey("%ld numbers have too many digits and were written as texts.")},
+    {FindingKind::DateAsText, messageKey("1 date was written as a text: a sheet counts days from 1900-03-01 on."),
+        messageKey("%ld dates were written as texts: a sheet counts days from 1900-03-01 on.")},
+    {FindingKind::EmptyText, messageKey("1 empty text cannot be told from null."),
+        messageKey("%ld empty texts cannot be told from null.")},
+    {FindingKind::TextCut, messageKey("1 text was cut after %@ characters."),
+        messageKey("%ld texts were cut after %@ characters.")},
+    {FindingKind::LineBreaks, messageKey("In 1 text, line breaks CR LF became LF."),
+        messageKey("In %ld texts, line breaks CR LF became LF.")},
+    {FindingKind::CharactersReplaced, messageKey("In 1 text, characters that the target does not take became U+FFFD."),
+        messageKey("In %ld texts, characters that the target does not take became U+FFFD.")},
+    {FindingKind::CharactersEscaped, messageKey("In 1 text, control characters were written as %@."),
+        messageKey("In %ld texts, control characters were written as %@.")},
+    {FindingKind::TextEncoded, messageKey("1 text with characters that XML does not take was written as base64."),
+        messageKey("%ld texts with characters that XML does not take were written as base64.")},
+    {FindingKind::FormulaGuarded, messageKey("1 text that looks like a formula got an apostrophe in front."),
+        messageKey("%ld texts that look like formulas got an apostrophe in front.")},
+    {FindingKind::BytesLeftOut, messageKey("Of 1 value only the number of its bytes was written."),
+        messageKey("Of %ld values only the number of their bytes was written.")},
+};
+
+std::string sentence(const ExportFinding& finding)
+{
+    const auto* texts = std::ranges::find(findingTexts, finding.kind, &FindingTexts::kind);
+    if (texts == std::end(findingTexts)) return {};
+    return finding.count == 1 ? localizedFormat(texts->oneKey, {finding.detail})
+                              : localizedFormat(texts->manyKey, {finding.count, finding.detail});
+}
+
+} // namespace
+
+void ExportFindings::add(
+    FindingKind kind, std::string_view table, std::string_view column, std::size_t count, std::string_view detail)
+{
+    const auto isSame = [&](const ExportFinding& finding) {
+        return finding.kind == kind && finding.column == column && finding.table == table && finding.detail == detail;
+    };
+    // Those of the table at hand are the last ones.
+    const auto found = std::ranges::find_if(m_findings.rbegin(), m_findings.rend(), isSame);
+    if (found != m_findings.rend())
+        found->count += count;
+    else
+        m_findings.push_back({kind, std::string(table), std::string(column), std::string(detail), count});
+}
+
+std::string findingText(const ExportFinding& finding)
+{
+    if (finding.column.empty()) return format("%@: %@", {finding.table, sentence(finding)});
+    return format("%@.%@: %@", {finding.table, finding.column, sentence(finding)});
+}
+
+std::vector<std::string> findingLines(const std::vector<ExportFinding>& findings)
+{
+    constexpr std::size_t shownLines = 10;
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < std::min(findings.size(), shownLines); ++i)
+        lines.push_back(findingText(findings[i]));
+    if (findings.size() > shownLines) lines.push_back(localizedFormat("…and %d more.", {findings.size() - shownLines}));
+    return lines;
+}
+
+} // namespace vellumo
