@@ -174,6 +174,30 @@ TEST_F(MainWindowTest, showsEveryKindOfInformation)
     EXPECT_EQ(qobject_cast<QLabel*>(page.currentWidget())->text(), "No forigen keys");
 }
 
+// Qt guesses whether a text is markup, wherever it is not told.
+TEST_F(MainWindowTest, takesNoNameForMarkup)
+{
+    samples::DatabaseDescription description;
+    description.tables.push_back({.name = "<b>Address</b>", .columns = {{.name = "<i>Street</i>"}}});
+    m_program.start();
+    m_program.openFiles({m_program.makeDatabase("<table>.mdb", description)});
+    m_program.press(Qt::Key_4, Qt::ControlModifier); // jump bar
+    m_program.clickTree("<b>Address</b>");
+    m_program.clickButton("InfoView_Column_Button");
+    QStringList tips{m_program.grid().model()->headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString()};
+    for (const auto* widget : m_program.window().findChildren<QWidget*>())
+        tips << widget->toolTip();
+    for (const auto* list : m_program.window().findChildren<QAbstractItemView*>())
+        for (int row = 0; list->model() != nullptr && row < list->model()->rowCount(); ++row)
+            tips << list->model()->index(row, 1).data(Qt::ToolTipRole).toString()
+                 << list->model()->index(row, 0).data(Qt::ToolTipRole).toString();
+    for (const auto& tip : tips)
+        EXPECT_FALSE(tip.contains("<b>") || tip.contains("<i>") || tip.contains("<table>")) << fromQString(tip);
+    EXPECT_GE(tips.filter("&lt;").size(), 4);
+    for (const auto* label : m_program.window().findChildren<QLabel*>())
+        EXPECT_TRUE(label->textFormat() == Qt::PlainText || !label->text().contains('<')) << fromQString(label->text());
+}
+
 TEST_F(MainWindowTest, filtersTheFileList)
 {
     m_program.startWithDemo();

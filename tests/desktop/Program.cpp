@@ -23,6 +23,13 @@ namespace vellumo::test {
 
 std::string readText(QString text) { return fromQString(text.replace("&&", "\1").remove('&').replace('\1', '&')); }
 
+std::string Program::makeDatabase(const std::string& fileName, const samples::DatabaseDescription& description)
+{
+    auto path = folder.path(fileName);
+    EXPECT_EQ(samples::writeDatabase(description, path).error, "");
+    return path;
+}
+
 std::string Program::makeDemo(const std::string& fileName)
 {
     // Written once; it is the same each time.

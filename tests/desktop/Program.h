@@ -4,6 +4,7 @@
 #include "desktop/ports/QtImageDecoder.h"
 #include "desktop/ports/QtMainThread.h"
 #include "desktop/window/MainWindow.h"
+#include "samples/Description.h"
 #include "support/FakeDesktop.h"
 #include "support/QtApplication.h"
 #include "support/TempFolder.h"
@@ -22,6 +23,8 @@ namespace vellumo::test {
 // hands can do with mouse and keyboard.
 class Program : public FakeDesktop<SystemFileFacts, QtImageDecoder, QtMainThread> {
 public:
+    // A database in the folder; returns its path.
+    std::string makeDatabase(const std::string& fileName, const samples::DatabaseDescription& description);
     // The demo database in the folder; returns its path.
     std::string makeDemo(const std::string& fileName = "Shop.mdb");
     std::string makeBrokenFile(const std::string& fileName);

@@ -49,9 +49,8 @@ QVariant ExportTableModel::data(const QModelIndex& index, int role) const
     if (!index.isValid()) return {};
     if (index.column() == Selected) return checkData(index.row(), role);
     // The tool tip is for names that are longer than their column.
-    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::ToolTipRole)
-        return text(index.row(), index.column());
-    return {};
+    if (role == Qt::DisplayRole || role == Qt::EditRole) return text(index.row(), index.column());
+    return role == Qt::ToolTipRole ? plainToolTip(text(index.row(), index.column())) : QVariant();
 }
 
 QVariant ExportTableModel::headerData(int section, Qt::Orientation orientation, int role) const

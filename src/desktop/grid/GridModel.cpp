@@ -129,7 +129,7 @@ QVariant GridModel::columnTitle(const GridColumn& column, int role) const
 {
     switch (role) {
     case Qt::DisplayRole: return cellLine(column.identifier);
-    case Qt::ToolTipRole: return toQString(column.identifier);
+    case Qt::ToolTipRole: return plainToolTip(toQString(column.identifier));
     case Qt::DecorationRole: return column.hasKeyImage ? QVariant(m_keyIcon) : QVariant();
     case Qt::AccessibleDescriptionRole: return column.hasKeyImage ? QVariant(localizedText("Primary key")) : QVariant();
     default: return {};

@@ -21,7 +21,7 @@ void showName(QToolButton& button, const std::string& name)
 {
     const auto room = button.fontMetrics().averageCharWidth() * 40;
     button.setText(button.fontMetrics().elidedText(toQString(name), Qt::ElideRight, room).replace('&', "&&"));
-    button.setToolTip(toQString(name));
+    button.setToolTip(plainToolTip(toQString(name)));
 }
 
 } // namespace

@@ -19,7 +19,7 @@ namespace {
 QTableWidgetItem* makeItem(const std::string& text)
 {
     auto* item = new QTableWidgetItem(toQString(text)); // the table owns it
-    item->setToolTip(item->text());
+    item->setToolTip(plainToolTip(item->text()));
     item->setTextAlignment(Qt::AlignLeading | Qt::AlignTop);
     return item;
 }

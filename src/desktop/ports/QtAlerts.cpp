@@ -57,14 +57,15 @@ void setBody(QMessageBox& box, const Alert& alert)
         box.setInformativeText(text);
     else
         addScrolledText(box, text);
+    // The box's own format is for its title only, and texts bring names of files and tables: never read them as markup.
+    for (auto* label : box.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
 }
 
 void fill(QMessageBox& box, const Alert& alert)
 {
     box.setObjectName("alert");
     box.setWindowTitle(programName);
-    // File and table names come from outside: never read them as markup.
-    box.setTextFormat(Qt::PlainText);
     box.setText(toQString(alert.title));
     box.setStandardButtons(QMessageBox::Ok);
     // What was said is good news or bad; the program's own picture suits both.
