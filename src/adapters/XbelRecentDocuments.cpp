@@ -3,6 +3,7 @@
 
 #include "adapters/LockFile.h"
 #include "adapters/PrivateFile.h"
+#include "platform/DatabasePath.h"
 #include "platform/DesktopId.h"
 
 #include <algorithm>
@@ -330,10 +331,18 @@ std::vector<std::string> XbelRecentDocuments::paths() const
     std::reverse(noted.begin(), noted.end());
     std::stable_sort(noted.begin(), noted.end(), [](const Noted& a, const Noted& b) { return a.time > b.time; });
     std::vector<std::string> paths;
-    for (auto& document : noted)
-        if (std::find(paths.begin(), paths.end(), document.path) == paths.end())
-            paths.push_back(std::move(document.path));
+    for (const auto& document : noted)
+        if (auto path = fileMeantBy(document.path); std::find(paths.begin(), paths.end(), path) == paths.end())
+            paths.push_back(std::move(path));
     return paths;
+}
+
+std::string XbelRecentDocuments::fileMeantBy(const std::string& path) const
+{
+    const auto files = databaseFilesMeantBy(path);
+    const auto listed = std::ranges::find_first_of(m_cleared, files);
+    if (files.size() > 1 && listed != m_cleared.end()) return *listed;
+    return files.size() == 1 ? files.front() : path;
 }
 
 // Replaces the file's text by what `edit` makes of it (nullopt: leave it); false when nothing could be written.
@@ -350,8 +359,9 @@ bool XbelRecentDocuments::rewrite(const std::function<std::optional<std::string>
     return edited && (*edited == *text || writePrivateFile(m_settings.path, *edited));
 }
 
-void XbelRecentDocuments::note(const std::string& path)
+void XbelRecentDocuments::note(const std::string& given)
 {
+    const auto path = fileMeantBy(given);
     std::erase_if(m_thisRunOnly, [&](const Noted& noted) { return noted.path == path; });
     m_forgotten.erase(path);
     const auto uri = uriOf(path);
@@ -363,6 +373,7 @@ void XbelRecentDocuments::note(const std::string& path)
 
 void XbelRecentDocuments::clear()
 {
+    m_cleared = paths();
     m_thisRunOnly.clear();
     if (!mayExist(m_settings.path)) return;
     // What stays in the file all the same is hidden for this run; the next start shows it again.

@@ -16,6 +16,7 @@
 #include "desktop/ports/QtSystemLog.h"
 #include "desktop/ports/QtWorkspace.h"
 #include "desktop/window/MainWindow.h"
+#include "platform/DatabasePath.h"
 #include "platform/DesktopId.h"
 
 #include <QApplication>
@@ -46,7 +47,7 @@ std::vector<std::string> absolutePaths(const QStringList& arguments)
     std::vector<std::string> paths;
     for (const auto& argument : arguments) {
         const auto path = argument.startsWith("file:") ? QUrl(argument).toLocalFile() : argument;
-        paths.push_back(fromQString(QDir::cleanPath(QFileInfo(path).absoluteFilePath())));
+        paths.push_back(completedDatabasePath(fromQString(QDir::cleanPath(QFileInfo(path).absoluteFilePath()))));
     }
     return paths;
 }

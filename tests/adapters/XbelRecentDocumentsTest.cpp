@@ -97,6 +97,30 @@ TEST_F(XbelRecentDocumentsTest, ListsWhatWasNotedTheLatestFirst)
     EXPECT_THAT(XbelRecentDocuments(settings()).paths(), ElementsAre());
 }
 
+TEST_F(XbelRecentDocumentsTest, FindsTheFileOfAPathWithoutExtension)
+{
+    for (const auto* name :
+        {"One.MDB", "Two.accdb", "Two.mdb", "Sub.2020.mdb", "One.txt", "Both.mdb", "Both.accdb", "Bare"})
+        folder.write(name, "");
+    XbelRecentDocuments documents(settings());
+    documents.note(folder.path("Two.accdb"));
+    const struct {
+        const char* noted;
+        const char* listed;
+    } cases[] = {{"Two.", "Two.accdb"}, {"One.", "One.MDB"}, {"One", "One.MDB"}, {"Sub.2020.", "Sub.2020.mdb"},
+        {"Bare", "Bare"}, {"None.", "None."}, {"Both.", "Both."}};
+    for (const auto& [noted, listed] : cases) {
+        documents.clear();
+        documents.note(folder.path(noted));
+        EXPECT_THAT(documents.paths(), ElementsAre(folder.path(listed))) << noted;
+    }
+    // One that was noted before the file was there.
+    documents.clear();
+    documents.note(folder.path("Later."));
+    folder.write("Later.mdb", "");
+    EXPECT_THAT(documents.paths(), ElementsAre(folder.path("Later.mdb")));
+}
+
 TEST_F(XbelRecentDocumentsTest, LeavesTheEntriesOfOthersByteForByte)
 {
     const auto others = head + gtkEntry + kdeEntry + foreignMetadataEntry;
