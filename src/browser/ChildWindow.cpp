@@ -16,6 +16,7 @@ ChildWindow::ChildWindow(ChildWindowManager& manager, MainWindowView& mainWindow
     , m_dataView(m_port->dataView(), desktop, true)
     , m_jumpBar(files)
 {
+    m_dataView.setOrderListener([this] { m_manager.orderDidChange(m_dataView); });
     showTable(tableToShow);
     m_port->makeKey();
     m_port->dataView().focusGrid();
@@ -95,6 +96,8 @@ void ChildWindowManager::AllAlwaysOnTop(bool isOnTop)
     for (const auto& window : m_childWins)
         window->port().setLevel(isOnTop ? WindowLevel::ModalPanel : WindowLevel::Normal);
 }
+
+void ChildWindowManager::orderDidChange(const DataView& by) { m_delegate.orderDidChange(by); }
 
 void ChildWindowManager::refreshChildJumpBarMenus()
 {

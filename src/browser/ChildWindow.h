@@ -93,6 +93,8 @@ public:
     void AllAlwaysOnTop(bool isOnTop);
 
     void refreshChildJumpBarMenus();
+    // A click in this view has changed the order of its table: every other window that shows it follows.
+    void orderDidChange(const DataView& by);
 
 private:
     VellumoAppDelegate& m_delegate;

@@ -43,6 +43,7 @@ void DataView::updateDataTableToShowMDBTable(const TAdmMDBTable* table)
         m_selectedRows = {};
         m_clickedRow = {};
         m_currentColumn = {};
+        m_recordShown = {};
     }
     m_columns.clear();
     if (table != nullptr)
@@ -50,16 +51,69 @@ void DataView::updateDataTableToShowMDBTable(const TAdmMDBTable* table)
             m_columns.push_back(gridColumn(*column));
     m_displayOrder.resize(m_columns.size());
     std::iota(m_displayOrder.begin(), m_displayOrder.end(), std::size_t{0});
-    m_selectedRows.clipTo(m_rows.rowCount());
+    m_selectedRows.clipTo(numberOfRows());
     m_port.gridColumnsDidChange();
     m_port.selectedRowsDidChange();
 }
 
 void DataView::reloadData()
 {
-    m_selectedRows.clipTo(m_rows.rowCount());
+    const auto before = m_selectedRows;
+    m_selectedRows.clipTo(numberOfRows());
     m_port.gridRowsDidChange();
     m_port.selectedRowsDidChange();
+    if (m_selectionListener && m_selectedRows != before) m_selectionListener();
+}
+
+// Whoever asks first finds the list anew, so that no place of the old one is taken for one of the new.
+std::size_t DataView::numberOfRows()
+{
+    if (m_rows.isCurrent()) return m_rows.lastRowCount();
+    const auto selected = recordsOf(m_selectedRows);
+    const auto clicked = m_clickedRow ? std::optional(recordAt(*m_clickedRow)) : std::nullopt;
+    const auto count = m_rows.rowCount();
+    m_selectedRows = rowsOf(selected);
+    m_clickedRow = clicked ? positionOfRecord(*clicked) : std::nullopt;
+    if (m_recordShown && !rowShown()) displayTextViewContent({});
+    return count;
+}
+
+// Empty when no row is selected. A list that was never asked for has no rows.
+std::vector<bool> DataView::recordsOf(const RowSelection& rows) const
+{
+    auto known = rows;
+    known.clipTo(m_rows.lastRowCount());
+    if (known.isEmpty()) return {};
+    std::vector<bool> records(table()->rows().rowCount());
+    for (const auto& [first, last] : known.ranges())
+        for (auto row = first; row <= last; ++row)
+            records[recordAt(row)] = true;
+    return records;
+}
+
+RowSelection DataView::rowsOf(const std::vector<bool>& records) const
+{
+    std::vector<RowSelection::Range> ranges;
+    const auto count = records.empty() ? 0 : m_rows.lastRowCount();
+    for (std::size_t row = 0; row < count; ++row) {
+        if (!records[recordAt(row)]) continue;
+        if (ranges.empty() || ranges.back().last + 1 < row) ranges.push_back({row, row});
+        ranges.back().last = row;
+    }
+    return RowSelection(std::move(ranges));
+}
+
+std::optional<std::size_t> DataView::rowShown() const
+{
+    return m_recordShown ? positionOfRecord(*m_recordShown) : std::nullopt;
+}
+
+void DataView::orderDidChange()
+{
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        setSortIndicator(i, table()->columns()[i]->sortOrder());
+    m_port.sortIndicatorsDidChange();
+    reloadData();
 }
 
 std::string DataView::placeholder()
@@ -79,7 +133,7 @@ std::optional<std::size_t> DataView::positionOfRecord(std::size_t record) const 
 void DataView::tableViewSelectionDidChange(RowSelection selection)
 {
     m_selectedRows = std::move(selection);
-    m_selectedRows.clipTo(m_rows.rowCount());
+    m_selectedRows.clipTo(numberOfRows());
     if (m_selectionListener) m_selectionListener();
 }
 
@@ -96,6 +150,7 @@ void DataView::didClickTableColumn(std::size_t column)
     ChangeSortIndictor(column);
     applySortOrder(column);
     reloadData();
+    if (m_orderListener) m_orderListener();
 }
 
 void DataView::ChangeSortIndictor(std::size_t column)
@@ -119,6 +174,7 @@ void DataView::applySortOrder(std::size_t clickedColumn)
 void DataView::displayTextViewContent(const GridValue& value)
 {
     m_detail = {};
+    m_recordShown = {};
     const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&value);
     const auto image = blob == nullptr ? nullptr : (*blob)->image(m_desktop.imageDecoder);
     if (blob != nullptr) {
@@ -146,6 +202,7 @@ void DataView::displayCell(std::size_t column, std::size_t row)
 {
     m_currentColumn = column;
     displayTextViewContent(getValueForTableColumn(column, row));
+    m_recordShown = recordAt(row);
     // Rows count from 1 in stored order, however the grid is sorted.
     m_detail.objectName = format("%@-%@", {m_columns[column].identifier, m_rows.rowAt(row) + 1});
 }

@@ -78,7 +78,8 @@ struct IconClick {
 };
 
 // One table's rows in a grid above a detail pane, without the widgets. Positions are rows of the grid (sorted and
-// searched), counted from 0. Main thread only.
+// searched), counted from 0. What is selected and what the detail pane shows are records: they stay the same whatever
+// order and search do to their places. Main thread only.
 class DataView {
 public:
     static constexpr int leftArrowKey = 123;
@@ -88,20 +89,25 @@ public:
     DataView(DataViewPort& port, const DesktopPorts& desktop, bool textViewShow);
     // Called after the rows selected in the grid have changed.
     void setSelectionListener(std::function<void()> listener) { m_selectionListener = std::move(listener); }
+    // Called after a click on a header has changed the order of the table, which other views of it share.
+    void setOrderListener(std::function<void()> listener) { m_orderListener = std::move(listener); }
 
     // Shows a table, or nothing. The rows selected stay selected when it is the table shown already.
     void updateDataTableToShowMDBTable(const TAdmMDBTable* table);
     [[nodiscard]] const TAdmMDBTable* table() const { return m_rows.table(); }
     // The search takes effect with the reload.
     void setSearch(SearchSettings settings) { m_rows.setSearch(std::move(settings)); }
-    // Brings the row list up to date; selected rows that are gone are dropped.
+    // Brings the row list up to date. Selected records that the search hides are dropped, and when it hides the one
+    // that is shown below, the detail pane is emptied.
     void reloadData();
+    // The order of the table was changed elsewhere: headers and rows follow.
+    void orderDidChange();
 
     // The grid's questions. `row` is below what numberOfRows last said.
     [[nodiscard]] const std::vector<GridColumn>& columns() const { return m_columns; }
     // The columns in the order in which the user has put them; initially as they are.
     void setDisplayOrder(std::vector<std::size_t> columns) { m_displayOrder = std::move(columns); }
-    std::size_t numberOfRows() { return m_rows.rowCount(); }
+    std::size_t numberOfRows();
     // What the grid says instead of rows; empty when there are some.
     [[nodiscard]] std::string placeholder();
     [[nodiscard]] GridValue getValueForTableColumn(std::size_t column, std::size_t row) const;
@@ -152,6 +158,8 @@ public:
     void JumpToRow();
     // The answer to the sheet; counts from 1. Shows the row's value in the current column.
     void jumpToRowConfirmed(long number);
+    // Where the record is that the detail pane shows a cell of; nullopt when it shows none.
+    [[nodiscard]] std::optional<std::size_t> rowShown() const;
     // The column of the cell that was shown last, else the first as they are displayed; 0 when there are none.
     [[nodiscard]] std::size_t currentColumn() const
     {
@@ -162,16 +170,20 @@ private:
     [[nodiscard]] RowSelection rowsToCopy() const;
     [[nodiscard]] std::string copiedText(const RowSelection& rows) const;
     void applySortOrder(std::size_t clickedColumn);
+    [[nodiscard]] std::vector<bool> recordsOf(const RowSelection& rows) const;
+    [[nodiscard]] RowSelection rowsOf(const std::vector<bool>& records) const;
 
     DataViewPort& m_port;
     DesktopPorts m_desktop;
     std::function<void()> m_selectionListener;
+    std::function<void()> m_orderListener;
     GridRows m_rows;
     std::vector<GridColumn> m_columns;
     std::vector<std::size_t> m_displayOrder; // all of m_columns, once each
     RowSelection m_selectedRows;
     std::optional<std::size_t> m_clickedRow;
     std::optional<std::size_t> m_currentColumn; // of the table shown
+    std::optional<std::size_t> m_recordShown;   // the one that the detail pane shows a cell of
     DetailContent m_detail;
     bool m_isTextViewShown;
 };

@@ -26,14 +26,23 @@ void GridRows::setTable(const TAdmMDBTable* table)
     m_builtSearch = {};
 }
 
+bool GridRows::isCurrent() const
+{
+    return m_table == nullptr || (m_builtSort == currentSort() && m_builtSearch == m_search);
+}
+
 std::size_t GridRows::rowCount()
 {
-    if (m_table == nullptr) return 0;
-    const auto sort = currentSort();
-    if (m_builtSort != sort || m_builtSearch != m_search) {
+    if (!isCurrent()) {
         updateFound();
-        rebuild(sort);
+        rebuild(currentSort());
     }
+    return lastRowCount();
+}
+
+std::size_t GridRows::lastRowCount() const
+{
+    if (m_table == nullptr || !m_builtSort) return 0;
     return m_isStoredOrder ? m_table->rows().rowCount() : m_rows.size();
 }
 

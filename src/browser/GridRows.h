@@ -24,11 +24,15 @@ public:
     void setSearch(SearchSettings settings) { m_search = std::move(settings); }
     [[nodiscard]] const SearchSettings& search() const { return m_search; }
 
+    // Whether rowCount() would leave the list as it is.
+    [[nodiscard]] bool isCurrent() const;
     // Length of the list. Rebuilds it first if the search or the columns' sortOrder have changed since; costs a look at
     // the columns otherwise.
     std::size_t rowCount();
 
-    // The list as the last rowCount() left it. `position` is below that count. O(1).
+    // The list as the last rowCount() left it.
+    [[nodiscard]] std::size_t lastRowCount() const;
+    // `position` is below that count. O(1).
     [[nodiscard]] std::uint32_t rowAt(std::size_t position) const;
     // Where a record stands in that list; nullopt when the search hides it. O(1) but for the first call after the list
     // was rebuilt, which costs O(rows).

@@ -21,6 +21,7 @@ VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const Desktop
     , m_exports(mainWindow, desktop)
 {
     m_dataView.setSelectionListener([this] { updateStatusBarForRecordSelection(); });
+    m_dataView.setOrderListener([this] { orderDidChange(m_dataView); });
 }
 
 void VellumoAppDelegate::applicationDidFinishLaunching()
@@ -233,15 +234,12 @@ void VellumoAppDelegate::dataSearchDidChange(std::string text)
     updateStatusBarForRecordSelection();
 }
 
-// The selected record stays selected while the search finds it.
+// The first of the selected records stays selected while the search finds it.
 void VellumoAppDelegate::reloadForSearch()
 {
-    const auto selected = m_dataView.selectedRows().first();
-    const auto remembered = selected ? std::optional(m_dataView.recordAt(*selected)) : std::nullopt;
+    if (const auto selected = m_dataView.selectedRows().first()) m_dataView.selectRows(RowSelection::ofRow(*selected));
     m_dataView.setSearch(m_search);
     m_dataView.reloadData();
-    const auto position = remembered ? m_dataView.positionOfRecord(*remembered) : std::nullopt;
-    m_dataView.selectRows(position ? RowSelection::ofRow(*position) : RowSelection());
 }
 
 void VellumoAppDelegate::Find() { m_view.focusDataSearchField(); }
@@ -370,6 +368,17 @@ void VellumoAppDelegate::OpenTableInNewWindow(TAdmMDBTable& table)
     if (!m_childWinManager) m_childWinManager = std::make_unique<ChildWindowManager>(*this);
     m_childWinManager->createChildWindow(table);
     m_childWinManager->AllAlwaysOnTop(m_view.isFullScreen());
+}
+
+void VellumoAppDelegate::orderDidChange(const DataView& by)
+{
+    const auto follow = [&by](DataView& view) {
+        if (&view != &by && view.table() == by.table()) view.orderDidChange();
+    };
+    follow(m_dataView);
+    if (!m_childWinManager) return;
+    for (const auto& window : m_childWinManager->childWins())
+        follow(window->dataView());
 }
 
 void VellumoAppDelegate::OpenSelectedTableInNewWindow()

@@ -165,6 +165,8 @@ public:
     void OpenTableInNewWindow(TAdmMDBTable& table);
     // The table of the clicked row.
     void OpenSelectedTableInNewWindow();
+    // A click in this view has changed the order of its table: every other window that shows it follows.
+    void orderDidChange(const DataView& by);
     // Null before the first window.
     [[nodiscard]] ChildWindowManager* childWinManager() { return m_childWinManager.get(); }
 

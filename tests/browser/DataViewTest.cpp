@@ -271,15 +271,29 @@ TEST_F(DataViewTest, IconClicksDragAnyObjectAndOpenSafeOnes)
     }
 }
 
-TEST_F(DataViewTest, ASelectionShrinksWithTheRows)
+TEST_F(DataViewTest, SelectionAndPaneFollowTheirRecords)
 {
-    show({{"1", "a", null}, {"2", "b", null}, {"3", "b", null}});
-    view.tableViewSelectionDidChange(RowSelection({{1, 2}}));
+    show({{"1", "c", null}, {"2", "a", null}, {"3", "b", null}, {"4", "ab", null}});
+    int told = 0;
+    view.setSelectionListener([&told] { ++told; });
+    view.displayCell(1, 0);
+    view.tableViewSelectionDidChange(RowSelection({{0, 0}, {2, 2}}));
+    EXPECT_EQ(told, 1);
+    view.didClickTableColumn(1); // a, ab, b, c
+    EXPECT_EQ(view.selectedRows(), RowSelection({{2, 3}}));
+    EXPECT_EQ(view.rowShown(), 3U);
+    EXPECT_EQ(told, 2);
     view.setSearch({"b", SearchOption::Contains, true});
+    EXPECT_EQ(view.numberOfRows(), 2U) << "whoever asks first";
     view.reloadData();
     EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(1));
+    EXPECT_EQ(view.detail().text, "No fields selected") << "its record is hidden";
+    EXPECT_EQ(view.rowShown(), std::nullopt);
     view.updateDataTableToShowMDBTable(view.table());
     EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(1)) << "the same table shown again";
+    view.setSearch({});
+    view.reloadData();
+    EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(2)) << "the record, in the order of the sort";
 }
 
 TEST(RowSelection, JoinsRanges)

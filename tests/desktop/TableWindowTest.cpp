@@ -63,6 +63,25 @@ TEST_F(TableWindowTest, showsTablesSideBySide)
     EXPECT_EQ(employees->windowTitle(), "Suppliers @Shop");
 }
 
+TEST_F(TableWindowTest, sharesTheOrderAndSaysSo)
+{
+    m_program.startWithDemo();
+    m_program.clickTree("Categories");
+    m_program.clickCell(2, 1); // Preserves
+    m_program.clickHeader(0);
+    m_program.doubleClickTree("Categories");
+    auto& other = *windowTitled("Categories @Shop")->findChild<QTableView*>();
+    auto& header = *other.horizontalHeader();
+    const QPoint name(header.sectionViewportPosition(1) + 20, header.height() / 2);
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, name);
+    for (auto* grid : {&other, &m_program.grid()}) {
+        EXPECT_EQ(grid->model()->index(0, 1).data().toString(), "Candles");
+        EXPECT_EQ(grid->horizontalHeader()->sortIndicatorSection(), 1);
+    }
+    EXPECT_EQ(m_program.selectedRows(), "4");
+    EXPECT_EQ(m_program.statusText(), "Record 5 of 8");
+}
+
 TEST_F(TableWindowTest, hasCommandsOfItsOwn)
 {
     m_program.startWithDemo();

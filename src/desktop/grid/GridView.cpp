@@ -166,14 +166,18 @@ void GridView::selectedRowsDidChange()
     goOnFromSelection();
 }
 
-// The arrow keys go on from a selected row: the current one if it is among them, or else one that can be seen.
+// The arrow keys go on from a selected row: the current one if it is among them, or that of the cell shown below, or
+// else one that can be seen.
 void GridView::goOnFromSelection()
 {
     const auto& rows = m_dataView->selectedRows();
     const auto isSelected = [&rows](int row) { return row >= 0 && rows.contains(static_cast<std::size_t>(row)); };
     if (rows.isEmpty() || isSelected(currentIndex().row())) return;
     const auto topRow = rowAt(0);
-    const auto row = isSelected(topRow) ? topRow : static_cast<int>(*rows.first());
+    const auto shown = m_dataView->rowShown();
+    const auto row = shown && rows.contains(*shown) ? static_cast<int>(*shown)
+        : isSelected(topRow)                        ? topRow
+                                                    : static_cast<int>(*rows.first());
     const auto index = m_model->index(row, static_cast<int>(m_dataView->currentColumn()));
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
     scrollTo(index);
