@@ -4,8 +4,12 @@
 #include "desktop/QtText.h"
 #include "desktop/grid/GridModel.h"
 
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <gmock/gmock.h>
 
@@ -87,6 +91,49 @@ TEST_F(GridTest, showsTheCurrentCellInFull)
     EXPECT_EQ(m_program.detailText(), "Okafor");
     m_program.press(Qt::Key_Left); // leads to the last column
     EXPECT_EQ(m_program.detailText(), "Speaks English, Igbo and French.");
+}
+
+TEST_F(GridTest, showsLongValuesStepByStep)
+{
+    samples::DatabaseDescription description;
+    const std::string memo = std::string(400'000, 'x') + " end\r\nof it";
+    description.tables.push_back({.name = "Long",
+        .columns = {{.name = "Memo", .type = samples::ColumnType::Memo}},
+        .rows = samples::rowsOf({std::vector<samples::Value>{samples::Value(memo)}, {samples::Value("short")}})});
+    m_program.openFiles({m_program.makeDatabase("Texts.mdb", description)});
+    m_program.clickTree("Long");
+    auto& text = *m_program.find<QWidget>("bottomTextView").findChild<QPlainTextEdit*>();
+    const auto copied = [&text] {
+        text.selectAll();
+        text.copy();
+        return fromQString(QGuiApplication::clipboard()->text());
+    };
+    QElapsedTimer time;
+    time.start();
+    m_program.clickCell(0, 0);
+    QApplication::processEvents();
+    // Laid out as one line it takes many times as long.
+    EXPECT_LT(time.elapsed(), 2000);
+    EXPECT_LT(text.document()->characterCount(), 100'000);
+    EXPECT_EQ(copied(), memo) << "all that is shown stands for the value";
+    auto part = text.textCursor();
+    part.setPosition(1990);
+    part.setPosition(6010, QTextCursor::KeepAnchor);
+    text.setTextCursor(part);
+    text.copy();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QString(4018, 'x')) << "two lines were broken in between";
+
+    m_program.clickButton("showAll");
+    EXPECT_TRUE(eventually([&] { return !m_program.find<QWidget>("cutBar").isVisible(); }));
+    EXPECT_TRUE(text.toPlainText().endsWith("x end\nof it"));
+    m_program.clickCell(1, 0);
+    EXPECT_EQ(m_program.detailText(), "short");
+    // A pane that nobody sees is left alone.
+    m_program.press(Qt::Key_3, Qt::ControlModifier);
+    m_program.clickCell(0, 0);
+    EXPECT_EQ(text.toPlainText(), "short");
+    m_program.press(Qt::Key_3, Qt::ControlModifier);
+    EXPECT_TRUE(text.toPlainText().startsWith("xx"));
 }
 
 TEST_F(GridTest, showsPicturesAndOpensThem)
@@ -222,13 +269,15 @@ TEST_F(GridTest, keepsColumnWidthsWhileTheFileListIsFiltered)
     EXPECT_NE(m_program.grid().columnWidth(1), 231);
 }
 
-TEST_F(GridTest, keepsTheCurrentColumnThroughASort)
+TEST_F(GridTest, keepsRecordAndColumnThroughASort)
 {
     m_program.clickTree("Categories");
-    m_program.clickCell(2, 1);
+    m_program.clickCell(2, 1); // Preserves
     m_program.clickHeader(1);
-    EXPECT_EQ(m_program.selectedRows(), "2");
-    EXPECT_EQ(m_program.grid().currentIndex(), m_program.grid().model()->index(2, 1));
+    EXPECT_EQ(m_program.selectedRows(), "4");
+    EXPECT_EQ(m_program.statusText(), "Record 5 of 8");
+    EXPECT_EQ(m_program.grid().currentIndex(), m_program.grid().model()->index(4, 1));
+    EXPECT_EQ(m_program.detailText(), "Preserves");
 }
 
 TEST_F(GridTest, followsTheSelectedRecordThroughASearch)
@@ -238,8 +287,12 @@ TEST_F(GridTest, followsTheSelectedRecordThroughASearch)
     m_program.typeInto("dataSearchField", "Sales");
     EXPECT_EQ(m_program.selectedRows(), "0");
     EXPECT_EQ(m_program.statusText(), "Record 1 of 2");
+    EXPECT_EQ(m_program.detailText(), "Haddad");
     m_program.typeInto("dataSearchField", "");
     EXPECT_EQ(m_program.selectedRows(), "6");
+    m_program.typeInto("dataSearchField", "Buyer");
+    EXPECT_EQ(m_program.selectedRows(), "");
+    EXPECT_EQ(m_program.detailText(), "No fields selected");
 }
 
 } // namespace vellumo::test

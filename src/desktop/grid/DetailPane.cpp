@@ -5,14 +5,15 @@
 #include "desktop/QtText.h"
 #include "desktop/grid/ObjectActions.h"
 #include "desktop/grid/PictureView.h"
+#include "desktop/grid/ValueText.h"
 #include "desktop/icons/Icons.h"
 #include "embedded/TAdmBlobData.h"
+#include "text/Format.h"
 
 #include <QBoxLayout>
 #include <QContextMenuEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStackedLayout>
 
@@ -20,14 +21,9 @@ namespace vellumo {
 
 namespace {
 
-QPlainTextEdit* makeTextView(QWidget* parent)
+ValueText* makeTextView(QWidget* parent)
 {
-    auto* text = new QPlainTextEdit(parent);
-    text->setReadOnly(true);
-    text->setUndoRedoEnabled(false);
-    text->setTabChangesFocus(true);
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    text->setFrameShape(QFrame::NoFrame);
+    auto* text = new ValueText(parent);
     text->setAccessibleName(localizedText("Value"));
     return text;
 }
@@ -40,6 +36,7 @@ DetailPane::DetailPane(QWidget* parent)
     , m_text(makeTextView(this))
     , m_picture(new PictureView(this))
     , m_objectBar(makeObjectBar())
+    , m_cutBar(makeCutBar())
 {
     m_pages->addWidget(m_text);
     m_pages->addWidget(m_picture);
@@ -47,7 +44,9 @@ DetailPane::DetailPane(QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addLayout(m_pages, 1);
+    layout->addWidget(m_cutBar);
     layout->addWidget(m_objectBar);
+    connect(m_text, &ValueText::valueDidGrow, this, &DetailPane::showHowMuch);
     connect(m_picture, &PictureView::openRequested, this, [this] { m_dataView->openBlobAsFile(); });
     connect(m_picture, &PictureView::dragStarted, this, [this] {
         if (const auto object = m_dataView->detail().object) dragFile(*this, object->createTempFile(), {});
@@ -67,7 +66,7 @@ QWidget* DetailPane::makeObjectBar()
         return button;
     };
     m_openButton = add(messageKey("O&pen"), "openObject");
-    auto* save = add(messageKey("Sa&ve As…"), "saveObject");
+    auto* save = add(messageKey("S&ave As…"), "saveObject");
     m_objectNote = new IconLabel(bar);
     m_objectNote->setObjectName("objectNote");
     m_objectNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -80,6 +79,22 @@ QWidget* DetailPane::makeObjectBar()
     return bar;
 }
 
+QWidget* DetailPane::makeCutBar()
+{
+    auto* bar = new QWidget(this);
+    bar->setObjectName("cutBar");
+    m_cutNote = new QLabel(bar);
+    auto* showAll = new QPushButton(localizedText("Show A&ll"), bar);
+    showAll->setObjectName("showAll");
+    showAll->setAutoDefault(false);
+    auto* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(6, 4, 6, 4);
+    layout->addWidget(m_cutNote, 1);
+    layout->addWidget(showAll);
+    connect(showAll, &QPushButton::clicked, this, [this] { m_text->showAll(); });
+    return bar;
+}
+
 void DetailPane::setDataView(DataView& dataView)
 {
     m_dataView = &dataView;
@@ -88,11 +103,23 @@ void DetailPane::setDataView(DataView& dataView)
 
 void DetailPane::detailDidChange()
 {
-    if (m_dataView == nullptr) return;
+    m_isCurrent = false;
+    if (m_dataView != nullptr && isVisible()) showDetail();
+}
+
+void DetailPane::showEvent(QShowEvent* event)
+{
+    if (m_dataView != nullptr && !m_isCurrent) showDetail();
+    QWidget::showEvent(event);
+}
+
+void DetailPane::showDetail()
+{
+    m_isCurrent = true;
     const auto& detail = m_dataView->detail();
     m_picture->setPicture(detail.blob ? detail.image : nullptr);
     if (detail.blob) {
-        m_text->clear();
+        m_text->setValue({});
         m_pages->setCurrentWidget(m_picture);
     } else {
         showText();
@@ -105,9 +132,17 @@ void DetailPane::detailDidChange()
 
 void DetailPane::showText()
 {
-    m_text->setPlainText(toQString(m_dataView->detail().text));
+    m_text->setValue(m_dataView->detail().text);
     adjustTextColour();
     m_pages->setCurrentWidget(m_text);
+}
+
+void DetailPane::showHowMuch()
+{
+    m_cutBar->setVisible(m_text->isCut());
+    if (m_text->isCut())
+        m_cutNote->setText(toQString(localizedFormat("The first %@ of %@ are shown.",
+            {formatComputerFileSize(m_text->shownBytes()), formatComputerFileSize(m_text->valueBytes())})));
 }
 
 void DetailPane::adjustTextColour()
