@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "embedded/ObjectCell.h"
+#include "embedded/Attachment.h"
 #include "embedded/OleField.h"
 #include "embedded/TAdmBlobData.h"
 
@@ -29,10 +29,10 @@ void tryTheRules(Bytes cell)
 }
 
 // What comes out is shown as the grid and the detail pane would show it.
-void tryTheObject(Bytes cell, bool isWhole)
+void tryTheObject(decltype(decodeObjectCell)* decode, Bytes cell, bool isWhole)
 {
     UnpackBudget budget{budgetBytes};
-    const auto object = decodeObjectCell(cell, isWhole, budget);
+    const auto object = decode(cell, isWhole, budget);
     require((object == nullptr) == cell.empty());
     require(budget.bytesLeft <= budgetBytes);
     if (object == nullptr) return;
@@ -49,12 +49,14 @@ void tryTheObject(Bytes cell, bool isWhole)
 
 } // namespace
 
-// One input is one raw object cell.
+// One input is one raw cell of an object or attachment column.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const auto cell = std::as_bytes(std::span(data, size));
     tryTheRules(cell);
-    tryTheObject(cell, true);
-    tryTheObject(cell, false);
+    for (auto* const decode : {decodeObjectCell, decodeAttachmentCell}) {
+        tryTheObject(decode, cell, true);
+        tryTheObject(decode, cell, false);
+    }
     return 0;
 }

@@ -54,17 +54,18 @@ void checkTexts(const TableDef& table, std::size_t column, const RowGroup& group
     for (std::uint32_t row = 0; row < group.rowCount; ++row) {
         const auto text = texts.text(row);
         const auto& def = table.columns[column];
-        if (def.type == ColumnType::Boolean) require(text == "0" || text == "1");
+        if (def.type == ColumnType::Boolean && !def.isWrapped) require(text == "0" || text == "1");
         if (!isStoredText(def) && text == replacementCharacter) ++sums.unreadableNumbers;
     }
 }
 
-void checkObjects(std::span<const std::shared_ptr<TAdmBlobData>> objects, Sums& sums)
+// Cells of attachments share their objects.
+void checkObjects(bool areOwn, std::span<const std::shared_ptr<TAdmBlobData>> objects, Sums& sums)
 {
     for (const auto& object : objects) {
         if (!object) continue;
         require(object->state() == ObjectState::Damaged || !object->data().empty());
-        sums.objectBytes += object->data().size();
+        if (areOwn) sums.objectBytes += object->data().size();
         if (object->state() == ObjectState::Damaged) ++sums.damagedObjects;
     }
 }
@@ -78,7 +79,7 @@ void checkDamage(const TableDef& table, const RowRun& run, const Pages& pages)
         require(record.row <= (isCell ? run.rowCount : 0));
         require((record.row != 0) == (isCell && record.page != 0));
     }
-    const auto cells = run.rowCount * table.columns.size();
+    const auto cells = run.rowCount * (table.columns.size() + table.histories.size());
     require(run.damage.total(DamageKind::Value) + run.damage.total(DamageKind::LongText)
             + run.damage.total(DamageKind::Object) + run.damage.total(DamageKind::Budget)
         <= cells);
@@ -92,10 +93,12 @@ void checkSums(
     std::vector<std::size_t> textBytes(table.columns.size());
     for (const auto& group : run.groups) {
         rows += group.rowCount;
+        require(group.historyGroups.size() == 1 && group.historyGroups[0].size() == group.rowCount);
         for (std::size_t column = 0; column < table.columns.size(); ++column) {
             textBytes[column] += group.texts[column].bytes().size();
-            if (table.columns[column].type == ColumnType::Ole)
-                checkObjects(group.blobs[column], sums);
+            const auto type = table.columns[column].type;
+            if (isObjectType(type))
+                checkObjects(type == ColumnType::Ole, group.blobs[column], sums);
             else
                 checkTexts(table, column, group, sums);
         }

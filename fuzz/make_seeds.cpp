@@ -179,6 +179,20 @@ std::vector<test::StoredRow> rowsOfAllTypes(bool isJet3)
         {rowBytes(isJet3, {15, fixed, {{"", "", longValueHeader(13, 0x201)}}, u16(0x4001)})}};
 }
 
+// A row with what newer files have.
+std::string newerRow()
+{
+    const auto wrapped = [](const std::string& value) {
+        return std::string(16, '\0') + u32(value.size()) + value + std::string(3, '\0');
+    };
+    std::vector<std::string> values(6);
+    for (const auto& value : {u32(1) + u32(2), "0000000000000737954:0000000819123456789:7\0"s, wrapped("\xFF"),
+             wrapped("\x0E\0\4\x80"s + u32(0) + u32(7) + u32(0)), wrapped("text"),
+             longValueHeader(0x8000001B, 0) + wrapped("memo"), u32(7), u32(7), u32(7)})
+        values.push_back(value);
+    return rowBytes(false, {27, std::string(80, '\1'), values, "\xFF\xFF\xFF\x07"});
+}
+
 std::vector<Seed> rows()
 {
     const jet::PageFormat formats[] = {jet::jet4Pages, jet::jet3Pages, {false, 512, 12}, {true, 512, 8}};
@@ -189,6 +203,8 @@ std::vector<Seed> rows()
         const auto others = test::longValuePage(format, {"object", u32(0x202) + "two ", u32(0) + "links and"});
         seeds.push_back(seedOf("pages" + std::to_string(i), u8(i) + ownPage + others));
         if (format.size < 2048) continue;
+        if (!format.isJet3)
+            seeds.push_back(seedOf("newer", u8(i) + test::dataPage(format, rowTablePage, {{newerRow()}})));
         // Jet 3: the second value begins at 381, the others behind 512.
         const std::vector<std::string> longer{std::string(300, 'b'), std::string(600, 't'), "", "", "", ""};
         const auto row = rowBytes(format.isJet3,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "samples/DatabaseWriter.h"
 
+#include "samples/ComplexColumns.h"
 #include "samples/DescriptionCheck.h"
 #include "samples/Rc4.h"
 #include "samples/SystemTables.h"
@@ -13,7 +14,6 @@ namespace vellumo::samples {
 namespace {
 
 constexpr std::uint32_t mapPage = 1;
-constexpr std::uint32_t systemPages = 6; // header, map of free pages, four system tables
 
 class DatabaseWriter {
 public:
@@ -26,7 +26,7 @@ public:
 
     [[nodiscard]] WriteResult write()
     {
-        while (m_file.pageCount() < systemPages)
+        while (m_file.pageCount() < firstTablePage)
             m_file.allocate();
         for (std::size_t i = 0; i < m_description.tables.size(); ++i)
             m_tablePages.push_back(m_file.allocate());
@@ -46,8 +46,9 @@ private:
         const bool isJet3 = m_description.version == JetVersion::Jet3;
         Bytes page;
         page.reserve(m_file.pageSize());
-        appendText(page, "\0\1\0\0Standard Jet DB\0"sv);
-        appendNumber<std::uint32_t>(page, isJet3 ? 0 : 1);
+        const auto newer = static_cast<std::uint32_t>(m_description.newerVersion);
+        appendText(page, newer != 0 ? "\0\1\0\0Standard ACE DB\0"sv : "\0\1\0\0Standard Jet DB\0"sv);
+        appendNumber<std::uint32_t>(page, newer != 0 ? newer : isJet3 ? 0 : 1);
         for (const std::uint32_t pointer :
             {mapPage << 8, mapPage << 8 | 1, objectsPage, acesPage, queriesPage, relationshipsPage})
             appendNumber<std::uint32_t>(page, pointer);
@@ -151,11 +152,12 @@ private:
 
 } // namespace
 
-WriteResult writeDatabase(const DatabaseDescription& description, const std::string& path)
+WriteResult writeDatabase(const DatabaseDescription& given, const std::string& path)
 {
     WriteResult result;
-    result.error = checkDescription(description);
+    result.error = checkDescription(given);
     if (!result.ok()) return result;
+    const auto description = withValueTables(given);
     auto file = PageFile::create(path, description.version, description.databaseKey);
     if (file == nullptr) {
         result.error = localizedFormat("Unable to write file <%@>.", {path});

@@ -32,7 +32,7 @@ struct TablePlaces {
 struct WriteResult {
     std::string error; // for people; empty = written. After an error no file is left.
     std::uint32_t pageCount = 0;
-    std::vector<TablePlaces> tables; // in the order of the description
+    std::vector<TablePlaces> tables; // in the order of the description, then the hidden ones of complex columns
 
     [[nodiscard]] bool ok() const { return error.empty(); }
 };

@@ -30,6 +30,18 @@ enum class ColumnType : std::uint8_t {
     Memo = 12,
     Guid = 15,
     Numeric = 16,
+    Complex = 18, // a number of a group of values
+    BigInt = 19,
+    DateTimeExtended = 20,
+};
+
+// What the cells of a column hold when that is not one value. Such a column's type is left to the writer.
+enum class Complex {
+    None,
+    Files,    // an attachment column
+    Texts,    // several texts
+    Numbers,  // several numbers
+    Versions, // the history of a memo, of which Access shows nothing
 };
 
 enum class Placement {
@@ -49,10 +61,22 @@ struct ColumnDescription {
     int scale = 0;           // Numeric only
     bool autonumber = false; // Long or Guid
     bool hyperlink = false;  // Memo
+    // A value in the wrapper that calculated columns of newer files have; needs the property "ResultType".
     bool calculated = false;
-    bool compressed = false; // Jet 4: texts are stored compressed where that is shorter
-    bool deleted = false;    // takes a number and room in rows, but is no longer listed in the definition
-    std::vector<Property> properties{};
+    std::optional<ColumnType> entryType{}; // that the definition states, if not `type`: calculated columns have such
+    bool compressed = false;               // Jet 4: texts are stored compressed where that is shorter
+    bool deleted = false;                  // takes a number and room in rows, but is no longer listed in the definition
+    std::vector<Property> properties{};    // of a complex column: of its values
+    Complex complex = Complex::None;       // newer files only
+    std::string historyOf{};               // the memo of Complex::Versions
+
+    // As it is stored, for columns made by hand.
+    static constexpr std::uint8_t valueFlag = 0x04;
+    static constexpr std::uint8_t groupFlag = 0x08;
+    static constexpr std::uint8_t attachmentFlag = 0x10;
+    static constexpr std::uint8_t historyFlag = 0x20;
+    std::uint8_t moreFlags = 0;
+    std::uint32_t complexId = 0;
 };
 
 enum class RowState {
@@ -123,6 +147,7 @@ struct CatalogEntry {
 
 struct DatabaseDescription {
     JetVersion version = JetVersion::Jet4;
+    int newerVersion = 0; // 2 to 6: a file of Access 2007 to 2019, which is laid out like one of Jet 4
     std::vector<TableDescription> tables{};
     std::vector<RelationDescription> relations{};
     std::vector<CatalogEntry> otherEntries{};

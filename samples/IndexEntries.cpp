@@ -62,6 +62,7 @@ bool appendNumber(Bytes& out, ColumnType type, std::int64_t number)
     switch (type) {
     case ColumnType::Byte: out.push_back(static_cast<std::uint8_t>(number)); return true;
     case ColumnType::Integer: appendWhole(out, static_cast<std::int16_t>(number)); return true;
+    case ColumnType::Complex:
     case ColumnType::Long: appendWhole(out, static_cast<std::int32_t>(number)); return true;
     default: return false;
     }

@@ -94,6 +94,11 @@ Property byteProperty(std::string name, std::uint8_t value)
     return {std::move(name), PropertyType::Byte, std::int32_t{value}};
 }
 
+Property integerProperty(std::string name, std::int16_t value)
+{
+    return {std::move(name), PropertyType::Integer, std::int32_t{value}, false};
+}
+
 Property textProperty(std::string name, std::string value)
 {
     return {std::move(name), PropertyType::Text, std::move(value)};

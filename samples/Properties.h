@@ -35,6 +35,7 @@ struct Property {
 
 [[nodiscard]] Property booleanProperty(std::string name, bool value);
 [[nodiscard]] Property byteProperty(std::string name, std::uint8_t value);
+[[nodiscard]] Property integerProperty(std::string name, std::int16_t value);
 [[nodiscard]] Property textProperty(std::string name, std::string value);
 [[nodiscard]] Property memoProperty(std::string name, std::string value);
 

@@ -13,6 +13,17 @@ const Value nullValue;
 
 bool isNull(const Value& value) { return std::holds_alternative<std::monostate>(value); }
 
+// Letters: days and units with 19 digits each.
+void appendExtendedDate(Bytes& out, const ExtendedDate& date)
+{
+    constexpr std::size_t width = 19;
+    for (const auto number : {date.days, date.units}) {
+        const auto digits = std::to_string(number);
+        appendText(out, std::string(width - std::min(width, digits.size()), '0') + digits + ":");
+    }
+    appendText(out, std::string("7\0", 2));
+}
+
 // Appends a value of a type whose form does not depend on the column; false for an alternative of another type.
 bool appendPlainValue(Bytes& out, ColumnType type, const Value& value)
 {
@@ -27,9 +38,20 @@ bool appendPlainValue(Bytes& out, ColumnType type, const Value& value)
         appendNumber<std::int16_t>(out, static_cast<std::int16_t>(*number));
         return true;
     case ColumnType::Long:
+    case ColumnType::Complex:
         if (number == nullptr || *number != static_cast<std::int32_t>(*number)) return false;
         appendNumber<std::int32_t>(out, static_cast<std::int32_t>(*number));
         return true;
+    case ColumnType::BigInt:
+        if (number == nullptr) return false;
+        appendNumber<std::int64_t>(out, *number);
+        return true;
+    case ColumnType::DateTimeExtended:
+        if (const auto* const date = std::get_if<ExtendedDate>(&value)) {
+            appendExtendedDate(out, *date);
+            return true;
+        }
+        return false;
     case ColumnType::Currency:
         if (const auto* const amount = std::get_if<Currency>(&value)) {
             appendNumber<std::int64_t>(out, amount->tenThousandths);
@@ -163,8 +185,9 @@ bool RowEncoder::encodeVariable(const Row& row, int columnCount)
         if (place.isFixed || place.number >= columnCount) continue;
         m_offsets.push_back(m_row.size());
         const auto& value = valueOf(row, index);
-        if (isNull(value)) continue;
-        if (!appendValue(index, value)) return fail(index);
+        const bool isCalculated = m_table.columns[index].calculated;
+        if (isNull(value) && !isCalculated) continue;
+        if (!(isCalculated ? appendCalculated(index, value) : appendValue(index, value))) return fail(index);
         setMask(place.number);
     }
     return true;
@@ -235,6 +258,40 @@ bool RowEncoder::appendValue(std::size_t column, const Value& value)
         return false;
     default: return appendPlainValue(m_row, description.type, value);
     }
+}
+
+// 16 bytes, u32 length, value, 3 bytes; null has no value, but the wrapper all the same. A memo keeps the whole of it
+// where memos are kept.
+bool RowEncoder::appendCalculated(std::size_t column, const Value& value)
+{
+    const auto& description = m_table.columns[column];
+    Bytes result;
+    if (!isNull(value) && !appendResult(description, value, result)) return false;
+    Bytes wrapped(16);
+    appendNumber<std::uint32_t>(wrapped, static_cast<std::uint32_t>(result.size()));
+    appendBytes(wrapped, result);
+    wrapped.resize(wrapped.size() + 3);
+    if (description.type == ColumnType::Memo) return appendLongValue(column, wrapped);
+    appendBytes(m_row, wrapped);
+    return true;
+}
+
+bool RowEncoder::appendResult(const ColumnDescription& column, const Value& value, Bytes& out) const
+{
+    if (const auto* const text = std::get_if<std::string>(&value)) return appendTextValue(column, *text, out);
+    if (const auto* const flag = std::get_if<bool>(&value)) {
+        out.push_back(*flag ? 0xFF : 0);
+        return true;
+    }
+    const auto* const numeric = std::get_if<Numeric>(&value);
+    if (numeric == nullptr) return appendPlainValue(out, column.type, value);
+    // u16 type, u8 scale, u8 sign, u32 high, u64 low.
+    appendNumber<std::uint16_t>(out, 14);
+    out.push_back(static_cast<std::uint8_t>(column.scale));
+    out.push_back(numeric->negative ? 0x80 : 0);
+    for (const auto word : {1, 3, 2})
+        appendNumber<std::uint32_t>(out, numeric->magnitude[static_cast<std::size_t>(word)]);
+    return true;
 }
 
 bool RowEncoder::appendLongValue(std::size_t column, const Value& value)

@@ -42,6 +42,8 @@ private:
     void appendTrailer(std::size_t valuesEnd);
     void appendJumps(std::size_t valuesEnd, std::size_t trailerSize);
     [[nodiscard]] bool appendValue(std::size_t column, const Value& value);
+    [[nodiscard]] bool appendCalculated(std::size_t column, const Value& value);
+    [[nodiscard]] bool appendResult(const ColumnDescription& column, const Value& value, Bytes& out) const;
     [[nodiscard]] bool appendLongValue(std::size_t column, const Value& value);
     [[nodiscard]] bool appendTextValue(const ColumnDescription& column, const std::string& text, Bytes& out) const;
     [[nodiscard]] bool fail(std::size_t column);

@@ -287,6 +287,62 @@ TableDescription spreadTable(JetVersion version)
     return table;
 }
 
+ColumnDescription calculatedColumn(std::string name, ColumnType type, ColumnType entryType, std::string expression)
+{
+    auto made = column(std::move(name), type);
+    made.calculated = true;
+    made.entryType = entryType;
+    made.properties = {
+        byteProperty("ResultType", static_cast<std::uint8_t>(type)), memoProperty("Expression", std::move(expression))};
+    return made;
+}
+
+// The types that only newer files have; the definition states other ones for most calculated columns.
+std::vector<ColumnDescription> newerColumns()
+{
+    using enum ColumnType;
+    std::vector<ColumnDescription> columns = {column("ID", Long), column("BigInt", BigInt),
+        column("Extended", DateTimeExtended), calculatedColumn("Sum", Long, Long, "[ID]*2"),
+        calculatedColumn("Is", Boolean, Integer, "[ID]>1"),
+        calculatedColumn("Share", ColumnType::Numeric, Single, "[ID]/3"),
+        calculatedColumn("Label", Text, Text, "[Note] & \"!\""), calculatedColumn("Long label", Memo, Text, "[Note]"),
+        column("Files", Complex), column("Colours", Complex), column("Sizes", Complex), column("Note", Memo),
+        column("VersionHistory_071D71EDD53D45A1", Complex)};
+    columns[0].autonumber = true;
+    columns[5].scale = 4;
+    columns[6].compressed = true;
+    columns[8].complex = samples::Complex::Files;
+    columns[9].complex = samples::Complex::Texts;
+    columns[10].complex = samples::Complex::Numbers;
+    columns[10].properties = {textProperty("RowSourceType", "Value List"),
+        memoProperty("RowSource", "1;\"small\";2;\"large; or so\""), integerProperty("BoundColumn", 1),
+        integerProperty("ColumnCount", 2), memoProperty("ColumnWidths", "0;1440")};
+    columns[11].properties = {booleanProperty("AppendOnly", true)};
+    columns[12].complex = samples::Complex::Versions;
+    columns[12].historyOf = "Note";
+    return columns;
+}
+
+Rows newerRows()
+{
+    const auto days = std::uint64_t{737954}; // 2021-06-14
+    constexpr auto first = std::numeric_limits<std::int64_t>::min();
+    constexpr auto last = std::numeric_limits<std::int64_t>::max();
+    const auto notes = asBytes("A few notes.\n");
+    const FileValues two = {
+        {"notes.txt", "txt", Bytes(notes.begin(), notes.end())}, {"plain.bin", "bin", patternBytes(3000), false}};
+    return {
+        {1, last, ExtendedDate{days, 819123456789}, 2, false, numericOf(3333), "now!", std::string(3000, 'l'), two,
+            TextValues{"red", "green; blue"}, NumberValues{2, 1, 3}, "now",
+            VersionValues{{"before", Date{44000.25}}, {"now", Date{44001.5}}}},
+        {2, first, ExtendedDate{0, 0}, 4, true, numericOf(-6667), "", "",
+            FileValues{{"large.bin", "bin", patternBytes(30000)}}, TextValues{}, NumberValues{2},
+            std::string(5000, 'n')},
+        {3, 0, ExtendedDate{3652058, 863999999999}, {}, {}, {}, {}, {}, FileValues{}, TextValues{"one"}, {}, {}},
+        {4},
+    };
+}
+
 } // namespace
 
 DatabaseDescription millionDatabase(std::size_t rowCount)
@@ -330,6 +386,18 @@ DatabaseDescription typesDatabase(JetVersion version)
     DatabaseDescription database;
     database.version = version;
     database.tables = {typesTable(), rowStatesTable(), memosTable()};
+    return database;
+}
+
+DatabaseDescription newerDatabase()
+{
+    auto database = typesDatabase(JetVersion::Jet4);
+    database.newerVersion = 6;
+    TableDescription table{.name = "Newer"};
+    table.columns = newerColumns();
+    table.rows = rowsOf(newerRows());
+    table.indexes = {{.name = "PrimaryKey", .columns = {{"ID"}}, .primary = true}};
+    database.tables.push_back(std::move(table));
     return database;
 }
 

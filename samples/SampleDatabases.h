@@ -23,6 +23,10 @@ namespace vellumo::samples {
 // deleted and short rows, a table "Memos" with long values of every storage.
 [[nodiscard]] DatabaseDescription typesDatabase(JetVersion version);
 
+// A file of Access 2019: the tables of typesDatabase(), and "Newer" with a column of each kind that only newer files
+// have.
+[[nodiscard]] DatabaseDescription newerDatabase();
+
 // The tables of typesDatabase(), and: "Parents" of many pages with indexes of several leaves, "Children" that refer to
 // them, with objects and memos in chains, and rows from before columns were added and one was deleted. Every table has
 // a column "ID" of unique numbers.

@@ -171,6 +171,23 @@ TableDescription relationshipsTable(JetVersion version, const std::vector<Relati
     return table;
 }
 
+TableDescription complexColumnsTable(const std::vector<ComplexColumnEntry>& columns)
+{
+    using enum ColumnType;
+    TableDescription table;
+    table.name = "MSysComplexColumns";
+    table.columns = systemColumns(JetVersion::Jet4,
+        {column("ColumnName", Text), column("ComplexTypeObjectID", Long), column("FlatTableID", Long),
+            column("ConceptualTableID", Long), column("ComplexID", Long)});
+    table.indexes = {{.name = "IdxID", .columns = {{"ComplexID"}}, .primary = true}};
+    std::vector<std::vector<Value>> rows;
+    for (const auto& entry : columns)
+        rows.push_back({entry.column, signedLong(entry.templateTable), signedLong(entry.valueTable),
+            signedLong(entry.table), static_cast<std::int64_t>(rows.size() + 1)});
+    table.rows = inStoredOrder(table.columns, rows);
+    return table;
+}
+
 std::optional<std::vector<CatalogRow>> catalogRows(
     const DatabaseDescription& description, const std::vector<std::uint32_t>& tablePages, std::string& failedTable)
 {

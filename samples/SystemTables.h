@@ -13,6 +13,7 @@ constexpr std::uint32_t objectsPage = 2;
 constexpr std::uint32_t acesPage = 3;
 constexpr std::uint32_t queriesPage = 4;
 constexpr std::uint32_t relationshipsPage = 5;
+constexpr std::uint32_t firstTablePage = 6; // the others follow in the order of the description
 
 // A row of MSysObjects.
 struct CatalogRow {
@@ -30,6 +31,16 @@ struct CatalogRow {
 [[nodiscard]] TableDescription queriesTable(JetVersion version);
 [[nodiscard]] TableDescription relationshipsTable(
     JetVersion version, const std::vector<RelationDescription>& relations);
+
+// A column of several values: where its values are. Tables are named by their definition pages.
+struct ComplexColumnEntry {
+    std::string column;
+    std::uint32_t templateTable = 0; // which stands for the kind of values
+    std::uint32_t valueTable = 0;
+    std::uint32_t table = 0;
+};
+// Newer files only. The number of a column is its place in the list, from 1.
+[[nodiscard]] TableDescription complexColumnsTable(const std::vector<ComplexColumnEntry>& columns);
 
 // The rows of the description's tables (`tablePages`: their definition pages), relations and other entries.
 // nullopt when a property cannot be represented; `failedTable` is then the table's name.

@@ -136,6 +136,7 @@ private:
         int flags = 2;
         if (isFixed) flags |= 1;
         if (column.autonumber) flags |= column.type == ColumnType::Guid ? 0x40 : 4;
+        if (column.type == ColumnType::Complex) flags |= 4;
         if (m_isSystem) flags |= 0x10;
         if (column.hyperlink) flags |= 0x80;
         return static_cast<std::uint8_t>(flags);
@@ -154,17 +155,22 @@ private:
 
     void column(const ColumnDescription& column, const ColumnPlace& place)
     {
-        m_out.push_back(static_cast<std::uint8_t>(column.type));
+        m_out.push_back(static_cast<std::uint8_t>(column.entryType.value_or(column.type)));
         jet4Only<std::uint32_t>(jet4Mark);
         number<std::uint16_t>(place.number);
         number<std::uint16_t>(place.variableIndex);
         number<std::uint16_t>(m_isSystem ? 0 : place.number);
         if (!m_isJet4) number<std::uint16_t>(1);
-        sortOrderOrScale(column);
-        number<std::uint16_t>(m_isJet4 ? 0 : codePage);
+        if (column.type == ColumnType::Complex) {
+            number<std::uint32_t>(column.complexId);
+        } else {
+            sortOrderOrScale(column);
+            number<std::uint16_t>(m_isJet4 ? 0 : codePage);
+        }
         m_out.push_back(columnFlags(column, place.isFixed));
         if (m_isJet4) {
-            m_out.push_back(static_cast<std::uint8_t>((column.compressed ? 1 : 0) | (column.calculated ? 0xC0 : 0)));
+            m_out.push_back(static_cast<std::uint8_t>(
+                (column.compressed ? 1 : 0) | (column.calculated ? 0xC0 : 0) | column.moreFlags));
             number<std::uint32_t>(0);
         }
         number<std::uint16_t>(place.fixedOffset);

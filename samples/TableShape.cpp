@@ -9,6 +9,7 @@ namespace {
 
 bool isFixed(const ColumnDescription& column)
 {
+    if (column.calculated) return false;
     if (column.placement != Placement::Usual) return column.placement == Placement::Fixed;
     switch (column.type) {
     case ColumnType::Binary:
@@ -37,6 +38,9 @@ int sizeOf(const ColumnDescription& column, JetVersion version)
     case ColumnType::Memo: return 0;
     case ColumnType::Guid: return 16;
     case ColumnType::Numeric: return 17;
+    case ColumnType::Complex: return 4;
+    case ColumnType::BigInt: return 8;
+    case ColumnType::DateTimeExtended: return 42;
     }
     return 0;
 }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <variant>
+#include <vector>
 
 // What a cell of a written table can hold.
 namespace vellumo::samples {
@@ -48,10 +49,32 @@ struct LongValue {
     std::uint32_t linkSize = 0; // data bytes in a link of a chain; 0 = as many as fit
 };
 
-// std::monostate is null. Which alternatives a column takes follows from its type: int64_t for Byte, Integer and Long;
-// text (UTF-8) for Text and Memo; Bytes for Binary and Ole, and in a Text or Memo column for bytes to be stored as they
-// are; Memo and Ole take LongValue too.
+// Days since 0001-01-01 and units of 100 ns of the day.
+struct ExtendedDate {
+    std::uint64_t days = 0;
+    std::uint64_t units = 0;
+};
+
+// The values of a cell that has several.
+struct FileValue {
+    std::string name;
+    std::string extension; // ASCII
+    Bytes content;
+    bool isPacked = true;
+};
+struct VersionValue {
+    std::string text;
+    Date modified;
+};
+using FileValues = std::vector<FileValue>;
+using TextValues = std::vector<std::string>;
+using NumberValues = std::vector<std::int64_t>;
+using VersionValues = std::vector<VersionValue>;
+
+// std::monostate is null. Which alternatives a column takes follows from its type: int64_t for whole numbers; text
+// (UTF-8) for Text and Memo; Bytes for Binary and Ole, and in a Text or Memo column for bytes to be stored as they are;
+// Memo and Ole take LongValue too.
 using Value = std::variant<std::monostate, bool, std::int64_t, float, double, Currency, Date, std::string, Bytes, Guid,
-    Numeric, LongValue>;
+    Numeric, LongValue, ExtendedDate, FileValues, TextValues, NumberValues, VersionValues>;
 
 } // namespace vellumo::samples

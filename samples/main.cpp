@@ -47,6 +47,8 @@ const std::vector<Kind>& kinds()
             [](std::size_t) { return typesDatabase(JetVersion::Jet3); }},
         {"types4", messageKey("every type and kind of row, Jet 4 (Access 2000 to 2003)"), nullptr, 0, 0,
             [](std::size_t) { return typesDatabase(JetVersion::Jet4); }},
+        {"types6", messageKey("every type and kind of row, Access 2019"), nullptr, 0, 0,
+            [](std::size_t) { return newerDatabase(); }},
     };
     return all;
 }

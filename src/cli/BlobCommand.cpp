@@ -24,11 +24,18 @@ struct BlobOptions {
     std::string to;
 };
 
-std::string outputPath(const BlobOptions& options, const TAdmBlobData& blob)
+bool isFolder(const std::string& path)
 {
     std::error_code error;
-    if (!std::filesystem::is_directory(options.to, error)) return options.to;
-    return format("%@/%@-%@%@", {options.to, fileNamePart(options.column), options.row, objectFileEnding(blob)});
+    return std::filesystem::is_directory(path, error);
+}
+
+// `number`: of the file in the cell, from 1.
+std::string outputPath(const BlobOptions& options, const TAdmBlobData& blob, std::size_t number)
+{
+    if (!isFolder(options.to)) return options.to;
+    const auto row = number == 1 ? format("%ld", {options.row}) : format("%ld.%ld", {options.row, number});
+    return format("%@/%@-%@%@", {options.to, fileNamePart(options.column), row, objectFileEnding(blob)});
 }
 
 // Null, with a message printed, when there is nothing to extract.
@@ -51,13 +58,13 @@ std::shared_ptr<TAdmBlobData> findBlob(const TAdmMDBTable& table, const BlobOpti
 }
 
 // False, with a message printed, when it could not be written. Standard output tells in the end.
-bool writeBlob(const TAdmBlobData& blob, const BlobOptions& options)
+bool writeBlob(const TAdmBlobData& blob, const BlobOptions& options, std::size_t number)
 {
     if (options.to == "-") {
         writeBytes({reinterpret_cast<const char*>(blob.data().data()), blob.data().size()});
         return true;
     }
-    const auto path = outputPath(options, blob);
+    const auto path = outputPath(options, blob, number);
     const auto reason = objectFileFailure(blob, path, options.file.path);
     if (reason) printError(localizedFormat("File (%@) cannot be written: %@", {path, *reason}));
     return !reason;
@@ -73,6 +80,28 @@ void printState(const TAdmBlobData& blob)
             localizedFormat("The object is only linked, its file is not in the database: %@", {blob.linkTarget()}));
 }
 
+// A folder takes all files of an attachment cell, anything else the first. The state is the worst of those written.
+std::optional<ObjectState> writeFiles(const TAdmBlobData& blob, const BlobOptions& options)
+{
+    if (!writeBlob(blob, options, 1)) return std::nullopt;
+    printState(blob);
+    const auto& further = blob.furtherFiles();
+    if (!further.empty() && !isFolder(options.to)) {
+        const auto count = static_cast<std::int64_t>(further.size());
+        printError(count == 1
+                ? localized("The cell has 1 more file. A folder behind --to takes all of them.")
+                : localizedFormat("The cell has %ld more files. A folder behind --to takes all of them.", {count}));
+        return blob.state();
+    }
+    auto state = blob.state();
+    for (std::size_t i = 0; i < further.size(); ++i) {
+        if (!writeBlob(*further[i], options, i + 2)) return std::nullopt;
+        printState(*further[i]);
+        if (further[i]->state() == ObjectState::Damaged) state = ObjectState::Damaged;
+    }
+    return state;
+}
+
 ExitStatus extractBlob(const BlobOptions& options)
 {
     if (options.to.empty()) return wrongUsage(localized("--to must not be empty."));
@@ -80,10 +109,10 @@ ExitStatus extractBlob(const BlobOptions& options)
     if (!file) return ExitStatus::Failed;
     const auto* table = findTableOrComplain(*file, options.table);
     const auto blob = table == nullptr ? nullptr : findBlob(*table, options);
-    if (!blob || !writeBlob(*blob, options)) return ExitStatus::Failed;
-    printState(*blob);
+    const auto state = blob ? writeFiles(*blob, options) : std::nullopt;
+    if (!state) return ExitStatus::Failed;
     printDamage(*file, {&options.table, 1});
-    return blob->state() == ObjectState::Damaged ? ExitStatus::Damaged : doneWith(*file);
+    return state == ObjectState::Damaged ? ExitStatus::Damaged : doneWith(*file);
 }
 
 } // namespace

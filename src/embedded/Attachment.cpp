@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "embedded/Attachment.h"
 
+#include "embedded/ContentType.h"
+#include "embedded/InflateRaw.h"
 #include "embedded/Limits.h"
+#include "embedded/TAdmBlobData.h"
 
 #include <algorithm>
+#include <new>
+#include <zlib.h>
 
 namespace vellumo {
 
@@ -51,6 +56,108 @@ bool unwrapUndeflated(Bytes body, OlePayload& out)
     if (i32At(body, 0) == storedFlag) return body.size() >= 20 && unwrapAttachedFile(body.subspan(8), out);
     out.data.assign(body.begin(), body.end());
     return true;
+}
+
+Unpacked unpack(const DeflatedRecord& deflated, UnpackBudget& budget)
+{
+    const auto room = std::min({deflated.roomNeeded, limits::unpackedBytesPerObject, budget.bytesLeft});
+    // Once over the budget, the work of finding out which cells fit after all is not done either.
+    if (room < deflated.roomNeeded && budget.isExceeded) return {nullptr, {}, Z_BUF_ERROR};
+    // Not filled with zeros first: room that the stream does not use costs nothing.
+    Unpacked out{std::unique_ptr<std::byte[]>(new (std::nothrow) std::byte[room]), {}, Z_MEM_ERROR};
+    if (out.buffer == nullptr) return out;
+    std::span<std::byte> record(out.buffer.get(), room);
+    out.status = inflateRawAsFarAsItGoes(record, deflated.stream);
+    out.record = record;
+    budget.bytesLeft -= record.size();
+    // The room was the limit, not the stream: zlib may have read all of it and still hold bytes back.
+    const auto isFull = out.status != Z_OK && record.size() == room;
+    if (!isFull || room == deflated.roomNeeded) return out;
+    budget.isExceeded = true;
+    return {nullptr, {}, Z_BUF_ERROR};
+}
+
+namespace {
+
+// Layout: u32 1 for a packed content, 0 for a plain one; u32 length of the content, unpacked; content, packed as a
+// zlib stream. The content: u32 bytes in front of the file, u32 1, u32 characters of the extension with its final NUL,
+// extension in UTF-16, file.
+constexpr std::size_t headerSize = 8;
+constexpr std::size_t zlibHeaderSize = 2;
+constexpr std::size_t extensionOffset = 12;
+enum : std::uint32_t { plain = 0, packed = 1 };
+
+struct Content {
+    Unpacked unpacked{};
+    Bytes bytes{};
+    bool isWhole = false; // as long as it should be
+};
+
+Content packedContent(Bytes stream, std::size_t length, UnpackBudget& budget)
+{
+    Content content;
+    const auto deflated = stream.subspan(std::min(zlibHeaderSize, stream.size()));
+    content.unpacked = unpack({std::min(length, deflated.size() * limits::bestDeflateRatio), deflated}, budget);
+    content.bytes = content.unpacked.record;
+    content.isWhole = content.unpacked.status == Z_OK && content.bytes.size() == length;
+    return content;
+}
+
+Content plainContent(Bytes stored, std::size_t length)
+{
+    Content content;
+    content.bytes = stored.first(std::min(length, stored.size()));
+    content.isWhole = content.bytes.size() == length;
+    return content;
+}
+
+std::optional<Content> contentOf(Bytes stored, UnpackBudget& budget)
+{
+    if (stored.size() < headerSize) return std::nullopt;
+    const std::size_t length = u32At(stored, 4);
+    const auto rest = stored.subspan(headerSize);
+    switch (u32At(stored, 0)) {
+    case plain: return plainContent(rest, length);
+    case packed: return packedContent(rest, length, budget);
+    default: return std::nullopt;
+    }
+}
+
+// Of letters, digits and the like alone; a file's name has the others too.
+std::string extensionOf(Bytes characters)
+{
+    std::string extension;
+    for (std::size_t i = 0; i + 1 < characters.size(); i += 2) {
+        const auto character = u16At(characters, i);
+        if (character == 0) break;
+        if (character >= 0x80) return {};
+        extension += static_cast<char>(character);
+    }
+    return extension;
+}
+
+// Null when the content has no sound header.
+std::shared_ptr<TAdmBlobData> fileIn(Bytes content, bool isWhole)
+{
+    if (content.size() < extensionOffset) return nullptr;
+    const std::size_t start = u32At(content, 0);
+    const std::size_t characters = u32At(content, 8);
+    if (start < extensionOffset || start > content.size() || characters > (start - extensionOffset) / 2) return nullptr;
+    const auto file = content.subspan(start);
+    const ObjectFacts facts{.state = isWhole ? ObjectState::Whole : ObjectState::Damaged};
+    return std::make_shared<TAdmBlobData>(std::vector<std::byte>(file.begin(), file.end()),
+        extensionOf(content.subspan(extensionOffset, 2 * characters)), facts);
+}
+
+} // namespace
+
+std::shared_ptr<TAdmBlobData> decodeAttachmentCell(Bytes stored, bool isWhole, UnpackBudget& budget)
+{
+    if (stored.empty()) return nullptr;
+    if (const auto content = contentOf(stored, budget))
+        if (auto file = fileIn(content->bytes, isWhole && content->isWhole)) return file;
+    return std::make_shared<TAdmBlobData>(std::vector<std::byte>(stored.begin(), stored.end()),
+        std::string(contentTypeOf(stored).extension), ObjectFacts{.state = ObjectState::Damaged});
 }
 
 } // namespace vellumo

@@ -87,32 +87,6 @@ Decoded fromObject(Bytes body, Bytes stored)
     return out;
 }
 
-// The record's bytes as far as they can be unpacked, and zlib's status.
-struct Unpacked {
-    std::unique_ptr<std::byte[]> buffer;
-    Bytes record;
-    int status = Z_MEM_ERROR;
-};
-
-Unpacked unpack(const DeflatedRecord& deflated, UnpackBudget& budget)
-{
-    const auto room = std::min({deflated.roomNeeded, limits::unpackedBytesPerObject, budget.bytesLeft});
-    // Once over the budget, the work of finding out which cells fit after all is not done either.
-    if (room < deflated.roomNeeded && budget.isExceeded) return {nullptr, {}, Z_BUF_ERROR};
-    // Not filled with zeros first: room that the stream does not use costs nothing.
-    Unpacked out{std::unique_ptr<std::byte[]>(new (std::nothrow) std::byte[room]), {}, Z_MEM_ERROR};
-    if (out.buffer == nullptr) return out;
-    std::span<std::byte> record(out.buffer.get(), room);
-    out.status = inflateRawAsFarAsItGoes(record, deflated.stream);
-    out.record = record;
-    budget.bytesLeft -= record.size();
-    // The room was the limit, not the stream: zlib may have read all of it and still hold bytes back.
-    const auto isFull = out.status != Z_OK && record.size() == room;
-    if (!isFull || room == deflated.roomNeeded) return out;
-    budget.isExceeded = true;
-    return {nullptr, {}, Z_BUF_ERROR};
-}
-
 // Other cells may begin with the same flag; a deflated one has a header of zlib there too.
 bool hasZlibHeader(Bytes body)
 {

@@ -77,7 +77,33 @@ std::shared_ptr<const Image> TAdmBlobData::image(ImageDecoder& decoder)
     return m_image;
 }
 
+void TAdmBlobData::setStoredName(std::string name, std::string fileExtension)
+{
+    m_facts.storedName = std::move(name);
+    if (m_fileExtension.empty() && isWellFormedUTF8(fileExtension)) m_fileExtension = std::move(fileExtension);
+}
+
 std::string TAdmBlobData::cellDescription() const
+{
+    if (m_furtherFiles.empty()) return descriptionOfOne();
+    return localizedFormat("%@ and %ld more", {descriptionOfOne(), static_cast<std::int64_t>(m_furtherFiles.size())});
+}
+
+// "report.pdf [12 KB]" for each.
+std::string TAdmBlobData::listOfFiles() const
+{
+    const auto lineOf = [](const TAdmBlobData& file) {
+        const auto& name = file.storedName();
+        return name.empty() ? file.descriptionOfOne()
+                            : name + ' ' + '[' + formatComputerFileSize(file.data().size()) + ']';
+    };
+    auto lines = lineOf(*this);
+    for (const auto& file : m_furtherFiles)
+        lines += '\n' + lineOf(*file);
+    return lines;
+}
+
+std::string TAdmBlobData::descriptionOfOne() const
 {
     const auto size = formatComputerFileSize(m_data.size());
     const auto formats = cellFormats(m_facts.state);
@@ -93,6 +119,7 @@ std::string TAdmBlobData::description() const
 
 std::optional<std::string> TAdmBlobData::textualDescription() const
 {
+    if (!m_furtherFiles.empty()) return listOfFiles();
     if (!m_facts.linkTarget.empty()) return localizedFormat("Linked to the file %@", {m_facts.linkTarget});
     return decodeText(m_data);
 }

@@ -50,12 +50,23 @@ public:
     [[nodiscard]] const std::string& storedName() const { return m_facts.storedName; }
     [[nodiscard]] const std::string& linkTarget() const { return m_facts.linkTarget; }
 
+    // An attachment cell has several files: the first, which stands for the cell, and these. Empty for any other cell.
+    using Files = std::vector<std::shared_ptr<TAdmBlobData>>;
+    [[nodiscard]] const Files& furtherFiles() const { return m_furtherFiles; }
+
+    // For who reads the cell, before anybody else has the object: what the file is called, its extension unless that
+    // is known, and the further files of the cell.
+    void setStoredName(std::string name, std::string fileExtension);
+    void addFurtherFile(std::shared_ptr<TAdmBlobData> file) { m_furtherFiles.push_back(std::move(file)); }
+
     // The payload as a picture, decoded at the first call and kept; null when it is none.
     [[nodiscard]] std::shared_ptr<const Image> image(ImageDecoder& decoder);
 
-    // What the grid shows: ".bmp [12 KB]", or "[12 KB]" without an extension; behind the size the state, unless whole.
+    // What the grid shows: ".bmp [12 KB]", or "[12 KB]" without an extension; behind the size the state, unless whole,
+    // and how many further files the cell has.
     [[nodiscard]] std::string cellDescription() const;
-    // What the detail pane shows: the payload as UTF-8 text, or "[NON-TEXTUAL DATA]" (localised); of a link the path.
+    // What the detail pane shows: the payload as UTF-8 text, or "[NON-TEXTUAL DATA]" (localised); of a link the path;
+    // of several files a line for each, with name and size.
     [[nodiscard]] std::string description() const;
     // The same, but nothing where it is not textual.
     [[nodiscard]] std::optional<std::string> textualDescription() const;
@@ -79,10 +90,13 @@ public:
 
 private:
     [[nodiscard]] const ContentType& contentType();
+    [[nodiscard]] std::string descriptionOfOne() const;
+    [[nodiscard]] std::string listOfFiles() const;
 
     std::vector<std::byte> m_data;
     std::string m_fileExtension;
     ObjectFacts m_facts;
+    Files m_furtherFiles;
     std::shared_ptr<const Image> m_image;
     bool m_isImageDecoded = false;
     const ContentType* m_contentType = nullptr; // once it was asked for

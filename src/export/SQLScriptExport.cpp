@@ -228,7 +228,8 @@ SQLCellForm SQLScriptExport::cellForm(ColumnType type) const
 
 SQLCellForm SQLScriptExport::literalForm(ColumnType type) const
 {
-    if (type != ColumnType::DateTime || m_facts.dateForm == DateForm::AsItIs) return SQLCellForm::Literal;
+    const bool isDate = type == ColumnType::DateTime || type == ColumnType::DateTimeExtended;
+    if (!isDate || m_facts.dateForm == DateForm::AsItIs) return SQLCellForm::Literal;
     return m_facts.dateForm == DateForm::Iso ? SQLCellForm::IsoDate : SQLCellForm::ToDate;
 }
 

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
+#include <optional>
 
 namespace vellumo::jet {
 
@@ -27,9 +28,8 @@ template <typename Write> void appendShort(TextColumnBuilder& out, Write write)
 
 template <typename T> bool appendInteger(ByteSpan stored, TextColumnBuilder& out)
 {
-    appendShort(out, [&](char* to) {
-        return std::to_chars(to, to + longestNumber, static_cast<int>(loadNumber<T>(stored.data()))).ptr;
-    });
+    appendShort(
+        out, [&](char* to) { return std::to_chars(to, to + longestNumber, +loadNumber<T>(stored.data())).ptr; });
     return true;
 }
 
@@ -104,6 +104,25 @@ void noteFraction(double timeOfDay, int second, TextColumnBuilder& out)
     if (milliseconds != 0) out.note(std::min(milliseconds, 999));
 }
 
+char* putDate(char* to, std::chrono::sys_days day)
+{
+    const std::chrono::year_month_day date(day);
+    to = putDigits(to, static_cast<unsigned>(date.month()), 2);
+    *to++ = '/';
+    to = putDigits(to, static_cast<unsigned>(date.day()), 2);
+    *to++ = '/';
+    return putDigits(to, static_cast<unsigned>(static_cast<int>(date.year())), 4);
+}
+
+char* putTime(char* to, unsigned second)
+{
+    to = putDigits(to, second / 3600, 2);
+    *to++ = ':';
+    to = putDigits(to, second / 60 % 60, 2);
+    *to++ = ':';
+    return putDigits(to, second % 60, 2);
+}
+
 // Days since 1899-12-30 and a time of day: before that day the whole part is negative while the time still counts
 // forward from midnight.
 bool appendDate(ByteSpan stored, TextColumnBuilder& out)
@@ -126,19 +145,47 @@ bool appendDate(ByteSpan stored, TextColumnBuilder& out)
         ++day;
     }
     constexpr std::chrono::sys_days origin = std::chrono::year(1899) / 12 / 30;
-    const std::chrono::year_month_day date(origin + std::chrono::days(static_cast<int>(day)));
     appendShort(out, [&](char* to) {
-        to = putDigits(to, static_cast<unsigned>(date.month()), 2);
-        *to++ = '/';
-        to = putDigits(to, static_cast<unsigned>(date.day()), 2);
-        *to++ = '/';
-        to = putDigits(to, static_cast<unsigned>(static_cast<int>(date.year())), 4);
+        to = putDate(to, origin + std::chrono::days(static_cast<int>(day)));
         *to++ = ' ';
-        to = putDigits(to, static_cast<unsigned>(second / 3600), 2);
-        *to++ = ':';
-        to = putDigits(to, static_cast<unsigned>(second / 60 % 60), 2);
-        *to++ = ':';
-        return putDigits(to, static_cast<unsigned>(second % 60), 2);
+        return putTime(to, static_cast<unsigned>(second));
+    });
+    return true;
+}
+
+// Exactly 19 digits; nullopt for anything else, and beyond `most`.
+std::optional<std::uint64_t> longNumber(ByteSpan digits, std::uint64_t most)
+{
+    std::uint64_t number = 0; // 19 digits fit
+    for (const auto digit : digits) {
+        if (digit < '0' || digit > '9') return std::nullopt;
+        number = number * 10 + (digit - unsigned{'0'});
+    }
+    return number <= most ? std::optional(number) : std::nullopt;
+}
+
+// In letters: 19 digits of days since 0001-01-01, ":", 19 digits of 100 ns of the day, ":7", NUL.
+bool appendExtendedDate(ByteSpan stored, TextColumnBuilder& out)
+{
+    constexpr std::size_t digits = 19;
+    constexpr std::uint64_t lastDay = 3652058; // 9999-12-31
+    constexpr std::uint64_t unitsPerSecond = 10'000'000;
+    constexpr std::uint64_t lastUnit = 86400 * unitsPerSecond - 1;
+    const auto day = longNumber(stored.first(digits), lastDay);
+    const auto unit = longNumber(stored.subspan(digits + 1, digits), lastUnit);
+    constexpr std::string_view end(":7");
+    if (!day || !unit || stored[digits] != ':'
+        || !std::ranges::equal(stored.subspan(2 * digits + 1, end.size()), end)) {
+        out.append(replacementCharacter);
+        return false;
+    }
+    constexpr std::chrono::sys_days origin = std::chrono::year(1) / 1 / 1;
+    appendShort(out, [&](char* to) {
+        to = putDate(to, origin + std::chrono::days(static_cast<int>(*day)));
+        *to++ = ' ';
+        to = putTime(to, static_cast<unsigned>(*unit / unitsPerSecond));
+        *to++ = '.';
+        return putDigits(to, *unit % unitsPerSecond, 7);
     });
     return true;
 }
@@ -171,15 +218,12 @@ bool appendGuid(ByteSpan stored, TextColumnBuilder& out)
     return true;
 }
 
-// A sign byte, then a 128-bit magnitude as four 32-bit words, the most significant first, each little-endian.
-void appendNumeric(const ColumnDef& column, ByteSpan stored, TextColumnBuilder& out)
+// `scale` decimals.
+void appendDecimal(bool isNegative, Magnitude magnitude, int scale, TextColumnBuilder& out)
 {
-    Magnitude magnitude = 0;
-    for (std::size_t word = 0; word < 4; ++word)
-        magnitude = magnitude << 32 | load32(&stored[1 + 4 * word]);
     // 2^128 has 39 digits; a scale above 28 is damage, and needs no more zeros than fit.
     constexpr int mostDigits = 40;
-    const auto scale = std::min(column.scale, mostDigits - 1);
+    scale = std::min(scale, mostDigits - 1);
     char digits[mostDigits];
     int count = 0;
     while (magnitude != 0 || count <= scale) {
@@ -188,12 +232,41 @@ void appendNumeric(const ColumnDef& column, ByteSpan stored, TextColumnBuilder& 
     }
     const auto* first = digits + mostDigits - count;
     appendShort(out, [&](char* to) {
-        if (stored[0] != 0) *to++ = '-';
+        if (isNegative) *to++ = '-';
         to = std::copy_n(first, count - scale, to);
         if (scale == 0) return to;
         *to++ = '.';
         return std::copy_n(first + count - scale, scale, to);
     });
+}
+
+// A sign byte, then a 128-bit magnitude as four 32-bit words, the most significant first, each little-endian.
+void appendNumeric(const ColumnDef& column, ByteSpan stored, TextColumnBuilder& out)
+{
+    Magnitude magnitude = 0;
+    for (std::size_t word = 0; word < 4; ++word)
+        magnitude = magnitude << 32 | load32(&stored[1 + 4 * word]);
+    appendDecimal(stored[0] != 0, magnitude, column.scale, out);
+}
+
+// The result of a calculation: u16, u8 scale, u8 sign, u32 high and u64 low part of a 96-bit magnitude.
+bool appendCalculatedNumeric(ByteSpan stored, TextColumnBuilder& out)
+{
+    constexpr int mostScale = 28;
+    const int scale = stored[2];
+    if (scale > mostScale) {
+        out.append(replacementCharacter);
+        return false;
+    }
+    const auto magnitude = Magnitude{load32(&stored[4])} << 64 | loadNumber<std::uint64_t>(&stored[8]);
+    appendDecimal(stored[3] != 0, magnitude, scale, out);
+    return true;
+}
+
+bool appendCalculatedBoolean(ByteSpan stored, TextColumnBuilder& out)
+{
+    out.append(stored[0] != 0 ? "1" : "0");
+    return true;
 }
 
 // A value of at least `size` bytes, which `append` needs.
@@ -235,8 +308,15 @@ bool appendStoredText(ByteSpan stored, const TextRules& rules, TextColumnBuilder
 CellAppender::CellAppender(const ColumnDef& column, const TextRules& rules)
     : m_column(column)
     , m_rules(rules)
-    , m_append(appendFor(column.type))
+    , m_append(appendFor(column))
 {
+}
+
+CellAppender::Append CellAppender::appendFor(const ColumnDef& column)
+{
+    if (column.isWrapped && column.type == ColumnType::Boolean) return appendSized<1, appendCalculatedBoolean>;
+    if (column.isWrapped && column.type == ColumnType::Numeric) return appendSized<16, appendCalculatedNumeric>;
+    return appendFor(column.type);
 }
 
 CellAppender::Append CellAppender::appendFor(ColumnType type)
@@ -250,6 +330,8 @@ CellAppender::Append CellAppender::appendFor(ColumnType type)
     case ColumnType::Single: return appendSized<4, appendFloating<float, 8>>;
     case ColumnType::Double: return appendSized<8, appendFloating<double, 16>>;
     case ColumnType::DateTime: return appendSized<8, appendDate>;
+    case ColumnType::BigInt: return appendSized<8, appendInteger<std::int64_t>>;
+    case ColumnType::DateTimeExtended: return appendSized<41, appendExtendedDate>;
     case ColumnType::Text: return appendTextCell;
     case ColumnType::ReplicationId: return appendSized<16, appendGuid>;
     case ColumnType::Numeric: return appendNumericCell;

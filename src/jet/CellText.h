@@ -19,13 +19,14 @@ struct TextRules {
 //   whole numbers    12, -3
 //   Currency         always 4 decimals: 2.5000
 //   Single, Double   the fewest digits that give the same value back, in the notation of %.8g and %.16g; inf, -inf, nan
-//   DateTime         MM/DD/YYYY hh:mm:ss, the seconds rounded
+//   DateTime         MM/DD/YYYY hh:mm:ss, the seconds rounded; Date/Time Extended with 7 decimals behind
 //   Binary           lower-case hexadecimal
 //   Replication ID   {8-4-4-4-12} in capitals
-//   Numeric          exactly as many decimals as the column's scale
+//   Numeric          exactly as many decimals as the column's scale; of a calculated one as the value's own
 // What cannot be decoded (too few bytes, a date outside the years 100 to 9999, broken text) becomes U+FFFD. False when
 // the value is damaged: of a text only when it ends inside a character, since other broken characters may have been
 // entered so. Not for Boolean, memo and OLE columns, whose values do not lie in the row.
+// Of a calculated column it is the value without its wrapper, of any type but memo.
 class CellAppender {
 public:
     // `column` and `rules` outlive it.
@@ -34,6 +35,7 @@ public:
 
 private:
     using Append = bool (*)(const ColumnDef&, ByteSpan, const TextRules&, TextColumnBuilder&);
+    [[nodiscard]] static Append appendFor(const ColumnDef& column);
     [[nodiscard]] static Append appendFor(ColumnType type);
 
     const ColumnDef& m_column;

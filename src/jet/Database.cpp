@@ -54,6 +54,12 @@ std::shared_ptr<TAdmBlobData> objectIn(const RowStore& rows, std::size_t row, st
     return object == nullptr ? nullptr : *object;
 }
 
+// What a calculation can give.
+bool isResult(ColumnType type)
+{
+    return type != ColumnType::Unknown && type != ColumnType::ComplexAutoNumber && !isObjectType(type);
+}
+
 // A system table's damage, told in the unit of what the table lists. Its objects are the properties of tables, of which
 // each table tells itself.
 void tellAs(DamageKind kind, const DamageReport& found, DamageReport& damage)
@@ -163,8 +169,31 @@ std::optional<TableDef> Database::readTable(const CatalogEntry& entry, DamageRep
                 column.properties = std::move(own->second);
     }
     if (table) table->name = entry.name;
+    if (table && isNewerFormat()) unwrapCalculated(*table);
     damage.append(found, entry.name, 0);
     return table;
+}
+
+// The type that stands in the entry of a calculated column is often another one.
+void Database::unwrapCalculated(TableDef& table) const
+{
+    for (auto& column : table.columns) {
+        if (!column.isCalculated) continue;
+        for (const auto& [name, value] : column.properties) {
+            const auto* code = name == "ResultType" ? std::get_if<std::int64_t>(&value) : nullptr;
+            const auto type = code == nullptr ? ColumnType::Unknown : columnTypeOfCode(*code);
+            if (isResult(type)) column.type = type;
+        }
+        column.isWrapped = isResult(column.type);
+    }
+}
+
+std::optional<TableContent> Database::readContent(const CatalogEntry& entry, DamageReport& damage)
+{
+    auto table = readTable(entry, damage);
+    if (!table) return std::nullopt;
+    auto rows = readAllRows(*table, damage);
+    return TableContent{std::move(*table), std::move(rows)};
 }
 
 std::vector<RelationPart> Database::readRelations(const CatalogEntry& entry, DamageReport& damage)

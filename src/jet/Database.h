@@ -25,6 +25,7 @@ struct CatalogEntry {
     static constexpr int linkedTypes[] = {4, 6}; // they keep a definition of what they lead to
     static constexpr std::uint32_t systemFlags = 0x80000002;
 
+    [[nodiscard]] bool isTable() const { return type == tableType; }
     [[nodiscard]] bool isSystemTable() const { return type == tableType && (flags & systemFlags) != 0; }
     [[nodiscard]] bool isUserTable() const { return type == tableType && (flags & systemFlags) == 0; }
 };
@@ -41,6 +42,12 @@ struct RelationPart {
     static constexpr std::int32_t cascadeDeletes = 0x1000;
 };
 
+// A system table with all its rows; object cells as they are stored.
+struct TableContent {
+    TableDef def;
+    RowStore rows;
+};
+
 // What an open database file holds, read from its pages. What cannot be read goes into the report that is handed in.
 // One thread, but for what the parts of a TableReader::Source say.
 class Database {
@@ -50,6 +57,8 @@ public:
 
     // 0: Access 97 (Jet 3), 1: Access 2000 to 2003 (Jet 4).
     [[nodiscard]] int formatVersion() const { return m_pages->formatVersion(); }
+    // Of Access 2007 or later, with what only these formats have.
+    [[nodiscard]] bool isNewerFormat() const { return formatVersion() > 1; }
     [[nodiscard]] std::uint64_t fileSize() const { return m_pages->fileSize(); }
     [[nodiscard]] PageSource& pages() { return *m_pages; }
     [[nodiscard]] const PageSource& pages() const { return *m_pages; }
@@ -61,6 +70,8 @@ public:
     // The definition of a table with its columns in stored order, their properties, its indexes and its pages. nullopt
     // when it cannot be read.
     [[nodiscard]] std::optional<TableDef> readTable(const CatalogEntry& entry, DamageReport& damage);
+    // nullopt when the definition cannot be read.
+    [[nodiscard]] std::optional<TableContent> readContent(const CatalogEntry& entry, DamageReport& damage);
     // `entry`: the catalogue's entry of the table of relations.
     [[nodiscard]] std::vector<RelationPart> readRelations(const CatalogEntry& entry, DamageReport& damage);
 
@@ -80,6 +91,7 @@ private:
     Database(std::unique_ptr<PageSource> pages, int codePage);
     [[nodiscard]] std::optional<TableDef> readTableAt(std::uint32_t page, DamageReport& damage);
     void readDataPages(TableDef& table, DamageReport& damage);
+    void unwrapCalculated(TableDef& table) const;
     void fillGaps(PageList& list, std::uint32_t definitionPage);
     // The pages as they describe themselves; the first call reads the whole file.
     struct Survey {

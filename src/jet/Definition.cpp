@@ -21,7 +21,7 @@ std::vector<CellKind> cellKinds(const TableDef& table)
 {
     std::vector<CellKind> kinds;
     for (const auto& column : table.columns)
-        kinds.push_back(column.type == ColumnType::Ole ? CellKind::Blob : CellKind::Text);
+        kinds.push_back(isObjectType(column.type) ? CellKind::Blob : CellKind::Text);
     return kinds;
 }
 
@@ -77,7 +77,12 @@ constexpr std::uint8_t fixedFlag = 0x01;
 constexpr std::uint8_t autoNumberFlag = 0x04;
 constexpr std::uint8_t autoIdFlag = 0x40; // the same of a replication id
 constexpr std::uint8_t hyperlinkFlag = 0x80;
-constexpr std::uint8_t calculatedFlags = 0xC0; // in the second flag byte
+// In the second flag byte.
+constexpr std::uint8_t valueKeyFlag = 0x04;
+constexpr std::uint8_t groupKeyFlag = 0x08;
+constexpr std::uint8_t historyFlag = 0x20;
+constexpr std::uint8_t calculatedFlags = 0xC0;
+constexpr std::uint8_t fixedBinaryType = 17; // binary of one length, in system tables
 constexpr std::size_t keysPerIndex = 10;
 constexpr std::uint16_t noColumn = 0xFFFF;
 constexpr std::uint16_t endOfLongValueMaps = 0xFFFF;
@@ -118,6 +123,7 @@ public:
         m_reader.seek(m_layout.indexEntries + physicalCount * m_layout.indexEntrySize);
         readColumns(columnCount, table);
         if (!m_reader.isGood() || !haveOwnNumbers(table)) return std::nullopt;
+        takeHistories(table);
         readIndices(logicalCount, physicalCount, table);
         // A definition that breaks off among its indexes still tells how to read the rows.
         if (!m_reader.isGood()) table.indices.clear();
@@ -160,6 +166,15 @@ private:
         return true;
     }
 
+    // The columns of histories are nobody's to see, and neither are the indexes over them.
+    static void takeHistories(TableDef& table)
+    {
+        for (auto& column : table.columns)
+            if (isHistory(column)) table.histories.push_back({std::move(column)});
+        std::erase_if(table.columns, isHistory);
+    }
+    static bool isHistory(const ColumnDef& column) { return column.complexKind == ComplexKind::Versions; }
+
     // Behind the indexes: u16 number of each memo or object column with two pointers, then the end mark; and there the
     // length that the definition states is used up.
     [[nodiscard]] bool endsWell()
@@ -172,7 +187,7 @@ private:
     [[nodiscard]] ColumnDef column(ByteSpan entry) const
     {
         ColumnDef column;
-        column.type = columnTypeOfCode(entry[0]);
+        column.type = entry[0] == fixedBinaryType ? ColumnType::Binary : columnTypeOfCode(entry[0]);
         column.number = load16(&entry[m_layout.columnNumber]);
         column.variableIndex = load16(&entry[m_layout.columnNumber + 2]);
         column.fixedOffset = load16(&entry[m_layout.columnOffset]);
@@ -185,12 +200,23 @@ private:
         const auto flags = entry[m_layout.columnFlags];
         column.isFixed = (flags & fixedFlag) != 0;
         const auto isId = column.type == ColumnType::ReplicationId;
-        column.isAutoNumber = (flags & (isId ? autoIdFlag : autoNumberFlag)) != 0;
+        const auto isComplexNumber = column.type == ColumnType::ComplexAutoNumber;
+        column.isAutoNumber = !isComplexNumber && (flags & (isId ? autoIdFlag : autoNumberFlag)) != 0;
         column.isHyperlink = column.type == ColumnType::Memo && (flags & hyperlinkFlag) != 0;
         // Jet 3 has no second flag byte; what follows there is the offset.
-        if (m_layout.nameLengthSize == 2)
-            column.isCalculated = (entry[m_layout.columnFlags + 1] & calculatedFlags) == calculatedFlags;
+        if (m_layout.nameLengthSize == 2) readMoreFlags(entry, column);
         return column;
+    }
+
+    void readMoreFlags(ByteSpan entry, ColumnDef& column) const
+    {
+        const auto flags = entry[m_layout.columnFlags + 1];
+        column.isCalculated = (flags & calculatedFlags) == calculatedFlags;
+        column.isValueKey = (flags & valueKeyFlag) != 0;
+        column.isGroupKey = (flags & groupKeyFlag) != 0;
+        if (column.type != ColumnType::ComplexAutoNumber) return;
+        column.complexId = load32(&entry[m_layout.columnPrecision]);
+        if ((flags & historyFlag) != 0) column.complexKind = ComplexKind::Versions;
     }
 
     // A logical index names the physical one that holds its keys by position. Numbers of indexes have gaps in real

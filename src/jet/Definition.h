@@ -6,6 +6,7 @@
 #include "rows/RowGroup.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -18,6 +19,15 @@ namespace vellumo::jet {
 using PropertyValue = std::variant<bool, std::int64_t, std::string>;
 // The Access properties of a table or a column, name and value, in the order of the file.
 using PropertyList = std::vector<std::pair<std::string, PropertyValue>>;
+
+class ValueGroups;
+
+// What the values of a complex column are: files, plain values, or what its memo once was.
+enum class ComplexKind : std::uint8_t { Attachments, Values, Versions };
+[[nodiscard]] constexpr bool isComplex(ColumnType type)
+{
+    return type == ColumnType::Attachment || type == ColumnType::MultipleValues;
+}
 
 struct ColumnDef {
     std::string name{}; // UTF-8
@@ -32,7 +42,22 @@ struct ColumnDef {
     bool isAutoNumber = false;
     bool isHyperlink = false;
     bool isCalculated = false;
+    bool isWrapped = false; // calculated, and so in a wrapper of its own and of the type that the properties tell
     PropertyList properties{};
+
+    // Columns of several values (ComplexColumns.h).
+    std::uint32_t complexId = 0;
+    ComplexKind complexKind = ComplexKind::Values;
+    std::shared_ptr<const ValueGroups> groups{}; // null: not read, or not to be had
+    // Those of a table of values: the group of a value, and its own number.
+    bool isGroupKey = false;
+    bool isValueKey = false;
+};
+
+// A hidden column that keeps what a memo was before.
+struct HistoryDef {
+    ColumnDef column{};
+    std::optional<std::size_t> memo{}; // position in TableDef::columns, once it is known
 };
 
 struct IndexKeyDef {
@@ -61,6 +86,7 @@ struct TableDef {
     PropertyList properties{};
     unsigned columnLimit = 0;         // rows know at most this many columns, deleted ones included
     std::vector<ColumnDef> columns{}; // in stored order
+    std::vector<HistoryDef> histories{};
     std::vector<IndexDef> indices{};
     std::vector<std::uint32_t> indexRoots{}; // root page of each physical index
     std::uint32_t pageMapPointer = 0;        // to the usage map of the data pages

@@ -3,6 +3,7 @@
 
 #include "embedded/TAdmBlobData.h"
 #include "jet/ByteReader.h"
+#include "jet/CalculatedValue.h"
 #include "jet/Limits.h"
 #include "jet/UnicodeText.h"
 
@@ -16,7 +17,8 @@ DamageKind damageOf(const ColumnDef& column)
 {
     switch (column.type) {
     case ColumnType::Memo: return DamageKind::LongText;
-    case ColumnType::Ole: return DamageKind::Object;
+    case ColumnType::Ole:
+    case ColumnType::Attachment: return DamageKind::Object;
     default: return DamageKind::Value;
     }
 }
@@ -36,7 +38,7 @@ TableReader::TableReader(const TableDef& table, Source source, RowChoice choice)
     , m_choice(choice)
     , m_layout(table, m_source.pages.format().isJet3)
     , m_longValue(m_source.pages, m_source.longValueBudget)
-    , m_builder(cellKinds(table))
+    , m_builder(cellKinds(table), table.histories.size())
 {
 }
 
@@ -96,13 +98,18 @@ void TableReader::addRows(std::uint32_t page, RowRun& run)
     m_pageNumber = page;
     m_cellBytesLeft = cellBytesPerPageByte * m_source.pages.format().size;
     for (std::size_t i = 0; i < m_table.columns.size(); ++i) {
-        switch (m_table.columns[i].type) {
-        case ColumnType::Boolean: addBooleans(i); break;
+        const auto& column = m_table.columns[i];
+        switch (column.type) {
+        case ColumnType::Boolean: column.isWrapped ? addTexts(i) : addBooleans(i); break;
         case ColumnType::Memo: addMemos(i); break;
         case ColumnType::Ole: addObjects(i); break;
+        case ColumnType::Attachment: addAttachments(i); break;
+        case ColumnType::MultipleValues: addValues(i); break;
         default: addTexts(i); break;
         }
     }
+    for (std::size_t i = 0; i < m_table.histories.size(); ++i)
+        addHistory(i);
     m_builder.endRows(m_rows.size());
     run.rowCount += m_rows.size();
 }
@@ -110,10 +117,13 @@ void TableReader::addRows(std::uint32_t page, RowRun& run)
 // A damaged cell has been told.
 inline Cell TableReader::cellOf(const ColumnDef& column, std::size_t row)
 {
-    const auto cell = m_layout.cell(m_rows[row], column);
+    auto cell = m_layout.cell(m_rows[row], column);
     const auto isWithinBudget = cell.bytes.size() <= m_cellBytesLeft;
     if (isWithinBudget && cell.state != CellState::Damaged) {
         m_cellBytesLeft -= cell.bytes.size();
+        if (!column.isWrapped || column.type == ColumnType::Memo || cell.state == CellState::Null) return cell;
+        cell = unwrapped(cell.bytes);
+        if (cell.state == CellState::Damaged) addDamage(damageOf(column), column, row);
         return cell;
     }
     addDamage(isWithinBudget ? damageOf(column) : DamageKind::Budget, column, row);
@@ -157,9 +167,11 @@ void TableReader::addMemos(std::size_t column)
         const auto cell = cellOf(def, row);
         if (cell.state == CellState::Present) {
             m_longValue.read(cell.bytes);
-            const bool isWhole = appendStoredText(m_longValue.bytes(), m_source.rules, text);
-            if (!m_longValue.isComplete()) text.append(replacementCharacter);
-            text.noteUnlessTold();
+            const auto memo =
+                def.isWrapped ? unwrapped(m_longValue.bytes()) : Cell{CellState::Present, m_longValue.bytes()};
+            const bool isWhole = appendStoredText(memo.bytes, m_source.rules, text) && memo.state != CellState::Damaged;
+            if (!m_longValue.isComplete() || memo.state == CellState::Damaged) text.append(replacementCharacter);
+            if (memo.state != CellState::Null) text.noteUnlessTold();
             if (m_longValue.isOverBudget())
                 addDamage(DamageKind::Budget, def, row);
             else if (!isWhole || !m_longValue.isComplete())
@@ -194,6 +206,67 @@ std::shared_ptr<TAdmBlobData> TableReader::readObject(const ColumnDef& column, s
     else if (object && object->state() == ObjectState::Damaged)
         addDamage(DamageKind::Object, column, row);
     return object;
+}
+
+// A number without values that could be had is damage; one of no values says that there are none.
+TableReader::ValuesOfCell TableReader::valuesOf(const ColumnDef& column, std::size_t row)
+{
+    constexpr std::size_t numberSize = 4;
+    const auto cell = cellOf(column, row);
+    if (cell.state != CellState::Present) return {cell.state};
+    if (cell.bytes.size() < numberSize || !column.groups) {
+        addDamage(damageOf(column), column, row);
+        return {CellState::Damaged};
+    }
+    const auto number = loadNumber<std::int32_t>(cell.bytes.data());
+    return {CellState::Present, number, column.groups->claim(number)};
+}
+
+void TableReader::addAttachments(std::size_t column)
+{
+    const auto& def = m_table.columns[column];
+    for (std::size_t row = 0; row < m_rows.size(); ++row) {
+        const auto values = valuesOf(def, row);
+        if (values.group != nullptr)
+            m_builder.addBlob(column, values.group->object);
+        else
+            m_builder.addBlob(column, values.state == CellState::Damaged ? nothingLeft() : nullptr);
+    }
+}
+
+void TableReader::addValues(std::size_t column)
+{
+    auto& text = m_builder.text(column);
+    const auto& def = m_table.columns[column];
+    for (std::size_t row = 0; row < m_rows.size(); ++row) {
+        const auto values = valuesOf(def, row);
+        if (values.group != nullptr)
+            appendValues(def, row, *values.group, text);
+        else if (values.state == CellState::Damaged)
+            text.append(replacementCharacter);
+        text.endText();
+    }
+}
+
+// Any number of damaged cells may name the same values.
+void TableReader::appendValues(
+    const ColumnDef& column, std::size_t row, const ValueGroup& group, TextColumnBuilder& text)
+{
+    const auto size = static_cast<std::int64_t>(group.text.size());
+    if (m_source.longValueBudget.fetch_sub(size) >= size) {
+        text.append(group.text);
+        text.noteUnlessTold();
+        return;
+    }
+    text.append(replacementCharacter);
+    addDamage(DamageKind::Budget, column, row);
+}
+
+void TableReader::addHistory(std::size_t history)
+{
+    const auto& column = m_table.histories[history].column;
+    for (std::size_t row = 0; row < m_rows.size(); ++row)
+        m_builder.addHistoryGroup(history, valuesOf(column, row).number);
 }
 
 void TableReader::addDamage(DamageKind kind, const ColumnDef& column, std::size_t row)

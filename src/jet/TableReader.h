@@ -2,6 +2,7 @@
 #pragma once
 
 #include "jet/CellText.h"
+#include "jet/ComplexColumns.h"
 #include "jet/DamageReport.h"
 #include "jet/DataPage.h"
 #include "jet/LongValue.h"
@@ -57,6 +58,16 @@ private:
     void addTexts(std::size_t column);
     void addMemos(std::size_t column);
     void addObjects(std::size_t column);
+    void addAttachments(std::size_t column);
+    void addValues(std::size_t column);
+    void addHistory(std::size_t history);
+    struct ValuesOfCell {
+        CellState state = CellState::Null;
+        std::int32_t number = 0;
+        const ValueGroup* group = nullptr; // null when the cell has no values
+    };
+    [[nodiscard]] ValuesOfCell valuesOf(const ColumnDef& column, std::size_t row);
+    void appendValues(const ColumnDef& column, std::size_t row, const ValueGroup& group, TextColumnBuilder& text);
     [[nodiscard]] std::shared_ptr<TAdmBlobData> readObject(const ColumnDef& column, std::size_t row, ByteSpan stored);
     void addDamage(DamageKind kind, const ColumnDef& column, std::size_t row);
 

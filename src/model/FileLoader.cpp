@@ -9,9 +9,8 @@ namespace vellumo {
 
 namespace {
 
-// Catalogue flags under which formats newer than Jet 4 keep a table that belongs to a user table's column.
+// Catalogue flags under which formats newer than Jet 4 keep the values of a complex column.
 constexpr std::uint32_t hiddenValueTableFlags = 0x800A0000;
-constexpr int jet4 = 1;
 constexpr std::string_view relationshipsTable = "MSysRelationships";
 constexpr std::string_view resourcesTable = "MSysResources_Data";
 
@@ -29,6 +28,7 @@ bool FileLoader::load()
     const auto& pages = m_database.pages();
     m_file.setFormat({pages.formatVersion(), pages.codePage(), pages.isEncrypted()});
     const auto catalog = m_database.readCatalog(m_damage);
+    m_complexColumns.emplace(m_database, m_rows, catalog);
     readDefinitions(catalog);
     if (m_options.salvage != Salvage::None) addSalvage(catalog);
     if (!readAllRows()) return false;
@@ -54,23 +54,32 @@ void FileLoader::readDefinitions(const std::vector<jet::CatalogEntry>& catalog)
             m_damage.add({.kind = DamageKind::Catalogue, .page = entry.page});
             continue;
         }
-        const bool isListed = entry.isUserTable()
-            || (m_database.formatVersion() > jet4 && entry.isSystemTable() && entry.flags == hiddenValueTableFlags);
-        if (isListed)
+        if (isListed(entry))
             addUserTable(entry);
         else if (entry.name == relationshipsTable)
             readRelations(entry);
     }
 }
 
+// A table of values is listed, as one of a name of its own, when no column leads to its values any more. Newer formats
+// keep some tables of theirs without the flags of a system table.
+bool FileLoader::isListed(const jet::CatalogEntry& entry) const
+{
+    if (!m_database.isNewerFormat()) return entry.isUserTable();
+    if (entry.isUserTable()) return !entry.name.starts_with("MSys") && !entry.name.starts_with('~');
+    return entry.flags == hiddenValueTableFlags && !m_complexColumns->isValueTable(entry);
+}
+
 void FileLoader::addUserTable(const jet::CatalogEntry& entry)
 {
     auto def = m_database.readTable(entry, m_damage);
-    if (!def) return;
+    if (!def || (!entry.isUserTable() && def->statedRowCount == 0)) return;
+    m_complexColumns->mark(*def);
     auto table = newTable(*def);
     table->getIndicesFromMdbTableDef(*def);
     table->setColumnPrimaryKey();
-    table->setName(entry.isUserTable() ? entry.name : firstPrimaryKeyColumn(*table));
+    const auto keyName = firstPrimaryKeyColumn(*table);
+    table->setName(entry.isUserTable() || keyName.empty() ? entry.name : keyName);
     if (!entry.isUserTable() && table->name() == resourcesTable) return;
     m_pending.push_back({std::move(*def), std::move(table)});
 }
@@ -101,6 +110,7 @@ void FileLoader::addSalvage(const std::vector<jet::CatalogEntry>& catalog)
     std::erase_if(tables, [&](const jet::CatalogEntry& entry) { return m_database.hidesTable(entry); });
     for (auto& def : m_database.lostTables(tables)) {
         const auto name = def.name.empty() ? "Recovered " + std::to_string(++nameless) : def.name + " (recovered)";
+        m_complexColumns->mark(def);
         addSalvaged(std::move(def), name, TableOrigin::Recovered);
     }
 }
@@ -175,14 +185,25 @@ bool FileLoader::readRows(PendingTable& pending, std::uint64_t rowsDone, std::ui
     const auto origin = pending.table->origin();
     const auto choice = origin == TableOrigin::Deleted ? jet::RowChoice::Deleted : jet::RowChoice::Live;
     DamageReport found;
-    if (!m_rows.load(pending.def, rows, found, observer, choice)) return false;
+    if (!m_complexColumns->readValues(pending.def, found, [&](std::size_t) { return observer(0); })) return false;
+    if (!m_rows.load(pending.def, rows, found, observer, {.choice = choice})) return false;
+    setHistories(pending);
     if (origin == TableOrigin::Catalogue) {
         jet::tellMissingRows(pending.def, rows.rowCount(), found);
         checkRows(pending, found);
+        ComplexColumnsLoader::tellUnclaimed(pending.def, found);
         m_damage.append(found, pending.table->name(), 0);
     }
     pending.table->setRows(std::move(rows));
     return true;
+}
+
+void FileLoader::setHistories(const PendingTable& pending)
+{
+    std::vector<MemoHistory> histories;
+    for (const auto& history : pending.def.histories)
+        histories.push_back({history.memo, history.column.groups});
+    pending.table->setHistories(std::move(histories));
 }
 
 // What the indexes know counts as far as it goes beyond what is known to be missing already.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "model/ComplexColumnsLoader.h"
 #include "model/TAdmMDBFile.h"
 #include "model/TableRowsLoader.h"
 
@@ -28,6 +29,7 @@ private:
     };
 
     void readDefinitions(const std::vector<jet::CatalogEntry>& catalog);
+    [[nodiscard]] bool isListed(const jet::CatalogEntry& entry) const;
     void addUserTable(const jet::CatalogEntry& entry);
     [[nodiscard]] std::unique_ptr<TAdmMDBTable> newTable(const jet::TableDef& def);
     void addSalvage(const std::vector<jet::CatalogEntry>& catalog);
@@ -36,12 +38,14 @@ private:
     void readRelations(const jet::CatalogEntry& entry);
     [[nodiscard]] bool readAllRows();
     [[nodiscard]] bool readRows(PendingTable& pending, std::uint64_t rowsDone, std::uint64_t rowsExpected);
+    static void setHistories(const PendingTable& pending);
     void checkRows(const PendingTable& pending, DamageReport& found);
 
     jet::Database& m_database;
     TAdmMDBFile& m_file;
     const OpenOptions& m_options;
     TableRowsLoader m_rows;
+    std::optional<ComplexColumnsLoader> m_complexColumns; // once the catalogue is read
     std::vector<PendingTable> m_pending;
     DamageReport m_damage;
 };

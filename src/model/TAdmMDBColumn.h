@@ -77,7 +77,7 @@ public:
     void setSortOrder(int order) { m_sortOrder = order; }
 
     // An object column: its cells are decoded objects, not texts.
-    [[nodiscard]] bool isOLE() const { return m_type == ColumnType::Ole; }
+    [[nodiscard]] bool isOLE() const { return isObjectType(m_type); }
 
     [[nodiscard]] Information information() const override;
 

@@ -26,8 +26,7 @@ struct OpenOptions {
     OpenObserver observer{};         // may be empty
     unsigned readerCount = 0;        // threads that read rows, the calling one included; 0: as many as there are cores
     Salvage salvage = Salvage::None; // what is found becomes tables of their own, TAdmMDBTable::origin() tells
-    bool newerFormats = false;       // accept files of Access 2007 and later, whose calculated columns and columns of
-                                     // several values are not decoded
+    bool newerFormats = false;       // accept files of Access 2007 to 2019
     std::optional<std::string> password{}; // UTF-8, for encrypted files of those
     std::optional<int> codePage{};         // of the texts of an Access 97 file, in place of the one that it states
     bool checksIndexes = false;            // hold the rows against the indexes: slower, and finds more of what is lost

@@ -4,9 +4,21 @@
 #include "jet/Definition.h"
 #include "model/TAdmMDBFile.h"
 
+#include <algorithm>
 #include <set>
 
 namespace vellumo {
+
+namespace {
+
+// Access keeps an index of its own over each column of several values. It is over numbers that nobody sees.
+bool isOverGroups(const jet::TableDef& table, const jet::IndexDef& index)
+{
+    return std::ranges::any_of(
+        index.keys, [&](const jet::IndexKeyDef& key) { return jet::isComplex(table.columns[key.column].type); });
+}
+
+} // namespace
 
 void TAdmMDBTable::setColumns(Columns columns)
 {
@@ -64,6 +76,20 @@ void TAdmMDBTable::getColumnsFromMdbTableDef(const jet::TableDef& tableDef, int 
     setColumns(std::move(columns));
 }
 
+bool TAdmMDBTable::keepsHistory(std::size_t column) const
+{
+    return std::ranges::find(m_histories, column, &MemoHistory::column) != m_histories.end();
+}
+
+std::span<const jet::MemoVersion> TAdmMDBTable::versionsOf(std::size_t row, std::size_t column) const
+{
+    const auto history = std::ranges::find(m_histories, column, &MemoHistory::column);
+    if (history == m_histories.end() || !history->groups) return {};
+    const auto place = static_cast<std::size_t>(history - m_histories.begin());
+    const auto* group = history->groups->find(m_rows.historyGroup(row, place));
+    return group == nullptr ? std::span<const jet::MemoVersion>() : group->versions;
+}
+
 std::optional<std::string> TAdmMDBTable::description() const
 {
     for (const auto& [property, value] : m_properties)
@@ -75,7 +101,7 @@ void TAdmMDBTable::getIndicesFromMdbTableDef(const jet::TableDef& tableDef)
 {
     Indices indices;
     for (const auto& def : tableDef.indices) {
-        if (def.keys.empty()) continue;
+        if (def.keys.empty() || isOverGroups(tableDef, def)) continue;
         auto index = std::make_unique<TAdmMDBIndex>();
         index->setName(def.name);
         index->setIsPrimaryKey(def.type == jet::IndexDef::primaryKeyType);
@@ -116,6 +142,7 @@ void TAdmMDBTable::close()
 {
     m_columns.clear();
     m_rows = RowStore();
+    m_histories.clear();
     m_indices.clear();
 }
 

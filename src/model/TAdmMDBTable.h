@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "jet/ComplexColumns.h"
 #include "jet/Definition.h"
 #include "model/TAdmMDBColumn.h"
 #include "model/TAdmMDBForeignKey.h"
@@ -8,6 +9,8 @@
 #include "rows/RowStore.h"
 
 #include <memory>
+#include <optional>
+#include <span>
 
 namespace vellumo {
 
@@ -16,6 +19,13 @@ enum class TableOrigin : std::uint8_t {
     Catalogue, // a table as the file lists it
     Recovered, // found by looking for what was lost: its name ends in " (recovered)", or is "Recovered n"
     Deleted,   // deleted rows of a table: its name ends in " (deleted)"
+};
+
+// The history of a memo column: which it is, if that is known, and what its cells were, by the numbers that the rows
+// have.
+struct MemoHistory {
+    std::optional<std::size_t> column;
+    std::shared_ptr<const jet::ValueGroups> groups;
 };
 
 // A user table of an open file with its columns, rows and indexes. Filled while the file is opened, only read
@@ -42,6 +52,12 @@ public:
     // Column c of the rows is columns()[c].
     [[nodiscard]] const RowStore& rows() const { return m_rows; }
     void setRows(RowStore rows) { m_rows = std::move(rows); }
+
+    // What a memo that keeps its history has been, the oldest first and the present text, as a rule, last; none for any
+    // other cell. Valid as long as the table.
+    [[nodiscard]] std::span<const jet::MemoVersion> versionsOf(std::size_t row, std::size_t column) const;
+    [[nodiscard]] bool keepsHistory(std::size_t column) const;
+    void setHistories(std::vector<MemoHistory> histories) { m_histories = std::move(histories); }
 
     // Sorted by name. Never null.
     using Indices = std::vector<std::unique_ptr<TAdmMDBIndex>>;
@@ -74,6 +90,7 @@ private:
     jet::PropertyList m_properties;
     Columns m_columns;
     RowStore m_rows;
+    std::vector<MemoHistory> m_histories; // in the order of the rows' hidden columns
     Indices m_indices;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/TableRowsLoader.h"
 
-#include "embedded/ObjectCell.h"
+#include "embedded/Attachment.h"
 #include "jet/Limits.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ constexpr std::size_t pagesPerRange = 128; // enough to make fetching the next r
 // What the readers of one table share. Each range is written by the one reader that took it.
 struct TableRowsLoader::Work {
     const jet::TableDef& table;
-    jet::RowChoice choice;
+    RowsWanted wanted;
     std::vector<jet::RowRun> ranges;
     std::atomic<std::size_t> nextRange{0};
     std::atomic<std::size_t> rowsDone{0};
@@ -51,10 +51,10 @@ std::size_t TableRowsLoader::helperCount(std::size_t rangeCount)
 }
 
 bool TableRowsLoader::load(
-    const jet::TableDef& table, RowStore& rows, DamageReport& damage, const Observer& observer, jet::RowChoice choice)
+    const jet::TableDef& table, RowStore& rows, DamageReport& damage, const Observer& observer, RowsWanted wanted)
 {
     const auto rangeCount = (table.dataPages.pages.size() + pagesPerRange - 1) / pagesPerRange;
-    Work work{table, choice, std::vector<jet::RowRun>(rangeCount)};
+    Work work{table, wanted, std::vector<jet::RowRun>(rangeCount)};
     if (rangeCount != 0) {
         const auto helpers = startHelpers(helperCount(rangeCount), work);
         readRanges(m_database.pages(), work, &observer);
@@ -93,8 +93,9 @@ void TableRowsLoader::readRanges(jet::Pages& pages, Work& work, const Observer* 
 
 void TableRowsLoader::takeRanges(jet::Pages& pages, Work& work, const Observer* observer)
 {
-    const auto decode = [this](jet::ByteSpan stored, bool isWhole) { return decodeObject(stored, isWhole); };
-    jet::TableReader reader(work.table, m_database.source(pages, decode), work.choice);
+    const auto decode = [this, form = work.wanted.objectForm](
+                            jet::ByteSpan stored, bool isWhole) { return decodeObject(form, stored, isWhole); };
+    jet::TableReader reader(work.table, m_database.source(pages, decode), work.wanted.choice);
     const std::span<const std::uint32_t> numbers(work.table.dataPages.pages);
     while (!work.isStopped) {
         const auto range = work.nextRange++;
@@ -110,11 +111,12 @@ void TableRowsLoader::takeRanges(jet::Pages& pages, Work& work, const Observer* 
 }
 
 // Two readers may be told the same bytes are left: that little more does no harm.
-jet::DecodedObject TableRowsLoader::decodeObject(jet::ByteSpan stored, bool isWhole)
+jet::DecodedObject TableRowsLoader::decodeObject(ObjectForm form, jet::ByteSpan stored, bool isWhole)
 {
+    const auto decoder = form == ObjectForm::Object ? decodeObjectCell : decodeAttachmentCell;
     UnpackBudget budget{static_cast<std::size_t>(std::max<std::int64_t>(m_unpackBudget, 0)), false};
     const auto before = budget.bytesLeft;
-    auto object = decodeObjectCell(std::as_bytes(stored), isWhole, budget);
+    auto object = decoder(std::as_bytes(stored), isWhole, budget);
     m_unpackBudget -= static_cast<std::int64_t>(before - budget.bytesLeft);
     return {std::move(object), budget.isExceeded};
 }

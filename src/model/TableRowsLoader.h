@@ -11,6 +11,14 @@
 
 namespace vellumo {
 
+// What the object columns of a table hold: objects as programs embed them, or the files of attachment columns.
+enum class ObjectForm : std::uint8_t { Object, Attachment };
+
+struct RowsWanted {
+    jet::RowChoice choice = jet::RowChoice::Live;
+    ObjectForm objectForm = ObjectForm::Object;
+};
+
 // Reads the rows of the tables of one file with several readers at once: each has pages of its own and takes ranges of
 // the table's pages, whose rows are joined in page order. The calling thread is one of the readers.
 class TableRowsLoader {
@@ -25,7 +33,7 @@ public:
     // Fills `rows`, which is empty and has the table's columns, and adds to `damage` what could not be read. False when
     // stopped; `rows` stays empty then. Throws std::bad_alloc on the calling thread when any reader runs out of memory.
     [[nodiscard]] bool load(const jet::TableDef& table, RowStore& rows, DamageReport& damage, const Observer& observer,
-        jet::RowChoice choice = jet::RowChoice::Live);
+        RowsWanted wanted = {});
 
 private:
     struct Work;
@@ -34,7 +42,7 @@ private:
     [[nodiscard]] std::vector<std::jthread> startHelpers(std::size_t count, Work& work);
     void readRanges(jet::Pages& pages, Work& work, const Observer* observer);
     void takeRanges(jet::Pages& pages, Work& work, const Observer* observer);
-    [[nodiscard]] jet::DecodedObject decodeObject(jet::ByteSpan stored, bool isWhole);
+    [[nodiscard]] jet::DecodedObject decodeObject(ObjectForm form, jet::ByteSpan stored, bool isWhole);
 
     jet::Database& m_database;
     unsigned m_readerCount;

@@ -8,8 +8,9 @@
 
 namespace vellumo {
 
-// The type of a column. The numbers are the codes under which files store types.
-enum class ColumnType : std::uint8_t {
+// The type of a column. The numbers are the codes under which files store types; those from 256 on are types that a
+// file tells in another way.
+enum class ColumnType : std::uint16_t {
     Unknown = 0, // a code that no column should have
     Boolean = 1,
     Byte = 2,
@@ -26,6 +27,10 @@ enum class ColumnType : std::uint8_t {
     ReplicationId = 15,
     Numeric = 16,
     ComplexAutoNumber = 18,
+    BigInt = 19,
+    DateTimeExtended = 20,
+    Attachment = 256,
+    MultipleValues = 257,
 };
 
 // What the texts of a column mean when they are put in order.
@@ -43,7 +48,7 @@ struct ColumnTypeFacts {
 };
 
 // In the order of the codes, Unknown last.
-inline constexpr std::array<ColumnTypeFacts, 16> columnTypes = {{
+inline constexpr std::array<ColumnTypeFacts, 20> columnTypes = {{
     {ColumnType::Boolean, "Boolean", SortKind::Number, false, false, false},
     {ColumnType::Byte, "Byte", SortKind::Number, false, false, false},
     {ColumnType::Integer, "Integer", SortKind::Number, false, false, true},
@@ -59,6 +64,10 @@ inline constexpr std::array<ColumnTypeFacts, 16> columnTypes = {{
     {ColumnType::ReplicationId, "Replication ID", SortKind::Text, false, false, false},
     {ColumnType::Numeric, "Numeric", SortKind::Number, false, false, true},
     {ColumnType::ComplexAutoNumber, "Complex Value auto number", SortKind::Number, false, false, false},
+    {ColumnType::BigInt, "BigInt", SortKind::Number, false, false, false},
+    {ColumnType::DateTimeExtended, "Date/Time Extended", SortKind::Date, true, false, false},
+    {ColumnType::Attachment, "Attachment", SortKind::Text, false, false, false},
+    {ColumnType::MultipleValues, "Multiple Values", SortKind::Text, true, false, false},
     {ColumnType::Unknown, "", SortKind::Text, false, false, false},
 }};
 
@@ -71,13 +80,20 @@ inline constexpr std::array<ColumnTypeFacts, 16> columnTypes = {{
     return index;
 }
 
+// Whether cells are decoded objects, and not texts.
+[[nodiscard]] constexpr bool isObjectType(ColumnType type)
+{
+    return type == ColumnType::Ole || type == ColumnType::Attachment;
+}
+
 [[nodiscard]] constexpr const ColumnTypeFacts& factsOf(ColumnType type) { return columnTypes[columnTypeIndex(type)]; }
 
-// Unknown for a code, or a name, that is none.
+// Unknown for a code that no file stores, or a name, that is none.
 [[nodiscard]] constexpr ColumnType columnTypeOfCode(std::int64_t code)
 {
+    constexpr std::int64_t codeLimit = 256;
     for (const auto& facts : columnTypes)
-        if (static_cast<std::int64_t>(facts.type) == code) return facts.type;
+        if (static_cast<std::int64_t>(facts.type) == code && code < codeLimit) return facts.type;
     return ColumnType::Unknown;
 }
 [[nodiscard]] constexpr ColumnType columnTypeNamed(std::string_view accessName)

@@ -13,10 +13,11 @@ constexpr std::size_t bytesPerGroup = 4 << 20;
 
 } // namespace
 
-RowGroupBuilder::RowGroupBuilder(std::vector<CellKind> kinds)
+RowGroupBuilder::RowGroupBuilder(std::vector<CellKind> kinds, std::size_t historyCount)
     : m_kinds(std::move(kinds))
     , m_texts(m_kinds.size())
     , m_blobs(m_kinds.size())
+    , m_historyGroups(historyCount)
 {
 }
 
@@ -49,6 +50,8 @@ RowGroup RowGroupBuilder::take()
         group.texts.push_back(text.take());
     group.blobs = std::move(m_blobs);
     m_blobs.assign(m_kinds.size(), {});
+    group.historyGroups = std::move(m_historyGroups);
+    m_historyGroups.assign(group.historyGroups.size(), {});
     m_rowCount = 0;
     return group;
 }

@@ -35,6 +35,12 @@ RowStore::Position RowStore::locate(std::size_t row) const
     return {&m_groups[group], static_cast<std::uint32_t>(row - m_firstRows[group])};
 }
 
+std::int32_t RowStore::historyGroup(std::size_t row, std::size_t history) const
+{
+    const auto [group, rowInGroup] = locate(row);
+    return group->historyGroups[history][rowInGroup];
+}
+
 std::string_view RowStore::text(std::size_t row, std::size_t column) const
 {
     if (m_kinds[column] == CellKind::Blob) return {};

@@ -62,6 +62,8 @@ public:
     // "" for null and for the cells of a blob column.
     [[nodiscard]] std::string_view text(std::size_t row, std::size_t column) const;
     [[nodiscard]] RowRecord record(std::size_t row) const { return {*this, row}; }
+    // The group of versions that a row has in a hidden column of histories.
+    [[nodiscard]] std::int32_t historyGroup(std::size_t row, std::size_t history) const;
 
     // The group's columns are this store's.
     void append(RowGroup group);

@@ -49,6 +49,7 @@ TEST(CellText, NumbersAreShortAndExact)
         {"integer", 3, raw<std::int16_t>(-32768), "-32768"},
         {"long", 4, raw<std::int32_t>(std::numeric_limits<std::int32_t>::min()), "-2147483648"},
         {"complex value", 18, raw<std::int32_t>(7), "7"},
+        {"large number", 19, raw(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808"},
         {"currency below one", 5, raw<std::int64_t>(-5), "-0.0005"},
         {"currency whole", 5, raw<std::int64_t>(120000), "12.0000"},
         {"smallest currency", 5, raw<std::int64_t>(std::numeric_limits<std::int64_t>::min()), "-922337203685477.5808"},

@@ -88,6 +88,27 @@ TEST(Definition, ColumnsHaveFlagsOfTheirVersion)
     }
 }
 
+// A history is no column of the table; the keys of indexes count the columns that are.
+TEST(Definition, ColumnsOfSeveralValues)
+{
+    DefinitionParts table{.columnLimit = 4,
+        .columns = {{.name = "H", .type = 18, .number = 0, .size = 4, .flags = 7, .moreFlags = 0x20, .precision = 5},
+            {.name = "V", .type = 18, .number = 1, .size = 4, .flags = 7, .precision = 7, .scale = 1},
+            {.name = "K", .type = 4, .number = 2, .moreFlags = 8}, {.name = "B", .type = 17, .number = 3, .size = 6}},
+        .indexes = {{"I", {{2, true}, {1, true}}, 9, 0, 0}, {"J", {{0, true}}, 9, 0, 0}}};
+    const auto parsed = parse(definitionBytes(false, table), false);
+    ASSERT_TRUE(parsed && parsed->isSound);
+    const auto& columns = parsed->table.columns;
+    ASSERT_EQ(columns.size(), 3U);
+    EXPECT_TRUE(columns[0].name == "V" && columns[0].complexId == 0x107 && !columns[0].isAutoNumber);
+    EXPECT_TRUE(columns[1].isGroupKey && !columns[1].isValueKey && columns[2].type == ColumnType::Binary);
+    ASSERT_EQ(parsed->table.histories.size(), 1U);
+    EXPECT_EQ(parsed->table.histories[0].column.complexId, 5U);
+    const auto& indices = parsed->table.indices;
+    ASSERT_TRUE(indices.size() == 2 && indices[0].keys.size() == 2 && indices[1].keys.empty());
+    EXPECT_TRUE(indices[0].keys[0].column == 1 && indices[0].keys[1].column == 0);
+}
+
 TEST(Definition, CutAnywhereKeepsWhatIsWhole)
 {
     for (const auto& at : places) {

@@ -131,7 +131,7 @@ protected:
         const auto path = m_folder.path("sound.mdb");
         ASSERT_EQ(samples::writeDatabase(GetParam().make(GetParam().version), path).error, "");
         m_sound.setFullPath(path);
-        ASSERT_TRUE(m_sound.open());
+        ASSERT_TRUE(m_sound.open({.newerFormats = true}));
         for (const auto& [table, rows] : GetParam().rowCounts)
             ASSERT_EQ(m_sound.findTable(table)->rows().rowCount(), rows) << table << ", undamaged";
         const auto content = m_folder.read("sound.mdb").value();
@@ -145,7 +145,7 @@ protected:
         ++tally.files;
         TAdmMDBFile file;
         file.setFullPath(m_folder.path("damaged.mdb"));
-        if (file.open({.readerCount = 1, .checksIndexes = true}))
+        if (file.open({.readerCount = 1, .newerFormats = true, .checksIndexes = true}))
             compare(m_sound, file, !method.hitsValues, std::string(method.name) + ", seed " + std::to_string(seed),
                 tally, m_findings);
         else
@@ -196,11 +196,14 @@ TEST_P(DamageTrial, NothingIsLostWithoutAWord)
         ADD_FAILURE() << m_findings[i];
 }
 
+samples::DatabaseDescription newer(JetVersion) { return samples::newerDatabase(); }
+
 // A list of pages in the large form takes a large file, of which few copies are tried.
 const TrialFile files[] = {
     {"EvolvedJet3", samples::evolvedDatabase, JetVersion::Jet3, 24,
         {{"Parents", 890}, {"Children", 200}, {"Types", 6}}},
     {"EvolvedJet4", samples::evolvedDatabase, JetVersion::Jet4, 24, {{"Parents", 890}, {"Children", 200}, {"Rows", 5}}},
+    {"Newer", newer, JetVersion::Jet4, 24, {{"Newer", 4}, {"Types", 6}}},
     {"SpreadJet3", samples::spreadDatabase, JetVersion::Jet3, 4, {{"Spread", 1050}}},
     {"SpreadJet4", samples::spreadDatabase, JetVersion::Jet4, 4, {{"Spread", 530}}},
 };

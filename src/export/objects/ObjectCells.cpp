@@ -21,6 +21,16 @@ std::int64_t leftOutCount(const RowStore& rows, std::size_t column)
     return count;
 }
 
+// A cell is written as one value, its first file.
+std::int64_t furtherFileCount(const RowStore& rows, std::size_t column)
+{
+    std::size_t count = 0;
+    for (const auto& group : rows.groups())
+        for (const auto& cell : group.blobs[column])
+            if (cell) count += cell->furtherFiles().size();
+    return static_cast<std::int64_t>(count);
+}
+
 } // namespace
 
 const TAdmBlobData* exportedObject(const std::shared_ptr<TAdmBlobData>& cell)
@@ -39,6 +49,14 @@ std::vector<std::string> leftOutObjects(const TAdmMDBTable& table)
         else if (count > 1)
             lines.push_back(
                 localizedFormat("%@.%@: %ld damaged objects were left out.", {table.name(), column, count}));
+        const auto further = furtherFileCount(table.rows(), c);
+        if (further == 1)
+            lines.push_back(localizedFormat(
+                "%@.%@: of a cell with several files the first was written, 1 was left out.", {table.name(), column}));
+        else if (further > 1)
+            lines.push_back(
+                localizedFormat("%@.%@: of cells with several files the first was written, %ld were left out.",
+                    {table.name(), column, further}));
     }
     return lines;
 }

@@ -41,9 +41,9 @@ std::string FolderNames::nameFor(std::string_view name)
     return unique;
 }
 
-std::string objectFileName(std::size_t row, const TAdmBlobData& object)
+std::string objectFileName(std::size_t row, const TAdmBlobData& object, std::size_t number)
 {
-    auto name = format("%ld", {row});
+    auto name = number == 1 ? format("%ld", {row}) : format("%ld.%ld", {row, number});
     const auto& extension = object.fileExtension();
     if (const auto stored = stem(object.storedName(), extension); !stored.empty()) name += '-' + fileNamePart(stored);
     const std::string ending(firstBytes(objectFileEnding(object), longestPart / 2));

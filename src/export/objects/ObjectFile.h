@@ -26,7 +26,7 @@ private:
 
 // The name of an object's file in the folder of its column: "ROW[-NAME].EXT", of at most 120 bytes. `row` counts
 // from 1.
-[[nodiscard]] std::string objectFileName(std::size_t row, const TAdmBlobData& object);
+[[nodiscard]] std::string objectFileName(std::size_t row, const TAdmBlobData& object, std::size_t number = 1);
 
 class TAdmBlobData;
 

@@ -87,16 +87,24 @@ bool ObjectFolder::open()
 std::string ObjectFolder::add(
     const TAdmMDBTable& table, std::size_t column, std::size_t row, const TAdmBlobData& object)
 {
+    auto path = addFile({table, column, row, 1}, object);
+    for (std::size_t i = 0; i < object.furtherFiles().size(); ++i)
+        addFile({table, column, row, i + 2}, *object.furtherFiles()[i]);
+    return path;
+}
+
+std::string ObjectFolder::addFile(const Place& place, const TAdmBlobData& object)
+{
     const bool isEmpty = object.data().empty();
-    auto path = isEmpty ? std::string() : writeObject(table, column, row, object);
+    auto path = isEmpty ? std::string() : writeObject(place, object);
     if (!path.empty()) ++m_report.written;
     if (object.state() == ObjectState::Damaged) ++m_report.damaged;
     if (object.state() == ObjectState::Linked) ++m_report.linked;
     // The file of a linked object has its name where it lies.
     const auto& name = object.storedName().empty() ? object.linkTarget() : object.storedName();
-    m_manifest.write(csvLine({table.name(), table.columns()[column]->name(), format("%ld", {row + 1}), path, name,
-        object.fileExtension(), format("%ld", {object.data().size()}), isEmpty ? "" : jet::sha256(object.data()),
-        stateName(object.state())}));
+    m_manifest.write(csvLine({place.table.name(), place.table.columns()[place.column]->name(),
+        format("%ld", {place.row + 1}), path, name, object.fileExtension(), format("%ld", {object.data().size()}),
+        isEmpty ? "" : jet::sha256(object.data()), stateName(object.state())}));
     return path;
 }
 
@@ -105,12 +113,11 @@ void ObjectFolder::finish()
     if (!m_manifest.close()) fail(format("%@/%@", {m_folder, manifestName}), m_manifest.failureReason());
 }
 
-std::string ObjectFolder::writeObject(
-    const TAdmMDBTable& table, std::size_t column, std::size_t row, const TAdmBlobData& object)
+std::string ObjectFolder::writeObject(const Place& place, const TAdmBlobData& object)
 {
-    const auto folder = columnFolder(table, column);
+    const auto folder = columnFolder(place.table, place.column);
     if (folder.empty()) return {};
-    auto path = format("%@/%@", {folder, objectFileName(row + 1, object)});
+    auto path = format("%@/%@", {folder, objectFileName(place.row + 1, object, place.number)});
     const auto fullPath = format("%@/%@", {m_folder, path});
     const auto reason = objectFileFailure(object, fullPath, m_file.fullPath());
     if (!reason) return path;

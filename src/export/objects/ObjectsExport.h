@@ -30,8 +30,9 @@ public:
 
     // False when the folder or the manifest in it cannot be made: nothing can be added then.
     [[nodiscard]] bool open();
-    // Writes the object of a cell, `row` counted from 0. Returns the path of its file relative to the folder, "" when
-    // there is none: it could not be written, or there are no bytes. Once a cell.
+    // Writes the object of a cell, `row` counted from 0, and the further files of an attachment cell. Returns the path
+    // of its file relative to the folder, "" when there is none: it could not be written, or there are no bytes. Once a
+    // cell.
     std::string add(const TAdmMDBTable& table, std::size_t column, std::size_t row, const TAdmBlobData& object);
     // Writes the manifest. Without it there is none, or an older one.
     void finish();
@@ -48,8 +49,14 @@ private:
     // The path of a column's folder relative to the folder; "" when it cannot be made.
     [[nodiscard]] std::string columnFolder(const TAdmMDBTable& table, std::size_t column);
     [[nodiscard]] bool makeFolder(const std::string& path);
-    [[nodiscard]] std::string writeObject(
-        const TAdmMDBTable& table, std::size_t column, std::size_t row, const TAdmBlobData& object);
+    struct Place {
+        const TAdmMDBTable& table;
+        std::size_t column;
+        std::size_t row;
+        std::size_t number; // of the file in the cell, from 1
+    };
+    std::string addFile(const Place& place, const TAdmBlobData& object);
+    [[nodiscard]] std::string writeObject(const Place& place, const TAdmBlobData& object);
     void fail(const std::string& path, std::string_view reason);
 
     const TAdmMDBFile& m_file;

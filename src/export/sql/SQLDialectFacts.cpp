@@ -35,7 +35,7 @@ constexpr SQLDialectFacts mySQL = {
     .dateForm = DateForm::Iso,
     .guidForm = GuidForm::QuotedWithoutDashes,
     .types = {"char", "int", "int", "int", "float", "float", "float", "datetime", "varchar", "varchar", "text(8000)",
-        "text(8000)", "varchar(16)", "numeric", "int"},
+        "text(8000)", "varchar(16)", "numeric", "int", "bigint", "datetime(6)", "text(8000)", "text(8000)"},
 };
 
 constexpr SQLDialectFacts postgreSQL = {
@@ -66,7 +66,8 @@ constexpr SQLDialectFacts postgreSQL = {
     .dateForm = DateForm::Iso,
     .guidForm = GuidForm::Quoted,
     .types = {"BOOL", "SMALLINT", "INTEGER", "INTEGER", "NUMERIC(15,2)", "REAL", "DOUBLE PRECISION",
-        "TIMESTAMP WITHOUT TIME ZONE", "BYTEA", "VARCHAR", "BYTEA", "TEXT", "UUID", "NUMERIC(15,2)", "INTEGER"},
+        "TIMESTAMP WITHOUT TIME ZONE", "BYTEA", "VARCHAR", "BYTEA", "TEXT", "UUID", "NUMERIC(15,2)", "INTEGER",
+        "BIGINT", "TIMESTAMP WITHOUT TIME ZONE", "BYTEA", "TEXT"},
 };
 
 constexpr SQLDialectFacts oracle = {
@@ -97,7 +98,8 @@ constexpr SQLDialectFacts oracle = {
     .dateForm = DateForm::ToDate,
     .guidForm = GuidForm::AsItIs,
     .types = {"NUMBER(1)", "NUMBER(3)", "NUMBER(5)", "NUMBER(11)", "NUMBER(15,2)", "FLOAT", "FLOAT", "TIMESTAMP",
-        "BINARY", "VARCHAR2", "BLOB", "CLOB", "NUMBER", "NUMBER", "NUMBER(11)"},
+        "BINARY", "VARCHAR2", "BLOB", "CLOB", "NUMBER", "NUMBER", "NUMBER(11)", "NUMBER(19)", "TIMESTAMP(7)", "BLOB",
+        "CLOB"},
 };
 
 constexpr SQLDialectFacts sqlite = {
@@ -128,7 +130,7 @@ constexpr SQLDialectFacts sqlite = {
     .dateForm = DateForm::AsItIs,
     .guidForm = GuidForm::AsItIs,
     .types = {"INTEGER", "INTEGER", "INTEGER", "INTEGER", "REAL", "REAL", "REAL", "TEXT", "BLOB", "TEXT", "BLOB",
-        "TEXT", "TEXT", "INTEGER", "INTEGER"},
+        "TEXT", "TEXT", "INTEGER", "INTEGER", "INTEGER", "TEXT", "BLOB", "TEXT"},
 };
 
 constexpr SQLDialectFacts sqlServer = {
@@ -160,7 +162,7 @@ constexpr SQLDialectFacts sqlServer = {
     .dateForm = DateForm::Iso,
     .guidForm = GuidForm::AsItIs,
     .types = {"bit", "char", "smallint", "int", "money", "real", "float", "smalldatetime", "text", "varchar",
-        "varbinary", "text", "Sybase_Replication ID", "numeric", "int"},
+        "varbinary", "text", "Sybase_Replication ID", "numeric", "int", "bigint", "datetime2(7)", "varbinary", "text"},
 };
 
 constexpr SQLDialectFacts unknown = {

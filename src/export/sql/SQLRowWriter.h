@@ -74,9 +74,10 @@ private:
         case SQLCellForm::Literal: return writeLiteral(sink, column.isPlain, text);
         case SQLCellForm::IsoDate: return writeIsoDate(sink, column.isPlain, text);
         case SQLCellForm::ToDate:
-            sink.write("TO_DATE(");
+            sink.write(fractionOf(text).empty() ? "TO_DATE(" : "TO_TIMESTAMP(");
             writeLiteral(sink, column.isPlain, text);
-            return sink.write(", 'MM/DD/YYYY HH24:MI:SS')");
+            return sink.write(
+                fractionOf(text).empty() ? ", 'MM/DD/YYYY HH24:MI:SS')" : ", 'MM/DD/YYYY HH24:MI:SS.FF7')");
         case SQLCellForm::GuidLiteral:
         case SQLCellForm::CompactGuidLiteral: return writeGuid(sink, column.layout.form, text);
         }
@@ -105,8 +106,22 @@ private:
 
     template <typename Sink> static void writeIsoDate(Sink& sink, bool isPlain, std::string_view text)
     {
-        const auto date = sqlDateText(text);
-        writeLiteral(sink, isPlain || date.has_value(), date ? std::string_view(date->data(), date->size()) : text);
+        const auto fraction = fractionOf(text);
+        const auto date = sqlDateText(text.substr(0, text.size() - fraction.size()));
+        if (!date) return writeLiteral(sink, isPlain, text);
+        sink.write("'");
+        sink.write({date->data(), date->size()});
+        sink.write(fraction);
+        sink.write("'");
+    }
+
+    // Behind the seconds of an extended date: a point and seven digits.
+    static std::string_view fractionOf(std::string_view date)
+    {
+        constexpr std::size_t wholeSize = 19;
+        if (date.size() != wholeSize + 8 || date[wholeSize] != '.') return {};
+        const auto fraction = date.substr(wholeSize);
+        return fraction.find_first_not_of("0123456789", 1) == std::string_view::npos ? fraction : std::string_view();
     }
 
     template <typename Sink> static void writeGuid(Sink& sink, SQLCellForm form, std::string_view text)

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "jet/Definition.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace vellumo::jet {
+
+// The value list of a column that is shown as a list or a combo box: which text stands for which stored value.
+class LookupList {
+public:
+    // No list: every value is shown as it is.
+    LookupList() = default;
+    // The list that a column's properties hold; none when they hold none, or one that is made of a table.
+    explicit LookupList(const PropertyList& properties);
+
+    [[nodiscard]] bool empty() const { return m_shown.empty(); }
+    // The text for a stored value; the value itself where the list does not have it. Valid as long as both.
+    [[nodiscard]] std::string_view shown(std::string_view stored) const;
+
+private:
+    std::map<std::string, std::string, std::less<>> m_shown;
+};
+
+} // namespace vellumo::jet

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "model/ComplexColumnsLoader.h"
+
+#include "embedded/TAdmBlobData.h"
+
+#include <algorithm>
+
+namespace vellumo {
+
+namespace {
+
+constexpr std::string_view systemTable = "MSysComplexColumns";
+
+DamageKind lossOf(jet::ComplexKind kind)
+{
+    switch (kind) {
+    case jet::ComplexKind::Attachments: return DamageKind::Object;
+    case jet::ComplexKind::Versions: return DamageKind::LongText;
+    case jet::ComplexKind::Values: break;
+    }
+    return DamageKind::Value;
+}
+
+// What a table of values lost, as a loss of the column whose values they are: a row of it is a value there, and its
+// numbers mean nothing to anybody who sees the column.
+void tellAsColumn(const DamageReport& found, const jet::ColumnDef& column, DamageReport& damage)
+{
+    for (auto record : found.records()) {
+        if (record.kind == DamageKind::Table) continue; // every cell tells so
+        if (record.kind == DamageKind::Row || record.kind == DamageKind::MissingRows)
+            record.kind = lossOf(column.complexKind);
+        record.table.clear();
+        record.column = column.name;
+        record.row = 0;
+        damage.add(std::move(record));
+    }
+}
+
+} // namespace
+
+ComplexColumnsLoader::ComplexColumnsLoader(
+    jet::Database& database, TableRowsLoader& rows, const std::vector<jet::CatalogEntry>& catalog)
+    : m_database(database)
+    , m_rows(rows)
+    , m_catalog(catalog)
+{
+    const auto entry = std::ranges::find(catalog, systemTable, &jet::CatalogEntry::name);
+    if (!database.isNewerFormat() || entry == catalog.end()) return;
+    DamageReport unwanted; // a column that is not found here tells so itself
+    if (const auto content = database.readContent(*entry, unwanted))
+        m_columns = jet::complexColumnsFrom(content->def, content->rows, catalog);
+}
+
+bool ComplexColumnsLoader::isValueTable(const jet::CatalogEntry& entry) const
+{
+    return std::ranges::find(m_columns, entry.id, &jet::ComplexColumn::valueTable) != m_columns.end();
+}
+
+const jet::ComplexColumn* ComplexColumnsLoader::find(const jet::TableDef& table, const jet::ColumnDef& column) const
+{
+    const auto found = std::ranges::find_if(m_columns, [&](const jet::ComplexColumn& known) {
+        return known.table == table.definitionPage && known.complexId == column.complexId;
+    });
+    return found == m_columns.end() ? nullptr : &*found;
+}
+
+void ComplexColumnsLoader::mark(jet::TableDef& table) const
+{
+    if (!m_database.isNewerFormat()) return;
+    for (auto& column : table.columns) {
+        if (column.type != ColumnType::ComplexAutoNumber) continue;
+        const auto* known = find(table, column);
+        if (known != nullptr) column.complexKind = known->kind;
+        const bool isFiles = column.complexKind == jet::ComplexKind::Attachments;
+        column.type = isFiles ? ColumnType::Attachment : ColumnType::MultipleValues;
+    }
+}
+
+bool ComplexColumnsLoader::readValues(
+    jet::TableDef& table, DamageReport& damage, const TableRowsLoader::Observer& observer)
+{
+    std::optional<jet::TableDef> values;
+    for (auto& column : table.columns)
+        if (jet::isComplex(column.type) && !readValues(column, values, table, damage, observer)) return false;
+    for (auto& history : table.histories) {
+        history.column.complexKind = jet::ComplexKind::Versions;
+        values.reset();
+        if (!readValues(history.column, values, table, damage, observer)) return false;
+        if (values) history.memo = jet::memoOfHistory(table, *values);
+        // The name that people know.
+        if (history.memo)
+            history.column.name = table.columns[*history.memo].name;
+        else
+            damage.add({.kind = DamageKind::Definition, .column = history.column.name});
+    }
+    return true;
+}
+
+// `values` becomes the definition of the table of values, if there is one.
+bool ComplexColumnsLoader::readValues(jet::ColumnDef& column, std::optional<jet::TableDef>& values,
+    const jet::TableDef& owner, DamageReport& damage, const TableRowsLoader::Observer& observer)
+{
+    const auto* known = find(owner, column);
+    if (known == nullptr) return true;
+    const auto entry = std::ranges::find_if(
+        m_catalog, [&](const jet::CatalogEntry& listed) { return listed.isTable() && listed.id == known->valueTable; });
+    if (entry == m_catalog.end()) return true;
+    DamageReport found;
+    values = m_database.readTable(*entry, found);
+    if (values) {
+        jet::keepValueColumns(*values, column.complexKind);
+        RowStore rows({}, jet::cellKinds(*values));
+        const auto objects =
+            column.complexKind == jet::ComplexKind::Attachments ? ObjectForm::Attachment : ObjectForm::Object;
+        if (!m_rows.load(*values, rows, found, observer, {jet::RowChoice::Live, objects})) return false;
+        jet::tellMissingRows(*values, rows.rowCount(), found);
+        column.groups = jet::groupValues(column.complexKind, *values, rows);
+    }
+    tellAsColumn(found, column, damage);
+    return true;
+}
+
+// When rows are lost, their values are as well, and nobody asks for them.
+void ComplexColumnsLoader::tellUnclaimed(const jet::TableDef& table, DamageReport& damage)
+{
+    if (damage.missingRows() != 0 || damage.total(DamageKind::Page) != 0) return;
+    const auto tell = [&](const jet::ColumnDef& column) {
+        const auto count = column.groups ? column.groups->unclaimedValues() : 0;
+        if (count != 0) damage.add({.kind = lossOf(column.complexKind), .column = column.name, .count = count});
+    };
+    for (const auto& column : table.columns)
+        tell(column);
+    for (const auto& history : table.histories)
+        tell(history.column);
+}
+
+} // namespace vellumo
