@@ -5,6 +5,8 @@
 #include "platform/SystemLog.h"
 #include "text/Format.h"
 
+#include <cerrno>
+
 namespace vellumo {
 
 using biff8::CellStatus;
@@ -79,14 +81,16 @@ void ExcelExport::clearSheetsFrom(std::int32_t index)
     m_isFull = false;
 }
 
-bool ExcelExport::dumpToFile(const std::string& path)
+bool ExcelExport::dumpToFile(const std::string& path, const std::atomic<bool>* stop)
 {
     if (!m_workbook) {
         m_systemLog.log("Error when dump file: No workbook available");
         return false;
     }
-    const bool isWritten = m_workbook->writeFile(path);
+    const bool isWritten = m_workbook->writeFile(path, stop);
+    const int error = errno;
     deleteWorkBook();
+    errno = error;
     return isWritten;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -47,8 +48,9 @@ public:
     void clearSheetsFrom(std::int32_t index);
 
     // Writes the workbook and ends it. False when the file could not be written whole: then there is no new file, and
-    // one that was there before is as it was.
-    [[nodiscard]] bool dumpToFile(const std::string& path);
+    // one that was there before is as it was, and errno has the reason (0 where none is known). So it is when `stop`,
+    // unless it is null, was raised.
+    [[nodiscard]] bool dumpToFile(const std::string& path, const std::atomic<bool>* stop = nullptr);
     // Ends the workbook without writing it.
     void deleteWorkBook();
 

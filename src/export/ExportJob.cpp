@@ -3,10 +3,11 @@
 
 #include "SQLite Connection/DBSockets/LoadErrorWindow.h"
 #include "export/objects/ObjectsExport.h"
+#include "export/objects/ObjectFile.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 
-#include <filesystem>
+#include <algorithm>
 
 namespace vellumo {
 
@@ -16,6 +17,17 @@ LoadErrorWindow& standardErrorWindow()
 {
     static StandardErrorLoadErrorWindow window;
     return window;
+}
+
+// Table names come from the database, and "../" in one must not lead anywhere.
+bool isFileName(const std::string& name)
+{
+    return !name.empty() && name.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
+}
+
+std::string pathInFolder(const ExportOptions& options, const ExportEntry& entry)
+{
+    return format("%@/%@", {options.path, entry.exportFileName});
 }
 
 } // namespace
@@ -51,19 +63,29 @@ void ExportJob::forEachTable(const std::function<void(const ExportEntry&, const 
 std::string ExportJob::outputPath(const ExportEntry& entry) const
 {
     if (m_options.isSingleFile) return singleFilePath();
-    const auto& name = entry.exportFileName;
-    // Table names come from the database, and "../" in one must not lead anywhere.
-    if (name.empty() || name.find_first_of(std::string_view("/\0", 2)) != std::string::npos) return {};
-    return unlessSource(format("%@/%@", {m_options.path, name}));
+    return isFileName(entry.exportFileName) ? unlessSource(pathInFolder(m_options, entry)) : std::string();
 }
 
 std::string ExportJob::singleFilePath() const { return unlessSource(m_options.path); }
 
-std::string ExportJob::unlessSource(std::string path) const
+std::string ExportJob::unlessSource(std::string path) const { return isSource(path) ? std::string() : path; }
+
+bool ExportJob::isSource(const std::string& path) const { return isDatabase(path, m_file.fullPath()); }
+
+ExportCause ExportJob::outputCause(const ExportEntry& entry, int systemError) const
 {
-    std::error_code error;
-    if (std::filesystem::equivalent(path, m_file.fullPath(), error)) return {};
-    return path;
+    if (m_options.isSingleFile) return singleFileCause(systemError);
+    if (!isFileName(entry.exportFileName))
+        return {.path = entry.exportFileName, .reason = localized("it cannot be the name of a file")};
+    return causeAt(pathInFolder(m_options, entry), systemError);
+}
+
+ExportCause ExportJob::singleFileCause(int systemError) const { return causeAt(m_options.path, systemError); }
+
+ExportCause ExportJob::causeAt(std::string path, int systemError) const
+{
+    if (isSource(path)) return {.path = std::move(path), .reason = isDatabaseText()};
+    return {.path = std::move(path), .systemError = systemError};
 }
 
 bool ExportJob::openObjectFolder()

@@ -54,6 +54,7 @@ public:
 
     // The user asked to stop. Cheap enough to be polled between two cells.
     [[nodiscard]] bool terminated() const { return m_stop.load(std::memory_order_relaxed); }
+    [[nodiscard]] const std::atomic<bool>& stopFlag() const { return m_stop; }
 
     void updateProgress(std::size_t index) { m_listener.progress(index); }
 
@@ -66,6 +67,11 @@ public:
     [[nodiscard]] std::string outputPath(const ExportEntry& entry) const;
     // The same for the output of all entries; only with a single file.
     [[nodiscard]] std::string singleFilePath() const;
+
+    // Why the output of an entry, or the one of all entries, cannot be created or written: its path, and the system's
+    // reason (errno; 0: none is known) unless the job itself keeps it from being written.
+    [[nodiscard]] ExportCause outputCause(const ExportEntry& entry, int systemError) const;
+    [[nodiscard]] ExportCause singleFileCause(int systemError) const;
 
     // The table of an entry is completely written. Once an entry.
     void tableDone(std::string_view tableName);
@@ -96,6 +102,8 @@ public:
 
 private:
     void takeObjectFailures();
+    [[nodiscard]] ExportCause causeAt(std::string path, int systemError) const;
+    [[nodiscard]] bool isSource(const std::string& path) const;
     [[nodiscard]] std::string unlessSource(std::string path) const;
 
     const TAdmMDBFile& m_file;

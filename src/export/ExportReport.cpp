@@ -5,6 +5,7 @@
 #include "text/Messages.h"
 
 #include <algorithm>
+#include <system_error>
 
 namespace vellumo {
 
@@ -45,7 +46,26 @@ void addLosses(const ExportReport& report, std::string& body)
 
 } // namespace
 
-std::string ExportReason::text() const { return localizedFormat(key, {arguments[0], arguments[1]}); }
+std::string ExportCause::text() const
+{
+    auto place = path;
+    if (row != 0 && !column.empty())
+        place = localizedFormat("Row %ld, column %@", {row, column});
+    else if (row != 0)
+        place = localizedFormat("Row %ld", {row});
+    else if (!column.empty())
+        place = localizedFormat("Column %@", {column});
+    const bool isOfSystem = reason.empty() && systemError != 0;
+    const auto why = isOfSystem ? std::generic_category().message(systemError) : reason;
+    return place.empty() || why.empty() ? place + why : place + ": " + why;
+}
+
+std::string ExportReason::text() const
+{
+    const auto sentence = localizedFormat(key, {arguments[0], arguments[1]});
+    const auto why = cause.text();
+    return why.empty() ? sentence : sentence + ' ' + why;
+}
 
 std::size_t ExportReport::doneCount() const
 {

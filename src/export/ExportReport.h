@@ -5,6 +5,7 @@
 #include "jet/DamageReport.h"
 
 #include <array>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,10 +13,24 @@
 
 namespace vellumo {
 
+// Where something failed, and what the system or a library said of it.
+struct ExportCause {
+    std::string path = {};   // of the output; "" where no file is to blame
+    std::uint64_t row = 0;   // of the table in stored order, from 1; 0 where no row is to blame
+    std::string column = {}; // "" where no column is to blame
+    int systemError = 0;     // errno; 0 where the system is not to blame
+    std::string reason = {}; // in place of the system's, as the end of a sentence (localised); "" for none
+
+    // "/x/Orders.csv: No space left on device", "Row 17: …", "Row 17, column Price" (localised); "" when nothing is
+    // known.
+    [[nodiscard]] std::string text() const;
+};
+
 // Why something failed: a key of the message table, and what fills its placeholders.
 struct ExportReason {
     const char* key;
     std::array<std::string, 2> arguments = {};
+    ExportCause cause = {};
 
     [[nodiscard]] std::string text() const; // localised
 };
@@ -51,7 +66,7 @@ struct ExportReport {
     [[nodiscard]] bool isSourceWhole() const { return leftOutObjects.empty() && damage.empty(); }
 };
 
-// The failure as a line of the log (localised): "<Orders> Failed: Terminated."
+// The failure as a line of the log (localised): "<Orders> Failed: Unable to write file. /x/Orders.csv: File too large"
 [[nodiscard]] std::string failureText(const ExportFailure& failure);
 
 // The report as a person reads it (localised).

@@ -10,9 +10,11 @@
 #include "text/Messages.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <filesystem>
 #include <limits>
+#include <optional>
 #include <unistd.h>
 
 namespace vellumo {
@@ -37,10 +39,11 @@ bool isTooLong(std::string_view text)
     return measure && measure->units > maximumTextUnits;
 }
 
-// The column of the first text, row by row, that is too long for a cell; null when there is none.
-const TAdmMDBColumn* columnOfTooLongText(const TAdmMDBTable& table)
+// The place of the first text, row by row, that is too long for a cell; nullopt when there is none.
+std::optional<ExportCause> placeOfTooLongText(const TAdmMDBTable& table)
 {
-    for (const auto& group : table.rows().groups()) {
+    for (std::size_t i = 0; i < table.rows().groups().size(); ++i) {
+        const auto& group = table.rows().groups()[i];
         auto rowsBefore = group.rowCount;
         const TAdmMDBColumn* found = nullptr;
         for (std::size_t c = 0; c < group.texts.size(); ++c) {
@@ -51,18 +54,20 @@ const TAdmMDBColumn* columnOfTooLongText(const TAdmMDBTable& table)
                 rowsBefore = r;
             }
         }
-        if (found != nullptr) return found;
+        if (found != nullptr)
+            return ExportCause{.row = table.rows().firstRow(i) + rowsBefore + 1, .column = found->name()};
     }
-    return nullptr;
+    return std::nullopt;
 }
 
-// Asked before the work begins.
-bool canBeCreated(const std::string& path)
+// Asked before the work begins: the system's reason (errno) why the file cannot be created, 0 for none.
+int creationError(const std::string& path)
 {
-    if (Replacement::create(path)) return true;
+    if (Replacement::create(path)) return 0;
+    const int reason = errno;
     // A device can be opened. That it takes no workbook, which never grows in place, shows when there is one.
     std::error_code error;
-    return std::filesystem::is_character_file(path, error) && ::access(path.c_str(), W_OK) == 0;
+    return std::filesystem::is_character_file(path, error) && ::access(path.c_str(), W_OK) == 0 ? 0 : reason;
 }
 
 // The cells of one table, on as many sheets as they take.
@@ -161,6 +166,7 @@ private:
     // True when all of it is in the workbook.
     [[nodiscard]] bool fillSheets(const TAdmMDBTable& table);
     void finishSingleFile();
+    [[nodiscard]] ExportReason writeFailure(ExportCause cause) const;
 
     ExportJob& m_job;
     ExcelExport m_excel;
@@ -170,8 +176,8 @@ private:
 
 void SpreadsheetExport::run()
 {
-    if (m_isSingleFile && !canBeCreated(m_job.singleFilePath())) {
-        m_job.outputFailed({exportReason::cannotCreate});
+    if (const int error = m_isSingleFile ? creationError(m_job.singleFilePath()) : 0) {
+        m_job.outputFailed({exportReason::cannotCreate, {}, m_job.singleFileCause(error)});
         return;
     }
     m_job.forEachTable([this](const auto& entry, const auto& table) { exportTable(entry, table); });
@@ -181,16 +187,23 @@ void SpreadsheetExport::run()
 void SpreadsheetExport::exportTable(const ExportEntry& entry, const TAdmMDBTable& table)
 {
     const auto path = m_job.outputPath(entry);
-    if (!m_isSingleFile && !canBeCreated(path)) return m_job.tableFailed(table.name(), {exportReason::cannotCreate});
+    if (const int error = m_isSingleFile ? 0 : creationError(path))
+        return m_job.tableFailed(table.name(), {exportReason::cannotCreate, {}, m_job.outputCause(entry, error)});
     if (!m_excel.addSheet(table.name()))
         return m_job.tableFailed(table.name(), {messageKey("Unable to create spreadsheet %@."), {table.name()}});
     if (!fillSheets(table)) return;
     if (m_isSingleFile)
         m_tablesInFile.push_back(table.name());
-    else if (m_excel.dumpToFile(path))
+    else if (m_excel.dumpToFile(path, &m_job.stopFlag()))
         m_job.tableDone(table.name());
     else
-        m_job.tableFailed(table.name(), {exportReason::cannotWrite});
+        m_job.tableFailed(table.name(), writeFailure(m_job.outputCause(entry, errno)));
+}
+
+ExportReason SpreadsheetExport::writeFailure(ExportCause cause) const
+{
+    if (m_job.terminated()) return {exportReason::terminated};
+    return {exportReason::cannotWrite, {}, std::move(cause)};
 }
 
 bool SpreadsheetExport::fillSheets(const TAdmMDBTable& table)
@@ -200,8 +213,8 @@ bool SpreadsheetExport::fillSheets(const TAdmMDBTable& table)
         return false;
     };
     // A table that fails from here on leaves its first sheet behind, empty, even in the file of the table that follows.
-    if (const auto* column = columnOfTooLongText(table))
-        return fail({messageKey("Field %@ exceeded length limit."), {column->name()}});
+    if (const auto place = placeOfTooLongText(table))
+        return fail({messageKey("Field %@ exceeded length limit."), {place->column}, {.row = place->row}});
     const auto firstSheet = m_excel.indexOfLastSheet();
     TableSheets sheets(m_excel, m_job, table);
     if (m_job.options().includeColumnHeader) sheets.writeHeader();
@@ -214,16 +227,17 @@ bool SpreadsheetExport::fillSheets(const TAdmMDBTable& table)
 
 void SpreadsheetExport::finishSingleFile()
 {
-    // A stopped export leaves no file, but the tables that were finished before count.
-    const bool isStopped = m_job.terminated();
-    const bool hasSheets = m_excel.indexOfLastSheet() >= 0;
-    if (isStopped || m_excel.dumpToFile(m_job.singleFilePath())) {
+    // A stopped export leaves no file. What went wrong with each table is told already, and a file with none of them
+    // would pass for an export.
+    if (m_job.terminated() || m_tablesInFile.empty()) return;
+    if (m_excel.dumpToFile(m_job.singleFilePath(), &m_job.stopFlag())) {
         for (const auto& table : m_tablesInFile)
             m_job.tableDone(table);
-    } else if (hasSheets) {
-        m_job.outputFailed({exportReason::cannotWrite});
+        return;
     }
-    // Without a sheet there was nothing to write, and what went wrong is told already.
+    auto reason = writeFailure(m_job.singleFileCause(errno));
+    if (m_job.terminated()) return m_job.stepFailed(std::move(reason));
+    m_job.outputFailed(std::move(reason));
 }
 
 } // namespace

@@ -65,29 +65,44 @@ private:
 
     [[nodiscard]] ColumnCursor cursor(const TextChunk& chunk, const TAdmMDBColumn& column) const;
     [[nodiscard]] bool mustEnd() const { return m_job.terminated() || m_out.failed(); }
-    void fail(const ExportEntry& entry, const char* reasonKey);
+    [[nodiscard]] ExportCause refusedPlace(const TAdmMDBTable& table);
+    void fail(const ExportEntry& entry, ExportReason reason);
 
     ExportJob& m_job;
     TextEncoder m_encoder;
     OutputFile m_out;
-    std::string m_piece; // both used again for every cell that needs them
+    ExportCause m_refusedPlace; // of the text that the encoding has no bytes for
+    std::string m_piece;        // both used again for every cell that needs them
     std::string m_bytes;
 };
 
 void TextFileWriter::writeFile(const ExportEntry& entry, const TAdmMDBTable& table)
 {
-    if (!m_out.open(m_job.outputPath(entry))) return fail(entry, exportReason::cannotCreate);
+    const auto failOfOutput = [&](const char* reasonKey) {
+        fail(entry, {reasonKey, {}, m_job.outputCause(entry, m_out.error())});
+    };
+    m_refusedPlace = {};
+    if (!m_out.open(m_job.outputPath(entry))) return failOfOutput(exportReason::cannotCreate);
     const bool isRepresentable = writeTable(table);
-    if (m_job.terminated()) return fail(entry, exportReason::terminated);
-    if (!isRepresentable) return fail(entry, exportReason::notRepresentable);
-    if (!m_out.close()) return fail(entry, exportReason::cannotWrite);
+    if (m_job.terminated()) return fail(entry, {exportReason::terminated});
+    if (!isRepresentable) return fail(entry, {exportReason::notRepresentable, {}, refusedPlace(table)});
+    if (!m_out.close()) return failOfOutput(exportReason::cannotWrite);
     m_job.tableDone(entry.tableName);
 }
 
-void TextFileWriter::fail(const ExportEntry& entry, const char* reasonKey)
+// Where it is no cell, it is the name of a column.
+ExportCause TextFileWriter::refusedPlace(const TAdmMDBTable& table)
+{
+    if (m_refusedPlace.row != 0) return m_refusedPlace;
+    for (const auto& column : table.columns())
+        if (std::string bytes; !m_encoder.append(column->name(), bytes)) return {.column = column->name()};
+    return {};
+}
+
+void TextFileWriter::fail(const ExportEntry& entry, ExportReason reason)
 {
     m_out.discard();
-    m_job.tableFailed(entry.tableName, {reasonKey});
+    m_job.tableFailed(entry.tableName, std::move(reason));
 }
 
 bool TextFileWriter::writeTable(const TAdmMDBTable& table)
@@ -110,8 +125,11 @@ bool TextFileWriter::writeRows(const TAdmMDBTable& table, const std::vector<Text
         if (!gap) return false;
         gaps.push_back(std::move(*gap));
     }
-    for (const auto& group : table.rows().groups()) {
-        if (!writeGroup(group, table, gaps)) return false;
+    for (std::size_t i = 0; i < table.rows().groups().size(); ++i) {
+        if (!writeGroup(table.rows().groups()[i], table, gaps)) {
+            m_refusedPlace.row += table.rows().firstRow(i);
+            return false;
+        }
         if (mustEnd()) break;
     }
     return true;
@@ -126,7 +144,9 @@ bool TextFileWriter::writeGroup(const RowGroup& group, const TAdmMDBTable& table
         for (std::size_t c = 0; c < columns.size(); ++c) {
             if (mustEnd()) return true;
             m_out.write(gaps[c]);
-            if (!writeCell(columns[c].take(row), columns[c])) return false;
+            if (writeCell(columns[c].take(row), columns[c])) continue;
+            m_refusedPlace = {.row = row + 1U, .column = table.columns()[c]->name()};
+            return false;
         }
         m_out.write(gaps.back());
     }

@@ -384,12 +384,14 @@ TEST_F(Program, Exports)
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out,
         "Export finished.\n1 table exported successfully.\n"
-        "<Items> Failed: Text cannot be represented in the selected encoding.\n");
+        "<Items> Failed: Text cannot be represented in the selected encoding. Row 2, column Name\n");
     EXPECT_FALSE(m_out.exists("Items.xml"));
 
     result = run({"export", "FILE", "--format", "csv", "--to", m_out.path("missing"), "--table", "Items"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out, "Export finished.\n<Items> Failed: Unable to create file for export.\n");
+    EXPECT_EQ(result.out,
+        "Export finished.\n<Items> Failed: Unable to create file for export. " + m_out.path("missing/Items.csv")
+            + ": No such file or directory\n");
 }
 
 // Waits until the program's handler for a signal, which works once, was called.
@@ -447,7 +449,9 @@ TEST_F(Program, FileSizeLimitIsAFailedWrite)
     };
     const auto result = run({"export", "FILE", "--format", "csv", "--to", m_out.path()}, "", setLimit);
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out, "Export finished.\n1 table exported successfully.\n<Large> Failed: Unable to write file.\n");
+    EXPECT_EQ(result.out,
+        "Export finished.\n1 table exported successfully.\n<Large> Failed: Unable to write file. "
+            + m_out.path("Large.csv") + ": File too large\n");
     EXPECT_FALSE(m_out.exists("Large.csv"));
 }
 

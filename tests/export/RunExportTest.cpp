@@ -53,7 +53,8 @@ TEST(RunExport, ReportsWhatBecameOfEachTable)
     const auto two = makeFile("/data/Shop.mdb", smallTable("A/B"), smallTable("C\nD"), smallTable("E"));
     report = exportTables(*two, folder.path());
     EXPECT_EQ(texts(report),
-        "Export finished.|2 tables exported successfully.\n<A/B> Failed: Unable to create file for export.");
+        "Export finished.|2 tables exported successfully.\n<A/B> Failed: Unable to create file for export. "
+        "A/B.csv: it cannot be the name of a file");
     EXPECT_TRUE(!report.isDone() && !report.tables[0].isDone && report.tables[1].isDone);
 
     report = exportTables(*two, folder.path(), "", true);

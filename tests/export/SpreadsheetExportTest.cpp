@@ -172,8 +172,8 @@ TEST(SpreadsheetExport, TextsPastTheLimitFailTheirTable)
     const auto file = makeFile("/nowhere/Shop.mdb", textTable("A", {"a", latin, pairs}), textTable("B", {"b", tooLong}),
         makeTable("C", {{"First", "Memo/Hyperlink"}, {"Second", "Text"}}, {{"c", tooLong}, {tooLong, "c"}}),
         textTable("D", {"d"}));
-    const auto lines =
-        ElementsAre("<B> Failed: Field Text exceeded length limit.", "<C> Failed: Field Second exceeded length limit.");
+    const auto lines = ElementsAre(
+        "<B> Failed: Field Text exceeded length limit. Row 2", "<C> Failed: Field Second exceeded length limit. Row 1");
 
     TempFolder folder;
     auto outcome = runWriter(exportXLSThread, *file, singleFile(folder.path("Shop.xls")));
@@ -204,7 +204,8 @@ TEST(SpreadsheetExport, TablesThatCannotBeWrittenAreToldAndTheRestGoesOn)
     const auto outcome =
         runWriter(exportXLSThread, *file, filePerTable(folder.path()), -1, {"A/B.xls", "C.xls", "D.xls", "E.xls"});
     EXPECT_THAT(outcome.log,
-        ElementsAre("<A/B> Failed: Unable to create file for export.", "<C> Failed: Unable to create file for export.",
+        ElementsAre("<A/B> Failed: Unable to create file for export. A/B.xls: it cannot be the name of a file",
+            "<C> Failed: Unable to create file for export. %/C.xls: Is a directory",
             "<\xFF> Failed: Unable to create spreadsheet \xFF."));
     EXPECT_EQ(outcome.successTableCount, 1);
     EXPECT_THAT(outcome.progress, ElementsAre(0, 1, 2, 3));
@@ -212,7 +213,7 @@ TEST(SpreadsheetExport, TablesThatCannotBeWrittenAreToldAndTheRestGoesOn)
     EXPECT_THAT(namesOf(sheetsIn(folder, "E.xls")), ElementsAre("O'Hara. Ä"));
 
     const auto missing = runWriter(exportXLSThread, *file, singleFile(folder.path("missing/Shop.xls")));
-    EXPECT_THAT(missing.log, ElementsAre("Unable to create file for export."));
+    EXPECT_THAT(missing.log, ElementsAre("Unable to create file for export. %: No such file or directory"));
     EXPECT_EQ(missing.successTableCount, 0);
 }
 
@@ -240,9 +241,9 @@ TEST(SpreadsheetExport, FolderThatTakesNoFileKeepsItsWorkbook)
         bool isLink;
         std::vector<std::string> log;
     } cases[] = {
-        {"single file", true, false, {"Unable to create file for export."}},
-        {"single file behind a link", true, true, {"Unable to create file for export."}},
-        {"file a table", false, false, {"<A> Failed: Unable to create file for export."}},
+        {"single file", true, false, {"Unable to create file for export. %: Permission denied"}},
+        {"single file behind a link", true, true, {"Unable to create file for export. %: Permission denied"}},
+        {"file a table", false, false, {"<A> Failed: Unable to create file for export. %/A.xls: Permission denied"}},
     };
     for (const auto& test : cases) {
         TempFolder folder;
@@ -265,13 +266,17 @@ TEST(SpreadsheetExport, FolderThatTakesNoFileKeepsItsWorkbook)
     }
 }
 
-TEST(SpreadsheetExport, WithoutASheetThereIsNoFile)
+TEST(SpreadsheetExport, WithoutATableThereIsNoFile)
 {
     TempFolder folder;
-    const auto file = makeFile("/nowhere/Shop.mdb", textTable("\xFF", {"x"}));
+    folder.write("Shop.xls", "old");
+    const auto file =
+        makeFile("/nowhere/Shop.mdb", textTable("\xFF", {"x"}), textTable("B", {std::string(32'741, 'x')}));
     const auto outcome = runWriter(exportXLSThread, *file, singleFile(folder.path("Shop.xls")));
-    EXPECT_THAT(outcome.log, ElementsAre("<\xFF> Failed: Unable to create spreadsheet \xFF."));
-    EXPECT_FALSE(folder.exists("Shop.xls"));
+    EXPECT_THAT(outcome.log,
+        ElementsAre("<\xFF> Failed: Unable to create spreadsheet \xFF.",
+            "<B> Failed: Field Text exceeded length limit. Row 1"));
+    EXPECT_EQ(folder.read("Shop.xls"), "old");
 }
 
 TEST(SpreadsheetExport, StoppedRunLeavesOnlyWholeFiles)
@@ -287,7 +292,7 @@ TEST(SpreadsheetExport, StoppedRunLeavesOnlyWholeFiles)
         std::vector<std::string> files;
     } cases[] = {
         {"single file, first table", true, 0, {"<A> Failed: Terminated."}, 0, {}},
-        {"single file, last table", true, 2, {"<C> Failed: Terminated."}, 2, {}},
+        {"single file, last table", true, 2, {"<C> Failed: Terminated."}, 0, {}},
         {"file a table, first", false, 0, {"<A> Failed: Terminated."}, 0, {}},
         {"file a table, second", false, 1, {"<B> Failed: Terminated."}, 1, {"A.xls"}},
     };
@@ -315,14 +320,14 @@ TEST(SpreadsheetExport, FullDiskIsTold)
         single = runWriter(exportXLSThread, *file, singleFile(folder.path("Shop.xls")));
         perTable = runWriter(exportXLSThread, *file, filePerTable(folder.path()));
     }
-    EXPECT_THAT(single.log, ElementsAre("Unable to write file."));
+    EXPECT_THAT(single.log, ElementsAre("Unable to write file. %: File too large"));
     EXPECT_EQ(single.successTableCount, 0);
-    EXPECT_THAT(perTable.log, ElementsAre("<Large> Failed: Unable to write file."));
+    EXPECT_THAT(perTable.log, ElementsAre("<Large> Failed: Unable to write file. %/Large.xls: File too large"));
     EXPECT_EQ(perTable.successTableCount, 1);
     EXPECT_THAT(folder.names(), ElementsAre("Small.xls"));
 
     const auto device = runWriter(exportXLSThread, *file, singleFile("/dev/full"));
-    EXPECT_THAT(device.log, ElementsAre("Unable to write file."));
+    EXPECT_THAT(device.log, ElementsAre("Unable to write file. %: Invalid argument"));
     EXPECT_EQ(std::filesystem::status("/dev/full").type(), std::filesystem::file_type::character);
 }
 

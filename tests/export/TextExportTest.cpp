@@ -149,8 +149,8 @@ TEST(TextExport, WhatCannotBeRepresentedFailsItsTableAlone)
     options.encoding = encodingISOLatin1;
     const auto outcome = runWriter(exportTextFileThread, *file, options);
     EXPECT_THAT(outcome.log,
-        ElementsAre("<B> Failed: Text cannot be represented in the selected encoding.",
-            "<C> Failed: Text cannot be represented in the selected encoding."));
+        ElementsAre("<B> Failed: Text cannot be represented in the selected encoding. Row 2, column T",
+            "<C> Failed: Text cannot be represented in the selected encoding. Column \u0416"));
     EXPECT_EQ(outcome.successTableCount, 2);
     EXPECT_EQ(folder.read("A.csv"), "\"T\"\n\"plain\"\n");
     EXPECT_EQ(folder.read("D.csv"), "\"T\"\n\"\xE9\"\n");
@@ -175,9 +175,10 @@ TEST(TextExport, FilesThatCannotBeCreated)
     const auto outcome = runWriter(
         exportTextFileThread, *file, options, -1, {"folder.csv", "../up.csv", "a/b.csv", "Shop.mdb", "good.csv"});
     EXPECT_THAT(outcome.log,
-        ElementsAre("<folder> Failed: Unable to create file for export.",
-            "<../up> Failed: Unable to create file for export.", "<a/b> Failed: Unable to create file for export.",
-            "<database> Failed: Unable to create file for export."));
+        ElementsAre("<folder> Failed: Unable to create file for export. %/folder.csv: Is a directory",
+            "<../up> Failed: Unable to create file for export. ../up.csv: it cannot be the name of a file",
+            "<a/b> Failed: Unable to create file for export. a/b.csv: it cannot be the name of a file",
+            "<database> Failed: Unable to create file for export. %/Shop.mdb: it is the database itself"));
     EXPECT_EQ(outcome.successTableCount, 1);
     EXPECT_EQ(folder.read("Shop.mdb"), "the database");
     EXPECT_FALSE(std::filesystem::exists(folder.path("../up.csv")));
@@ -195,8 +196,9 @@ TEST(TextExport, FullDiskFailsTheTableAndLeavesTheDevice)
     auto options = optionsFor(CSV);
     options.path = "/dev";
     const auto outcome = runWriter(exportTextFileThread, *file, options, -1, {"full", "full"});
-    EXPECT_THAT(
-        outcome.log, ElementsAre("<small> Failed: Unable to write file.", "<large> Failed: Unable to write file."));
+    EXPECT_THAT(outcome.log,
+        ElementsAre("<small> Failed: Unable to write file. %/full: No space left on device",
+            "<large> Failed: Unable to write file. %/full: No space left on device"));
     EXPECT_EQ(outcome.successTableCount, 0);
     EXPECT_TRUE(std::filesystem::exists("/dev/full"));
 }

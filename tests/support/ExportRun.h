@@ -15,10 +15,17 @@ namespace vellumo::test {
 
 struct ExportOutcome {
     int successTableCount = 0;
-    std::vector<std::string> log;
+    std::vector<std::string> log; // with "%" for the path of the options
     std::vector<std::string> systemLog;
     std::vector<std::size_t> progress; // the numbers reported
 };
+
+// The line with "%" where it names the path of the options.
+inline std::string withoutPath(std::string line, const std::string& path)
+{
+    const auto at = path.empty() ? std::string::npos : line.find(path);
+    return at == std::string::npos ? line : line.replace(at, path.size(), "%");
+}
 
 // All tables of the file, each to its default file name. `stopAt`: the user stops when the report with this number
 // arrives (from 0; -1: never), or when `terminate` becomes true. `fileNames`: output file names to use instead, in
@@ -44,7 +51,7 @@ inline ExportOutcome runWriter(const std::function<void(ExportJob&)>& writer, co
     writer(job);
     outcome.successTableCount = static_cast<int>(job.report().doneCount());
     for (const auto& failure : job.report().failures)
-        outcome.log.push_back(failureText(failure));
+        outcome.log.push_back(withoutPath(failureText(failure), options.path));
     outcome.systemLog = systemLog.lines;
     return outcome;
 }

@@ -3,6 +3,7 @@
 
 #include "export/files/Replacement.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <gsf/gsf.h>
 #include <unistd.h>
@@ -40,12 +41,13 @@ struct CompoundFileTarget::Outputs {
     }
 };
 
-CompoundFileTarget::CompoundFileTarget(std::unique_ptr<Outputs> outputs)
+CompoundFileTarget::CompoundFileTarget(std::unique_ptr<Outputs> outputs, const std::atomic<bool>* stop)
     : m_outputs(std::move(outputs))
+    , m_stop(stop)
 {
 }
 
-std::unique_ptr<CompoundFileTarget> CompoundFileTarget::create(const std::string& path)
+std::unique_ptr<CompoundFileTarget> CompoundFileTarget::create(const std::string& path, const std::atomic<bool>* stop)
 {
     gsf_init();
     auto outputs = std::make_unique<Outputs>();
@@ -61,7 +63,7 @@ std::unique_ptr<CompoundFileTarget> CompoundFileTarget::create(const std::string
     outputs->storage.reset(gsf_outfile_msole_new(outputs->file.get()));
     gsf_outfile_msole_set_class_id(GSF_OUTFILE_MSOLE(outputs->storage.get()), workbookClassId);
     outputs->stream.reset(gsf_outfile_new_child(outputs->storage.get(), "Workbook", FALSE));
-    return std::unique_ptr<CompoundFileTarget>(new CompoundFileTarget(std::move(outputs)));
+    return std::unique_ptr<CompoundFileTarget>(new CompoundFileTarget(std::move(outputs), stop));
 }
 
 CompoundFileTarget::~CompoundFileTarget()
@@ -69,10 +71,18 @@ CompoundFileTarget::~CompoundFileTarget()
     if (m_outputs) m_outputs->close();
 }
 
+bool CompoundFileTarget::noted(bool isDone)
+{
+    if (!isDone && m_error == 0) m_error = errno;
+    return isDone;
+}
+
 bool CompoundFileTarget::write(std::string_view bytes)
 {
+    if (m_stop != nullptr && *m_stop) return false;
     const auto* raw = reinterpret_cast<const guint8*>(bytes.data());
-    return gsf_output_write(m_outputs->stream.get(), bytes.size(), raw) && m_outputs->isSound();
+    errno = 0;
+    return noted(gsf_output_write(m_outputs->stream.get(), bytes.size(), raw) && m_outputs->isSound());
 }
 
 bool CompoundFileTarget::overwrite(std::uint32_t offset, std::string_view bytes)
@@ -84,9 +94,10 @@ bool CompoundFileTarget::overwrite(std::uint32_t offset, std::string_view bytes)
 
 bool CompoundFileTarget::finish()
 {
-    if (!m_outputs->isSound()) return false;
+    if (!m_outputs->isSound() || (m_stop != nullptr && *m_stop)) return false;
     const auto outputs = std::move(m_outputs);
-    return outputs->close() && outputs->isSound() && outputs->replacement->finish();
+    errno = 0;
+    return noted(outputs->close() && outputs->isSound() && outputs->replacement->finish());
 }
 
 } // namespace vellumo::biff8

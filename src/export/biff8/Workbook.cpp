@@ -7,6 +7,7 @@
 #include "export/biff8/UTF8ToUTF16Converter.h"
 
 #include <bit>
+#include <cerrno>
 #include <cmath>
 
 namespace vellumo::biff8 {
@@ -194,10 +195,15 @@ bool Workbook::writeStream(StreamTarget& target)
     return !out.failed();
 }
 
-bool Workbook::writeFile(const std::string& path)
+bool Workbook::writeFile(const std::string& path, const std::atomic<bool>* stop)
 {
-    const auto target = CompoundFileTarget::create(path);
-    return target && writeStream(*target) && target->finish();
+    auto target = CompoundFileTarget::create(path, stop);
+    if (!target) return false;
+    if (writeStream(*target) && target->finish()) return true;
+    const int error = target->error();
+    target.reset();
+    errno = error;
+    return false;
 }
 
 } // namespace vellumo::biff8

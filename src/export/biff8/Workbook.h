@@ -7,6 +7,7 @@
 #include "export/biff8/SheetRecords.h"
 #include "export/biff8/StringTable.h"
 
+#include <atomic>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -56,8 +57,9 @@ public:
 
     // Writes the stream. False when the target failed; without a sheet there is nothing to write, which is false too.
     [[nodiscard]] bool writeStream(StreamTarget& target);
-    // Writes the file, complete or not at all: a file that was there before is replaced only by a whole one.
-    [[nodiscard]] bool writeFile(const std::string& path);
+    // Writes the file, complete or not at all: a file that was there before is replaced only by a whole one. False, and
+    // the reason in errno (0 where none is known), when it was not, and when `stop`, unless it is null, was raised.
+    [[nodiscard]] bool writeFile(const std::string& path, const std::atomic<bool>* stop = nullptr);
 
 private:
     struct Sheet {

@@ -37,7 +37,9 @@ public:
     // An earlier write failed.
     [[nodiscard]] bool failed() const { return m_failed; }
 
-    // The system's reason for the first failure, a failed `open` included, as the end of a sentence; "" for none.
+    // The system's reason for the first failure, a failed `open` included: errno, and as the end of a sentence. 0 and
+    // "" for none.
+    [[nodiscard]] int error() const { return m_error; }
     [[nodiscard]] std::string failureReason() const;
 
     // Writes what is left and gives the file its name. True when every byte got there; otherwise the file is discarded.

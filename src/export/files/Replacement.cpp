@@ -18,14 +18,17 @@ namespace {
 
 constexpr mode_t modeBits = 07777;
 
-// "" when there is something at `path` that cannot be replaced.
+// "", and the reason in errno, when there is something at `path` that cannot be replaced.
 std::string targetOf(const std::string& path)
 {
     std::error_code error;
-    if (path.empty()) return {};
+    if (path.empty()) return errno = ENOENT, std::string();
     if (std::filesystem::symlink_status(path, error).type() == std::filesystem::file_type::not_found) return path;
     const auto target = std::filesystem::canonical(path, error);
-    return !error && std::filesystem::is_regular_file(target, error) ? target.string() : std::string();
+    if (error) return errno = error.value(), std::string();
+    if (std::filesystem::is_regular_file(target, error)) return target.string();
+    errno = std::filesystem::is_directory(target, error) ? EISDIR : EINVAL;
+    return {};
 }
 
 // In a folder like /tmp nobody may move the files of others.
@@ -53,15 +56,22 @@ int openPart(const std::filesystem::path& target, std::string& part)
 }
 
 // After a crash the name must not lead to a file that is not all there.
-bool flushToDisk(const std::string& path)
+bool flushToDisk(const std::string& path, int mode)
 {
-    const int file = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    const int file = ::open(path.c_str(), mode | O_CLOEXEC);
     if (file < 0) return false;
     const bool isFlushed = ::fsync(file) == 0;
     const int error = errno;
     ::close(file);
     errno = error;
     return isFlushed;
+}
+
+// Nor must an older file come back. A folder that cannot be opened or flushed for its kind keeps its names anyhow.
+bool flushFolderOf(const std::filesystem::path& path)
+{
+    const auto folder = path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+    return flushToDisk(folder, O_RDONLY | O_DIRECTORY) || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
 }
 
 } // namespace
@@ -81,8 +91,11 @@ std::unique_ptr<Replacement> Replacement::create(const std::string& path)
     const int descriptor = openPart(target, part);
     if (descriptor < 0) return nullptr;
     std::unique_ptr<Replacement> made(new Replacement(std::move(target), std::move(part), descriptor));
-    if (!made->takeAfterOlderFile()) return nullptr;
-    return made;
+    if (made->takeAfterOlderFile()) return made;
+    const int error = errno;
+    made.reset();
+    errno = error;
+    return nullptr;
 }
 
 Replacement::~Replacement()
@@ -96,7 +109,8 @@ bool Replacement::takeAfterOlderFile()
     struct stat older { };
     if (::stat(m_target.c_str(), &older) != 0) return true;
     // A file that may not be written may not be replaced either.
-    if (::access(m_target.c_str(), W_OK) != 0 || isKeptFromUs(m_target, older)) return false;
+    if (::access(m_target.c_str(), W_OK) != 0) return false;
+    if (isKeptFromUs(m_target, older)) return errno = EPERM, false;
     // Refused where it belongs to somebody else: then it becomes ours.
     static_cast<void>(::fchown(m_descriptor, older.st_uid, older.st_gid) == 0);
     m_olderMode = older.st_mode & modeBits;
@@ -116,8 +130,8 @@ bool Replacement::adopt() const { return !m_olderMode || ::chmod(m_part.c_str(),
 bool Replacement::finish()
 {
     closeDescriptor();
-    m_isFinished = flushToDisk(m_part) && std::rename(m_part.c_str(), m_target.c_str()) == 0;
-    return m_isFinished;
+    m_isFinished = flushToDisk(m_part, O_WRONLY) && std::rename(m_part.c_str(), m_target.c_str()) == 0;
+    return m_isFinished && flushFolderOf(m_target);
 }
 
 void Replacement::closeDescriptor()

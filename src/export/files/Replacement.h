@@ -13,8 +13,8 @@ namespace vellumo {
 class Replacement {
 public:
     // Makes the file, empty, for `path`, where there is a regular file that may be written, or nothing. Owner and mode
-    // are those of the older file as far as the system allows. Null for all else: a folder, a device, a link that leads
-    // nowhere, a folder that takes no new file or keeps the older one from us.
+    // are those of the older file as far as the system allows. Null, and the reason in errno, for all else: a folder, a
+    // device, a link that leads nowhere, a folder that takes no new file or keeps the older one from us.
     [[nodiscard]] static std::unique_ptr<Replacement> create(const std::string& path);
     ~Replacement();
     Replacement(const Replacement&) = delete;
@@ -31,7 +31,8 @@ public:
     void makeRoom();
     [[nodiscard]] bool adopt() const;
 
-    // Gives the whole file its name once the disk has it. What fails leaves nothing of it, and the reason in errno.
+    // Gives the whole file its name once the disk has it, and has the disk keep the name. What fails leaves nothing of
+    // it, and the reason in errno; only when the disk refuses to keep the name does the file have it already.
     [[nodiscard]] bool finish();
 
 private:

@@ -413,6 +413,8 @@ TEST(WorkbookFile, IsWrittenWholeOrNotAtAll)
             EXPECT_FALSE(workbook.writeFile(folder.path("Old.xls")));
             EXPECT_FALSE(workbook.writeFile(folder.path("New.xls")));
         }
+        const std::atomic<bool> stop = true;
+        EXPECT_FALSE(workbook.writeFile(folder.path("Old.xls"), &stop));
         EXPECT_EQ(folder.read("Old.xls"), "old");
         EXPECT_THAT(folder.names(), ElementsAre("Old.xls"));
         EXPECT_TRUE(workbook.writeFile(folder.path("Old.xls")));
