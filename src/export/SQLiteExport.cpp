@@ -3,13 +3,14 @@
 #include "export/ExportFormat.h"
 #include "export/ExportJob.h"
 #include "export/files/Replacement.h"
-#include "export/sql/SQLRowWriter.h"
 #include "export/sql/SQLStructure.h"
 #include "export/sql/SQLText.h"
+#include "export/sql/SQLiteRows.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
+#include <cerrno>
 #include <memory>
 #include <unistd.h>
 
@@ -19,12 +20,6 @@ namespace {
 
 constexpr const char* foreignKeysOff = "PRAGMA foreign_keys = false;";
 
-// What a row writer fills; its memory is used again for the next statement.
-struct StatementBuffer {
-    void write(std::string_view piece) { text += piece; }
-    std::string text;
-};
-
 class SQLiteExport {
 public:
     explicit SQLiteExport(ExportJob& job)
@@ -33,6 +28,7 @@ public:
         , m_structure(m_facts, job.file(), {"", job.options().includeForeignKeys, job.options().includeIndexes})
         , m_names(m_facts.sharesIndexNames)
         , m_replacement(Replacement::create(job.singleFilePath()))
+        , m_creationError(errno)
         , m_connection(ServerType::SQLite, job.loadErrorWindow())
     {
     }
@@ -40,19 +36,23 @@ public:
     void run();
 
 private:
+    [[nodiscard]] bool writeTables();
     [[nodiscard]] bool createFile();
     [[nodiscard]] bool connect();
     [[nodiscard]] bool switchForeignKeysOff();
+    void dropJournal();
     void finish();
     [[nodiscard]] bool publish();
 
     void exportTable(const TAdmMDBTable& table);
-    // Both log their failure.
+    // These log their failure.
     [[nodiscard]] bool createTable(const TAdmMDBTable& table);
     [[nodiscard]] bool insertRows(const TAdmMDBTable& table);
-    [[nodiscard]] bool insertGroup(const RowGroup& group, SQLRowWriter& writer);
-    void dropTable(const TAdmMDBTable& table);
-    [[nodiscard]] SQLRowWriter rowWriter(const TAdmMDBTable& table) const;
+    [[nodiscard]] bool insertGroup(const TAdmMDBTable& table, std::size_t group, SQLiteRows& rows);
+    [[nodiscard]] bool commit(const TAdmMDBTable& table);
+    void takeBack();
+
+    [[nodiscard]] ExportReason refused(const char* key, std::uint64_t row = 0);
 
     void createAllIndexes();
     void createIndexes(const TAdmMDBTable& table);
@@ -62,45 +62,59 @@ private:
     const SQLDialectFacts& m_facts;
     SQLStructure m_structure;
     SQLNameUses m_names;
-    std::unique_ptr<Replacement> m_replacement;
+    std::unique_ptr<Replacement> m_replacement; // null: errno then is m_creationError
+    int m_creationError;
     SQLConnection m_connection;
-    StatementBuffer m_statement;
     std::vector<std::string> m_finishedTables;
-    bool m_isDamaged = false; // the file holds something that it must not be kept with
+    bool m_isDamaged = false;  // the file holds, or lacks, what it must not be kept with
+    std::string m_damageCause; // as the library tells it
 };
 
 void SQLiteExport::run()
 {
-    if (!createFile()) return;
-    if (!connect() || !switchForeignKeysOff()) {
-        m_connection.disconnect();
-        return;
-    }
+    const bool isWritten = createFile() && writeTables();
+    m_connection.disconnect();
+    dropJournal();
+    if (isWritten) finish();
+}
+
+bool SQLiteExport::writeTables()
+{
+    if (!connect() || !switchForeignKeysOff()) return false;
     m_job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
         if (!m_isDamaged) exportTable(table);
     });
     if (m_job.options().includeIndexes && !m_isDamaged) createAllIndexes();
     static_cast<void>(switchForeignKeysOff());
-    m_connection.disconnect();
-    finish();
+    return true;
+}
+
+// The library takes it away itself, unless a transaction is only half in the file.
+void SQLiteExport::dropJournal()
+{
+    if (m_replacement && ::unlink((m_replacement->part() + "-journal").c_str()) == 0) m_isDamaged = true;
 }
 
 // Only a regular file gives way; a folder or a device is left alone.
 bool SQLiteExport::createFile()
 {
+    std::string refusal;
     if (m_replacement) {
         m_replacement->makeRoom();
         m_connection.setDbFilePath(m_replacement->part());
-        if (m_connection.createDbFile().empty() && m_replacement->adopt()) return true;
+        refusal = m_connection.createDbFile();
+        if (refusal.empty() && m_replacement->adopt()) return true;
     }
-    m_job.outputFailed({exportReason::cannotCreate});
+    auto cause = m_job.singleFileCause(m_replacement ? 0 : m_creationError);
+    if (!refusal.empty()) cause.reason = refusal;
+    m_job.outputFailed({exportReason::cannotCreate, {}, std::move(cause)});
     return false;
 }
 
 bool SQLiteExport::connect()
 {
     if (!m_connection.connect()) {
-        m_job.outputFailed({messageKey("Unable to establish SQLite connection")});
+        m_job.outputFailed(refused(messageKey("Unable to establish SQLite connection")));
         return false;
     }
     // Nobody else knows the file yet, and it is flushed when it is done. Refused, these only make the export slower.
@@ -113,15 +127,37 @@ bool SQLiteExport::connect()
 bool SQLiteExport::switchForeignKeysOff()
 {
     if (m_connection.queryString(foreignKeysOff)) return true;
-    m_job.outputFailed({messageKey("Have error when executing query: %@"), {foreignKeysOff}});
+    auto reason = refused(messageKey("Have error when executing query: %@"));
+    reason.arguments = {foreignKeysOff};
+    m_job.outputFailed(std::move(reason));
     return false;
 }
 
-// The tables count once the file is known to be whole; those that were finished before a stop count as well.
+// What the library said of the last statement. Nothing can be made good of a file that the disk does not take.
+ExportReason SQLiteExport::refused(const char* key, std::uint64_t row)
+{
+    const auto& message = m_connection.getLastErrorMessage();
+    if (m_connection.isFileBroken()) {
+        m_isDamaged = true;
+        m_damageCause = message;
+    }
+    return {key, {}, {.row = row, .reason = message}};
+}
+
+// The tables count once the file is known to be whole and has its name: after a stop none does.
 void SQLiteExport::finish()
 {
-    const bool isStopped = m_job.terminated();
-    if (!isStopped && !publish()) return m_job.outputFailed({exportReason::cannotWrite});
+    if (m_job.terminated()) return;
+    // A file without a table must not take the place of one that has some.
+    if (m_finishedTables.empty() && !m_isDamaged) {
+        if (m_job.report().failures.empty()) m_job.outputFailed({messageKey("No table was exported.")});
+        return;
+    }
+    if (!publish()) {
+        auto cause = m_job.singleFileCause(m_isDamaged ? 0 : errno);
+        if (m_isDamaged) cause.reason = m_damageCause;
+        return m_job.outputFailed({exportReason::cannotWrite, {}, std::move(cause)});
+    }
     for (const auto& table : m_finishedTables)
         m_job.tableDone(table);
 }
@@ -135,73 +171,68 @@ bool SQLiteExport::publish()
     return true;
 }
 
+// One transaction a table, which makes the difference between a few statements and a great many a second. A table of
+// which a row is refused is taken back: with some of its rows it would look like one that has no others.
 void SQLiteExport::exportTable(const TAdmMDBTable& table)
 {
     m_names.take(table.name());
-    const bool isWhole = createTable(table) && (!m_job.options().exportData || insertRows(table));
+    const bool isWhole = createTable(table) && (!m_job.options().exportData || insertRows(table)) && !m_job.terminated()
+        && commit(table);
     if (m_job.terminated())
         m_job.tableFailed(table.name(), {exportReason::terminated});
     else if (isWhole)
         m_finishedTables.push_back(table.name());
+    else
+        takeBack();
 }
 
 bool SQLiteExport::createTable(const TAdmMDBTable& table)
 {
-    if (m_connection.queryString(m_structure.createTable(table))) return true;
-    m_job.tableFailed(table.name(), {messageKey("Create table failed.")});
+    if (m_connection.queryString("BEGIN;") && m_connection.queryString(m_structure.createTable(table))) return true;
+    m_job.tableFailed(table.name(), refused(messageKey("Create table failed.")));
     return false;
 }
 
+// A stop ends it early; false only when a row was not taken.
 bool SQLiteExport::insertRows(const TAdmMDBTable& table)
 {
-    auto writer = rowWriter(table);
-    for (const auto& group : table.rows().groups()) {
-        if (insertGroup(group, writer)) continue;
-        m_job.tableFailed(table.name(), {messageKey("Insert record failed.")});
-        dropTable(table);
+    SQLiteRows rows(m_connection, table);
+    for (std::size_t group = 0; group < table.rows().groups().size(); ++group)
+        if (!insertGroup(table, group, rows)) return false;
+    return true;
+}
+
+bool SQLiteExport::insertGroup(const TAdmMDBTable& table, std::size_t group, SQLiteRows& rows)
+{
+    const auto& source = table.rows().groups()[group];
+    rows.beginGroup(source);
+    for (std::uint32_t row = 0; row < source.rowCount && !m_job.terminated(); ++row) {
+        if (rows.insert(row)) continue;
+        const auto number = table.rows().firstRow(group) + row + 1;
+        m_job.tableFailed(table.name(), refused(messageKey("Insert record failed."), number));
         return false;
     }
     return true;
 }
 
-// A stop ends it early; false only when a row was not taken.
-bool SQLiteExport::insertGroup(const RowGroup& group, SQLRowWriter& writer)
+bool SQLiteExport::commit(const TAdmMDBTable& table)
 {
-    writer.beginGroup(group);
-    for (std::uint32_t row = 0; row < group.rowCount && !m_job.terminated(); ++row) {
-        m_statement.text.clear();
-        writer.writeRow(m_statement, row);
-        if (!m_connection.queryString(m_statement.text)) return false;
-    }
-    return true;
+    if (m_connection.queryString("COMMIT;")) return true;
+    m_job.tableFailed(table.name(), refused(messageKey("Insert record failed.")));
+    return false;
 }
 
-// A table that stays with some of its rows would look like one that has no others.
-void SQLiteExport::dropTable(const TAdmMDBTable& table)
+void SQLiteExport::takeBack()
 {
-    m_isDamaged = !m_connection.queryString(format("DROP TABLE %@;", {quoteIdentifier(table.name(), m_facts)}));
-}
-
-SQLRowWriter SQLiteExport::rowWriter(const TAdmMDBTable& table) const
-{
-    std::vector<std::string> names;
-    std::vector<SQLRowColumn> columns;
-    for (const auto& column : table.columns()) {
-        const auto type = column->type();
-        const bool isLiteral = factsOf(type).isQuoted || type == ColumnType::ReplicationId;
-        names.push_back(column->name());
-        columns.push_back(
-            {isLiteral ? SQLCellForm::Literal : SQLCellForm::Bare, forbidsZeroLength(*column) ? "\"\"" : "null"});
-    }
-    auto start = format(
-        "INSERT INTO %@ (%@) VALUES (", {quoteIdentifier(table.name(), m_facts), quoteIdentifiers(names, m_facts)});
-    return {std::move(start), columns, ");", "."};
+    if (m_isDamaged || m_connection.queryString("ROLLBACK;")) return;
+    m_isDamaged = true;
+    m_damageCause = m_connection.getLastErrorMessage();
 }
 
 void SQLiteExport::createAllIndexes()
 {
     for (const auto& entry : m_job.entries()) {
-        if (m_job.terminated()) return;
+        if (m_job.terminated() || m_isDamaged) return;
         if (const auto* table = m_job.file().findTable(entry.tableName)) createIndexes(*table);
     }
 }
@@ -210,7 +241,7 @@ void SQLiteExport::createIndexes(const TAdmMDBTable& table)
 {
     if (table.indices().empty()) return;
     for (const auto& index : table.indices()) {
-        if (m_job.terminated()) break;
+        if (m_job.terminated() || m_isDamaged) break;
         if (!index->isPrimaryKey()) createIndex(table, *index);
     }
     if (m_job.terminated()) m_job.tableFailed(table.name(), {exportReason::terminated});
@@ -222,7 +253,9 @@ void SQLiteExport::createIndex(const TAdmMDBTable& table, const TAdmMDBIndex& in
         {index.isUnique() ? "UNIQUE " : "", quoteIdentifier(m_names.uniqueName(index.name()), m_facts),
             quoteIdentifier(table.name(), m_facts), m_structure.indexKeys(index, ",\n\t")});
     if (m_connection.queryString(statement)) return;
-    m_job.stepFailed({messageKey("Create index %@ for table %@ failed."), {index.name(), table.name()}});
+    auto reason = refused(messageKey("Create index %@ for table %@ failed."));
+    reason.arguments = {index.name(), table.name()};
+    m_job.stepFailed(std::move(reason));
 }
 
 } // namespace

@@ -20,8 +20,23 @@ bool SQLConnectionBase::openSocket(std::unique_ptr<DBSocket> socket)
 bool SQLConnectionBase::queryString(const std::string& statement)
 {
     if (!m_fConnected && !connect()) return false;
-    const bool isDone = m_socket->runQuery(statement) == 0;
-    m_lastError = isDone ? std::string() : m_socket->getLastErrorMessage();
+    return note(m_socket->runQuery(statement) == 0);
+}
+
+std::unique_ptr<DBStatement> SQLConnectionBase::prepare(const std::string& statement)
+{
+    return m_fConnected ? m_socket->prepare(statement) : nullptr;
+}
+
+bool SQLConnectionBase::run(DBStatement& statement) { return note(statement.run() == 0); }
+
+bool SQLConnectionBase::note(bool isDone)
+{
+    m_isFileBroken = !isDone && m_socket->isFileBroken();
+    if (isDone)
+        m_lastError.clear();
+    else
+        m_lastError = m_socket->getLastErrorMessage();
     return isDone;
 }
 

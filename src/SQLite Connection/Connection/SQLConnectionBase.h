@@ -26,6 +26,12 @@ public:
 
     // Runs one statement, connecting first when that is needed. True when it succeeded.
     bool queryString(const std::string& statement);
+    // Null when it is refused, or the server's library knows no such statements. Goes before the connection is closed.
+    [[nodiscard]] std::unique_ptr<DBStatement> prepare(const std::string& statement);
+    // Runs one that was prepared. True when it succeeded.
+    bool run(DBStatement& statement);
+    // Whether that last statement failed because the file cannot be read or written: a full disk, for example.
+    [[nodiscard]] bool isFileBroken() const { return m_isFileBroken; }
     // Why the last statement or connect failed; "" when it did not.
     [[nodiscard]] const std::string& getLastErrorMessage() const { return m_lastError; }
     void disconnect();
@@ -37,11 +43,14 @@ protected:
     [[nodiscard]] bool openSocket(std::unique_ptr<DBSocket> socket);
 
 private:
+    [[nodiscard]] bool note(bool isDone);
+
     DBSocketAddress m_address;
     std::unique_ptr<DBSocket> m_socket;
     bool m_fConnected = false;
     int m_libraryVersionNumber = 0;
     std::string m_lastError;
+    bool m_isFileBroken = false; // by the last statement
 };
 
 } // namespace vellumo

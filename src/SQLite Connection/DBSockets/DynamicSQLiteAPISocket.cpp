@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SQLite Connection/DBSockets/DynamicSQLiteAPISocket.h"
 
+#include "SQLite Connection/DBSockets/DynamicSQLiteStatement.h"
 #include "SQLite Connection/DBSockets/SQLiteLibrary.h"
 #include "text/Messages.h"
 
@@ -66,6 +67,30 @@ int DynamicSQLiteAPISocket::runQuery(const std::string& statement)
     // A statement that gives rows has run even where the library cannot read them: a pragma for example.
     if (sqliteFunctions().canReadRows()) m_result = std::make_unique<DynamicSQLiteDBResult>(std::move(handle), status);
     return 0;
+}
+
+std::unique_ptr<DBStatement> DynamicSQLiteAPISocket::prepare(const std::string& statement)
+{
+    m_result.reset();
+    if (!m_dbHandler || !sqliteFunctions().canBind()) return nullptr;
+    sqlite3_stmt* prepared = nullptr;
+    const int code = sqliteFunctions().prepare_v2(m_dbHandler.get(), statement.c_str(), -1, &prepared, nullptr);
+    StatementHandle handle(prepared);
+    return code == SQLITE_OK ? std::make_unique<DynamicSQLiteStatement>(std::move(handle)) : nullptr;
+}
+
+bool DynamicSQLiteAPISocket::isFileBroken() const
+{
+    if (!m_dbHandler) return false;
+    switch (sqliteFunctions().errcode(m_dbHandler.get())) {
+    case SQLITE_READONLY:
+    case SQLITE_IOERR:
+    case SQLITE_CORRUPT:
+    case SQLITE_FULL:
+    case SQLITE_CANTOPEN:
+    case SQLITE_NOTADB: return true;
+    default: return false;
+    }
 }
 
 std::string DynamicSQLiteAPISocket::getLastErrorMessage() const

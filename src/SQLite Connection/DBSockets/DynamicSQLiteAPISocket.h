@@ -19,7 +19,9 @@ public:
 
     [[nodiscard]] bool connect() override;
     [[nodiscard]] int runQuery(const std::string& statement) override;
+    [[nodiscard]] std::unique_ptr<DBStatement> prepare(const std::string& statement) override;
     [[nodiscard]] std::string getLastErrorMessage() const override;
+    [[nodiscard]] bool isFileBroken() const override;
     bool stopQuery() override;
     void close() override;
     [[nodiscard]] int libraryVersionNumber() const override;

@@ -85,6 +85,12 @@ std::string resolveAll(void* handle, SQLiteFunctions& functions)
     resolver.optional(functions.table_column_metadata, "sqlite3_table_column_metadata");
     resolver.optional(functions.column_bytes, "sqlite3_column_bytes");
     resolver.optional(functions.column_table_name, "sqlite3_column_table_name");
+    resolver.optional(functions.bind_null, "sqlite3_bind_null");
+    resolver.optional(functions.bind_int64, "sqlite3_bind_int64");
+    resolver.optional(functions.bind_double, "sqlite3_bind_double");
+    resolver.optional(functions.bind_text, "sqlite3_bind_text");
+    resolver.optional(functions.bind_blob, "sqlite3_bind_blob");
+    resolver.optional(functions.reset, "sqlite3_reset");
     resolver.optional(functions.key, "sqlite3_key");
     resolver.optional(functions.rekey, "sqlite3_rekey");
     return resolver.missing();

@@ -39,11 +39,22 @@ struct SQLiteFunctions {
     decltype(&sqlite3_table_column_metadata) table_column_metadata;
     decltype(&sqlite3_column_bytes) column_bytes;
     decltype(&sqlite3_column_table_name) column_table_name;
+    decltype(&sqlite3_bind_null) bind_null;
+    decltype(&sqlite3_bind_int64) bind_int64;
+    decltype(&sqlite3_bind_double) bind_double;
+    decltype(&sqlite3_bind_text) bind_text;
+    decltype(&sqlite3_bind_blob) bind_blob;
+    decltype(&sqlite3_reset) reset;
     int (*key)(sqlite3*, const void*, int); // these two only in builds with encryption
     int (*rekey)(sqlite3*, const void*, int);
 
     // Whether the rows of a result can be read.
     [[nodiscard]] bool canReadRows() const { return column_count && column_text && column_bytes; }
+    // Whether statements can be run again with other values.
+    [[nodiscard]] bool canBind() const
+    {
+        return bind_null && bind_int64 && bind_double && bind_text && bind_blob && reset;
+    }
 };
 
 // The file to load, as dlopen takes it: the environment variable VELLUMO_SQLITE_LIBRARY, or what the build was

@@ -40,6 +40,8 @@ std::string quoteIdentifiers(const std::vector<std::string>& names, const SQLDia
 
 std::string doubleQuotes(std::string_view text) { return doubled(text, "'"); }
 
+std::string doubleBackslashes(std::string_view text) { return doubled(text, "\\"); }
+
 std::string escapeLiteral(std::string_view text) { return doubled(text, "\\'"); }
 
 std::string encodeSqlBlobValue(std::span<const std::byte> bytes)

@@ -22,6 +22,8 @@ namespace vellumo {
 
 // The text with each "'" doubled; without quotes around.
 [[nodiscard]] std::string doubleQuotes(std::string_view text);
+// The text with each "\" doubled: what a literal of it stands for that was escaped for another server.
+[[nodiscard]] std::string doubleBackslashes(std::string_view text);
 // The text with each "\" and each "'" doubled; without quotes around. Backslashes are doubled for every dialect.
 [[nodiscard]] std::string escapeLiteral(std::string_view text);
 
