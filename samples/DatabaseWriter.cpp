@@ -66,13 +66,19 @@ private:
         m_file.write(0, page);
     }
 
-    // The password field is empty text, each byte combined with one of the creation day.
+    [[nodiscard]] std::uint8_t passwordByte(std::size_t i) const
+    {
+        const auto& password = m_description.password;
+        return i % 2 == 0 && i / 2 < password.size() ? static_cast<std::uint8_t>(password[i / 2]) : std::uint8_t{0};
+    }
+
+    // Each byte of the password is combined with one of the creation day.
     void writeJet4Header(Bytes& page, std::uint16_t sortOrder) const
     {
         std::uint8_t day[4];
         putNumber<std::int32_t>(day, static_cast<std::int32_t>(m_description.created.days));
         for (std::size_t i = 0; i < 40; ++i)
-            page[0x42 + i] = day[i % 4];
+            page[0x42 + i] = day[i % 4] ^ passwordByte(i);
         putNumber<std::uint16_t>(&page[0x6E], sortOrder);
         putNumber<std::uint64_t>(&page[0x72], std::bit_cast<std::uint64_t>(m_description.created.days));
         page[0x9C] = '4';
@@ -114,7 +120,8 @@ private:
             m_result.error = localizedFormat("A property of table <%@> cannot be stored.", {failedTable});
             return false;
         }
-        return writeSystemTable(acesTable(version), acesPage) && writeSystemTable(queriesTable(version), queriesPage)
+        return writeSystemTable(acesTable(version), acesPage)
+            && writeSystemTable(queriesTable(m_description), queriesPage)
             && writeSystemTable(relationshipsTable(version, m_description.relations), relationshipsPage)
             && writeSystemTable(objectsTable(version, m_description.created, *rows), objectsPage);
     }

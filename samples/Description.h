@@ -138,11 +138,24 @@ struct RelationDescription {
     bool cascadeDeletes = false;
 };
 
+// A row of a saved query; what it means depends on the attribute. Empty texts are stored as null.
+struct QueryRow {
+    int attribute = 0;
+    std::string name1{};
+    std::string name2{};
+    std::string expression{};
+    std::optional<int> flag{};
+};
+
 // An entry of the catalog that is no table of this file.
 struct CatalogEntry {
     std::string name{};
     int type = 5; // 4 and 6 linked tables, 5 query, -32768 form ..
     std::uint32_t flags = 0;
+    std::vector<QueryRow> query{}; // those of one attribute in their order
+    std::string database{};        // of linked tables
+    std::string connect{};
+    std::string foreignName{};
 };
 
 struct DatabaseDescription {
@@ -153,6 +166,7 @@ struct DatabaseDescription {
     std::vector<CatalogEntry> otherEntries{};
     Date created{45000.5};         // 2023-03-15 12:00
     std::uint32_t databaseKey = 0; // pages are encoded with it when it is not 0
+    std::string password{};        // Jet 4, ASCII, up to 20 characters; encodes nothing
 };
 
 } // namespace vellumo::samples

@@ -66,6 +66,8 @@ std::vector<CatalogRow> standardRows()
 
 Value signedLong(std::uint32_t number) { return std::int64_t{static_cast<std::int32_t>(number)}; }
 
+Value textOrNull(const std::string& text) { return text.empty() ? Value() : Value(text); }
+
 std::vector<Value> objectValues(const CatalogRow& row, Date created)
 {
     std::vector<Value> values(17);
@@ -76,6 +78,9 @@ std::vector<Value> objectValues(const CatalogRow& row, Date created)
     values[4] = created;
     values[5] = created;
     values[7] = signedLong(row.flags);
+    values[8] = textOrNull(row.database);
+    values[9] = textOrNull(row.connect);
+    values[10] = textOrNull(row.foreignName);
     if (!row.properties.empty()) values[14] = row.properties;
     return values;
 }
@@ -95,6 +100,12 @@ std::optional<Bytes> propertiesOf(const TableDescription& table, JetVersion vers
     }
     if (owners.empty()) return Bytes{};
     return encodeProperties(owners, version);
+}
+
+// Behind the relations.
+std::uint32_t idOfEntry(const DatabaseDescription& description, std::size_t entry)
+{
+    return firstObjectId + static_cast<std::uint32_t>(description.relations.size() + entry);
 }
 
 } // namespace
@@ -134,16 +145,25 @@ TableDescription acesTable(JetVersion version)
     return table;
 }
 
-TableDescription queriesTable(JetVersion version)
+TableDescription queriesTable(const DatabaseDescription& description)
 {
     using enum ColumnType;
     TableDescription table;
     table.name = "MSysQueries";
-    table.columns = systemColumns(version,
+    table.columns = systemColumns(description.version,
         {column("ObjectId", Long), column("Attribute", Byte), column("Order", Binary), column("Name1", Text),
             column("Name2", Text), column("Expression", Memo), column("Flag", Integer), column("LvExtra", Ole)});
     table.indexes = {
         {.name = "ObjectIdAttribute", .columns = {{"ObjectId"}, {"Attribute"}, {"Order"}}, .unique = true}};
+    std::vector<std::vector<Value>> rows;
+    for (std::size_t i = 0; i < description.otherEntries.size(); ++i) {
+        std::uint8_t order = 0;
+        for (const auto& row : description.otherEntries[i].query)
+            rows.push_back({signedLong(idOfEntry(description, i)), std::int64_t{row.attribute}, Bytes{0, 0, 0, order++},
+                textOrNull(row.name1), textOrNull(row.name2), textOrNull(row.expression),
+                row.flag ? Value(std::int64_t{*row.flag}) : Value(), Value()});
+    }
+    table.rows = inStoredOrder(table.columns, rows);
     return table;
 }
 
@@ -205,7 +225,8 @@ std::optional<std::vector<CatalogRow>> catalogRows(
     for (const auto& relation : description.relations)
         rows.push_back({nextId++, relationshipsId, relation.name, relationType, 0, {}});
     for (const auto& entry : description.otherEntries)
-        rows.push_back({nextId++, tablesId, entry.name, entry.type, entry.flags, {}});
+        rows.push_back({nextId++, tablesId, entry.name, entry.type, entry.flags, {}, entry.database, entry.connect,
+            entry.foreignName});
     return rows;
 }
 

@@ -22,13 +22,16 @@ struct CatalogRow {
     std::string name;
     int type = 1;
     std::uint32_t flags = 0;
-    Bytes properties; // empty = none
+    Bytes properties;       // empty = none
+    std::string database{}; // these as in CatalogEntry
+    std::string connect{};
+    std::string foreignName{};
 };
 
 // MSysObjects: containers and system tables, then the given rows.
 [[nodiscard]] TableDescription objectsTable(JetVersion version, Date created, const std::vector<CatalogRow>& rows);
 [[nodiscard]] TableDescription acesTable(JetVersion version);
-[[nodiscard]] TableDescription queriesTable(JetVersion version);
+[[nodiscard]] TableDescription queriesTable(const DatabaseDescription& description);
 [[nodiscard]] TableDescription relationshipsTable(
     JetVersion version, const std::vector<RelationDescription>& relations);
 

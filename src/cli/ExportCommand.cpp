@@ -60,8 +60,12 @@ void printReport(const ExportReport& report)
 ExitStatus exportTables(const ExportSettings& settings)
 {
     if (const auto complaint = complaintAbout(settings)) return wrongUsage(*complaint);
-    const auto file = openDatabase(settings.file);
+    auto file = openDatabase(settings.file);
     if (!file) return ExitStatus::Failed;
+    if (settings.lookupTexts) {
+        const bool hasKeys = findExportFormat(settings.format)->has(ExportOption::Indexes);
+        file = withLookupTexts(std::move(file), settings.tables, hasKeys);
+    }
     for (const auto& table : settings.tables)
         if (findTableOrComplain(*file, table) == nullptr) return ExitStatus::Failed;
     const auto options = optionsFrom(settings);
@@ -173,6 +177,7 @@ void addExportCommand(CLI::App& app, Command& command)
     auto* sub = app.add_subcommand("export", localized("Export tables, all of them unless some are named"));
     addFileArguments(*sub, settings->file);
     addOutputOptions(*sub, *settings);
+    addLookupOption(*sub, settings->lookupTexts);
     addTextOptions(*sub, *settings);
     addDatabaseOptions(*sub, *settings);
     sub->footer(

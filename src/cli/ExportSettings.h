@@ -19,6 +19,7 @@ struct ExportSettings {
     std::string to;
     std::vector<std::string> tables; // empty: all
     bool isSingleFile = false;
+    bool lookupTexts = false;
     std::optional<std::string> fieldDelimiter;
     std::optional<std::string> recordDelimiter;
     std::optional<std::string> decimalSymbol;

@@ -60,6 +60,34 @@ std::string fileText(const TAdmMDBFile& file)
     return text;
 }
 
+std::string indented(std::string_view text, std::string_view indent)
+{
+    std::string lines;
+    while (!text.empty()) {
+        const auto line = text.substr(0, text.find('\n'));
+        lines.append(indent).append(line).append("\n");
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+    }
+    return lines;
+}
+
+std::string contentsText(const FileContents& contents)
+{
+    std::string text;
+    if (!contents.queries.empty()) text += format("\n%@:\n", {localized("Queries")});
+    for (const auto& query : contents.queries) {
+        text += format("    %@ (%@)\n", {query.name, queryKindText(query.kind)});
+        text += indented(query.sql, "        ");
+    }
+    if (!contents.links.empty()) text += format("\n%@:\n", {localized("Linked Tables")});
+    for (const auto& link : contents.links)
+        text += format("    %@ (%@): %@, %@\n", {link.name, link.kind, link.source, link.connect});
+    if (!contents.objects.empty()) text += format("\n%@:\n", {localized("Other Objects")});
+    for (const auto& object : contents.objects)
+        text += format("    %@ (%@) %@\n", {object.name, objectKindText(object.kind), object.modified});
+    return text;
+}
+
 std::string tableText(const TAdmMDBTable& table)
 {
     auto text = objectText(table, "");
@@ -75,7 +103,8 @@ std::string tableText(const TAdmMDBTable& table)
 
 void printFile(const TAdmMDBFile& file, bool isJson)
 {
-    writeOutput(isJson ? jsonText(infoJson(file)) : fileText(file) + damageSection(file));
+    writeOutput(
+        isJson ? jsonText(infoJson(file)) : fileText(file) + contentsText(file.contents()) + damageSection(file));
 }
 
 void printTable(const TAdmMDBFile& file, const TAdmMDBTable& table, bool isJson)

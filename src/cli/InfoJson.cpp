@@ -2,6 +2,7 @@
 #include "cli/InfoJson.h"
 
 #include "cli/DamageOutput.h"
+#include "model/ConnectionText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -26,9 +27,23 @@ template <typename List, typename ToJson> Json arrayOf(const List& list, ToJson 
 Json propertiesJson(const jet::PropertyList& properties)
 {
     auto json = Json::object();
-    for (const auto& [name, value] : properties)
-        std::visit([&](const auto& typed) { json[name] = typed; }, value);
+    for (const auto& [name, value] : properties) {
+        const auto* text = std::get_if<std::string>(&value);
+        if (text != nullptr)
+            json[name] = withoutPasswords(*text);
+        else
+            std::visit([&](const auto& typed) { json[name] = typed; }, value);
+    }
     return json;
+}
+
+// As the engine that first wrote such files is called.
+std::string_view formatName(int version)
+{
+    constexpr std::string_view inOrderOfVersions[] = {
+        "Jet 3", "Jet 4", "ACE 12", "ACE 14", "ACE 15", "ACE 16", "ACE 17"};
+    const bool isKnown = version >= 0 && version < std::ssize(inOrderOfVersions);
+    return isKnown ? inOrderOfVersions[version] : "";
 }
 
 Json fileJson(const TAdmMDBFile& file)
@@ -36,8 +51,8 @@ Json fileJson(const TAdmMDBFile& file)
     const auto& format = file.format();
     return {{"name", file.label()}, {"path", file.fullPath()}, {"bytes", file.size()},
         {"created", isoText(file.createDate())}, {"modified", isoText(file.modifyDate())},
-        {"format", format.version == 0 ? "Jet 3" : "Jet 4"}, {"formatVersion", format.version},
-        {"codePage", format.codePage}, {"encrypted", format.isEncrypted}};
+        {"format", formatName(format.version)}, {"formatVersion", format.version}, {"codePage", format.codePage},
+        {"encrypted", format.isEncrypted}};
 }
 
 Json columnJson(const TAdmMDBColumn& column)
@@ -66,6 +81,22 @@ Json relationJson(const TAdmMDBForeignKey& relation)
         {"cascadeUpdate", relation.onUpdateCascade()}, {"cascadeDelete", relation.onDeleteCascade()}};
 }
 
+Json textOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
+
+void addContents(const FileContents& contents, Json& json)
+{
+    auto& queries = json["queries"] = Json::array();
+    for (const auto& query : contents.queries)
+        queries.push_back({{"name", query.name}, {"type", queryKindName(query.kind)}, {"sql", textOrNull(query.sql)}});
+    auto& links = json["links"] = Json::array();
+    for (const auto& link : contents.links)
+        links.push_back({{"name", link.name}, {"kind", link.kind}, {"source", textOrNull(link.source)},
+            {"connect", textOrNull(link.connect)}});
+    auto& objects = json["objects"] = Json::array();
+    for (const auto& object : contents.objects)
+        objects.push_back({{"kind", objectKindName(object.kind)}, {"name", object.name}});
+}
+
 } // namespace
 
 Json infoJson(const TAdmMDBFile& file)
@@ -73,8 +104,11 @@ Json infoJson(const TAdmMDBFile& file)
     const auto tableJson = [](const TAdmMDBTable& table) -> Json {
         return {{"name", table.name()}, {"rows", table.rows().rowCount()}, {"columns", table.columns().size()}};
     };
-    return {{"file", fileJson(file)}, {"tables", arrayOf(file.tables(), tableJson)},
-        {"relations", arrayOf(file.allForeignKeys(), relationJson)}, {"damage", damageJson(file)}};
+    Json json = {{"file", fileJson(file)}, {"tables", arrayOf(file.tables(), tableJson)},
+        {"relations", arrayOf(file.allForeignKeys(), relationJson)}};
+    addContents(file.contents(), json);
+    json["damage"] = damageJson(file);
+    return json;
 }
 
 Json infoJson(const TAdmMDBTable& table)

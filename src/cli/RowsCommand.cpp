@@ -24,6 +24,7 @@ struct RowsOptions {
     bool isCaseSensitive = false;
     std::string sort;
     std::int64_t limit = INT64_MAX;
+    bool lookupTexts = false;
 };
 
 std::string copiedRow(const TAdmMDBTable& table, std::size_t row)
@@ -74,7 +75,8 @@ bool printRows(const TAdmMDBTable& table, const RowsOptions& options)
 
 ExitStatus showRows(const RowsOptions& options)
 {
-    const auto file = openDatabase(options.file);
+    auto file = openDatabase(options.file);
+    if (file && options.lookupTexts) file = withLookupTexts(std::move(file), {&options.table, 1}, false);
     if (!file) return ExitStatus::Failed;
     const auto* table = findTableOrComplain(*file, options.table);
     if (table == nullptr) return ExitStatus::Failed;
@@ -106,6 +108,7 @@ void addRowsCommand(CLI::App& app, Command& command)
     addFileArguments(*sub, options->file);
     sub->add_option("TABLE", options->table, localized("The table"))->required();
     addSelectionOptions(*sub, *options);
+    addLookupOption(*sub, options->lookupTexts);
     sub->add_option("--limit", options->limit, localized("Print at most this many rows"))
         ->check(wholeNumberFrom(0))
         ->type_name("N");

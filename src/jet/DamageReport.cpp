@@ -25,6 +25,8 @@ constexpr KindFacts kinds[] = {
     {DamageKind::Definition, "definition", messageKey("A part of the definition cannot be read."), nullptr},
     {DamageKind::Properties, "properties", messageKey("Some properties cannot be read."), nullptr},
     {DamageKind::Relations, "relations", messageKey("Some relations cannot be read."), nullptr},
+    {DamageKind::Queries, "queries", messageKey("A part of the saved queries cannot be read."),
+        messageKey("Parts of %ld saved queries cannot be read.")},
     {DamageKind::PageList, "pageList", messageKey("The list of the table's pages cannot be read."), nullptr},
     {DamageKind::Page, "page", messageKey("A page of rows cannot be read."),
         messageKey("%ld pages of rows cannot be read.")},

@@ -22,6 +22,7 @@ enum class DamageKind : std::uint8_t {
     Definition,  // a part of a definition that rows do not need, such as its indexes: 1
     Properties,  // the properties of a table and its columns, or a part of them: 1
     Relations,   // the relations of the file, or a part of them: relations lost as far as known, at least 1
+    Queries,     // saved queries of which a part cannot be read, as far as it is known how many
     PageList,    // the list of a table's pages: 1
     Page,        // pages that should hold rows of the table and do not, or cannot be read
     Row,         // rows that stand on a page and cannot be made out

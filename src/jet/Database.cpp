@@ -34,7 +34,7 @@ DecodedObject rawObject(ByteSpan stored, bool isWhole)
     return {std::make_shared<TAdmBlobData>(std::vector<std::byte>(bytes.begin(), bytes.end()), std::string(), facts)};
 }
 
-void keepColumns(TableDef& table, std::initializer_list<std::string_view> names)
+void keepColumns(TableDef& table, const std::vector<std::string_view>& names)
 {
     std::erase_if(
         table.columns, [&](const ColumnDef& column) { return std::ranges::find(names, column.name) == names.end(); });
@@ -102,7 +102,10 @@ TableReader::Source Database::source(Pages& pages, ObjectDecoder decodeObject)
 std::optional<TableDef> Database::readCatalogDefinition(DamageReport& damage)
 {
     auto objects = readTableAt(catalogPage, damage);
-    if (objects) keepColumns(*objects, {"Id", "Name", "Type", "Flags", "LvProp"});
+    if (objects)
+        keepColumns(*objects,
+            {"Id", "Name", "Type", "Flags", "LvProp", "DateCreate", "DateUpdate", "Database", "Connect",
+                "ForeignName"});
     const bool isComplete = objects && columnNamed(*objects, "Id") && columnNamed(*objects, "Name")
         && columnNamed(*objects, "Type") && columnNamed(*objects, "Flags");
     return isComplete ? std::move(objects) : std::nullopt;
@@ -128,16 +131,26 @@ std::vector<CatalogEntry> Database::entriesOf(const TableDef& objects, const Row
     const auto type = *columnNamed(objects, "Type");
     const auto flags = *columnNamed(objects, "Flags");
     const auto properties = columnNamed(objects, "LvProp");
+    const auto textIn = [&](std::size_t row, std::string_view columnName) {
+        const auto column = columnNamed(objects, columnName);
+        return std::string(column ? rows.text(row, *column) : std::string_view());
+    };
     std::vector<CatalogEntry> catalog;
     for (std::size_t row = 0; row < rows.rowCount(); ++row) {
         CatalogEntry entry;
         entry.name = rows.text(row, name);
-        entry.type = static_cast<int>(static_cast<std::uint32_t>(number(rows.text(row, type))) & typeMask);
+        entry.storedType = number(rows.text(row, type));
+        entry.type = static_cast<int>(static_cast<std::uint32_t>(entry.storedType) & typeMask);
         entry.flags = static_cast<std::uint32_t>(number(rows.text(row, flags)));
         entry.id = static_cast<std::uint32_t>(number(rows.text(row, id)));
         entry.page = entry.id & pageMask;
         if (properties && rows.kinds()[*properties] == CellKind::Blob)
             entry.properties = objectIn(rows, row, *properties);
+        entry.created = textIn(row, "DateCreate");
+        entry.modified = textIn(row, "DateUpdate");
+        entry.database = textIn(row, "Database");
+        entry.connect = textIn(row, "Connect");
+        entry.foreignName = textIn(row, "ForeignName");
         catalog.push_back(std::move(entry));
     }
     return catalog;
@@ -198,29 +211,39 @@ std::optional<TableContent> Database::readContent(const CatalogEntry& entry, Dam
 
 std::vector<RelationPart> Database::readRelations(const CatalogEntry& entry, DamageReport& damage)
 {
-    DamageReport found;
     std::vector<RelationPart> parts;
-    const auto table = readTable(entry, found);
-    std::size_t columns[6]{};
+    const auto rows = readTexts(entry,
+        {"szRelationship", "grbit", "szObject", "szColumn", "szReferencedObject", "szReferencedColumn"}, 6,
+        DamageKind::Relations, damage);
+    if (!rows) return parts;
+    for (const auto& row : *rows)
+        parts.push_back({row[0], number(row[1]), row[2], row[3], row[4], row[5]});
+    return parts;
+}
+
+std::optional<std::vector<std::vector<std::string>>> Database::readTexts(const CatalogEntry& entry,
+    const std::vector<std::string_view>& columns, std::size_t needed, DamageKind kind, DamageReport& damage)
+{
+    DamageReport found;
+    auto table = readTable(entry, found);
+    if (table) keepColumns(*table, columns);
+    std::vector<std::optional<std::size_t>> places;
     bool isComplete = table.has_value();
-    for (std::size_t i = 0; isComplete && i < std::size(columns); ++i) {
-        constexpr const char* names[] = {
-            "szRelationship", "grbit", "szObject", "szColumn", "szReferencedObject", "szReferencedColumn"};
-        const auto column = columnNamed(*table, names[i]);
-        isComplete = column.has_value();
-        columns[i] = column.value_or(0);
+    for (std::size_t i = 0; isComplete && i < columns.size(); ++i) {
+        places.push_back(columnNamed(*table, columns[i]));
+        isComplete = places.back() || i >= needed;
     }
     if (!isComplete) {
-        damage.add({.kind = DamageKind::Relations});
-        return parts;
+        damage.add({.kind = kind});
+        return std::nullopt;
     }
     const auto rows = readAllRows(*table, found);
-    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
-        const auto text = [&](std::size_t column) { return std::string(rows.text(row, columns[column])); };
-        parts.push_back({text(0), number(text(1)), text(2), text(3), text(4), text(5)});
-    }
-    tellAs(DamageKind::Relations, found, damage);
-    return parts;
+    tellAs(kind, found, damage);
+    std::vector<std::vector<std::string>> texts(rows.rowCount());
+    for (std::size_t row = 0; row < texts.size(); ++row)
+        for (const auto& place : places)
+            texts[row].emplace_back(place ? rows.text(row, *place) : std::string_view());
+    return texts;
 }
 
 std::optional<TableDef> Database::readTableAt(std::uint32_t page, DamageReport& damage)

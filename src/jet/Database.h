@@ -18,8 +18,11 @@ struct CatalogEntry {
     int type = 0;
     std::uint32_t flags = 0;
     std::uint32_t id = 0;
-    std::uint32_t page = 0;                     // of the definition, for a table: the id without its flags
-    std::shared_ptr<TAdmBlobData> properties{}; // as stored; null when there are none
+    std::uint32_t page = 0;                           // of the definition, for a table: the id without its flags
+    std::shared_ptr<TAdmBlobData> properties{};       // as stored; null when there are none
+    int storedType = 0;                               // as stored; that of a form or the like is negative
+    std::string created{}, modified{};                // as the text of a DateTime cell
+    std::string database{}, connect{}, foreignName{}; // of a linked table
 
     static constexpr int tableType = 1;
     static constexpr int linkedTypes[] = {4, 6}; // they keep a definition of what they lead to
@@ -74,6 +77,12 @@ public:
     [[nodiscard]] std::optional<TableContent> readContent(const CatalogEntry& entry, DamageReport& damage);
     // `entry`: the catalogue's entry of the table of relations.
     [[nodiscard]] std::vector<RelationPart> readRelations(const CatalogEntry& entry, DamageReport& damage);
+
+    // A system table as texts: for each row those of these columns, "" for null and for objects. The first `needed` of
+    // the columns have to be there, else nullopt; of a further one that is not, the texts are empty. What is damaged is
+    // told as this kind.
+    [[nodiscard]] std::optional<std::vector<std::vector<std::string>>> readTexts(const CatalogEntry& entry,
+        const std::vector<std::string_view>& columns, std::size_t needed, DamageKind kind, DamageReport& damage);
 
     // Rows of the table that its indexes know and its pages do not have, as pointers, each once.
     [[nodiscard]] std::vector<std::uint32_t> rowsOnlyInIndexes(const TableDef& table, DamageReport& damage);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "jet/PageSource.h"
 
+#include "jet/DatabasePassword.h"
+
 // glib's header must come before libmdb's, which includes it as C code.
 #include <glib.h>
 
@@ -230,7 +232,12 @@ int PageSource::formatVersion() const { return static_cast<int>(m_handle->mdb->f
 
 int PageSource::codePage() const { return m_handle->mdb->f->code_page; }
 
-bool PageSource::isEncrypted() const { return m_handle->mdb->f->db_key != 0; }
+bool PageSource::isEncrypted() const { return m_cipher || m_handle->mdb->f->db_key != 0; }
+
+bool PageSource::hasIdlePassword() const
+{
+    return formatVersion() <= MDB_VER_JET4 && hasDatabasePassword(m_file->start, formatVersion() == MDB_VER_JET3);
+}
 
 std::uint64_t PageSource::fileSize() const { return m_file->size(); }
 

@@ -36,6 +36,7 @@ public:
     // Windows code page as the file states it; the texts of a Jet 3 file are in it.
     [[nodiscard]] int codePage() const;
     [[nodiscard]] bool isEncrypted() const;       // by a key of its own
+    [[nodiscard]] bool hasIdlePassword() const;   // one that encrypts nothing: see hasDatabasePassword
     [[nodiscard]] std::uint64_t fileSize() const; // bytes
     // Whether the file ends inside a page, or has another size or another time of change than when it was opened.
     [[nodiscard]] bool isCutOrChanged() const;

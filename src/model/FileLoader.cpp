@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/FileLoader.h"
 
+#include "model/ContentsLoader.h"
+
 #include <algorithm>
 #include <map>
 #include <set>
@@ -26,11 +28,12 @@ std::string firstPrimaryKeyColumn(const TAdmMDBTable& table)
 bool FileLoader::load()
 {
     const auto& pages = m_database.pages();
-    m_file.setFormat({pages.formatVersion(), pages.codePage(), pages.isEncrypted()});
+    m_file.setFormat({pages.formatVersion(), pages.codePage(), pages.isEncrypted(), pages.hasIdlePassword()});
     const auto catalog = m_database.readCatalog(m_damage);
     m_complexColumns.emplace(m_database, m_rows, catalog);
     readDefinitions(catalog);
     if (m_options.salvage != Salvage::None) addSalvage(catalog);
+    m_file.setContents(readContents(m_database, catalog, m_damage));
     if (!readAllRows()) return false;
     dropEmptySalvage();
     if (pages.isCutOrChanged()) m_damage.add({.kind = DamageKind::File});

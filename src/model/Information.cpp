@@ -42,6 +42,13 @@ const char* labelKey(PropertyId id)
     case PropertyId::ReferencedColumns: return messageKey("Referenced columns");
     case PropertyId::OnUpdateCascade: return messageKey("On update cascade");
     case PropertyId::OnDeleteCascade: return messageKey("On delete cascade");
+    case PropertyId::DatabasePassword: return messageKey("Database password");
+    case PropertyId::Caption: return messageKey("Caption");
+    case PropertyId::Format: return messageKey("Format");
+    case PropertyId::InputMask: return messageKey("Input mask");
+    case PropertyId::ValidationRule: return messageKey("Validation rule");
+    case PropertyId::ValidationText: return messageKey("Validation text");
+    case PropertyId::RowSource: return messageKey("Row source");
     }
     return "";
 }
@@ -88,6 +95,7 @@ struct ValueText {
     }
     std::string operator()(TextAlignment alignment) const { return localized(alignmentKey(alignment)); }
     std::string operator()(TextFormat textFormat) const { return localized(textFormatKey(textFormat)); }
+    std::string operator()(IdlePassword) const { return localized("Set; it protects nothing"); }
     std::string operator()(const std::vector<std::string>& names) const
     {
         return fmt::format("{}", fmt::join(names, ", "));

@@ -42,6 +42,14 @@ enum class PropertyId : std::uint8_t {
     ReferencedColumns,
     OnUpdateCascade,
     OnDeleteCascade,
+    // Behind the others, where an object has them.
+    DatabasePassword,
+    Caption,
+    Format,
+    InputMask,
+    ValidationRule,
+    ValidationText,
+    RowSource,
 };
 
 enum class TextAlignment : std::uint8_t { Left = 0, Right = 1, Center = 2, Justified = 3, Natural = 4 };
@@ -54,6 +62,7 @@ struct DecimalPlaces {
     static constexpr std::int64_t automatic = 255; // as many as the value needs
     std::int64_t count;
 };
+struct IdlePassword { }; // there is one, which encrypts nothing
 struct ColumnTypeInfo {
     ColumnType type;
     bool isCalculated;
@@ -66,7 +75,7 @@ struct IndexKey {
 };
 
 using InfoValue = std::variant<std::string, std::int64_t, bool, FileSize, Timestamp, ColumnTypeInfo, DecimalPlaces,
-    TextAlignment, TextFormat, std::vector<std::string>, std::vector<IndexKey>>;
+    TextAlignment, TextFormat, IdlePassword, std::vector<std::string>, std::vector<IndexKey>>;
 
 struct InfoProperty {
     PropertyId id;

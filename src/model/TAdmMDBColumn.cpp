@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "model/TAdmMDBColumn.h"
 
+#include "model/ConnectionText.h"
+
 #include <charconv>
 
 namespace vellumo {
@@ -27,6 +29,21 @@ TextFormat textFormatOf(const jet::PropertyValue& value)
 }
 
 } // namespace
+
+void addListedProperties(const jet::PropertyList& properties, Information& list)
+{
+    constexpr struct {
+        std::string_view property;
+        PropertyId id;
+    } listed[] = {{"Caption", PropertyId::Caption}, {"Format", PropertyId::Format},
+        {"InputMask", PropertyId::InputMask}, {"ValidationRule", PropertyId::ValidationRule},
+        {"ValidationText", PropertyId::ValidationText}, {"RowSource", PropertyId::RowSource}};
+    for (const auto& [wanted, id] : listed)
+        for (const auto& [property, value] : properties)
+            if (property == wanted)
+                if (auto text = withoutPasswords(jet::propertyText(value)); !text.empty())
+                    list.push_back({id, std::move(text)});
+}
 
 void TAdmMDBColumn::setTextAlign(std::int64_t property)
 {
@@ -90,6 +107,7 @@ Information TAdmMDBColumn::information() const
     add(PropertyId::TextAlignment, m_textAlign);
     add(PropertyId::Description, m_description);
     add(PropertyId::TextFormat, m_textFormat);
+    addListedProperties(m_properties, list);
     return list;
 }
 

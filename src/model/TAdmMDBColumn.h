@@ -107,4 +107,8 @@ private:
     int m_sortOrder = 0;
 };
 
+// Appends what people are told of an object's Access properties beyond those that are always listed: caption, format,
+// input mask, validation, and where a lookup takes its values from. Passwords are masked.
+void addListedProperties(const jet::PropertyList& properties, Information& list);
+
 } // namespace vellumo

@@ -69,6 +69,7 @@ void TAdmMDBFile::close()
         table->close();
     m_tables.clear();
     m_allForeignKeys.clear();
+    m_contents = {};
     m_damage = {};
     m_format = {};
     m_fActive = false;
@@ -79,7 +80,9 @@ void TAdmMDBFile::takeContentOf(TAdmMDBFile& read)
     close();
     setTables(std::move(read.m_tables));
     setAllForeignKeys(std::move(read.m_allForeignKeys));
+    m_contents = std::move(read.m_contents);
     m_damage = std::move(read.m_damage);
+    m_format = read.m_format;
     m_openFailure = read.m_openFailure;
     m_fActive = read.m_fActive;
     read.close();
@@ -127,9 +130,11 @@ int TAdmMDBFile::compareByLastOpenDate(const TAdmMDBFile& other) const
 
 Information TAdmMDBFile::information() const
 {
-    return {{PropertyId::Name, label()}, {PropertyId::Where, m_path}, {PropertyId::Size, FileSize{m_size}},
+    Information list = {{PropertyId::Name, label()}, {PropertyId::Where, m_path}, {PropertyId::Size, FileSize{m_size}},
         {PropertyId::Created, m_createDate}, {PropertyId::Modified, m_modifyDate},
         {PropertyId::LastOpened, m_lastOpenDate}};
+    if (m_format.hasIdlePassword) list.push_back({PropertyId::DatabasePassword, IdlePassword()});
+    return list;
 }
 
 } // namespace vellumo

@@ -3,6 +3,7 @@
 
 #include "jet/DamageReport.h"
 #include "jet/OpenFailure.h"
+#include "model/Contents.h"
 #include "model/TAdmMDBTable.h"
 #include "text/DateText.h"
 
@@ -37,6 +38,7 @@ struct FileFormat {
     int version = 0;  // as stored; 0: Access 97 (Jet 3), 1: Access 2000 to 2003 (Jet 4)
     int codePage = 0; // Windows code page; only the texts of a Jet 3 file depend on it
     bool isEncrypted = false;
+    bool hasIdlePassword = false; // a database password of Access 97 to 2003, which protects nothing
 };
 
 // A database file of the file list. It knows its path and facts from the start; everything inside is read by `open`
@@ -90,6 +92,9 @@ public:
     // Of the open file.
     [[nodiscard]] const FileFormat& format() const { return m_format; }
     void setFormat(const FileFormat& format) { m_format = format; }
+    // Queries, linked tables, forms and the like; empty while inactive.
+    [[nodiscard]] const FileContents& contents() const { return m_contents; }
+    void setContents(FileContents contents) { m_contents = std::move(contents); }
     // What of the open file could not be read; empty for a sound one, and while inactive.
     [[nodiscard]] const DamageReport& damage() const { return m_damage; }
     void setDamage(DamageReport damage) { m_damage = std::move(damage); }
@@ -117,6 +122,7 @@ private:
     Timestamp m_lastOpenDate;
     Tables m_tables;
     ForeignKeys m_allForeignKeys;
+    FileContents m_contents;
     FileFormat m_format;
     DamageReport m_damage;
     std::optional<OpenFailure> m_openFailure;

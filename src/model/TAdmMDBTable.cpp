@@ -148,8 +148,12 @@ void TAdmMDBTable::close()
 
 Information TAdmMDBTable::information() const
 {
-    return {{PropertyId::Name, name()}, {PropertyId::RowCount, static_cast<std::int64_t>(m_rows.rowCount())},
+    Information list = {{PropertyId::Name, name()},
+        {PropertyId::RowCount, static_cast<std::int64_t>(m_rows.rowCount())},
         {PropertyId::ColumnCount, static_cast<std::int64_t>(m_columns.size())}};
+    if (const auto text = description()) list.push_back({PropertyId::Description, *text});
+    addListedProperties(m_properties, list);
+    return list;
 }
 
 } // namespace vellumo

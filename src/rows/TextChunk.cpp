@@ -75,7 +75,7 @@ TextChunk TextColumnBuilder::take()
     } else if (m_byteCount > 0) {
         std::memcpy(block, m_bytes.get(), m_byteCount);
     }
-    chunk.m_block.reset(block);
+    chunk.m_block = TextChunk::SharedBlock(block, TextChunk::Free()); // frees it when there is no memory for that
     if (!m_ends.empty())
         std::memcpy(block + TextChunk::endsOffset(m_byteCount), m_ends.data(), m_ends.size() * sizeof(std::uint32_t));
     chunk.m_notes = std::move(m_notes);

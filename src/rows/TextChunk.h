@@ -45,7 +45,7 @@ private:
 
 // The texts of one column for a run of rows, in one block of memory without pointers: the UTF-8 bytes of all texts
 // one after the other, padding to a multiple of 4, then one 32-bit end offset a row. An empty text stands for null.
-// Immutable; may be read by any number of threads.
+// Immutable; may be read by any number of threads. A copy costs next to nothing.
 class TextChunk {
 public:
     TextChunk() = default;
@@ -73,6 +73,7 @@ private:
         void operator()(char* block) const { std::free(block); }
     };
     using Block = std::unique_ptr<char[], Free>;
+    using SharedBlock = std::shared_ptr<const char>;
 
     static constexpr std::size_t endsOffset(std::size_t byteCount) { return (byteCount + 3) & ~std::size_t{3}; }
     static const std::uint32_t* endsOf(const char* block, std::size_t byteCount)
@@ -80,7 +81,7 @@ private:
         return reinterpret_cast<const std::uint32_t*>(block + endsOffset(byteCount));
     }
 
-    Block m_block;
+    SharedBlock m_block; // copies of a chunk have it in common
     std::uint32_t m_rowCount = 0;
     std::uint32_t m_byteCount = 0;
     std::unique_ptr<const RowNotes> m_notes;

@@ -2,6 +2,7 @@
 #include "samples/Damage.h"
 #include "samples/DatabaseWriter.h"
 #include "samples/OleObjects.h"
+#include "support/NewerFile.h"
 #include "support/ProgramRun.h"
 
 #include <gmock/gmock.h>
@@ -58,6 +59,30 @@ protected:
         s_written = samples::writeDatabase(shop, database());
         ASSERT_TRUE(s_written.ok()) << s_written.error;
         s_folder->write("broken.mdb", "not a database");
+        writeNewer();
+    }
+    // A newer file, and an encrypted one, with a lookup and all that can stand beside tables.
+    static void writeNewer()
+    {
+        samples::DatabaseDescription more{.password = "idle"};
+        more.tables = {{.name = "T",
+            .columns = {{.name = "Who",
+                .type = ColumnType::Long,
+                .properties = {{"DisplayControl", samples::PropertyType::Integer, 111},
+                    {"ColumnCount", samples::PropertyType::Integer, 2}, samples::textProperty("ColumnWidths", "0;1"),
+                    samples::textProperty("Caption", "Person"), samples::textProperty("RowSourceType", "Value List"),
+                    samples::memoProperty("RowSource", "1;Zoe;2;Ann")}}},
+            .rows = samples::rowsOf(std::vector<std::vector<samples::Value>>{{std::int64_t{1}}, {std::int64_t{2}}}),
+            .properties = {
+                samples::textProperty("Description", "People"), samples::textProperty("ValidationRule", ">0")}}};
+        more.otherEntries = {
+            {.name = "Q", .query = {{.attribute = 5, .name1 = "T"}, {.attribute = 6, .expression = "Who"}}},
+            {.name = "L", .type = 6, .connect = "Text;PWD=geheim", .foreignName = "x.txt"},
+            {.name = "F", .type = -32768}};
+        ASSERT_TRUE(samples::writeDatabase(more, s_folder->path("More.mdb")).ok());
+        const auto bytes = s_folder->read("More.mdb").value();
+        s_folder->write("Newer.accdb", test::newerFile(bytes));
+        s_folder->write("Locked.accdb", test::encryptedFile(bytes, "Sesam"));
     }
     static void TearDownTestSuite() { s_folder.reset(); }
 
@@ -242,6 +267,105 @@ TEST_F(Program, ShowsInformation)
       "rows": 2,
       "columns": 4
     },)"));
+}
+
+TEST_F(Program, OpensNewerAndEncryptedFilesOnDemand)
+{
+    const auto newer = s_folder->path("Newer.accdb");
+    const auto locked = s_folder->path("Locked.accdb");
+    const auto unknown = s_folder->path("Unknown.accdb");
+    auto bytes = s_folder->read("Newer.accdb").value();
+    bytes[0x14] = 7;
+    s_folder->write("Unknown.accdb", bytes);
+    s_folder->write("right", "Sesam\r\nnot this");
+    s_folder->write("empty", "\nSesam");
+    s_folder->write("not a text", "\xFF\xFE");
+    s_folder->write("long", std::string(5000, 'x'));
+    const auto passwordIn = [](const char* name) { return "--password-file=" + s_folder->path(name); };
+    const struct {
+        const char* name;
+        std::vector<std::string> arguments;
+        const char* inEnvironment;
+        int status;
+        const char* error;
+    } cases[] = {
+        {"newer", {newer}, nullptr, 1, "Access 2007 or newer. Give --newer-formats to open it all the same."},
+        {"newer, asked for", {newer, "--newer-formats"}, nullptr, 0, ""},
+        {"newer than known", {unknown, "--newer-formats"}, nullptr, 1, "it is of an unknown newer version. Access can"},
+        {"encrypted", {locked, "--newer-formats"}, nullptr, 1, "needs a password. Give it with --password-file, or"},
+        {"encrypted, not asked for", {locked, passwordIn("right")}, nullptr, 1, "Access 2007 or newer."},
+        {"password in a file", {locked, "--newer-formats", passwordIn("right")}, "wrong", 0, ""},
+        {"password in the environment", {locked, "--newer-formats"}, "Sesam", 0, ""},
+        {"empty in the environment", {locked, "--newer-formats"}, "", 1, "needs a password"},
+        {"wrong password", {locked, "--newer-formats"}, "sesam", 1, "the password is wrong. Capital"},
+        {"not UTF-8", {locked, "--newer-formats"}, "\xFF", 1, "The password is not valid UTF-8."},
+        {"no password in the file", {locked, "--newer-formats", passwordIn("empty")}, nullptr, 1, "is empty."},
+        {"another file", {locked, "--newer-formats", passwordIn("long")}, nullptr, 1, "too long a line"},
+        {"no text", {locked, "--newer-formats", passwordIn("not a text")}, nullptr, 1, "not valid UTF-8"},
+        {"no such file", {locked, "--newer-formats", passwordIn("none")}, nullptr, 1, "cannot be read: No such file"},
+        {"a folder", {locked, "--newer-formats", "--password-file=/"}, nullptr, 1, "cannot be read: Is a directory"},
+        {"nothing on standard input", {locked, "--newer-formats", "--password-file=-"}, nullptr, 1, "is empty."},
+    };
+    for (const auto& c : cases) {
+        auto arguments = c.arguments;
+        arguments.insert(arguments.begin(), "check");
+        const auto result = run(arguments, "", [&] {
+            if (c.inEnvironment != nullptr) ::setenv("VELLUMO_PASSWORD", c.inEnvironment, 1);
+        });
+        EXPECT_EQ(result.status, c.status) << c.name << result.err;
+        EXPECT_THAT(result.err, HasSubstr(c.error)) << c.name;
+        EXPECT_EQ(result.err.empty(), c.status == 0) << c.name;
+        EXPECT_EQ(result.out, c.status == 0 ? "No damage found.\n" : "") << c.name;
+    }
+}
+
+TEST_F(Program, ShowsEverythingElseInAFile)
+{
+    auto result = run({"info", s_folder->path("More.mdb")});
+    EXPECT_THAT(result.out, HasSubstr("Database password: Set; it protects nothing\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nQueries:\n    Q (Select Query)\n        SELECT Who\n        FROM T;\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nLinked Tables:\n    L (Text): x.txt, Text;PWD=***\n"));
+    EXPECT_THAT(result.out, HasSubstr("\nOther Objects:\n    F (Form) 2023-03-15T12:00:00\n"));
+    result = run({"info", s_folder->path("Newer.accdb"), "--newer-formats", "--json"});
+    EXPECT_THAT(result.out, HasSubstr("\"format\": \"ACE 12\",\n    \"formatVersion\": 2,"));
+    EXPECT_THAT(result.out, HasSubstr(R"(
+  "relations": [],
+  "queries": [
+    {
+      "name": "Q",
+      "type": "select",
+      "sql": "SELECT Who\nFROM T;"
+    }
+  ],
+  "links": [
+    {
+      "name": "L",
+      "kind": "Text",
+      "source": "x.txt",
+      "connect": "Text;PWD=***"
+    }
+  ],
+  "objects": [
+    {
+      "kind": "form",
+      "name": "F"
+    }
+  ],
+  "damage": [])"));
+    result = run({"info", s_folder->path("More.mdb"), "T"});
+    EXPECT_THAT(result.out, HasSubstr("columns: 1\nDescription: People\nValidation rule: >0\n"));
+    EXPECT_THAT(result.out, HasSubstr("    Type: Long Integer\n    Caption: Person\n    Row source: 1;Zoe;2;Ann\n"));
+}
+
+TEST_F(Program, LookupTextsTakeTheirValuesPlace)
+{
+    const auto file = s_folder->path("More.mdb");
+    EXPECT_EQ(run({"rows", file, "T", "--sort", "Who"}).out, "1\n2\n");
+    EXPECT_EQ(run({"rows", file, "T", "--lookup-texts", "--sort", "Who"}).out, "Ann\nZoe\n");
+    EXPECT_EQ(run({"rows", file, "T", "--lookup-texts", "--search", "zo"}).out, "Zoe\n");
+    const auto exported = run({"export", file, "--format", "csv", "--to", m_out.path(), "--lookup-texts"});
+    EXPECT_EQ(exported.status, 0) << exported.err;
+    EXPECT_EQ(m_out.read("T.csv"), "\"Who\"\n\"Zoe\"\n\"Ann\"\n");
 }
 
 TEST_F(Program, FollowsSymbolicLinksBeforeDots)

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "model/LookupTexts.h"
+
+#include "samples/DatabaseWriter.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace vellumo {
+namespace {
+
+using samples::ColumnType;
+using samples::Property;
+using samples::PropertyType;
+using samples::Value;
+
+Property number(std::string name, std::int32_t value) { return {std::move(name), PropertyType::Integer, value}; }
+
+// The properties of a lookup whose first of two columns is stored and hidden.
+std::vector<Property> lookup(std::string type, std::string source, std::string widths = "0;1440", int bound = 1)
+{
+    return {number("DisplayControl", 111), samples::textProperty("RowSourceType", std::move(type)),
+        samples::memoProperty("RowSource", std::move(source)), number("BoundColumn", bound), number("ColumnCount", 2),
+        samples::textProperty("ColumnWidths", std::move(widths))};
+}
+
+class LookupTextsTest : public testing::Test {
+protected:
+    // People 1 "Ann", "Lee" and 2 "Bo", without a last name; in "Uses" a column of this type with the properties, in
+    // four rows 1, null, 2 and 3; and a query.
+    void open(std::vector<Property> properties)
+    {
+        const std::int64_t stored[] = {1, 2, 3};
+        samples::DatabaseDescription database;
+        database.tables = {
+            {.name = "People",
+                .columns = {{.name = "ID", .type = ColumnType::Long}, {.name = "First"}, {.name = "Last Name"},
+                    {.name = "Picture", .type = ColumnType::Ole}},
+                .indexes = {{.name = "Key", .columns = {{"ID"}}, .primary = true}},
+                .rows = samples::rowsOf(std::vector<std::vector<Value>>{
+                    {stored[0], std::string("Ann"), std::string("Lee")}, {stored[1], std::string("Bo")}})},
+            {.name = "Uses",
+                .columns = {{.name = "Who", .type = ColumnType::Long, .properties = std::move(properties)},
+                    {.name = "N"}},
+                .indexes = {{.name = "ByWho", .columns = {{"N"}, {"Who"}}}, {.name = "ByN", .columns = {{"N"}}}},
+                .rows = samples::rowsOf(std::vector<std::vector<Value>>{{stored[0], std::string("a")},
+                    {Value(), std::string("b")}, {stored[1], std::string("c")}, {stored[2], std::string("d")}})}};
+        database.relations = {{.name = "R",
+            .table = "Uses",
+            .columns = {"Who"},
+            .referencedTable = "People",
+            .referencedColumns = {"ID"},
+            .enforced = false}};
+        database.otherEntries = {{.name = "Names",
+            .query = {{.attribute = 5, .name1 = "People"}, {.attribute = 6, .expression = "People.ID"},
+                {.attribute = 6, .expression = "[Last Name] & \", \" & First"},
+                {.attribute = 11, .expression = "First"}}}};
+        ASSERT_EQ(samples::writeDatabase(database, folder.path("a.mdb")).error, "");
+        file.close();
+        file.setFullPath(folder.path("a.mdb"));
+        ASSERT_TRUE(file.open());
+    }
+    // The four cells as they are shown; "-" for null, nothing when nothing is looked up.
+    std::string shown()
+    {
+        const auto copy = tableWithLookupTexts(*file.findTable("Uses"));
+        std::string text;
+        for (std::size_t row = 0; copy && row < 4; ++row) {
+            const auto cell = copy->rows().text(row, 0);
+            text += (row == 0 ? "" : "|") + (cell.empty() ? std::string("-") : std::string(cell));
+        }
+        return text;
+    }
+
+    test::TempFolder folder;
+    TAdmMDBFile file;
+};
+
+TEST_F(LookupTextsTest, AreFoundInListsTablesAndQueriesOfOneTable)
+{
+    using enum LookupState;
+    const char* both = "Lee, Ann|-|, Bo|3";
+    const struct {
+        const char* name;
+        std::vector<Property> properties;
+        LookupState state;
+        const char* shown;
+    } cases[] = {
+        {"no lookup", {number("DisplayControl", 109), samples::memoProperty("RowSource", "x")}, None, ""},
+        {"list", lookup("Value List", "1;One;\"2\";\"Two; \"\"2\"\"\";3"), Resolved, "One|-|Two; \"2\"|3"},
+        {"list, bound to its second column", lookup("Value List", "One;1;Two; 2 ;'It''s';3", "1440;0", 2), Resolved,
+            "One|-|Two|It's"},
+        {"shows what it stores", lookup("Value List", "1;2", ""), None, ""},
+        {"hides everything", lookup("Value List", "1;2", "0;0cm"), Unresolved, ""},
+        {"table", lookup("Table/Query", "[people]"), Resolved, "Ann|-|Bo|3"},
+        {"query", lookup("Table/Query", "Names"), Resolved, both},
+        {"all of a table", lookup("Table/Query", "select P.* from People as P order by x;"), Resolved, "Ann|-|Bo|3"},
+        {"terms",
+            lookup("Table/Query", "SELECT DISTINCTROW ID, [Last Name] & ', ' & [People].[First] AS Name FROM People"),
+            Resolved, both},
+        {"nothing to show stays as it is", lookup("Table/Query", "SELECT ID, [Last Name] FROM People;"), Resolved,
+            "Lee|-|2|3"},
+        {"too few columns", lookup("Table/Query", "SELECT ID FROM People;"), Unresolved, ""},
+        {"a condition", lookup("Table/Query", "SELECT ID, First FROM People WHERE ID > 1;"), Unresolved, ""},
+        {"a function", lookup("Table/Query", "SELECT ID, UCase(First) FROM People;"), Unresolved, ""},
+        {"two tables", lookup("Table/Query", "SELECT ID, First FROM People, Uses;"), Unresolved, ""},
+        {"another file", lookup("Table/Query", "SELECT ID, First FROM People IN 'x.mdb';"), Unresolved, ""},
+        {"an object", lookup("Table/Query", "SELECT ID, Picture FROM People;"), Unresolved, ""},
+        {"no such column", lookup("Table/Query", "SELECT ID, [First FROM People"), Unresolved, ""},
+        {"no such table", lookup("Table/Query", "Nobody"), Unresolved, ""},
+        {"names of fields", lookup("Field List", "People"), Unresolved, ""},
+    };
+    for (const auto& c : cases) {
+        open(c.properties);
+        EXPECT_EQ(lookupState(*file.findTable("Uses")->columns()[0]), c.state) << c.name;
+        EXPECT_EQ(shown(), c.shown) << c.name;
+    }
+}
+
+TEST_F(LookupTextsTest, ACopyOfAFileIsOneOfTextsWithoutTheirKeys)
+{
+    open(lookup("Table/Query", "Names"));
+    auto [copy, notes] = fileWithLookupTexts(file);
+    file.close();
+    std::string told;
+    for (const auto& note : notes)
+        told += lookupNoteText(note) + '\n';
+    EXPECT_EQ(told,
+        "Uses: the index ByWho is left out, because of its lookup texts.\n"
+        "Uses: the relation R is left out, because of its lookup texts.\n");
+    const auto* uses = copy->findTable("Uses");
+    EXPECT_EQ(uses->file(), copy.get());
+    EXPECT_EQ(uses->columns()[0]->type(), vellumo::ColumnType::Text);
+    EXPECT_EQ(uses->rows().text(0, 0), "Lee, Ann");
+    EXPECT_EQ(uses->rows().text(3, 1), "d");
+    ASSERT_EQ(uses->indices().size(), 1U);
+    EXPECT_TRUE(copy->allForeignKeys().empty());
+    EXPECT_TRUE(copy->findTable("People")->columns()[0]->isPrimaryKey());
+}
+
+} // namespace
+} // namespace vellumo
