@@ -27,9 +27,18 @@ void ChildWindow::showTable(TAdmMDBTable* table)
     m_tableToShow = table;
     m_title = table == nullptr ? std::string() : format("%@ @%@", {table->name(), table->file()->name()});
     m_port->setTitle(m_title);
-    m_dataView.updateDataTableToShowMDBTable(table);
+    auto& delegate = m_manager.delegate();
+    m_dataView.setCaptionsShown(delegate.toggles().isShown(ViewToggle::Captions));
+    m_dataView.updateDataTableToShowMDBTable(delegate.shownTable(table));
     m_dataView.displayTextViewContent({});
     updateJumpBarSelection();
+}
+
+void ChildWindow::showTableAnew()
+{
+    auto& delegate = m_manager.delegate();
+    m_dataView.setCaptionsShown(delegate.toggles().isShown(ViewToggle::Captions));
+    m_dataView.showInstead(delegate.shownTable(m_tableToShow));
 }
 
 void ChildWindow::refreshChildJumpBarMenu()
@@ -98,6 +107,12 @@ void ChildWindowManager::AllAlwaysOnTop(bool isOnTop)
 }
 
 void ChildWindowManager::orderDidChange(const DataView& by) { m_delegate.orderDidChange(by); }
+
+void ChildWindowManager::showTablesAnew()
+{
+    for (const auto& window : m_childWins)
+        window->showTableAnew();
+}
 
 void ChildWindowManager::refreshChildJumpBarMenus()
 {

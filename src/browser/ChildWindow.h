@@ -44,6 +44,8 @@ public:
 
     // Null: an empty grid and an empty title.
     void showTable(TAdmMDBTable* table);
+    // The same table, in the form and with the headers that are wanted now.
+    void showTableAnew();
     [[nodiscard]] TAdmMDBTable* tableToShow() const { return m_tableToShow; }
     // "Orders @Sales"; "" without a table.
     [[nodiscard]] const std::string& title() const { return m_title; }
@@ -95,6 +97,8 @@ public:
     void refreshChildJumpBarMenus();
     // A click in this view has changed the order of its table: every other window that shows it follows.
     void orderDidChange(const DataView& by);
+    void showTablesAnew();
+    [[nodiscard]] VellumoAppDelegate& delegate() { return m_delegate; }
 
 private:
     VellumoAppDelegate& m_delegate;

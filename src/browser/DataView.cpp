@@ -15,9 +15,18 @@ namespace vellumo {
 
 namespace {
 
-GridColumn gridColumn(const TAdmMDBColumn& column)
+std::string captionOf(const TAdmMDBColumn& column)
 {
-    return {column.name(), column.isPrimaryKey(), column.isOLE(), column.textAlignForCell(), column.sortOrder()};
+    for (const auto& [property, value] : column.properties())
+        if (property == "Caption")
+            if (auto caption = jet::propertyText(value); !caption.empty()) return caption;
+    return column.name();
+}
+
+GridColumn gridColumn(const TAdmMDBColumn& column, bool isCaptionShown)
+{
+    return {column.name(), isCaptionShown ? captionOf(column) : column.name(), column.isPrimaryKey(), column.isOLE(),
+        column.textAlignForCell(), column.sortOrder()};
 }
 
 int nextDirection(int direction)
@@ -48,12 +57,23 @@ void DataView::updateDataTableToShowMDBTable(const TAdmMDBTable* table)
     m_columns.clear();
     if (table != nullptr)
         for (const auto& column : table->columns())
-            m_columns.push_back(gridColumn(*column));
+            m_columns.push_back(gridColumn(*column, m_areCaptionsShown));
     m_displayOrder.resize(m_columns.size());
     std::iota(m_displayOrder.begin(), m_displayOrder.end(), std::size_t{0});
     m_selectedRows.clipTo(numberOfRows());
     m_port.gridColumnsDidChange();
     m_port.selectedRowsDidChange();
+}
+
+void DataView::showInstead(const TAdmMDBTable* table)
+{
+    const auto selected = m_selectedRows.first();
+    const auto record = selected ? std::optional(recordAt(*selected)) : std::nullopt;
+    updateDataTableToShowMDBTable(table);
+    reloadData();
+    const auto position = record ? positionOfRecord(*record) : std::nullopt;
+    selectRows(position ? RowSelection::ofRow(*position) : RowSelection());
+    displayTextViewContent({});
 }
 
 void DataView::reloadData()

@@ -49,7 +49,8 @@ struct GridColumn {
     static constexpr const char* keyImageName = "OV_Key";
     static constexpr int keyBaselineOffset = 4;
 
-    std::string identifier; // the column's name, which is also the header's title
+    std::string identifier; // the column's name
+    std::string title;      // of the header: the name, or the caption where captions are shown
     bool hasKeyImage = false;
     bool isImageAndText = false; // cells draw a file-type icon in front of the text
     TextAlignment alignment = TextAlignment::Natural;
@@ -95,6 +96,10 @@ public:
     // Shows a table, or nothing. The rows selected stay selected when it is the table shown already.
     void updateDataTableToShowMDBTable(const TAdmMDBTable* table);
     [[nodiscard]] const TAdmMDBTable* table() const { return m_rows.table(); }
+    // The same with the record selected first selected again: another form of the table shown.
+    void showInstead(const TAdmMDBTable* table);
+    // Takes effect with the next table.
+    void setCaptionsShown(bool isShown) { m_areCaptionsShown = isShown; }
     // The search takes effect with the reload.
     void setSearch(SearchSettings settings) { m_rows.setSearch(std::move(settings)); }
     // Brings the row list up to date. Selected records that the search hides are dropped, and when it hides the one
@@ -185,6 +190,7 @@ private:
     std::optional<std::size_t> m_currentColumn; // of the table shown
     std::optional<std::size_t> m_recordShown;   // the one that the detail pane shows a cell of
     DetailContent m_detail;
+    bool m_areCaptionsShown = false;
     bool m_isTextViewShown;
 };
 

@@ -24,15 +24,15 @@ struct FileOpener::Reading {
     std::atomic<std::uint64_t> rowsExpected = 0;
     FileOpener* opener; // main thread only; null when it has gone
 
-    static void run(const std::shared_ptr<Reading>& self, Salvage salvage, MainThread& mainThread);
+    static void run(const std::shared_ptr<Reading>& self, OpenOptions options, MainThread& mainThread);
     static void postProgress(const std::shared_ptr<Reading>& self, MainThread& mainThread);
 };
 
 // On the worker.
-void FileOpener::Reading::run(const std::shared_ptr<Reading>& self, Salvage salvage, MainThread& mainThread)
+void FileOpener::Reading::run(const std::shared_ptr<Reading>& self, OpenOptions options, MainThread& mainThread)
 {
     auto nextTime = std::chrono::steady_clock::now();
-    const auto observer = [&](std::uint64_t rowsDone, std::uint64_t rowsExpected) {
+    options.observer = [&](std::uint64_t rowsDone, std::uint64_t rowsExpected) {
         self->rowsDone = rowsDone;
         self->rowsExpected = rowsExpected;
         if (const auto now = std::chrono::steady_clock::now(); now >= nextTime) {
@@ -42,7 +42,7 @@ void FileOpener::Reading::run(const std::shared_ptr<Reading>& self, Salvage salv
         return !self->isStopped;
     };
     // Whether it is open is seen by its content.
-    static_cast<void>(self->content.open({.observer = observer, .salvage = salvage}));
+    static_cast<void>(self->content.open(options));
     mainThread.post([self] {
         if (self->opener != nullptr) self->opener->finish();
     });
@@ -81,13 +81,13 @@ void FileOpener::runSteps()
     }
 }
 
-void FileOpener::open(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage, Done done)
+void FileOpener::open(const std::shared_ptr<TAdmMDBFile>& file, OpenOptions options, Done done)
 {
     if (file->active()) return done(OpenResult::Opened);
     m_reading = std::make_shared<Reading>();
     m_reading->content.setFullPath(file->fullPath());
     m_reading->opener = this;
-    if (!startWorker(salvage)) {
+    if (!startWorker(std::move(options))) {
         m_reading.reset();
         return done(OpenResult::Failed);
     }
@@ -97,11 +97,12 @@ void FileOpener::open(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage,
 }
 
 // False when there are too many threads already.
-bool FileOpener::startWorker(Salvage salvage)
+bool FileOpener::startWorker(OpenOptions options)
 {
     try {
-        m_worker = std::thread(
-            [reading = m_reading, salvage, &mainThread = m_mainThread] { Reading::run(reading, salvage, mainThread); });
+        m_worker = std::thread([reading = m_reading, options = std::move(options), &mainThread = m_mainThread] {
+            Reading::run(reading, options, mainThread);
+        });
     } catch (const std::system_error&) {
         return false;
     }

@@ -36,10 +36,11 @@ public:
     // Runs `step` when all steps before it have run and no file is being opened: at once, or later. Not at all after
     // stopForGood.
     void enqueue(std::function<void()> step);
-    // Begins to open a file, or is done at once with one that is open already. Only from a step, which does nothing
+    // Begins to open a file as the options say, whose observer is not used, or is done at once with one that is open
+    // already. Only from a step, which does nothing
     // after it. `done` is called once, when the file has taken its content or stays closed; not when the opener goes.
     // Stopped: by the user, so there is nothing to complain about.
-    void open(const std::shared_ptr<TAdmMDBFile>& file, Salvage salvage, Done done);
+    void open(const std::shared_ptr<TAdmMDBFile>& file, OpenOptions options, Done done);
 
     // Gives up the file that is being opened, if any: it counts as stopped even if it was read to its end meanwhile.
     void stop();
@@ -54,7 +55,7 @@ public:
 private:
     struct Reading;
 
-    [[nodiscard]] bool startWorker(Salvage salvage);
+    [[nodiscard]] bool startWorker(OpenOptions options);
     void finish();
     void runSteps();
 

@@ -37,6 +37,14 @@ bool Files::canUse(FileCommand command, const TAdmMDBFile* target) const
 
 // Opening
 
+OpenOptions Files::optionsFor(const TAdmMDBFile& file, const Once& once) const
+{
+    auto options = m_hooks.optionsFor(file);
+    options.salvage = once.salvage;
+    options.password = once.password;
+    return options;
+}
+
 TAdmMDBFile& Files::replace(std::string_view path)
 {
     if (auto* listed = m_list.findByFolderAndName(path)) drop(*listed);
@@ -50,16 +58,16 @@ void Files::bringIn(const std::string& path, std::function<void()> begun, Done d
     m_opener.enqueue([this, path = std::move(regular), begun = std::move(begun), done = std::move(done)] {
         const auto file = m_list.share(replace(path));
         begun();
-        m_opener.open(file, Salvage::None, [file, done](OpenResult result) { done(*file, result); });
+        m_opener.open(file, optionsFor(*file, {}), [file, done](OpenResult result) { done(*file, result); });
     });
 }
 
-void Files::open(TAdmMDBFile& file, Done done)
+void Files::open(TAdmMDBFile& file, Once once, Done done)
 {
-    m_opener.enqueue([this, shared = m_list.share(file), done = std::move(done)] {
+    m_opener.enqueue([this, shared = m_list.share(file), once = std::move(once), done = std::move(done)] {
         const auto tell = [shared, done](OpenResult result) { done(*shared, result); };
         if (m_list.contains(shared.get()))
-            m_opener.open(shared, Salvage::None, tell);
+            m_opener.open(shared, optionsFor(*shared, once), tell);
         else
             tell(OpenResult::Stopped);
     });
@@ -73,7 +81,8 @@ void Files::openAgain(const ItemId& id, Salvage salvage, std::function<void(TAdm
         const auto file = m_list.share(*listed);
         close(*file);
         begun(*file);
-        m_opener.open(file, salvage, [file, done](OpenResult result) { done(*file, result); });
+        m_opener.open(
+            file, optionsFor(*file, {.salvage = salvage}), [file, done](OpenResult result) { done(*file, result); });
     });
 }
 

@@ -23,8 +23,15 @@ public:
         std::function<void(TAdmMDBFile&)> willClose;
         // Whether an export reads from the file.
         std::function<bool(const TAdmMDBFile&)> isExporting;
+        // How a file is to be opened, as far as that is settled.
+        std::function<OpenOptions(const TAdmMDBFile&)> optionsFor;
     };
     using Done = std::function<void(TAdmMDBFile&, OpenResult)>;
+    // What is asked for one time only.
+    struct Once {
+        Salvage salvage = Salvage::None;
+        std::optional<std::string> password{};
+    };
 
     // Both outlive the files.
     Files(MainWindowView& view, const DesktopPorts& desktop, Hooks hooks);
@@ -46,7 +53,8 @@ public:
     // made regular: the recent documents and the list are compared by it.
     void bringIn(const std::string& path, std::function<void()> begun, Done done);
     // Opens a closed file of the list, when its turn has come. Stopped: also when it has left the list before.
-    void open(TAdmMDBFile& file, Done done);
+    void open(TAdmMDBFile& file, Done done) { open(file, {}, std::move(done)); }
+    void open(TAdmMDBFile& file, Once once, Done done);
     // Closes an open file and opens it anew, when its turn has come and if there still is what to do: `begun` is told
     // in between, while it is closed.
     void openAgain(const ItemId& id, Salvage salvage, std::function<void(TAdmMDBFile&)> begun, Done done);
@@ -63,6 +71,7 @@ public:
     void reconcile(const std::vector<std::string>& documents);
 
 private:
+    [[nodiscard]] OpenOptions optionsFor(const TAdmMDBFile& file, const Once& once) const;
     void vanish(TAdmMDBFile& file);
 
     MainWindowView& m_view;

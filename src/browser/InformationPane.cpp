@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "browser/InformationPane.h"
 
+#include "text/Format.h"
 #include "text/Messages.h"
+
+#include <algorithm>
 
 namespace vellumo {
 
@@ -15,12 +18,14 @@ struct TypeKeys {
 };
 
 // "forigen" is how the text is known to the message table.
-constexpr std::array<TypeKeys, 5> typeKeys = {{
+constexpr std::array<TypeKeys, 6> typeKeys = {{
     {"InfoView_File", messageKey("File"), messageKey("File Information"), messageKey("No files selected")},
     {"InfoView_Table", messageKey("Table"), messageKey("Table Information"), nullptr},
     {"InfoView_Column", messageKey("Column"), messageKey("Column Information"), messageKey("No columns")},
     {"InfoView_Index", messageKey("Index"), messageKey("Index Information"), messageKey("No indices")},
     {"InfoView_Relation", messageKey("Relation"), messageKey("Relation Information"), messageKey("No forigen keys")},
+    {"InfoView_Contents", messageKey("Contents"), messageKey("File Contents"),
+        messageKey("No queries, linked tables or other objects")},
 }};
 
 InformationPane::Entry entryOf(const TAdmMDBObject& object)
@@ -40,6 +45,43 @@ template <typename List> std::vector<InformationPane::Entry> entriesOf(const Lis
     return entries;
 }
 
+void add(InformationPane::Entry& entry, const char* label, const std::string& value)
+{
+    if (!value.empty()) entry.properties.push_back({localized(label), value});
+}
+
+InformationPane::Entry entryOf(const SavedQuery& query)
+{
+    InformationPane::Entry entry{query.name, {}, query.sql};
+    add(entry, messageKey("Name"), query.name);
+    add(entry, messageKey("Type"), queryKindText(query.kind));
+    return entry;
+}
+
+InformationPane::Entry entryOf(const LinkedTable& link)
+{
+    InformationPane::Entry entry{link.name, {}};
+    add(entry, messageKey("Name"), link.name);
+    add(entry, messageKey("Type"), localizedFormat("Linked Table (%@)", {link.kind}));
+    add(entry, messageKey("Source table"), link.source);
+    add(entry, messageKey("Connection"), link.connect);
+    return entry;
+}
+
+InformationPane::Entry entryOf(const ProgramObject& object)
+{
+    const auto day = [](std::string date) {
+        std::ranges::replace(date, 'T', ' ');
+        return date;
+    };
+    InformationPane::Entry entry{object.name, {}};
+    add(entry, messageKey("Name"), object.name);
+    add(entry, messageKey("Type"), objectKindText(object.kind));
+    add(entry, messageKey("Created"), day(object.created));
+    add(entry, messageKey("Modified"), day(object.modified));
+    return entry;
+}
+
 } // namespace
 
 InformationTypeDescription describe(InformationType type)
@@ -49,7 +91,11 @@ InformationTypeDescription describe(InformationType type)
         keys.emptyText == nullptr ? std::string() : localized(keys.emptyText)};
 }
 
-bool InformationPane::isTypeShown(Type type) const { return (type != Type::File) == m_isTableShown; }
+bool InformationPane::isTypeShown(Type type) const
+{
+    if (type == Type::Contents) return !m_isTableShown && !content(type).entries.empty();
+    return (type != Type::File) == m_isTableShown;
+}
 
 void InformationPane::showFileType()
 {
@@ -60,7 +106,7 @@ void InformationPane::showFileType()
 void InformationPane::showTableTypes()
 {
     m_isTableShown = true;
-    if (m_selectedType == Type::File) m_selectedType = Type::Table;
+    if (m_selectedType == Type::File || m_selectedType == Type::Contents) m_selectedType = Type::Table;
 }
 
 void InformationPane::selectType(Type type)
@@ -72,6 +118,22 @@ void InformationPane::refreshFileInfo(const TAdmMDBFile* file)
 {
     content(Type::File) = {};
     if (file != nullptr) content(Type::File).entries.push_back(entryOf(*file));
+}
+
+void InformationPane::refreshContentsInfo(const TAdmMDBFile* file)
+{
+    auto& entries = content(Type::Contents).entries;
+    content(Type::Contents) = {};
+    const auto addAll = [&](const auto& list) {
+        for (const auto& item : list)
+            entries.push_back(entryOf(item));
+    };
+    if (file != nullptr) {
+        addAll(file->contents().queries);
+        addAll(file->contents().links);
+        addAll(file->contents().objects);
+    }
+    if (entries.empty() && m_selectedType == Type::Contents) m_selectedType = Type::File;
 }
 
 void InformationPane::refreshTableInfo(const TAdmMDBTable* table)
@@ -101,6 +163,12 @@ void InformationPane::refreshRelationInfo(const TAdmMDBTable* table)
 void InformationPane::selectEntry(Type type, std::size_t index)
 {
     if (index < content(type).entries.size()) content(type).selected = index;
+}
+
+const InformationPane::Entry* InformationPane::selectedEntryOf(Type type) const
+{
+    const auto& [entries, selected] = content(type);
+    return entries.empty() ? nullptr : &entries[selected];
 }
 
 const std::vector<PropertyRow>& InformationPane::properties(Type type) const

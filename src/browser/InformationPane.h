@@ -11,7 +11,7 @@
 namespace vellumo {
 
 // The kinds of information; the number is that of the tab and of the button in the top bar.
-enum class InformationType { File = 0, Table = 1, Column = 2, Index = 3, Relation = 4 };
+enum class InformationType { File = 0, Table = 1, Column = 2, Index = 3, Relation = 4, Contents = 5 };
 
 // How a kind of information presents itself; the texts are localised.
 struct InformationTypeDescription {
@@ -34,18 +34,20 @@ struct PropertyRow {
 class InformationPane {
 public:
     using Type = InformationType;
-    static constexpr std::array allTypes = {Type::File, Type::Table, Type::Column, Type::Index, Type::Relation};
+    static constexpr std::array allTypes = {
+        Type::File, Type::Table, Type::Column, Type::Index, Type::Relation, Type::Contents};
 
     // One property list with the name of the object it describes.
     struct Entry {
         std::string name;
         std::vector<PropertyRow> properties;
+        std::string text{}; // to be read and copied as a whole: a query's SQL; "" for what has none
     };
 
     // The top bar. The tab shown is that of the selected type.
     [[nodiscard]] bool isTypeShown(Type type) const;
     [[nodiscard]] Type selectedType() const { return m_selectedType; }
-    // A file or nothing is selected: the file button alone, selected.
+    // A file or nothing is selected: the file button, selected; and that of the contents of a file that has any.
     void showFileType();
     // A table is selected: the other buttons; the one selected before stays selected.
     void showTableTypes();
@@ -54,6 +56,7 @@ public:
 
     // Each takes its texts anew; null for nothing to tell about.
     void refreshFileInfo(const TAdmMDBFile* file);
+    void refreshContentsInfo(const TAdmMDBFile* file);
     void refreshTableInfo(const TAdmMDBTable* table);
     void refreshColumnInfo(const TAdmMDBTable* table);
     void refreshIndexInfo(const TAdmMDBTable* table);
@@ -66,6 +69,8 @@ public:
     [[nodiscard]] std::size_t selectedEntry(Type type) const { return content(type).selected; }
     // Out of range: nothing changes.
     void selectEntry(Type type, std::size_t index);
+    // Null without entries.
+    [[nodiscard]] const Entry* selectedEntryOf(Type type) const;
     // The property list in display order: that of the selected entry.
     [[nodiscard]] const std::vector<PropertyRow>& properties(Type type) const;
 

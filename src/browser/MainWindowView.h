@@ -15,6 +15,7 @@ namespace vellumo {
 class ChildWindow;
 class DamageDetails;
 class ExportWizard;
+struct PasswordQuestion;
 
 enum class InformationChange {
     Bar,     // which buttons are shown, and which one is selected
@@ -29,6 +30,7 @@ enum class WindowPart {
     Navigation, // whether Back and Next can be used, in toolbar and menu
     JumpBar,    // its items or its selection; so often that its menus are better made when they are about to open
     SearchMenu,
+    Settings, // what is settled for all files, or for the selected one
 };
 
 // The main window as the controller sees it. Each call says what changed; what it changed to is asked of the
@@ -72,6 +74,9 @@ public:
     virtual void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) = 0;
     // Asks what to look for; it ends with VellumoAppDelegate::salvageSheetDidEnd, unless it is cancelled.
     virtual void beginSalvageSheet() = 0;
+
+    // Asks for a password; it ends with VellumoAppDelegate::passwordSheetDidEnd at any rate.
+    virtual void beginPasswordSheet(const PasswordQuestion& question) = 0;
 
     // The export dialog as a sheet; it ends with VellumoAppDelegate::exportSheetDidEnd.
     virtual void beginExportSheet(const std::shared_ptr<ExportWizard>& wizard) = 0;

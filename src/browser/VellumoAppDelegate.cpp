@@ -13,13 +13,16 @@ VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const Desktop
     , m_desktop(desktop)
     , m_files(mainWindow, desktop,
           {[this](TAdmMDBFile& file) { letGoOf(file); },
-              [this](const TAdmMDBFile& file) { return m_exports.isExporting(file); }})
+              [this](const TAdmMDBFile& file) { return m_exports.isExporting(file); },
+              [this](const TAdmMDBFile& file) { return m_openChoices.optionsFor(file); }})
     , m_selection(m_files.list())
     , m_tree(m_files.list())
     , m_dataView(mainWindow.dataView(), desktop, m_toggles.isShown(ViewToggle::TextView))
     , m_navigation(m_files.list())
     , m_exports(mainWindow, desktop)
+    , m_openQuestions(mainWindow, desktop, m_openChoices)
 {
+    m_openQuestions.setChoiceListener([this] { m_view.partDidChange(WindowPart::Settings); });
     m_dataView.setSelectionListener([this] { updateStatusBarForRecordSelection(); });
     m_dataView.setOrderListener([this] { orderDidChange(m_dataView); });
 }
@@ -27,11 +30,13 @@ VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const Desktop
 void VellumoAppDelegate::applicationDidFinishLaunching()
 {
     m_toggles.readFrom(m_desktop.defaults);
+    m_openChoices.readFrom(m_desktop.defaults);
     for (const auto toggle : ViewToggles::all)
         applyToggle(toggle);
     showFileInformation();
     m_view.partDidChange(WindowPart::Navigation);
     m_view.partDidChange(WindowPart::SearchMenu);
+    m_view.partDidChange(WindowPart::Settings);
     refreshRecentFiles(); // with nothing selected it tells the number of files
 }
 
@@ -40,6 +45,7 @@ void VellumoAppDelegate::applicationWillTerminate() { storeSettings(); }
 void VellumoAppDelegate::storeSettings()
 {
     m_toggles.writeTo(m_desktop.defaults);
+    m_openChoices.writeTo(m_desktop.defaults);
     if (!m_desktop.defaults.synchronize()) m_desktop.systemLog.log("The settings could not be stored.");
 }
 
@@ -99,6 +105,9 @@ void VellumoAppDelegate::refreshFileInfo()
 {
     m_information.refreshFileInfo(selectedFile());
     m_view.informationDidChange(InformationChange::Lists, InformationType::File);
+    m_information.refreshContentsInfo(selectedFile());
+    m_view.informationDidChange(InformationChange::Lists, InformationType::Contents);
+    m_view.informationDidChange(InformationChange::Bar, {}); // whether there are contents
 }
 
 void VellumoAppDelegate::refreshTableInfo()
@@ -127,7 +136,7 @@ void VellumoAppDelegate::refreshRelationInfo()
 
 void VellumoAppDelegate::showInGrid(const TAdmMDBTable* table)
 {
-    m_dataView.updateDataTableToShowMDBTable(table);
+    m_dataView.updateDataTableToShowMDBTable(shownTable(table));
     m_dataView.displayTextViewContent({});
 }
 
@@ -189,11 +198,13 @@ void VellumoAppDelegate::toggle(ViewToggle toggle)
     m_toggles.flip(toggle);
     applyToggle(toggle);
     if (toggle == ViewToggle::NumRows) reloadTree();
+    if (toggle == ViewToggle::LookupTexts || toggle == ViewToggle::Captions) showGridsAnew();
 }
 
 void VellumoAppDelegate::applyToggle(ViewToggle toggle)
 {
     if (toggle == ViewToggle::TextView) m_dataView.ShowHideBottomTextView(m_toggles.isShown(toggle));
+    if (toggle == ViewToggle::Captions) m_dataView.setCaptionsShown(m_toggles.isShown(toggle));
     if (toggle == ViewToggle::JumpBar) m_dataView.ShowHideJumpBar(m_toggles.isShown(toggle));
     m_view.viewToggleDidChange(toggle);
 }
@@ -342,15 +353,7 @@ void VellumoAppDelegate::Export(int tag)
 void VellumoAppDelegate::exportItem(const TreeItem& item, int exportType)
 {
     if (item.file->active()) return m_exports.begin(m_files.list().share(*item.file), item.table, exportType);
-    m_isExportWaiting = true;
-    m_files.open(*item.file, [this, exportType](TAdmMDBFile& file, OpenResult result) {
-        m_isExportWaiting = false;
-        if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
-        if (result != OpenResult::Opened) return;
-        reloadTree();
-        refreshJumpBarMenu();
-        m_exports.begin(m_files.list().share(file), nullptr, exportType);
-    });
+    openForExport(*item.file, exportType);
 }
 
 void VellumoAppDelegate::exportSheetDidEnd(int returnCode)

@@ -7,8 +7,10 @@
 #include "browser/ExportLauncher.h"
 #include "browser/Files.h"
 #include "browser/InformationPane.h"
+#include "browser/LookupTables.h"
 #include "browser/MainWindowView.h"
 #include "browser/Navigation.h"
+#include "browser/OpenQuestions.h"
 #include "browser/RecordSearch.h"
 #include "browser/Selection.h"
 #include "browser/TreeDataSource.h"
@@ -86,6 +88,16 @@ public:
     void ShowDamage();
     void LookForLostRows();
     void salvageSheetDidEnd(Salvage salvage);
+    // Whether files of Access 2007 to 2019 are opened without a question.
+    [[nodiscard]] bool opensNewerFiles() const { return m_openChoices.opensNewerFiles(); }
+    void SetOpensNewerFiles(bool opens);
+    // An answer to MainWindowView::beginPasswordSheet; nullopt: the user does not want to.
+    void passwordSheetDidEnd(std::optional<std::string> password);
+    // The encoding of the texts of the selected file, which is opened again for another one. Only for a file of
+    // Access 97; nullopt: as the file states.
+    [[nodiscard]] bool canSetTextEncoding() const;
+    [[nodiscard]] std::optional<int> textEncoding() const;
+    void SetTextEncoding(std::optional<int> codePage);
     // What the bar above the grid tells of the selected file; "" for no bar.
     [[nodiscard]] std::string damageBarText() const;
     [[nodiscard]] bool isPlaceholderShown() const { return m_isPlaceholderShown; }
@@ -112,6 +124,8 @@ public:
     void InformationTypeChange(InformationType type);
     // A row of the name list of columns, indexes or relations was selected.
     void informationEntryDidChange(InformationType type, std::size_t index);
+    // The SQL of the query that is selected in the contents.
+    void CopyContentsText();
     // Rows are selected, headers clicked and so on at the data view itself.
     [[nodiscard]] DataView& dataView() { return m_dataView; }
     [[nodiscard]] const std::string& statusText() const { return m_statusText; }
@@ -127,6 +141,10 @@ public:
     void ToggleTextView() { toggle(ViewToggle::TextView); }
     void ToggleJumpBar() { toggle(ViewToggle::JumpBar); }
     void ToggleNumRows() { toggle(ViewToggle::NumRows); }
+    void ToggleLookupTexts() { toggle(ViewToggle::LookupTexts); }
+    void ToggleCaptions() { toggle(ViewToggle::Captions); }
+    // What a grid shows of the table.
+    [[nodiscard]] const TAdmMDBTable* shownTable(const TAdmMDBTable* table);
 
     // --- Search ---
     void controlTextDidChange(SearchField field, std::string text);
@@ -183,8 +201,12 @@ private:
     void showNewEntry();
     void didBringIn(TAdmMDBFile& file, OpenResult result);
     void didOpenSelectedFile(TAdmMDBFile& file, OpenResult result);
-    void didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result);
-    void showOpenFailure(const TAdmMDBFile& file, Alert::Style style);
+    void didOpenAgain(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result);
+    void openDidFail(TAdmMDBFile& file, Alert::Style style, Files::Once once, Files::Done done);
+    void openForExport(TAdmMDBFile& file, int exportType);
+    void didOpenForExport(TAdmMDBFile& file, OpenResult result, int exportType);
+    void openAgain(const ItemId& id, Salvage salvage);
+    void showGridsAnew();
     [[nodiscard]] bool isSelectedFileOpen() const { return selectedFile() != nullptr && selectedFile()->active(); }
     void letGoOf(TAdmMDBFile& file);
     void restoreTreeSelection();
@@ -222,11 +244,14 @@ private:
     Files m_files;
     Selection m_selection;
     TreeDataSource m_tree;
-    ViewToggles m_toggles; // before the data view, which asks it
+    ViewToggles m_toggles;       // before the data view, which asks it
+    LookupTables m_lookupTables; // before the data view, which shows them
     DataView m_dataView;
     InformationPane m_information;
     Navigation m_navigation;
     ExportLauncher m_exports;
+    OpenChoices m_openChoices;
+    OpenQuestions m_openQuestions;
     std::unique_ptr<ChildWindowManager> m_childWinManager;
 
     ItemId m_salvageItem;           // what was selected when the sheet began

@@ -87,18 +87,14 @@ void VellumoAppDelegate::didBringIn(TAdmMDBFile& file, OpenResult result)
         // What is seen beside the alert agrees with the empty grid.
         deselectAll();
         updateStatusBarForNoSelection();
-        return showOpenFailure(file, Alert::Style::Modal);
+        return openDidFail(
+            file, Alert::Style::Modal, {}, [this](TAdmMDBFile& again, OpenResult next) { didBringIn(again, next); });
     }
     m_desktop.recentDocuments.note(file.fullPath());
     reloadTree();
     m_view.setTreeItemExpanded(file, true);
     selectWhereShown(TreeItem::of(file));
     m_view.scrollToTreeSelection();
-}
-
-void VellumoAppDelegate::showOpenFailure(const TAdmMDBFile& file, Alert::Style style)
-{
-    m_desktop.alerts.show(openFailureAlert(file, style));
 }
 
 // Commands on a file of the list
@@ -132,7 +128,9 @@ void VellumoAppDelegate::OpenSelectedFile(Sender sender)
 
 void VellumoAppDelegate::didOpenSelectedFile(TAdmMDBFile& file, OpenResult result)
 {
-    if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
+    if (result == OpenResult::Failed)
+        openDidFail(file, Alert::Style::Sheet, {},
+            [this](TAdmMDBFile& again, OpenResult next) { didOpenSelectedFile(again, next); });
     if (result != OpenResult::Opened) return;
     m_desktop.recentDocuments.note(file.fullPath());
     refreshRecentFiles();
@@ -168,6 +166,7 @@ void VellumoAppDelegate::letGoOf(TAdmMDBFile& file)
     m_selection.fileWillClose(file);
     const auto* shown = m_dataView.table();
     if (selectedFile() == nullptr || (shown != nullptr && shown->file() == &file)) showInGrid(nullptr);
+    m_lookupTables.forget(file);
 }
 
 void VellumoAppDelegate::closeFile(TAdmMDBFile& file) { m_files.close(file); }
@@ -233,33 +232,7 @@ void VellumoAppDelegate::LookForLostRows()
     m_view.beginSalvageSheet();
 }
 
-// While it is opened again the window shows the closed file.
-void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage)
-{
-    const auto begun = [this](TAdmMDBFile& file) {
-        reloadTree();
-        refreshJumpBarMenu();
-        if (selectedFile() == &file) selectWhereShown(TreeItem::of(file));
-    };
-    m_files.openAgain(
-        m_salvageItem, salvage, begun, [this, salvage, id = m_salvageItem](TAdmMDBFile& file, OpenResult result) {
-            didSalvage(file, salvage, id, result);
-        });
-}
-
-// Comes back to the table unless something else has been selected meanwhile.
-void VellumoAppDelegate::didSalvage(TAdmMDBFile& file, Salvage salvage, const ItemId& id, OpenResult result)
-{
-    reloadTree();
-    if (file.active()) m_view.setTreeItemExpanded(file, true);
-    if (selectedFile() == &file) {
-        selectWhereShown(m_files.list().find(id));
-        m_view.scrollToTreeSelection();
-    }
-    refreshJumpBarMenu();
-    if (result == OpenResult::Failed) showOpenFailure(file, Alert::Style::Sheet);
-    if (result == OpenResult::Opened) m_desktop.alerts.show(salvageResult(file, salvage));
-}
+void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage) { openAgain(m_salvageItem, salvage); }
 
 // The recent documents
 

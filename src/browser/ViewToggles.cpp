@@ -14,12 +14,14 @@ struct Description {
     const char* titleWhileHidden;
 };
 
-constexpr std::array<Description, 5> descriptions = {{
+constexpr std::array<Description, 7> descriptions = {{
     {"fileTreeShown", true, messageKey("Hide File List"), messageKey("Show File List")},
     {"informationViewShown", true, messageKey("Hide Information View"), messageKey("Show Information View")},
     {"textViewShown", false, messageKey("Hide Text View"), messageKey("Show Text View")},
     {"jumpBarShown", false, messageKey("Hide Jump Bar"), messageKey("Show Jump Bar")},
     {"numRowsShown", true, messageKey("Hide Row Count in File List"), messageKey("Show Row Count in File List")},
+    {"lookupTextsShown", false, messageKey("Hide Lookup Texts"), messageKey("Show Lookup Texts")},
+    {"captionsShown", false, messageKey("Hide Captions in Headers"), messageKey("Show Captions in Headers")},
 }};
 
 } // namespace

@@ -8,14 +8,14 @@
 
 namespace vellumo {
 
-// The parts of the main window that the user shows or hides.
-enum class ViewToggle { FileTree, InformationView, TextView, JumpBar, NumRows };
+// What of the main window and its tables the user shows or hides.
+enum class ViewToggle { FileTree, InformationView, TextView, JumpBar, NumRows, LookupTexts, Captions };
 
 // Which of them are shown; kept in the user's defaults between runs.
 class ViewToggles {
 public:
     static constexpr std::array all = {ViewToggle::FileTree, ViewToggle::InformationView, ViewToggle::TextView,
-        ViewToggle::JumpBar, ViewToggle::NumRows};
+        ViewToggle::JumpBar, ViewToggle::NumRows, ViewToggle::LookupTexts, ViewToggle::Captions};
 
     // Before the first read all have their initial state: file list, information view and row counts shown, the rest
     // hidden.
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] std::string menuTitle(ViewToggle toggle) const;
 
 private:
-    std::array<bool, 5> m_isShown;
+    std::array<bool, all.size()> m_isShown;
 };
 
 } // namespace vellumo

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace vellumo {
 
@@ -18,11 +20,15 @@ struct Alert {
     bool operator==(const Alert&) const = default;
 };
 
-// Messages with one button. Main thread only.
+// Messages with one button, and questions. Main thread only.
 class Alerts {
 public:
     virtual ~Alerts() = default;
     virtual void show(const Alert& alert) = 0;
+    // The same with a button for each of these choices beside the one that only closes it. `chosen` gets the place of
+    // the choice among them once the message has gone; it is not called for the other button.
+    virtual void ask(const Alert& alert, const std::vector<std::string>& choices,
+        const std::function<void(std::size_t)>& chosen) = 0;
     virtual void beep() = 0;
 };
 

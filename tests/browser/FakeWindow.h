@@ -2,6 +2,7 @@
 #pragma once
 
 #include "browser/MainWindowView.h"
+#include "browser/OpenQuestions.h"
 
 #include <functional>
 #include <string>
@@ -80,6 +81,7 @@ public:
     }
     void openDidEnd() override { events.emplace_back("opening ended"); }
     void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) override { damageSheet = details; }
+    void beginPasswordSheet(const PasswordQuestion& question) override { passwordSheets.push_back(question.message); }
     void beginSalvageSheet() override { events.emplace_back("salvage sheet"); }
     void beginExportSheet(const std::shared_ptr<ExportWizard>&) override { events.emplace_back("export sheet"); }
     void beginExportProgressSheet(const std::shared_ptr<ExportWizard>&) override
@@ -96,6 +98,7 @@ public:
     FakeDataView data;
     std::vector<std::string> events;
     std::vector<std::string> childEvents;
+    std::vector<std::string> passwordSheets;    // what each said
     std::shared_ptr<DamageDetails> damageSheet; // the one begun last
     std::function<void()> duringOpening;        // what the user does while a file is opened
     bool isFull = false;

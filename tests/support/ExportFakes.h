@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,9 +22,19 @@ public:
         shown.push_back(alert);
         whileShown();
     }
+    void ask(const Alert& alert, const std::vector<std::string>& choices,
+        const std::function<void(std::size_t)>& chosen) override
+    {
+        show(alert);
+        asked = choices;
+        const auto choice = std::exchange(answer, std::nullopt);
+        if (choice) chosen(*choice);
+    }
     void beep() override { ++beeps; }
 
     std::vector<Alert> shown;
+    std::vector<std::string> asked;           // the choices of the last question
+    std::optional<std::size_t> answer;        // what the user chooses next
     std::function<void()> whileShown = [] {}; // looks at what stands behind the alert
     int beeps = 0;
 };

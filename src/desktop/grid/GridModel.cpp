@@ -128,7 +128,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 QVariant GridModel::columnTitle(const GridColumn& column, int role) const
 {
     switch (role) {
-    case Qt::DisplayRole: return cellLine(column.identifier);
+    case Qt::DisplayRole: return cellLine(column.title);
     case Qt::ToolTipRole: return plainToolTip(toQString(column.identifier));
     case Qt::DecorationRole: return column.hasKeyImage ? QVariant(m_keyIcon) : QVariant();
     case Qt::AccessibleDescriptionRole: return column.hasKeyImage ? QVariant(localizedText("Primary key")) : QVariant();

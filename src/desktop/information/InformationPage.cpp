@@ -3,6 +3,7 @@
 
 #include "browser/VellumoAppDelegate.h"
 #include "desktop/QtText.h"
+#include "desktop/information/ContentsText.h"
 
 #include <QEvent>
 #include <QHeaderView>
@@ -111,6 +112,7 @@ QWidget* InformationPage::makeLists()
     m_names->setAccessibleName(toQString(describe(m_type).barLabel));
     splitter->addWidget(m_names);
     splitter->addWidget(m_properties);
+    if (m_type == InformationType::Contents) splitter->addWidget(m_text = new ContentsText(m_app, splitter));
     splitter->setStretchFactor(0, 2);
     splitter->setStretchFactor(1, 3);
     connect(m_names, &QListWidget::currentRowChanged, this, [this](int row) {
@@ -136,6 +138,10 @@ void InformationPage::reloadNames()
     m_names->setCurrentRow(static_cast<int>(information.selectedEntry(m_type)));
 }
 
-void InformationPage::detailsDidChange() { m_properties->setProperties(m_app.information().properties(m_type)); }
+void InformationPage::detailsDidChange()
+{
+    m_properties->setProperties(m_app.information().properties(m_type));
+    if (m_text != nullptr) m_text->detailsDidChange();
+}
 
 } // namespace vellumo

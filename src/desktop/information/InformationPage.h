@@ -26,6 +26,7 @@ private:
     void colourLabels();
 };
 
+class ContentsText;
 class PropertyList;
 class VellumoAppDelegate;
 
@@ -49,6 +50,7 @@ private:
     VellumoAppDelegate& m_app;
     QListWidget* m_names = nullptr; // null for file and table
     PropertyList* m_properties;
+    ContentsText* m_text = nullptr; // of contents only
 };
 
 } // namespace vellumo

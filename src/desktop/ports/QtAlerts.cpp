@@ -11,6 +11,9 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTimer>
+#include <algorithm>
 
 namespace vellumo {
 
@@ -79,16 +82,35 @@ void fill(QMessageBox& box, const Alert& alert)
 
 void QtAlerts::show(const Alert& alert)
 {
-    if (alert.style == Alert::Style::Modal) {
-        auto* box = new QMessageBox(windowForDialog(m_mainWindow)); // destroyed when it was answered
-        fill(*box, alert);
-        static_cast<void>(runDialog(*box)); // there is one answer
-        return;
-    }
-    auto* box = new QMessageBox(m_mainWindow);
-    box->setAttribute(Qt::WA_DeleteOnClose);
+    ask(alert, {}, [](std::size_t) {});
+}
+
+void QtAlerts::ask(
+    const Alert& alert, const std::vector<std::string>& choices, const std::function<void(std::size_t)>& chosen)
+{
+    const bool isModal = alert.style == Alert::Style::Modal;
+    auto* box = new QMessageBox(isModal ? windowForDialog(m_mainWindow) : m_mainWindow.data());
     fill(*box, alert);
+    std::vector<QAbstractButton*> buttons;
+    for (const auto& choice : choices)
+        buttons.push_back(box->addButton(toQString(choice), QMessageBox::ActionRole));
+    box->setEscapeButton(QMessageBox::Ok);
+    const auto tell = [buttons, chosen](const QAbstractButton* button) {
+        const auto place = std::ranges::find(buttons, button);
+        if (place != buttons.end()) chosen(static_cast<std::size_t>(place - buttons.begin()));
+    };
+    if (isModal) {
+        // The box is destroyed when it was answered; what it answered is still told apart by its address.
+        const QAbstractButton* answer = nullptr;
+        QObject::connect(box, &QMessageBox::buttonClicked, box, [&](QAbstractButton* button) { answer = button; });
+        static_cast<void>(runDialog(*box));
+        return tell(answer);
+    }
+    box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowModality(Qt::WindowModal);
+    // Only when the box has gone: what comes of the answer may show another.
+    QObject::connect(box, &QMessageBox::buttonClicked, box,
+        [tell](QAbstractButton* button) { QTimer::singleShot(0, qApp, [tell, button] { tell(button); }); });
     box->show();
 }
 

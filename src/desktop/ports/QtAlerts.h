@@ -16,6 +16,8 @@ public:
     void setMainWindow(QWidget* window) { m_mainWindow = window; }
 
     void show(const Alert& alert) override;
+    void ask(const Alert& alert, const std::vector<std::string>& choices,
+        const std::function<void(std::size_t)>& chosen) override;
     void beep() override;
 
 private:

@@ -5,9 +5,11 @@
 #include "browser/VellumoAppDelegate.h"
 #include "desktop/QtText.h"
 #include "desktop/appearance/Appearance.h"
+#include "desktop/dialogs/SettingsDialog.h"
 #include "desktop/icons/Icons.h"
 #include "desktop/window/AboutDialog.h"
 #include "desktop/window/MainWindow.h"
+#include "desktop/window/OpenMenu.h"
 #include "platform/DesktopId.h"
 
 #include <QActionGroup>
@@ -86,6 +88,10 @@ void MainMenus::makeFileMenu()
     menu.addSeparator();
     addFileListCommands(menu);
     menu.addSeparator();
+    m_openMenu = new OpenMenu(*this, menu, m_app);
+    add(menu, localizedText("&Settings…"), {QKeySequence::Preferences},
+        [this] { (new SettingsDialog(m_app, &m_window))->open(); });
+    menu.addSeparator();
     add(menu, toQString(titles().quit), {Qt::CTRL | Qt::Key_Q}, [this] { m_window.close(); });
 }
 
@@ -123,7 +129,8 @@ void MainMenus::makeViewMenu()
     auto& menu = *m_bar.addMenu(localizedText("&View"));
     m_viewMenu = &menu;
     constexpr std::array commands = {&VellumoAppDelegate::ToggleTreeView, &VellumoAppDelegate::ToggleInformationView,
-        &VellumoAppDelegate::ToggleTextView, &VellumoAppDelegate::ToggleJumpBar, &VellumoAppDelegate::ToggleNumRows};
+        &VellumoAppDelegate::ToggleTextView, &VellumoAppDelegate::ToggleJumpBar, &VellumoAppDelegate::ToggleNumRows,
+        &VellumoAppDelegate::ToggleLookupTexts, &VellumoAppDelegate::ToggleCaptions};
     for (std::size_t i = 0; i < commands.size(); ++i) {
         const auto key = static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(i));
         m_toggles[i] = add(menu, {}, {Qt::CTRL | key}, [this, command = commands[i]] { std::invoke(command, m_app); });
@@ -206,6 +213,8 @@ void MainMenus::toggleDidChange(ViewToggle toggle)
 {
     m_toggles[static_cast<std::size_t>(toggle)]->setText(toQString(m_app.toggles().menuTitle(toggle)));
 }
+
+void MainMenus::settingsDidChange() { m_openMenu->settingsDidChange(); }
 
 void MainMenus::scheduleUpdate()
 {

@@ -24,6 +24,7 @@ void addExportCommands(QMenu& menu, VellumoAppDelegate& app);
 class Appearance;
 class ChildWindow;
 class MainWindow;
+class OpenMenu;
 
 // The menu bar of the main window.
 class MainMenus : public QObject {
@@ -39,6 +40,7 @@ public:
         m_conditions.push_back([control, isUsable = std::move(isUsable)] { control->setEnabled(isUsable()); });
     }
     void toggleDidChange(ViewToggle toggle);
+    void settingsDidChange();
     // Lets the user choose between light and dark. `appearance` outlives the menus' use.
     void addAppearanceMenu(Appearance& appearance);
 
@@ -66,6 +68,7 @@ private:
     EditActions m_editActions;
     std::vector<std::function<void()>> m_conditions; // each sets what it is about
     std::array<QAction*, ViewToggles::all.size()> m_toggles{};
+    OpenMenu* m_openMenu = nullptr;
     QMenu* m_viewMenu = nullptr;
     QAction* m_fullScreen = nullptr;
     bool m_isUpdateScheduled = false;

@@ -5,6 +5,7 @@
 #include "desktop/dialogs/DamageSheet.h"
 #include "desktop/dialogs/ExportDialog.h"
 #include "desktop/dialogs/ExportProgressDialog.h"
+#include "desktop/dialogs/PasswordSheet.h"
 #include "desktop/grid/DataViewWidget.h"
 #include "desktop/icons/Icons.h"
 #include "desktop/information/InformationPanel.h"
@@ -324,6 +325,10 @@ void MainWindow::partDidChange(WindowPart part)
         break;
     case WindowPart::JumpBar: m_dataView->jumpBar().selectionDidChange(); break;
     case WindowPart::SearchMenu: m_toolBar->searchField().menuDidChange(); break;
+    case WindowPart::Settings:
+        m_menus->settingsDidChange();
+        m_storeLater->start();
+        break;
     }
 }
 
@@ -386,6 +391,17 @@ void MainWindow::beginSalvageSheet()
     // Only when the sheet has gone: opening the file takes a while, and shows sheets of its own.
     connect(sheet, &QDialog::accepted, this, [this, sheet] {
         QTimer::singleShot(0, this, [this, salvage = sheet->salvage()] { m_app->salvageSheetDidEnd(salvage); });
+    });
+    sheet->open();
+}
+
+void MainWindow::beginPasswordSheet(const PasswordQuestion& question)
+{
+    auto* sheet = new PasswordSheet(question, this); // destroys itself
+    connect(sheet, &QDialog::finished, this, [this, sheet](int result) {
+        const auto answer = result == QDialog::Accepted ? std::optional(sheet->password()) : std::nullopt;
+        // Only when the sheet has gone: what comes of the answer may be another one.
+        QTimer::singleShot(0, this, [this, answer] { m_app->passwordSheetDidEnd(answer); });
     });
     sheet->open();
 }

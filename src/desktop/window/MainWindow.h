@@ -71,6 +71,7 @@ public:
     void openDidEnd() override;
     void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) override;
     void beginSalvageSheet() override;
+    void beginPasswordSheet(const PasswordQuestion& question) override;
     void beginExportSheet(const std::shared_ptr<ExportWizard>& wizard) override;
     void beginExportProgressSheet(const std::shared_ptr<ExportWizard>& wizard) override;
     [[nodiscard]] std::unique_ptr<ChildWindowPort> createChildWindow(ChildWindow& window) override;
