@@ -32,7 +32,7 @@ std::vector<ToolbarItem> makeItems()
         {"open", messageKey("Open"), messageKey("Open MDB files"), "open_folder_32x32", OpenFile, 0, true},
     };
     for (const auto& format : exportFormats())
-        items.push_back(exportItem(format));
+        if (!format.isAlwaysExact) items.push_back(exportItem(format));
     items.push_back({"search", messageKey("Search"), "", "", Search, 0, false});
     return items;
 }
@@ -47,6 +47,17 @@ std::string ToolbarItem::toolTip() const { return *toolTipKey == '\0' ? std::str
 std::span<const ToolbarItem> toolbarItems()
 {
     static const auto items = makeItems();
+    return items;
+}
+
+std::span<const ToolbarItem> exportItems()
+{
+    static const auto items = [] {
+        std::vector<ToolbarItem> made;
+        for (const auto& format : exportFormats())
+            made.push_back(exportItem(format));
+        return made;
+    }();
     return items;
 }
 

@@ -25,6 +25,8 @@ struct ToolbarItem {
 
 // In default order; the items that the user may choose from are the same.
 [[nodiscard]] std::span<const ToolbarItem> toolbarItems();
+// An item an export format, in their order; the toolbar has those that have a classic style.
+[[nodiscard]] std::span<const ToolbarItem> exportItems();
 // Null for an identifier that no item has.
 [[nodiscard]] const ToolbarItem* toolbarItem(std::string_view identifier);
 

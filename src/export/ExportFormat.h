@@ -14,8 +14,10 @@ class ExportJob;
 // written and of each that failed; after a stop nothing half-written is left on disk.
 using ExportWriter = void (*)(ExportJob& job);
 
-// CSV, TXT and XML.
+// CSV, TXT and XML, in either style.
 void exportTextFileThread(ExportJob& job);
+// The same in the exact style, and JSON Lines, which have no other.
+void exportExactText(ExportJob& job);
 // SQL scripts: one for all tables, or one a table.
 void exportSQLThread(ExportJob& job);
 // One SQLite database with all tables. It takes the place of a file at its path, and is gone again when the run is

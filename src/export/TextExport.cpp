@@ -211,6 +211,7 @@ std::optional<std::string> TextFileWriter::joined(const TextPieces& pieces)
 
 void exportTextFileThread(ExportJob& job)
 {
+    if (job.options().isExact) return exportExactText(job);
     auto encoder = TextEncoder::create(job.options().encoding);
     if (!encoder) {
         job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable&) {

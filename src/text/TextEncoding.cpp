@@ -171,6 +171,18 @@ std::string textEncodingName(std::uint32_t identifier)
     return encoding == nullptr ? std::string() : encoding->name;
 }
 
+std::string textEncodingRegisteredName(std::uint32_t identifier)
+{
+    const auto* encoding = encodingOf(identifier);
+    return encoding == nullptr ? std::string() : encoding->registeredName;
+}
+
+bool needsByteOrderMark(std::uint32_t identifier)
+{
+    const auto name = textEncodingRegisteredName(identifier);
+    return name == "UTF-16" || name == "UTF-32";
+}
+
 std::optional<std::uint32_t> findTextEncoding(std::string_view name)
 {
     // A comma begins options of a converter, and the empty name is ICU's default converter.

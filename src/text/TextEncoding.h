@@ -36,6 +36,12 @@ inline constexpr std::uint32_t encodingWindows1252 = 12;
 // The readable name of an encoding; "" for an identifier that is none.
 [[nodiscard]] std::string textEncodingName(std::uint32_t identifier);
 
+// Its name as registered; "" likewise.
+[[nodiscard]] std::string textEncodingRegisteredName(std::uint32_t identifier);
+
+// Whether only a mark in front tells readers in which order the bytes of the encoding come.
+[[nodiscard]] bool needsByteOrderMark(std::uint32_t identifier);
+
 // The identifier of the encoding that a user names by its readable name, its registered name or any alias of that
 // ("latin1", "cp1252"); case does not matter.
 [[nodiscard]] std::optional<std::uint32_t> findTextEncoding(std::string_view name);

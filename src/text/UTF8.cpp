@@ -23,4 +23,19 @@ std::string_view firstBytes(std::string_view text, std::size_t count)
     return text.substr(0, count);
 }
 
+std::string_view firstCharacter(std::string_view text)
+{
+    std::size_t length = 0;
+    U8_FWD_1(text.data(), length, text.size());
+    return text.substr(0, length);
+}
+
+std::uint32_t firstCodePoint(std::string_view text)
+{
+    std::size_t at = 0;
+    UChar32 character = 0;
+    U8_NEXT(text.data(), at, text.size(), character);
+    return static_cast<std::uint32_t>(character);
+}
+
 } // namespace vellumo

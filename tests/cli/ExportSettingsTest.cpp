@@ -49,6 +49,14 @@ TEST(ExportSettings, ComplainsAboutWhatDoesNotApply)
         {"sqlite", [](S& s) { s.switched[Structure] = true; }, "--no-structure does not apply to sqlite."},
         {"sqlite", [](S& s) { s.switched[ForeignKeys] = s.switched[Indexes] = s.switched[Data] = true; }, ""},
         {"csv", [](S& s) { s.switched[Data] = true; }, "--no-data does not apply to csv."},
+        {"csv", [](S& s) { s.switched[Exact] = s.switched[GuardFormulas] = true, s.objects = "o"; }, ""},
+        {"csv", [](S& s) { s.switched[Exact] = true, s.decimalSymbol = ","; },
+            "--decimal-symbol does not apply to --exact."},
+        {"csv", [](S& s) { s.switched[GuardFormulas] = true; }, "--guard-formulas needs --exact."},
+        {"xml", [](S& s) { s.objects = "o"; }, "--objects needs --exact."},
+        {"jsonl", [](S& s) { s.objects = "o"; }, ""},
+        {"jsonl", [](S& s) { s.objects = ""; }, "--objects must not be empty."},
+        {"jsonl", [](S& s) { s.switched[ByteOrderMark] = true; }, "--bom does not apply to jsonl."},
     };
     for (const auto& c : cases)
         EXPECT_EQ(complaintAbout(settingsFor(c.format, c.change)).value_or(""), c.complaint) << c.format;

@@ -6,6 +6,7 @@
 
 #include <concepts>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,8 +29,19 @@ struct Cell {
     }
     std::string text;
     std::shared_ptr<TAdmBlobData> blob;
+    std::optional<RowNotes::Number> note = {};
 };
 inline constexpr std::nullptr_t null = nullptr;
+
+// A text that does not tell all of its value, with the note that does.
+inline Cell noted(std::string_view text, RowNotes::Number note)
+{
+    Cell cell(text);
+    cell.note = note;
+    return cell;
+}
+// An empty text that is no null.
+inline const Cell empty = noted("", -1);
 
 using Row = std::vector<Cell>;
 
@@ -49,6 +61,13 @@ struct ColumnSpec {
     TAdmMDBColumn::OptionalText description = {};
 };
 
+inline void addText(TextColumnBuilder& column, const Cell& cell)
+{
+    column.append(cell.text);
+    if (cell.note) column.note(*cell.note);
+    column.endText();
+}
+
 // `rowsPerGroup`: after how many rows a new group of the row store begins.
 inline void setRows(TAdmMDBTable& table, const std::vector<Row>& rows, std::size_t rowsPerGroup = 1000)
 {
@@ -60,7 +79,7 @@ inline void setRows(TAdmMDBTable& table, const std::vector<Row>& rows, std::size
             if (group.kind(c) == CellKind::Blob)
                 group.addBlob(c, row.at(c).blob);
             else
-                group.addText(c, row.at(c).text);
+                addText(group.text(c), row.at(c));
         }
         group.endRow();
         if (++count % rowsPerGroup == 0) store.append(group.take());

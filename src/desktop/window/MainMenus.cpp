@@ -24,8 +24,7 @@ namespace vellumo {
 
 void addExportCommands(QMenu& menu, VellumoAppDelegate& app)
 {
-    for (const auto& item : toolbarItems()) {
-        if (item.command != ToolbarCommand::Export) continue;
+    for (const auto& item : exportItems()) {
         auto* action = menu.addAction(icon(toQString(item.iconName)), toQString(item.label()) + QStringLiteral("…"),
             [&app, tag = item.exportTag] { app.Export(tag); });
         action->setObjectName(toQString(item.identifier));

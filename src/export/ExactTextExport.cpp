@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "export/ExactTextForm.h"
+#include "export/ExportFormat.h"
+#include "model/TAdmMDBTable.h"
+#include "text/Messages.h"
+
+namespace vellumo {
+
+namespace {
+
+constexpr std::string_view byteOrderMark = "\uFEFF";
+
+// Writes one table after the other, each to a file.
+class ExactTextWriter {
+public:
+    ExactTextWriter(ExportJob& job, TextEncoder encoder)
+        : m_job(job)
+        , m_out(std::move(encoder), job.options().fileType == ExportFileType::XML)
+    {
+    }
+
+    void writeFile(const ExportEntry& entry, const TAdmMDBTable& table);
+
+private:
+    // False when the encoding does not have a character; m_row then tells where.
+    [[nodiscard]] bool writeTable(const TAdmMDBTable& table);
+    [[nodiscard]] bool writeGroup(ExactTextForm& form, const RowGroup& group);
+    void fail(const ExportEntry& entry, ExportReason reason);
+
+    ExportJob& m_job;
+    EncodedFile m_out;
+    std::size_t m_row = 0; // the record at hand, from 1; 0 in front of the first
+};
+
+void ExactTextWriter::writeFile(const ExportEntry& entry, const TAdmMDBTable& table)
+{
+    m_out.reset();
+    if (!m_out.file().open(m_job.outputPath(entry))) return fail(entry, {exportReason::cannotCreate});
+    const bool isRepresentable = writeTable(table);
+    if (m_job.terminated()) return fail(entry, {exportReason::terminated});
+    if (!isRepresentable) return fail(entry, {exportReason::rowNotRepresentable, {std::to_string(m_row)}});
+    m_out.passOn();
+    if (!m_out.file().close()) return fail(entry, {exportReason::cannotWrite});
+    m_job.tableDone(entry.tableName);
+}
+
+void ExactTextWriter::fail(const ExportEntry& entry, ExportReason reason)
+{
+    m_out.file().discard();
+    m_job.tableFailed(entry.tableName, std::move(reason));
+}
+
+bool ExactTextWriter::writeTable(const TAdmMDBTable& table)
+{
+    const auto& options = m_job.options();
+    m_row = 0;
+    if (options.hasByteOrderMark || needsByteOrderMark(options.encoding)) m_out.text() += byteOrderMark;
+    const auto form = ExactTextForm::create(m_job, table, m_out);
+    form->begin();
+    if (!m_out.endRecord()) return false;
+    for (const auto& group : table.rows().groups()) {
+        form->enter(group, m_row);
+        if (!writeGroup(*form, group)) return false;
+        if (m_job.terminated() || m_out.file().failed()) return true;
+    }
+    form->end();
+    return m_out.endRecord();
+}
+
+bool ExactTextWriter::writeGroup(ExactTextForm& form, const RowGroup& group)
+{
+    for (std::uint32_t row = 0; row < group.rowCount; ++row) {
+        if (m_job.terminated() || m_out.file().failed()) return true;
+        ++m_row;
+        form.addRecord(row);
+        if (!m_out.endRecord()) return false;
+    }
+    return true;
+}
+
+} // namespace
+
+void exportExactText(ExportJob& job)
+{
+    auto encoder = TextEncoder::create(job.options().encoding);
+    if (!encoder) {
+        job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable&) {
+            job.tableFailed(entry.tableName, {exportReason::notRepresentable});
+        });
+        return;
+    }
+    ExactTextWriter writer(job, std::move(*encoder));
+    job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable& table) { writer.writeFile(entry, table); });
+}
+
+} // namespace vellumo

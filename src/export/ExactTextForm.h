@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "export/EncodedFile.h"
+#include "export/ExportJob.h"
+#include "export/exact/ExactCells.h"
+#include "model/TAdmMDBTable.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace vellumo {
+
+// How the records of one table stand in a text file that keeps every value as it is.
+class ExactTextForm {
+public:
+    // The form of the job's format. All outlive it.
+    [[nodiscard]] static std::unique_ptr<ExactTextForm> create(
+        ExportJob& job, const TAdmMDBTable& table, EncodedFile& out);
+
+    ExactTextForm(ExportJob& job, const TAdmMDBTable& table, EncodedFile& out);
+    virtual ~ExactTextForm() = default;
+
+    // What stands in front of the records, and behind them.
+    virtual void begin() { }
+    virtual void end() { }
+
+    // The records that follow are the group's, whose first one has that number in the table.
+    virtual void enter(const RowGroup& group, std::size_t firstRow);
+    virtual void addRecord(std::uint32_t row) = 0;
+
+protected:
+    [[nodiscard]] ExportJob& job() { return m_job; }
+    [[nodiscard]] const TAdmMDBTable& table() const { return m_table; }
+    [[nodiscard]] std::string& text() { return m_out.text(); }
+    [[nodiscard]] std::size_t columnCount() const { return m_table.columns().size(); }
+    // The cell of the group's row; a value that could not be read is a finding, and null from here on.
+    [[nodiscard]] ExactCell cell(std::size_t column, std::uint32_t row);
+    void addFinding(FindingKind kind, std::size_t column);
+
+    // Makes the cell's object a file beside the export, where those are wanted; its path, "" for an object without
+    // bytes.
+    [[nodiscard]] std::optional<std::string> objectPath(const ExactCell& cell, std::size_t column, std::uint32_t row);
+    void addBase64(std::span<const std::byte> bytes);
+
+private:
+    ExportJob& m_job;
+    const TAdmMDBTable& m_table;
+    EncodedFile& m_out;
+    std::vector<ExactCells> m_cells;
+    std::size_t m_firstRow = 0;
+};
+
+} // namespace vellumo
