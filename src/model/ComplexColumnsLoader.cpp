@@ -70,7 +70,7 @@ void ComplexColumnsLoader::mark(jet::TableDef& table) const
     for (auto& column : table.columns) {
         if (column.type != ColumnType::ComplexAutoNumber) continue;
         const auto* known = find(table, column);
-        if (known != nullptr) column.complexKind = known->kind;
+        if (known != nullptr && known->kind != jet::ComplexKind::Versions) column.complexKind = known->kind;
         const bool isFiles = column.complexKind == jet::ComplexKind::Attachments;
         column.type = isFiles ? ColumnType::Attachment : ColumnType::MultipleValues;
     }
@@ -79,14 +79,13 @@ void ComplexColumnsLoader::mark(jet::TableDef& table) const
 bool ComplexColumnsLoader::readValues(
     jet::TableDef& table, DamageReport& damage, const TableRowsLoader::Observer& observer)
 {
-    std::optional<jet::TableDef> values;
     for (auto& column : table.columns)
-        if (jet::isComplex(column.type) && !readValues(column, values, table, damage, observer)) return false;
+        if (jet::isComplex(column.type) && !readValues(column, table, damage, observer)) return false;
     for (auto& history : table.histories) {
         history.column.complexKind = jet::ComplexKind::Versions;
-        values.reset();
-        if (!readValues(history.column, values, table, damage, observer)) return false;
-        if (values) history.memo = jet::memoOfHistory(table, *values);
+        if (!readValues(history.column, table, damage, observer)) return false;
+        const auto* known = find(table, history.column);
+        if (history.column.groups) history.memo = jet::memoOfHistory(table, m_read.at(known->valueTable).values);
         // The name that people know.
         if (history.memo)
             history.column.name = table.columns[*history.memo].name;
@@ -96,17 +95,31 @@ bool ComplexColumnsLoader::readValues(
     return true;
 }
 
-// `values` becomes the definition of the table of values, if there is one.
-bool ComplexColumnsLoader::readValues(jet::ColumnDef& column, std::optional<jet::TableDef>& values,
-    const jet::TableDef& owner, DamageReport& damage, const TableRowsLoader::Observer& observer)
+// A table of values is one column's alone; for others that a damaged file leads to it, there is nothing. It is read
+// once, though the column may come again with rows that were lost or deleted.
+bool ComplexColumnsLoader::readValues(
+    jet::ColumnDef& column, const jet::TableDef& owner, DamageReport& damage, const TableRowsLoader::Observer& observer)
 {
     const auto* known = find(owner, column);
     if (known == nullptr) return true;
+    const auto [place, isNew] = m_read.try_emplace(known->valueTable);
+    auto& read = place->second;
+    if (isNew) {
+        read.owner = known;
+        if (!readTable(*known, column, read, damage, observer)) return false;
+    }
+    if (read.owner == known) column.groups = read.groups;
+    return true;
+}
+
+bool ComplexColumnsLoader::readTable(const jet::ComplexColumn& known, const jet::ColumnDef& column, Read& read,
+    DamageReport& damage, const TableRowsLoader::Observer& observer)
+{
     const auto entry = std::ranges::find_if(
-        m_catalog, [&](const jet::CatalogEntry& listed) { return listed.isTable() && listed.id == known->valueTable; });
+        m_catalog, [&](const jet::CatalogEntry& listed) { return listed.isTable() && listed.id == known.valueTable; });
     if (entry == m_catalog.end()) return true;
     DamageReport found;
-    values = m_database.readTable(*entry, found);
+    auto values = m_database.readTable(*entry, found);
     if (values) {
         jet::keepValueColumns(*values, column.complexKind);
         RowStore rows({}, jet::cellKinds(*values));
@@ -114,7 +127,8 @@ bool ComplexColumnsLoader::readValues(jet::ColumnDef& column, std::optional<jet:
             column.complexKind == jet::ComplexKind::Attachments ? ObjectForm::Attachment : ObjectForm::Object;
         if (!m_rows.load(*values, rows, found, observer, {jet::RowChoice::Live, objects})) return false;
         jet::tellMissingRows(*values, rows.rowCount(), found);
-        column.groups = jet::groupValues(column.complexKind, *values, rows);
+        read.groups = jet::groupValues(column.complexKind, *values, rows);
+        read.values = std::move(*values);
     }
     tellAsColumn(found, column, damage);
     return true;

@@ -4,7 +4,7 @@
 #include "jet/ComplexColumns.h"
 #include "model/TableRowsLoader.h"
 
-#include <optional>
+#include <map>
 #include <vector>
 
 namespace vellumo {
@@ -29,13 +29,22 @@ public:
 
 private:
     [[nodiscard]] const jet::ComplexColumn* find(const jet::TableDef& table, const jet::ColumnDef& column) const;
-    [[nodiscard]] bool readValues(jet::ColumnDef& column, std::optional<jet::TableDef>& values,
-        const jet::TableDef& owner, DamageReport& damage, const TableRowsLoader::Observer& observer);
+    // What a table of values gave.
+    struct Read {
+        const jet::ComplexColumn* owner = nullptr; // of m_columns
+        std::shared_ptr<const jet::ValueGroups> groups;
+        jet::TableDef values;
+    };
+    [[nodiscard]] bool readValues(jet::ColumnDef& column, const jet::TableDef& owner, DamageReport& damage,
+        const TableRowsLoader::Observer& observer);
+    [[nodiscard]] bool readTable(const jet::ComplexColumn& known, const jet::ColumnDef& column, Read& read,
+        DamageReport& damage, const TableRowsLoader::Observer& observer);
 
     jet::Database& m_database;
     TableRowsLoader& m_rows;
     const std::vector<jet::CatalogEntry>& m_catalog;
     std::vector<jet::ComplexColumn> m_columns;
+    std::map<std::uint32_t, Read> m_read; // by catalogue id
 };
 
 } // namespace vellumo

@@ -154,6 +154,15 @@ TEST_P(CorpusTest, ListsTheSameTablesRowsColumnsAndValues)
     }
 }
 
+// Access has one over the numbers of groups of each column of several values.
+std::size_t hiddenIndexes(const TAdmMDBTable& table)
+{
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < table.columns().size(); ++i)
+        if (jet::isComplex(table.columns()[i]->type()) || table.keepsHistory(i)) ++count;
+    return count;
+}
+
 // Per table, how often the tool's schema makes an index. It says so when it cannot follow a file's index numbers; such
 // a table is passed over.
 TEST_P(CorpusTest, HasTheSameIndexes)
@@ -173,7 +182,7 @@ TEST_P(CorpusTest, HasTheSameIndexes)
             if (isPrimary) ++primary;
             if (isPrimary || line.starts_with("CREATE INDEX \"") || line.starts_with("CREATE UNIQUE INDEX \"")) ++count;
         }
-        EXPECT_EQ(table->indices().size(), count);
+        EXPECT_EQ(table->indices().size() + hiddenIndexes(*table), count);
         EXPECT_EQ(static_cast<std::size_t>(std::count_if(table->indices().begin(), table->indices().end(),
                       [](const auto& index) { return index->isPrimaryKey(); })),
             primary);
