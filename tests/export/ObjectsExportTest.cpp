@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "export/objects/ObjectsExport.h"
+#include "export/objects/ObjectCells.h"
 #include "jet/Crypto.h"
 #include "support/FileSizeLimit.h"
 #include "support/ModelBuilder.h"
@@ -103,6 +104,23 @@ TEST(ObjectsExport, ListsEveryObject)
     EXPECT_EQ(out.read("new/.._Tea/P/2-a__b.damaged.jpg"), "abc");
     EXPECT_EQ(out.read("new/.._Tea/p (2)/1.bin"), "abc");
     EXPECT_THAT(out.names(), ElementsAre("new"));
+}
+
+// Two files of a cell may have one name.
+TEST(ObjectsExport, WritesEveryFileOfACell)
+{
+    const TempFolder out;
+    const auto cell = makeBlob("abc", "txt", {ObjectState::Whole, "a.txt", ""});
+    cell->addFurtherFile(makeBlob("d", "txt", {ObjectState::Whole, "a.txt", ""}));
+    const auto file = makeFile("/data/Shop.mdb", makeTable("T", {{"F", "Attachment"}}, {{null}, {cell}}));
+    EXPECT_EQ(exportAll(*file, out.path()).written, 2U);
+    EXPECT_EQ(out.read("T/F/2-a.txt"), "abc");
+    EXPECT_EQ(out.read("T/F/2.2-a.txt"), "d");
+    const auto manifest = out.read("manifest.csv").value_or("");
+    EXPECT_THAT(manifest, testing::HasSubstr("\r\nT,F,2,T/F/2-a.txt,a.txt,txt,3,"));
+    EXPECT_THAT(manifest, testing::HasSubstr("\r\nT,F,2,T/F/2.2-a.txt,a.txt,txt,1,"));
+    EXPECT_THAT(leftOutObjects(*file->findTable("T")),
+        ElementsAre("T.F: of a cell with several files the first was written, 1 was left out."));
 }
 
 TEST(ObjectsExport, GoesOnAfterAFailure)

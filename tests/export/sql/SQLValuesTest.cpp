@@ -56,6 +56,12 @@ TEST_F(SQLValues, EachTypeInEachDialect)
         {"Replication ID", "A-B", {"A-B", "A-B", "'A-B'", "A-B", "A-B"}},
         {"Replication ID", "{", {"{", "{", "'{'", "{", "{"}},
         {"Complex Value auto number", "3", {"3", "3", "'3'", "3", "3"}},
+        {"BigInt", "-5", {"-5", "-5", "'-5'", "-5", "-5"}},
+        {"Date/Time Extended", "06/14/2021 22:45:12.3456789",
+            {"'2021-06-14 22:45:12.3456789'", "'2021-06-14 22:45:12.3456789'",
+                "TO_TIMESTAMP('06/14/2021 22:45:12.3456789', 'MM/DD/YYYY HH24:MI:SS.FF7')",
+                "'06/14/2021 22:45:12.3456789'", "'2021-06-14 22:45:12.3456789'"}},
+        {"Multiple Values", "a; b", {"'a; b'", "'a; b'", "'a; b'", "'a; b'", "'a; b'"}},
         {"No Such Type", "1.5", {"1.5", "1.5", "'1.5'", "1.5", "1.5"}},
     };
     m_options.decimalSymbol = ",";
@@ -139,16 +145,16 @@ TEST(SQLTypes, AreThoseOfTheDialectElseOfAccess)
         ServerType dialect;
         const char* types;
     } cases[] = {
-        {ServerType::MySQL, "int|float|varchar|numeric|int|"},
-        {ServerType::PostgreSQL, "SMALLINT|REAL|BYTEA|NUMERIC(15,2)|INTEGER|"},
-        {ServerType::Oracle, "NUMBER(3)|FLOAT|BINARY|NUMBER|NUMBER(11)|"},
-        {ServerType::SQLite, "INTEGER|REAL|BLOB|INTEGER|INTEGER|"},
-        {ServerType::SQLServer, "char|real|text|numeric|int|"},
+        {ServerType::MySQL, "int|float|varchar|numeric|int|bigint|datetime(6)|"},
+        {ServerType::PostgreSQL, "SMALLINT|REAL|BYTEA|NUMERIC(15,2)|INTEGER|BIGINT|TIMESTAMP WITHOUT TIME ZONE|"},
+        {ServerType::Oracle, "NUMBER(3)|FLOAT|BINARY|NUMBER|NUMBER(11)|NUMBER(19)|TIMESTAMP(7)|"},
+        {ServerType::SQLite, "INTEGER|REAL|BLOB|INTEGER|INTEGER|INTEGER|TEXT|"},
+        {ServerType::SQLServer, "char|real|text|numeric|int|bigint|datetime2(7)|"},
     };
     for (const auto& test : cases) {
         std::string types;
         for (const auto type : {ColumnType::Byte, ColumnType::Single, ColumnType::Binary, ColumnType::Numeric,
-                 ColumnType::ComplexAutoNumber})
+                 ColumnType::ComplexAutoNumber, ColumnType::BigInt, ColumnType::DateTimeExtended})
             types += convertMDBTypeToDBSPType(type, test.dialect) + '|';
         EXPECT_EQ(types, test.types);
     }
