@@ -84,7 +84,7 @@ private:
     SharedBlock m_block; // copies of a chunk have it in common
     std::uint32_t m_rowCount = 0;
     std::uint32_t m_byteCount = 0;
-    std::unique_ptr<const RowNotes> m_notes;
+    std::shared_ptr<const RowNotes> m_notes; // the same
 };
 
 // Collects the texts of one column, row by row, and packs them into a chunk. Its memory is used again for the next
