@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <vector>
 
 namespace vellumo::jet {
 
@@ -69,33 +68,39 @@ std::vector<std::string> itemsOf(std::string_view source)
     return items;
 }
 
-// The first of `count` columns whose width is not 0. A width that is not given is not 0.
-std::size_t shownColumn(std::string_view widths, std::size_t count)
+} // namespace
+
+std::vector<std::vector<std::string>> valueListRows(std::string_view list, std::size_t columnCount)
 {
-    for (std::size_t column = 0; column < count; ++column) {
-        const auto end = std::min(widths.find(';'), widths.size());
-        const auto width = trimmed(widths.substr(0, end));
-        const auto digits = width.find_first_not_of('0');
-        const bool isZero =
-            !width.empty() && (digits == std::string_view::npos || width[digits] < '1' || width[digits] > '9');
-        if (!isZero) return column;
-        widths.remove_prefix(std::min(end + 1, widths.size()));
+    std::vector<std::vector<std::string>> rows;
+    for (auto& item : itemsOf(list)) {
+        if (rows.empty() || rows.back().size() == columnCount) rows.emplace_back();
+        rows.back().push_back(std::move(item));
     }
-    return 0;
+    return rows;
 }
 
-} // namespace
+std::optional<std::size_t> shownLookupColumn(std::string_view widths, std::size_t columnCount)
+{
+    for (std::size_t column = 0; column < columnCount; ++column) {
+        const auto width = widths.substr(0, widths.find(';'));
+        widths.remove_prefix(std::min(width.size() + 1, widths.size()));
+        int number = -1; // an empty one has a width of its own
+        std::from_chars(width.data(), width.data() + width.size(), number);
+        if (number != 0) return column;
+    }
+    return std::nullopt;
+}
 
 LookupList::LookupList(const PropertyList& properties)
 {
     if (textOf(properties, "RowSourceType") != "Value List") return;
-    const auto items = itemsOf(textOf(properties, "RowSource"));
     const auto columns = countOf(properties, "ColumnCount");
     const auto bound = countOf(properties, "BoundColumn") - 1;
-    const auto shown = shownColumn(textOf(properties, "ColumnWidths"), columns);
-    if (bound >= columns) return;
-    for (std::size_t row = 0; row + std::max(bound, shown) < items.size(); row += columns)
-        m_shown.emplace(items[row + bound], items[row + shown]);
+    const auto shown = shownLookupColumn(textOf(properties, "ColumnWidths"), columns);
+    if (!shown) return;
+    for (auto& row : valueListRows(textOf(properties, "RowSource"), columns))
+        if (std::max(bound, *shown) < row.size()) m_shown.emplace(row[bound], row[*shown]);
 }
 
 std::string_view LookupList::shown(std::string_view stored) const

@@ -4,10 +4,18 @@
 #include "jet/Definition.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vellumo::jet {
+
+// "a;b;c" as rows of so many columns; the last may have fewer.
+[[nodiscard]] std::vector<std::vector<std::string>> valueListRows(std::string_view list, std::size_t columnCount);
+
+// Which of the columns of a lookup people see: the first that has no width of 0 ("0;1440"). nullopt when all have.
+[[nodiscard]] std::optional<std::size_t> shownLookupColumn(std::string_view widths, std::size_t columnCount);
 
 // The value list of a column that is shown as a list or a combo box: which text stands for which stored value.
 class LookupList {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/LookupTexts.h"
 
+#include "jet/LookupList.h"
 #include "model/RowSource.h"
 #include "text/Format.h"
 #include "text/Messages.h"
@@ -70,24 +71,10 @@ LookupProperties propertiesOf(const TAdmMDBColumn& column)
     return found;
 }
 
-// The first column that is not hidden by a width of 0; nullopt when all are.
-std::optional<std::size_t> shownColumn(const LookupProperties& properties)
-{
-    auto widths = std::string_view(properties.widths);
-    for (std::size_t column = 0; column < properties.columnCount; ++column) {
-        const auto width = widths.substr(0, widths.find(';'));
-        widths.remove_prefix(std::min(width.size() + 1, widths.size()));
-        int number = -1; // an empty one has a width of its own
-        std::from_chars(width.data(), width.data() + width.size(), number);
-        if (number != 0) return column;
-    }
-    return std::nullopt;
-}
-
 std::optional<TextsByStored> textsOfList(const LookupProperties& properties, std::size_t shown)
 {
     TextsByStored texts;
-    for (auto& row : valueListRows(properties.source, properties.columnCount))
+    for (auto& row : jet::valueListRows(properties.source, properties.columnCount))
         if (std::max(properties.boundColumn, shown) < row.size())
             texts.emplace(row[properties.boundColumn], row[shown]);
     return texts;
@@ -122,7 +109,7 @@ Lookup lookupOf(const TAdmMDBColumn& column)
 {
     const auto properties = propertiesOf(column);
     if (!properties.isLookup || column.isOLE()) return {};
-    const auto shown = shownColumn(properties);
+    const auto shown = jet::shownLookupColumn(properties.widths, properties.columnCount);
     if (shown == properties.boundColumn) return {};
     std::optional<TextsByStored> texts;
     if (shown && properties.type == "Value List")
@@ -214,6 +201,7 @@ TableCopy copyOf(const TAdmMDBTable& table, std::vector<LookupNote>& notes)
     made.setFile(table.file());
     made.setOrigin(table.origin());
     made.setProperties(table.properties());
+    made.setHistories(table.histories());
     for (const auto& column : columns)
         column->setIsPrimaryKey(false); // all of a key that is left out, too
     made.setColumns(std::move(columns));

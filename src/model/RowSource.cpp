@@ -237,22 +237,6 @@ std::optional<SourceTable> selected(const TAdmMDBFile& file, std::string_view sq
 
 } // namespace
 
-std::vector<std::vector<std::string>> valueListRows(std::string_view list, std::size_t columnCount)
-{
-    std::vector<std::vector<std::string>> rows;
-    list = withoutBlanks(list);
-    while (!list.empty()) {
-        if (rows.empty() || rows.back().size() == columnCount) rows.emplace_back();
-        const bool isQuoted = list.front() == '"' || list.front() == '\'';
-        auto item = isQuoted ? takeQuoted(list) : std::string();
-        const auto end = std::min(list.find(';'), list.size());
-        if (!isQuoted) item = withoutBlanks(list.substr(0, end));
-        rows.back().push_back(std::move(item));
-        list = withoutBlanks(list.substr(std::min(end + 1, list.size())));
-    }
-    return rows;
-}
-
 std::optional<SourceTable> sourceTable(const TAdmMDBFile& file, std::string_view source)
 {
     auto name = withoutBlanks(source);

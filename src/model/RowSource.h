@@ -10,9 +10,6 @@ namespace vellumo {
 
 // Where the rows of a lookup come from, as far as they can be told without running anything.
 
-// "a;b;c" as a list of rows of so many columns.
-[[nodiscard]] std::vector<std::vector<std::string>> valueListRows(std::string_view list, std::size_t columnCount);
-
 // A column of a table, or a text that stands in every row.
 using SourceTerm = std::variant<std::size_t, std::string>;
 // Terms that are put together to one text.

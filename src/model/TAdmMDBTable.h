@@ -57,6 +57,7 @@ public:
     // other cell. Valid as long as the table.
     [[nodiscard]] std::span<const jet::MemoVersion> versionsOf(std::size_t row, std::size_t column) const;
     [[nodiscard]] bool keepsHistory(std::size_t column) const;
+    [[nodiscard]] const std::vector<MemoHistory>& histories() const { return m_histories; }
     void setHistories(std::vector<MemoHistory> histories) { m_histories = std::move(histories); }
 
     // Sorted by name. Never null.
