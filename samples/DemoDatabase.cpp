@@ -36,6 +36,18 @@ ColumnDescription captioned(ColumnDescription made, std::string caption)
     return made;
 }
 
+// Stores the first column of the source and shows the second.
+ColumnDescription lookedUp(ColumnDescription made, std::string source)
+{
+    made.properties.push_back({"DisplayControl", PropertyType::Integer, 111});
+    made.properties.push_back(textProperty("RowSourceType", "Table/Query"));
+    made.properties.push_back(memoProperty("RowSource", std::move(source)));
+    made.properties.push_back({"BoundColumn", PropertyType::Integer, 1});
+    made.properties.push_back({"ColumnCount", PropertyType::Integer, 2});
+    made.properties.push_back(textProperty("ColumnWidths", "0;2880"));
+    return made;
+}
+
 ColumnDescription withDefault(ColumnDescription made, std::string value)
 {
     made.properties.push_back(memoProperty("DefaultValue", std::move(value)));
@@ -157,8 +169,10 @@ TableDescription productsTable()
     tax.precision = 5;
     tax.scale = 2;
     table.columns = {keyColumn("ProductID", "Given out by the database"), textColumn("ProductName", 60, "", true),
-        captioned(column("SupplierID", Long, "Who delivers it"), "Supplier"),
-        captioned(column("CategoryID", Long), "Category"), textColumn("QuantityPerUnit", 30, "Tin, bag, jar .."),
+        lookedUp(captioned(column("SupplierID", Long, "Who delivers it"), "Supplier"),
+            "SELECT SupplierID, CompanyName FROM Suppliers ORDER BY CompanyName;"),
+        lookedUp(captioned(column("CategoryID", Long), "Category"), "Categories"),
+        textColumn("QuantityPerUnit", 30, "Tin, bag, jar .."),
         priceColumn("UnitPrice", "Without tax · Τιμή · Цена · 価格 · السعر"),
         withDefault(column("UnitsInStock", Integer), "0"), column("ReorderLevel", Byte, "Order again below this"),
         column("Weight", Single, "Kilograms, packed"), tax, column("Discontinued", Boolean, "No longer ordered"),
@@ -255,9 +269,12 @@ TableDescription ordersTable()
 {
     using enum ColumnType;
     TableDescription table{.name = "Orders"};
-    table.columns = {keyColumn("OrderID", "Printed on the parcel"), captioned(column("CustomerID", Long), "Customer"),
-        captioned(column("EmployeeID", Long), "Sold by"), column("OrderDate", DateTime),
-        column("RequiredDate", DateTime), column("ShippedDate", DateTime, "Empty: not yet"), priceColumn("Freight", ""),
+    table.columns = {keyColumn("OrderID", "Printed on the parcel"),
+        lookedUp(captioned(column("CustomerID", Long), "Customer"), "SELECT CustomerID, CustomerName FROM Customers;"),
+        lookedUp(captioned(column("EmployeeID", Long), "Sold by"),
+            "SELECT EmployeeID, [LastName] & \", \" & [FirstName] AS Name FROM Employees;"),
+        column("OrderDate", DateTime), column("RequiredDate", DateTime),
+        column("ShippedDate", DateTime, "Empty: not yet"), priceColumn("Freight", ""),
         textColumn("ShipName", 60, "Παραλήπτης · Получатель · お届け先 · المستلم"), column("Paid", Boolean),
         column("Remark", Text, "", 120)};
     table.indexes = {primaryKey({"OrderID"}), plainIndex("OrderDate"), plainIndex("ShippedDate")};
@@ -288,7 +305,8 @@ TableDescription orderDetailsTable()
 {
     using enum ColumnType;
     TableDescription table{.name = "Order Details"};
-    table.columns = {column("OrderID", Long), captioned(column("ProductID", Long), "Product"),
+    table.columns = {column("OrderID", Long),
+        lookedUp(captioned(column("ProductID", Long), "Product"), "Product Names"),
         priceColumn("UnitPrice", "At the time of the order"), withDefault(column("Quantity", Integer), "1"),
         column("Discount", Single, "Share of the price, 0 to 1")};
     table.indexes = {primaryKey({"OrderID", "ProductID"}), plainIndex("ProductID")};
@@ -375,6 +393,38 @@ std::vector<RelationDescription> demoRelations()
         relation("Products", "SupplierID", "Suppliers", "SupplierID")};
 }
 
+QueryRow part(int attribute, std::string name1, std::string expression = {}, std::string name2 = {}, int flag = 0)
+{
+    return {attribute, std::move(name1), std::move(name2), std::move(expression),
+        flag == 0 ? std::nullopt : std::optional(flag)};
+}
+
+// Queries and what else stands around the tables of a database.
+std::vector<CatalogEntry> demoEntries()
+{
+    constexpr int kind = 1, parameter = 2, table = 5, column = 6, join = 7, where = 8, groupBy = 9, orderBy = 11;
+    return {{.name = "Product Names",
+                .query = {part(table, "Products"), part(column, "", "Products.ProductID"),
+                    part(column, "", "Products.ProductName"), part(orderBy, "", "Products.ProductName")}},
+        {.name = "Sales by Product",
+            .query = {part(table, "Order Details"), part(table, "Products"), part(column, "", "Products.ProductName"),
+                part(column, "Sales", "Sum([Order Details].[UnitPrice]*[Quantity])"),
+                part(join, "Products", "Products.ProductID = [Order Details].ProductID", "Order Details", 1),
+                part(groupBy, "", "Products.ProductName")}},
+        {.name = "Raise Prices",
+            .flags = 0x30,
+            .query = {part(kind, "", "", "", 4), part(parameter, "Per cent", "", "", 7), part(table, "Products"),
+                part(column, "", "[UnitPrice]*(1+[Per cent]/100)", "Products.UnitPrice"),
+                part(where, "", "Products.Discontinued = False")}},
+        {.name = "Exchange Rates",
+            .type = 6,
+            .database = "C:\\Shop\\Rates.xls",
+            .connect = "Excel 8.0;HDR=YES",
+            .foreignName = "Rates$"},
+        {.name = "Order Entry", .type = -32768}, {.name = "Catalogue", .type = -32764},
+        {.name = "Prices", .type = -32761}};
+}
+
 } // namespace
 
 DatabaseDescription demoDatabase()
@@ -383,6 +433,7 @@ DatabaseDescription demoDatabase()
     shop.tables = {customersTable(), ordersTable(), orderDetailsTable(), productsTable(), categoriesTable(),
         suppliersTable(), employeesTable(), documentsTable()};
     shop.relations = demoRelations();
+    shop.otherEntries = demoEntries();
     return shop;
 }
 

@@ -50,19 +50,23 @@ void add(InformationPane::Entry& entry, const char* label, const std::string& va
     if (!value.empty()) entry.properties.push_back({localized(label), value});
 }
 
+// A form and a report may have one name.
+InformationPane::Entry contentsEntry(const std::string& name, const std::string& type, std::string text = {})
+{
+    InformationPane::Entry entry{format("%@ (%@)", {name, type}), {}, std::move(text)};
+    add(entry, messageKey("Name"), name);
+    add(entry, messageKey("Type"), type);
+    return entry;
+}
+
 InformationPane::Entry entryOf(const SavedQuery& query)
 {
-    InformationPane::Entry entry{query.name, {}, query.sql};
-    add(entry, messageKey("Name"), query.name);
-    add(entry, messageKey("Type"), queryKindText(query.kind));
-    return entry;
+    return contentsEntry(query.name, queryKindText(query.kind), query.sql);
 }
 
 InformationPane::Entry entryOf(const LinkedTable& link)
 {
-    InformationPane::Entry entry{link.name, {}};
-    add(entry, messageKey("Name"), link.name);
-    add(entry, messageKey("Type"), localizedFormat("Linked Table (%@)", {link.kind}));
+    auto entry = contentsEntry(link.name, localizedFormat("Linked Table, %@", {link.kind}));
     add(entry, messageKey("Source table"), link.source);
     add(entry, messageKey("Connection"), link.connect);
     return entry;
@@ -70,15 +74,13 @@ InformationPane::Entry entryOf(const LinkedTable& link)
 
 InformationPane::Entry entryOf(const ProgramObject& object)
 {
-    const auto day = [](std::string date) {
+    const auto dayAndTime = [](std::string date) {
         std::ranges::replace(date, 'T', ' ');
         return date;
     };
-    InformationPane::Entry entry{object.name, {}};
-    add(entry, messageKey("Name"), object.name);
-    add(entry, messageKey("Type"), objectKindText(object.kind));
-    add(entry, messageKey("Created"), day(object.created));
-    add(entry, messageKey("Modified"), day(object.modified));
+    auto entry = contentsEntry(object.name, objectKindText(object.kind));
+    add(entry, messageKey("Created"), dayAndTime(object.created));
+    add(entry, messageKey("Modified"), dayAndTime(object.modified));
     return entry;
 }
 

@@ -83,6 +83,15 @@ Json relationJson(const TAdmMDBForeignKey& relation)
 
 Json textOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
 
+// Without those of system tables, which are not listed either.
+std::vector<const TAdmMDBForeignKey*> listedRelations(const TAdmMDBFile& file)
+{
+    std::vector<const TAdmMDBForeignKey*> relations;
+    for (const auto& relation : file.allForeignKeys())
+        if (!relation->referencingTable().starts_with("MSys")) relations.push_back(relation.get());
+    return relations;
+}
+
 void addContents(const FileContents& contents, Json& json)
 {
     auto& queries = json["queries"] = Json::array();
@@ -105,7 +114,7 @@ Json infoJson(const TAdmMDBFile& file)
         return {{"name", table.name()}, {"rows", table.rows().rowCount()}, {"columns", table.columns().size()}};
     };
     Json json = {{"file", fileJson(file)}, {"tables", arrayOf(file.tables(), tableJson)},
-        {"relations", arrayOf(file.allForeignKeys(), relationJson)}};
+        {"relations", arrayOf(listedRelations(file), relationJson)}};
     addContents(file.contents(), json);
     json["damage"] = damageJson(file);
     return json;

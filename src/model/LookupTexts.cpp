@@ -27,7 +27,16 @@ using TextsByStored = std::unordered_map<std::string, std::string, TextHash, std
 
 struct Lookup {
     LookupState state = LookupState::None;
-    TextsByStored texts{};
+    jet::LookupList list{}; // of a value list
+    TextsByStored texts{};  // of a table
+
+    // Null stays null, and nothing else becomes it.
+    [[nodiscard]] std::string_view shown(std::string_view stored) const
+    {
+        if (stored.empty()) return {};
+        const auto found = texts.empty() ? texts.end() : texts.find(stored);
+        return found == texts.end() || found->second.empty() ? list.shown(stored) : std::string_view(found->second);
+    }
 };
 
 // What the properties of a column say of its lookup.
@@ -71,15 +80,6 @@ LookupProperties propertiesOf(const TAdmMDBColumn& column)
     return found;
 }
 
-std::optional<TextsByStored> textsOfList(const LookupProperties& properties, std::size_t shown)
-{
-    TextsByStored texts;
-    for (auto& row : jet::valueListRows(properties.source, properties.columnCount))
-        if (std::max(properties.boundColumn, shown) < row.size())
-            texts.emplace(row[properties.boundColumn], row[shown]);
-    return texts;
-}
-
 std::string textOf(const TAdmMDBTable& table, const SourceColumn& column, std::size_t row)
 {
     std::string text;
@@ -111,13 +111,14 @@ Lookup lookupOf(const TAdmMDBColumn& column)
     if (!properties.isLookup || column.isOLE()) return {};
     const auto shown = jet::shownLookupColumn(properties.widths, properties.columnCount);
     if (shown == properties.boundColumn) return {};
-    std::optional<TextsByStored> texts;
-    if (shown && properties.type == "Value List")
-        texts = textsOfList(properties, *shown);
-    else if (shown && properties.type == "Table/Query" && column.table() != nullptr)
-        texts = textsOfTable(*column.table()->file(), properties, *shown);
+    if (!shown) return {LookupState::Unresolved};
+    if (properties.type == "Value List") return {LookupState::Resolved, jet::LookupList(column.properties())};
+    const auto* table = column.table();
+    const bool isTable = properties.type.empty() || properties.type == "Table/Query"; // which Access need not store
+    if (!isTable || table == nullptr) return {LookupState::Unresolved};
+    auto texts = textsOfTable(*table->file(), properties, *shown);
     if (!texts) return {LookupState::Unresolved};
-    return {LookupState::Resolved, std::move(*texts)};
+    return {LookupState::Resolved, {}, std::move(*texts)};
 }
 
 std::size_t characterCount(std::string_view text)
@@ -127,13 +128,11 @@ std::size_t characterCount(std::string_view text)
 }
 
 // The chunk with what is shown for each of its texts. `longest`: characters, raised as needed.
-TextChunk shownTexts(const TextChunk& stored, const TextsByStored& texts, std::size_t& longest)
+TextChunk shownTexts(const TextChunk& stored, const Lookup& lookup, std::size_t& longest)
 {
     TextColumnBuilder builder;
     for (std::uint32_t row = 0; row < stored.rowCount(); ++row) {
-        auto text = stored.text(row);
-        const auto found = text.empty() ? texts.end() : texts.find(text);
-        if (found != texts.end() && !found->second.empty()) text = found->second;
+        const auto text = lookup.shown(stored.text(row));
         longest = std::max(longest, characterCount(text));
         builder.append(text);
         builder.endText();
@@ -185,7 +184,7 @@ TableCopy copyOf(const TAdmMDBTable& table, std::vector<LookupNote>& notes)
         if (lookup.state != LookupState::Resolved) continue;
         std::size_t longest = 0;
         for (auto& group : groups)
-            group.texts[i] = shownTexts(group.texts[i], lookup.texts, longest);
+            group.texts[i] = shownTexts(group.texts[i], lookup, longest);
         makeTextColumn(*column, longest);
         copy.replaced.push_back(column->name());
     }
@@ -206,6 +205,7 @@ TableCopy copyOf(const TAdmMDBTable& table, std::vector<LookupNote>& notes)
         column->setIsPrimaryKey(false); // all of a key that is left out, too
     made.setColumns(std::move(columns));
     made.setIndices(std::move(indices));
+    made.setHistories(table.histories());
     made.setColumnPrimaryKey();
     auto rows = made.emptyRows();
     for (auto& group : groups)

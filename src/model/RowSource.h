@@ -8,7 +8,7 @@
 
 namespace vellumo {
 
-// Where the rows of a lookup come from, as far as they can be told without running anything.
+// The table that the rows of a lookup come from, as far as it can be told without running anything.
 
 // A column of a table, or a text that stands in every row.
 using SourceTerm = std::variant<std::size_t, std::string>;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "embedded/TAdmBlobData.h"
+#include "model/LookupTexts.h"
 #include "model/TAdmMDBFile.h"
 #include "samples/DatabaseWriter.h"
 #include "samples/DemoDatabase.h"
@@ -252,6 +253,46 @@ TEST(Corpus, NewerFormatsAreRefused)
         EXPECT_FALSE(file.open()) << name;
         EXPECT_FALSE(file.active()) << name;
     }
+}
+
+// As their own program shows them.
+TEST(Corpus, QueriesHaveTheirText)
+{
+    TAdmMDBFile file;
+    file.setFullPath((corpus / "queries-jet4.mdb").string());
+    if (!file.open()) GTEST_SKIP() << "the corpus is not here";
+    std::map<std::string, std::string> queries;
+    for (const auto& query : file.contents().queries)
+        queries[query.name] = query.sql;
+    EXPECT_EQ(queries.size(), 9U);
+    EXPECT_EQ(queries["DataDefinitionQuery"], "CREATE TABLE Table5 (col1 CHAR, col2 CHAR);");
+    EXPECT_EQ(queries["DeleteQuery"],
+        "DELETE Table1.col1, Table1.col2, Table1.col3\nFROM Table1\nWHERE (((Table1.col1)>\"blah\"));");
+    EXPECT_EQ(queries["UpdateQuery"],
+        "PARAMETERS [User Name] Text;\nUPDATE Table1\nSET Table1.col1 = \"foo\", Table1.col2 = [Table2].[col3], "
+        "[Table2].[col1] = [User Name]\nWHERE ((([Table2].[col1]) Is Not Null));");
+}
+
+// Another reader of this file has looked up as many.
+TEST(Corpus, LookupsHaveTheirTexts)
+{
+    TAdmMDBFile file;
+    file.setFullPath((corpus / "nwind-jet3.mdb").string());
+    if (!file.open()) GTEST_SKIP() << "the corpus is not here";
+    const auto copy = fileWithLookupTexts(file);
+    std::size_t columns = 0;
+    std::size_t values = 0;
+    for (const auto& table : file.tables()) {
+        const auto& shown = copy.file->findTable(table->name())->rows();
+        for (std::size_t column = 0; column < table->columns().size(); ++column) {
+            if (lookupState(*table->columns()[column]) != LookupState::Resolved) continue;
+            ++columns;
+            for (std::size_t row = 0; row < shown.rowCount(); ++row)
+                if (shown.text(row, column) != table->rows().text(row, column)) ++values;
+        }
+    }
+    EXPECT_EQ(columns, 10U);
+    EXPECT_EQ(values, 7297U);
 }
 
 std::string contentOf(const TAdmBlobData& object)

@@ -16,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 #include <functional>
 #include <sys/socket.h>
@@ -141,6 +142,36 @@ TEST(QtAlerts, ASheetDoesNotWaitAndAModalBoxDoes)
     });
     alerts.show({"Error", "File (x.mdb) cannot be opened", Alert::Style::Modal});
     EXPECT_TRUE(wasModal);
+}
+
+TEST(QtAlerts, TellsWhatWasChosenOnceTheMessageHasGone)
+{
+    QtAlerts alerts;
+    QWidget window;
+    window.show();
+    alerts.setMainWindow(&window);
+    std::vector<std::size_t> answers;
+    const auto chosen = [&](std::size_t choice) { answers.push_back(choice); };
+    const auto click = [](QMessageBox& box, const char* title) {
+        for (auto* button : box.buttons())
+            if (button->text().remove('&') == title) return button->click();
+        ADD_FAILURE() << "there is no " << title;
+    };
+    for (const auto* title : {"Second", "OK"}) {
+        alerts.ask({"Error", "File", Alert::Style::Sheet}, {"First", "Second"}, chosen);
+        auto* sheet = window.findChild<QMessageBox*>();
+        ASSERT_NE(sheet, nullptr);
+        QPointer<QMessageBox> gone = sheet;
+        click(*sheet, title);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return gone == nullptr; }));
+    }
+    EXPECT_EQ(answers, std::vector<std::size_t>{1});
+    QTimer::singleShot(0, [&] { click(*window.findChild<QMessageBox*>(), "First"); });
+    alerts.ask({"Error", "File", Alert::Style::Modal}, {"First", "Second"}, chosen);
+    EXPECT_EQ(answers, (std::vector<std::size_t>{1, 0}));
+    QTimer::singleShot(0, [&] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    alerts.ask({"Error", "File", Alert::Style::Modal}, {"First", "Second"}, chosen);
+    EXPECT_EQ(answers.size(), 2U);
 }
 
 TEST(QtAlerts, ALongReportIsScrolled)
