@@ -58,7 +58,7 @@ constexpr FormatInfo formats[] = {
         .commandKey = messageKey("Export XLS"),
         .extension = "xls",
         .output = ExportOutput::FileOrFolder,
-        .options = {Option::Header},
+        .options = {Option::Header, Option::Exact, Option::Objects},
         .writer = exportXLSThread,
     },
     {
@@ -92,6 +92,17 @@ constexpr FormatInfo formats[] = {
         .options = {Option::Exact, Option::Objects},
         .isAlwaysExact = true,
         .writer = exportExactText,
+    },
+    {
+        .type = ExportFileType::XLSX,
+        .name = "xlsx",
+        .title = "XLSX",
+        .commandKey = messageKey("Export XLSX"),
+        .extension = "xlsx",
+        .output = ExportOutput::FileOrFolder,
+        .options = {Option::Header, Option::Exact, Option::Objects},
+        .isAlwaysExact = true,
+        .writer = exportExactSheets,
     },
 };
 

@@ -26,7 +26,9 @@ void exportSQLiteThread(ExportJob& job);
 
 // Excel workbooks: one for all tables, or one a table.
 void exportXLSThread(ExportJob& job);
-// The same with workbooks whose stream has at most that many bytes.
+// In the exact style, and .xlsx workbooks, which have no other.
+void exportExactSheets(ExportJob& job);
+// Classic workbooks whose stream has at most that many bytes.
 void exportSpreadsheets(ExportJob& job, std::uint64_t streamLimit);
 
 // The formats of exports. A new one is one row of the table and one writer: the commands, the dialog and the command

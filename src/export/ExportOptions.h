@@ -12,7 +12,16 @@
 namespace vellumo {
 
 // What an export writes; ExportFormat.h tells all about each. Any other code is carried along and starts no writer.
-enum class ExportFileType : std::uint32_t { CSV = 0, TXT = 1, XML = 2, XLS = 3, SQL = 4, SQLite = 5, JSONLines = 6 };
+enum class ExportFileType : std::uint32_t {
+    CSV = 0,
+    TXT = 1,
+    XML = 2,
+    XLS = 3,
+    SQL = 4,
+    SQLite = 5,
+    JSONLines = 6,
+    XLSX = 7
+};
 
 // Tags of the delimiter popups. Any other field delimiter means a comma, any other record delimiter a line feed.
 enum class FieldDelimiter : std::uint32_t { Tab = 0, Semicolon = 1, Comma = 2, Space = 3 };

@@ -242,7 +242,11 @@ void SpreadsheetExport::finishSingleFile()
 
 } // namespace
 
-void exportXLSThread(ExportJob& job) { exportSpreadsheets(job, biff8::Workbook::defaultStreamLimit); }
+void exportXLSThread(ExportJob& job)
+{
+    if (job.options().isExact) return exportExactSheets(job);
+    exportSpreadsheets(job, biff8::Workbook::defaultStreamLimit);
+}
 
 void exportSpreadsheets(ExportJob& job, std::uint64_t streamLimit) { SpreadsheetExport(job, streamLimit).run(); }
 

@@ -108,6 +108,9 @@ void TextFileWriter::fail(const ExportEntry& entry, ExportReason reason)
 bool TextFileWriter::writeTable(const TAdmMDBTable& table)
 {
     const auto frame = textFrame(table, m_job.options());
+    std::string mark; // not cut at its zeros, as texts are
+    if (m_job.options().hasByteOrderMark && !m_encoder.append("\uFEFF", mark)) return false;
+    m_out.write(mark);
     const auto begin = joined(frame.begin);
     if (!begin) return false;
     m_out.write(*begin);

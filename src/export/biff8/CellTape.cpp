@@ -10,6 +10,15 @@ namespace {
 // The longest entry: a change of place and a cell with a double.
 constexpr std::size_t longestEntry = 1 + 4 + 1 + 8;
 
+constexpr unsigned typeBits = 4;
+
+std::uint8_t entryHead(const Cell& cell)
+{
+    return static_cast<std::uint8_t>(static_cast<unsigned>(cell.type) | static_cast<unsigned>(cell.format) << typeBits);
+}
+
+CellType typeOf(std::uint8_t head) { return static_cast<CellType>(head & ((1U << typeBits) - 1)); }
+
 } // namespace
 
 CellTape::Mark CellTape::end() const
@@ -66,10 +75,11 @@ std::byte* CellTape::add(const Cell& cell)
 {
     makeRoom();
     moveTo(cell.row, cell.column);
-    put(cell.type);
+    put(entryHead(cell));
     ++m_column;
     if (cell.type == CellType::Number) put(cell.number);
     if (cell.type == CellType::Rk) put(cell.value);
+    if (cell.type == CellType::Boolean) put(static_cast<std::uint8_t>(cell.value));
     return cell.type == CellType::Text ? put(cell.value) : nullptr;
 }
 
@@ -95,17 +105,19 @@ bool CellReader::next(Cell& cell)
         // Only the last cell's block is the last one, so a full block in front of the end is followed by another.
         m_at = {m_at.block + 1, 0};
     }
-    auto type = take<CellType>();
-    if (type == CellType::NextRow) {
+    auto head = take<std::uint8_t>();
+    if (typeOf(head) == CellType::NextRow) {
         ++m_row;
         m_column = 0;
-        type = take<CellType>();
-    } else if (type == CellType::Position) {
+        head = take<std::uint8_t>();
+    } else if (typeOf(head) == CellType::Position) {
         m_row = take<std::uint16_t>();
         m_column = take<std::uint16_t>();
-        type = take<CellType>();
+        head = take<std::uint8_t>();
     }
-    cell = {m_row, m_column++, type, 0, 0};
+    const auto type = typeOf(head);
+    cell = {m_row, m_column++, type, 0, 0, static_cast<CellFormat>(head >> typeBits)};
+    if (type == CellType::Boolean) cell.value = take<std::uint8_t>();
     if (type == CellType::Number) cell.number = take<double>();
     if (type == CellType::Text || type == CellType::Rk) cell.value = take<std::uint32_t>();
     return true;

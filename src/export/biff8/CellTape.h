@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "export/biff8/CellFormats.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -8,17 +10,19 @@
 
 namespace vellumo::biff8 {
 
-enum class CellType : std::uint8_t { NextRow, Position, Text, Rk, Number, Blank, Error };
+enum class CellType : std::uint8_t { NextRow, Position, Text, Rk, Number, Blank, Error, Boolean };
 
 struct Cell {
     std::uint16_t row = 0;
     std::uint16_t column = 0;
     CellType type = CellType::Blank;
-    std::uint32_t value = 0; // Text: the string's number; Rk: the packed number
+    std::uint32_t value = 0; // Text: the string's number; Rk: the packed number; Boolean: 1 or 0
     double number = 0;       // Number
+    CellFormat format = CellFormat::General;
 };
 
-// The cells of all sheets of a workbook one after the other, in 1 to 9 bytes each: a byte of type, then the value. Row
+// The cells of all sheets of a workbook one after the other, in 1 to 9 bytes each: a byte of type
+// and format, then the value. Row
 // and column are told only where they are not the ones that follow from the cell before, which is what keeps a large
 // workbook in a fraction of its file's size.
 class CellTape {

@@ -72,7 +72,7 @@ void appendFonts(std::string& bytes)
             static_cast<u8>(name.size()), u8{0}, name);
 }
 
-void appendNumberFormats(std::string& bytes)
+void appendNumberFormats(std::string& bytes, bool hasFormats)
 {
     constexpr struct {
         u16 id;
@@ -87,11 +87,16 @@ void appendNumberFormats(std::string& bytes)
         {0x2C, R"(_("$"* #,##0.00_);_("$"* \(#,##0.00\);_("$"* "-"??_);_(@_))"},
         {0x2B, R"(_(* #,##0.00_);_(* \(#,##0.00\);_(* "-"??_);_(@_))"},
     };
+    const auto add = [&bytes](u16 id, std::string_view text) {
+        appendRecord(bytes, 0x041E, id, static_cast<u16>(text.size()), u8{0}, text);
+    };
     for (const auto& format : formats)
-        appendRecord(bytes, 0x041E, format.id, static_cast<u16>(format.text.size()), u8{0}, format.text);
+        add(format.id, format.text);
+    for (u16 i = 0; hasFormats && i < cellFormatCodes.size(); ++i)
+        add(firstFreeFormat + i, cellFormatCodes[i]);
 }
 
-void appendCellFormats(std::string& bytes)
+void appendCellFormats(std::string& bytes, bool hasFormats)
 {
     for (u16 index = 0; index <= cellFormatIndex; ++index) {
         const bool isStyle = index < cellFormatIndex;
@@ -99,19 +104,23 @@ void appendCellFormats(std::string& bytes)
         const u16 unused = index == 0 || !isStyle ? 0 : 0xF400; // groups of attributes that do not count
         appendRecord(bytes, 0x00E0, u16{0}, u16{0}, kind, u16{0x20}, unused, u32{0}, u32{0}, u16{0x20C0});
     }
+    constexpr u16 ownNumberFormat = 0x0400; // of the groups of attributes
+    for (u16 i = 0; hasFormats && i < cellFormatCodes.size(); ++i)
+        appendRecord(bytes, 0x00E0, u16{0}, static_cast<u16>(firstFreeFormat + i), u16{1}, u16{0x20}, ownNumberFormat,
+            u32{0}, u32{0}, u16{0x20C0});
     appendRecord(bytes, 0x0293, u16{0x8000}, u8{0}, u8{0xFF}); // the style "Normal"
 }
 
 } // namespace
 
-void appendGlobalsHead(std::string& bytes, std::size_t sheetCount)
+void appendGlobalsHead(std::string& bytes, std::size_t sheetCount, bool hasFormats)
 {
     appendBegin(bytes, 0x0005);
     appendPreamble(bytes, sheetCount);
     appendProtectionAndWindow(bytes);
     appendFonts(bytes);
-    appendNumberFormats(bytes);
-    appendCellFormats(bytes);
+    appendNumberFormats(bytes, hasFormats);
+    appendCellFormats(bytes, hasFormats);
     appendRecord(bytes, 0x0160, u16{0}); // formulas do not refer to cells by labels
 }
 

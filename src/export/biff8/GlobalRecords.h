@@ -1,20 +1,27 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "export/biff8/CellFormats.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 
 // The records of the workbook globals, the first part of the stream: what Microsoft's [MS-XLS] asks for, with a single
-// font and a single cell format.
+// font.
 namespace vellumo::biff8 {
 
-// The format of all cells.
+// Where the format of cells stands among those of the workbook; those that are not General follow in their order.
 inline constexpr std::uint16_t cellFormatIndex = 15;
+[[nodiscard]] constexpr std::uint16_t formatIndex(CellFormat format)
+{
+    return static_cast<std::uint16_t>(cellFormatIndex + static_cast<unsigned>(format));
+}
 
-// From BOF up to the sheet list. At least one sheet, at most 4112.
-void appendGlobalsHead(std::string& bytes, std::size_t sheetCount);
+// From BOF up to the sheet list. At least one sheet, at most 4112. `hasFormats`: some cell has another format than
+// General.
+void appendGlobalsHead(std::string& bytes, std::size_t sheetCount, bool hasFormats);
 
 struct SheetEntry {
     std::u16string name;      // 1 to 31 units

@@ -117,7 +117,7 @@ void RowBlock::endRun()
         append(m_cells, first.row);
         append(m_cells, first.column);
         for (const auto& cell : m_run) {
-            append(m_cells, cellFormatIndex);
+            append(m_cells, formatIndex(cell.format));
             if (!isBlank) append(m_cells, cell.value);
         }
         append(m_cells, m_run.back().column);
@@ -127,12 +127,15 @@ void RowBlock::endRun()
 
 void RowBlock::appendCell(const Cell& cell)
 {
+    const auto format = formatIndex(cell.format);
     switch (cell.type) {
-    case CellType::Text: return appendRecord(m_cells, 0x00FD, cell.row, cell.column, cellFormatIndex, cell.value);
-    case CellType::Rk: return appendRecord(m_cells, 0x027E, cell.row, cell.column, cellFormatIndex, cell.value);
-    case CellType::Number: return appendRecord(m_cells, 0x0203, cell.row, cell.column, cellFormatIndex, cell.number);
-    case CellType::Blank: return appendRecord(m_cells, 0x0201, cell.row, cell.column, cellFormatIndex);
-    default: return appendRecord(m_cells, 0x0205, cell.row, cell.column, cellFormatIndex, numErrorCode, u8{1});
+    case CellType::Text: return appendRecord(m_cells, 0x00FD, cell.row, cell.column, format, cell.value);
+    case CellType::Rk: return appendRecord(m_cells, 0x027E, cell.row, cell.column, format, cell.value);
+    case CellType::Number: return appendRecord(m_cells, 0x0203, cell.row, cell.column, format, cell.number);
+    case CellType::Blank: return appendRecord(m_cells, 0x0201, cell.row, cell.column, format);
+    case CellType::Boolean:
+        return appendRecord(m_cells, 0x0205, cell.row, cell.column, format, static_cast<u8>(cell.value), u8{0});
+    default: return appendRecord(m_cells, 0x0205, cell.row, cell.column, format, numErrorCode, u8{1});
     }
 }
 

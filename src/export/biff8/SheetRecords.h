@@ -44,7 +44,8 @@ inline constexpr std::uint64_t rowSize = 4 + 16 + 2;
     switch (type) {
     case CellType::Number: return 18;
     case CellType::Blank: return 10;
-    case CellType::Error: return 12;
+    case CellType::Error:
+    case CellType::Boolean: return 12;
     default: return 14;
     }
 }

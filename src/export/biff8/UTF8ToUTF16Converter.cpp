@@ -79,6 +79,47 @@ std::optional<std::u16string> UTF8ToUTF16Converter(std::string_view text)
     return units;
 }
 
+std::string utf8Text(std::u16string_view units)
+{
+    std::string text;
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        char32_t code = units[i];
+        const bool isPair =
+            code >= 0xD800 && code < 0xDC00 && i + 1 < units.size() && units[i + 1] >= 0xDC00 && units[i + 1] < 0xE000;
+        if (isPair) code = 0x10000 + ((code - 0xD800) << 10) + (units[++i] - 0xDC00);
+        const auto put = [&text](char32_t byte) { text += static_cast<char>(byte); };
+        const auto follow = [&](unsigned shift) { put(0x80 | (code >> shift & 0x3F)); };
+        if (code < 0x80) {
+            put(code);
+        } else if (code < 0x800) {
+            put(0xC0 | code >> 6);
+            follow(0);
+        } else if (code < 0x10000) {
+            put(0xE0 | code >> 12);
+            follow(6);
+            follow(0);
+        } else {
+            put(0xF0 | code >> 18);
+            follow(12);
+            follow(6);
+            follow(0);
+        }
+    }
+    return text;
+}
+
+std::string_view firstUnits(std::string_view text, std::size_t count)
+{
+    auto rest = text;
+    while (!rest.empty()) {
+        const auto behind = rest;
+        const auto units = takeCharacter(rest) < 0x10000 ? 1U : 2U;
+        if (units > count) return text.substr(0, text.size() - behind.size());
+        count -= units;
+    }
+    return text;
+}
+
 std::optional<TextMeasure> measureText(std::string_view text)
 {
     TextMeasure measure;

@@ -13,6 +13,12 @@ namespace vellumo {
 // UTF-16 as it stands, lone surrogates included; nullopt for malformed input.
 [[nodiscard]] std::optional<std::u16string> UTF8ToUTF16Converter(std::string_view text);
 
+// The other way round; each lone surrogate in three bytes.
+[[nodiscard]] std::string utf8Text(std::u16string_view units);
+
+// The longest start of a well-formed text with at most so many units of UTF-16.
+[[nodiscard]] std::string_view firstUnits(std::string_view text, std::size_t count);
+
 // What a text asks of the workbook.
 struct TextMeasure {
     std::size_t units = 0;    // UTF-16

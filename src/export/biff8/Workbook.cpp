@@ -122,15 +122,28 @@ CellStatus Workbook::setText(std::uint16_t row, std::uint16_t column, std::strin
     // Asked as if the text were new, since once it is taken it stays.
     const auto stringSize = sharedStringSize(measure->units, measure->isWide || measure->needsRepair);
     if (!fits(sizeWithItsRow(cell), stringSize)) return CellStatus::Full;
-    if (measure->needsRepair) text = m_repairedTexts.emplace_back(repairedText(text));
+    if (measure->needsRepair) text = m_ownTexts.emplace_back(repairedText(text));
     ++m_references;
     m_strings.add(text, stringSize, add(cell));
     return CellStatus::Ok;
 }
 
-CellStatus Workbook::setNumber(std::uint16_t row, std::uint16_t column, double number)
+CellStatus Workbook::setOwnText(std::uint16_t row, std::uint16_t column, std::string text)
 {
-    return addUnlessRefused(numberCell(row, column, number));
+    return setText(row, column, m_ownTexts.emplace_back(std::move(text)));
+}
+
+CellStatus Workbook::setNumber(std::uint16_t row, std::uint16_t column, double number, CellFormat format)
+{
+    auto cell = numberCell(row, column, number);
+    cell.format = format;
+    m_hasFormats |= format != CellFormat::General;
+    return addUnlessRefused(cell);
+}
+
+CellStatus Workbook::setBoolean(std::uint16_t row, std::uint16_t column, bool value)
+{
+    return addUnlessRefused({row, column, CellType::Boolean, value ? 1U : 0U, 0});
 }
 
 CellStatus Workbook::setBlank(std::uint16_t row, std::uint16_t column)
@@ -176,7 +189,7 @@ bool Workbook::writeStream(StreamTarget& target)
     m_strings.settle();
     RecordStream out(target);
     std::string bytes;
-    appendGlobalsHead(bytes, m_sheets.size());
+    appendGlobalsHead(bytes, m_sheets.size(), m_hasFormats);
     const auto listOffset = static_cast<std::uint32_t>(bytes.size());
     auto entries = sheetEntries();
     appendSheetList(bytes, entries);

@@ -25,8 +25,8 @@ enum class CellStatus {
     Full,      // the workbook cannot take more: its stream would pass the limit, or it has too many different texts
 };
 
-// A workbook in the legacy binary format of Excel 97 to 2003 (BIFF8, published as [MS-XLS]) with plain text and number
-// cells. Sheets are filled one after the other, each row by row and from left to right.
+// A workbook in the legacy binary format of Excel 97 to 2003 (BIFF8, published as [MS-XLS]) with cells of texts,
+// numbers in some formats, and booleans. Sheets are filled one after the other, each row by row and from left to right.
 //
 // Texts are borrowed: a text given to a cell must stay as it is until the workbook is written or gone. What is kept of
 // a workbook is 1 to 9 bytes a cell, about 28 bytes a distinct text, and 1 MB; writing needs no more.
@@ -48,8 +48,12 @@ public:
     // The cell is written only with status Ok. A text may hold any character; U+0000 and lone surrogates, which readers
     // do not survive, become U+FFFD.
     [[nodiscard]] CellStatus setText(std::uint16_t row, std::uint16_t column, std::string_view text);
+    // The same, and the workbook keeps the text.
+    [[nodiscard]] CellStatus setOwnText(std::uint16_t row, std::uint16_t column, std::string text);
     // -0 and subnormal numbers, which the format does not have, are written as 0; infinity and not-a-number as #NUM!.
-    [[nodiscard]] CellStatus setNumber(std::uint16_t row, std::uint16_t column, double number);
+    [[nodiscard]] CellStatus setNumber(
+        std::uint16_t row, std::uint16_t column, double number, CellFormat format = CellFormat::General);
+    [[nodiscard]] CellStatus setBoolean(std::uint16_t row, std::uint16_t column, bool value);
     [[nodiscard]] CellStatus setBlank(std::uint16_t row, std::uint16_t column);
 
     // Empties the sheet with this number and removes those behind it, as if nothing had been written to them.
@@ -90,9 +94,10 @@ private:
     std::vector<Sheet> m_sheets;
     CellTape m_cells;
     StringTable m_strings;
-    std::deque<std::string> m_repairedTexts; // borrowed by m_strings
-    std::uint32_t m_references = 0;          // text cells
-    std::uint64_t m_cellBytes = 0;           // upper bound of what sheets and cells take in the stream
+    std::deque<std::string> m_ownTexts; // borrowed by m_strings
+    bool m_hasFormats = false;          // other than General
+    std::uint32_t m_references = 0;     // text cells
+    std::uint64_t m_cellBytes = 0;      // upper bound of what sheets and cells take in the stream
 };
 
 } // namespace vellumo::biff8

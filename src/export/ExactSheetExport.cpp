@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+#include "export/ExportFormat.h"
+#include "export/SheetValue.h"
+#include "export/biff8/Workbook.h"
+#include "export/files/Replacement.h"
+#include "export/xlsx/XlsxWorkbook.h"
+#include "model/TAdmMDBTable.h"
+#include "text/Format.h"
+#include "text/Messages.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace vellumo {
+
+namespace {
+
+using Kind = SheetValue::Kind;
+using xlsx::ColumnLayout;
+
+// A workbook that rows go to, from the top, each from the left.
+class SheetBook {
+public:
+    virtual ~SheetBook() = default;
+    [[nodiscard]] virtual std::uint32_t maximumRows() const = 0;
+    // False for a name that no sheet can have, and when the workbook is full.
+    [[nodiscard]] virtual bool addSheet(
+        std::string_view name, std::span<const ColumnLayout> columns, bool hasHeader) = 0;
+    virtual void beginRow() = 0;
+    // True when the text has characters that it could not be written with.
+    virtual bool add(std::size_t column, const SheetValue& value) = 0;
+    virtual void endRow() = 0;
+    // No more fits in, and the table at hand, which is not whole, is taken out again.
+    [[nodiscard]] virtual bool giveUpTableIfFull() { return false; }
+    virtual void beginTable() { }
+    // The disk does not take what is written.
+    [[nodiscard]] virtual bool failed() const { return false; }
+    [[nodiscard]] virtual bool hasSheets() const = 0;
+    // At most once, with a sheet at least. True when the whole file is there.
+    [[nodiscard]] virtual bool finish() = 0;
+};
+
+class XlsxBook : public SheetBook {
+public:
+    explicit XlsxBook(std::unique_ptr<xlsx::XlsxWorkbook> workbook)
+        : m_workbook(std::move(workbook))
+    {
+    }
+    std::uint32_t maximumRows() const override { return xlsx::XlsxWorkbook::maximumRows; }
+    bool addSheet(std::string_view name, std::span<const ColumnLayout> columns, bool hasHeader) override
+    {
+        const bool isAdded = m_workbook->addSheet(name, columns, hasHeader);
+        m_hasSheets |= isAdded;
+        return isAdded;
+    }
+    void beginRow() override { m_workbook->cells().beginRow(); }
+    bool add(std::size_t column, const SheetValue& value) override;
+    void endRow() override
+    {
+        m_workbook->cells().endRow();
+        m_workbook->passOn();
+    }
+    bool failed() const override { return m_workbook->failed(); }
+    bool hasSheets() const override { return m_hasSheets; }
+    bool finish() override { return m_workbook->finish(); }
+
+private:
+    std::unique_ptr<xlsx::XlsxWorkbook> m_workbook;
+    bool m_hasSheets = false;
+};
+
+bool XlsxBook::add(std::size_t column, const SheetValue& value)
+{
+    auto& cells = m_workbook->cells();
+    switch (value.kind) {
+    case Kind::Blank: return false;
+    case Kind::Boolean: return cells.addBoolean(column, value.text == "1"), false;
+    case Kind::Text: return cells.addText(column, value.text);
+    case Kind::Number: break;
+    }
+    if (!value.text.empty()) return cells.addNumber(column, value.text, value.format), false;
+    char digits[32];
+    const auto end = std::to_chars(digits, digits + sizeof digits, value.number).ptr;
+    cells.addNumber(column, {digits, end}, value.format);
+    return false;
+}
+
+class XlsBook : public SheetBook {
+public:
+    explicit XlsBook(std::string path)
+        : m_path(std::move(path))
+    {
+    }
+    std::uint32_t maximumRows() const override { return 65536; }
+    bool addSheet(std::string_view name, std::span<const ColumnLayout> columns, bool hasHeader) override;
+    void beginRow() override { }
+    bool add(std::size_t column, const SheetValue& value) override;
+    void endRow() override { ++m_row; }
+    void beginTable() override { m_firstSheet = m_workbook.sheetCount(); }
+    bool giveUpTableIfFull() override;
+    bool hasSheets() const override { return m_workbook.sheetCount() > 0; }
+    bool finish() override { return m_workbook.writeFile(m_path); }
+
+private:
+    [[nodiscard]] biff8::CellStatus put(std::uint16_t row, std::uint16_t column, const SheetValue& value);
+
+    std::string m_path;
+    biff8::Workbook m_workbook;
+    std::uint32_t m_row = 0;
+    std::size_t m_firstSheet = 0; // of the table at hand
+    bool m_isFull = false;
+};
+
+bool XlsBook::addSheet(std::string_view name, std::span<const ColumnLayout> columns, bool hasHeader)
+{
+    m_row = 0;
+    if (!m_workbook.addSheet(name)) {
+        m_isFull = !m_workbook.hasRoomForSheet();
+        return false;
+    }
+    if (!hasHeader) return true;
+    for (std::size_t c = 0; c < columns.size(); ++c)
+        add(c, {Kind::Text, CellFormat::General, columns[c].title, 0, true});
+    endRow();
+    return true;
+}
+
+bool XlsBook::add(std::size_t column, const SheetValue& value)
+{
+    const auto status = put(static_cast<std::uint16_t>(m_row), static_cast<std::uint16_t>(column), value);
+    m_isFull |= status == biff8::CellStatus::Full;
+    return false;
+}
+
+biff8::CellStatus XlsBook::put(std::uint16_t row, std::uint16_t column, const SheetValue& value)
+{
+    switch (value.kind) {
+    case Kind::Blank: return biff8::CellStatus::Ok;
+    case Kind::Boolean: return m_workbook.setBoolean(row, column, value.text == "1");
+    case Kind::Text:
+        return value.isTemporary ? m_workbook.setOwnText(row, column, std::string(value.text))
+                                 : m_workbook.setText(row, column, value.text);
+    case Kind::Number: break;
+    }
+    auto number = value.number;
+    std::from_chars(value.text.data(), value.text.data() + value.text.size(), number);
+    return m_workbook.setNumber(row, column, number, value.format);
+}
+
+bool XlsBook::giveUpTableIfFull()
+{
+    if (!std::exchange(m_isFull, false)) return false;
+    m_workbook.clearFrom(m_firstSheet);
+    return true;
+}
+
+// Null when there can be no such file.
+std::unique_ptr<SheetBook> openBook(ExportFileType type, const std::string& path)
+{
+    if (type == ExportFileType::XLS) return Replacement::create(path) ? std::make_unique<XlsBook>(path) : nullptr;
+    auto workbook = xlsx::XlsxWorkbook::create(path);
+    return workbook ? std::make_unique<XlsxBook>(std::move(workbook)) : nullptr;
+}
+
+// Titles, and widths for them and for the first values.
+std::vector<ColumnLayout> layoutOf(const TAdmMDBTable& table)
+{
+    constexpr std::uint32_t rowsLookedAt = 100;
+    constexpr std::size_t dateWidth = 19; // also of the texts that dates are kept as
+    std::vector<ColumnLayout> layout;
+    const auto groups = table.rows().groups();
+    for (std::size_t c = 0; c < table.columns().size(); ++c) {
+        const auto& column = *table.columns()[c];
+        auto width = column.name().size();
+        if (exactKind(column.type()) == ExactKind::Date) width = std::max(width, dateWidth);
+        const auto rows = groups.empty() ? 0 : std::min(rowsLookedAt, groups[0].texts[c].rowCount());
+        for (std::uint32_t row = 0; row < rows; ++row)
+            width = std::max(width, groups[0].texts[c].text(row).size());
+        layout.push_back({column.name(), static_cast<unsigned>(std::clamp<std::size_t>(width + 2, 8, 60))});
+    }
+    return layout;
+}
+
+// The rows of one table, on as many sheets as they take.
+class TableSheets {
+public:
+    TableSheets(SheetBook& book, ExportJob& job, const TAdmMDBTable& table)
+        : m_book(book)
+        , m_job(job)
+        , m_table(table)
+        , m_values(job, table)
+        , m_layout(layoutOf(table))
+    {
+    }
+    // False when the table has failed, or the run is stopped.
+    [[nodiscard]] bool write();
+
+private:
+    [[nodiscard]] bool addSheet();
+    [[nodiscard]] bool writeGroup(const RowGroup& group, std::size_t firstRow);
+    void writeRow(std::vector<ExactCells>& cells, std::uint32_t row, std::size_t firstRow);
+    [[nodiscard]] bool fail(ExportReason reason);
+
+    SheetBook& m_book;
+    ExportJob& m_job;
+    const TAdmMDBTable& m_table;
+    SheetValues m_values;
+    std::vector<ColumnLayout> m_layout;
+    std::uint32_t m_rowsLeft = 0; // on the sheet at hand
+    int m_sheetCount = 0;
+};
+
+bool TableSheets::fail(ExportReason reason)
+{
+    m_job.tableFailed(m_table.name(), std::move(reason));
+    return false;
+}
+
+bool TableSheets::write()
+{
+    m_book.beginTable();
+    if (!addSheet()) return false;
+    const auto& rows = m_table.rows();
+    for (std::size_t g = 0; g < rows.groups().size(); ++g)
+        if (!writeGroup(rows.groups()[g], rows.firstRow(g))) return false;
+    return true;
+}
+
+bool TableSheets::addSheet()
+{
+    const bool hasHeader = m_job.options().includeColumnHeader;
+    const auto name = ++m_sheetCount == 1 ? m_table.name() : format("%@ (%d)", {m_table.name(), m_sheetCount});
+    m_rowsLeft = m_book.maximumRows() - (hasHeader ? 1 : 0);
+    if (m_book.addSheet(name, m_layout, hasHeader)) return true;
+    if (m_book.giveUpTableIfFull()) return fail({messageKey("Workbook exceeded size limit.")});
+    return fail({messageKey("Unable to create spreadsheet %@."), {name}});
+}
+
+bool TableSheets::writeGroup(const RowGroup& group, std::size_t firstRow)
+{
+    std::vector<ExactCells> cells;
+    for (std::size_t c = 0; c < m_layout.size(); ++c)
+        cells.emplace_back(m_table.columns()[c]->type(), group, c);
+    for (std::uint32_t row = 0; row < group.rowCount; ++row) {
+        if (m_job.terminated()) return fail({exportReason::terminated});
+        if (m_rowsLeft == 0 && !addSheet()) return false;
+        --m_rowsLeft;
+        writeRow(cells, row, firstRow);
+        if (m_book.failed()) return fail({exportReason::cannotWrite});
+        if (m_book.giveUpTableIfFull()) return fail({messageKey("Workbook exceeded size limit.")});
+    }
+    return true;
+}
+
+void TableSheets::writeRow(std::vector<ExactCells>& cells, std::uint32_t row, std::size_t firstRow)
+{
+    m_book.beginRow();
+    for (std::size_t c = 0; c < cells.size(); ++c)
+        if (m_book.add(c, m_values.of(cells[c].at(row), c, firstRow + row)))
+            m_values.addFinding(FindingKind::CharactersEscaped, c, "_xHHHH_");
+    m_book.endRow();
+}
+
+void exportToOneFile(ExportJob& job)
+{
+    const auto book = openBook(job.options().fileType, job.singleFilePath());
+    if (!book) return job.outputFailed({exportReason::cannotCreate});
+    std::vector<std::string> written;
+    job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
+        if (TableSheets(*book, job, table).write()) written.push_back(table.name());
+    });
+    // A stopped run leaves no file; without a sheet there was nothing to write, and what went wrong is told already.
+    if (job.terminated() || !book->hasSheets()) return;
+    if (!book->finish()) return job.outputFailed({exportReason::cannotWrite});
+    for (const auto& name : written)
+        job.tableDone(name);
+}
+
+void exportToFile(ExportJob& job, const ExportEntry& entry, const TAdmMDBTable& table)
+{
+    const auto book = openBook(job.options().fileType, job.outputPath(entry));
+    if (!book) return job.tableFailed(table.name(), {exportReason::cannotCreate});
+    if (!TableSheets(*book, job, table).write()) return;
+    if (book->finish())
+        job.tableDone(table.name());
+    else
+        job.tableFailed(table.name(), {exportReason::cannotWrite});
+}
+
+} // namespace
+
+void exportExactSheets(ExportJob& job)
+{
+    if (job.options().isSingleFile) return exportToOneFile(job);
+    job.forEachTable([&job](const ExportEntry& entry, const TAdmMDBTable& table) { exportToFile(job, entry, table); });
+}
+
+} // namespace vellumo
