@@ -9,6 +9,7 @@
 #include "text/Messages.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 
 namespace vellumo {
@@ -35,9 +36,10 @@ public:
     virtual void beginTable() { }
     // The disk does not take what is written.
     [[nodiscard]] virtual bool failed() const { return false; }
-    [[nodiscard]] virtual bool hasSheets() const = 0;
-    // At most once, with a sheet at least. True when the whole file is there.
+    // At most once, with a sheet at least. True when the whole file is there; never once the run is stopped.
     [[nodiscard]] virtual bool finish() = 0;
+    // The system's reason (errno) for a failure; 0 for none, and where none is known.
+    [[nodiscard]] virtual int error() const = 0;
 };
 
 class XlsxBook : public SheetBook {
@@ -49,9 +51,7 @@ public:
     std::uint32_t maximumRows() const override { return xlsx::XlsxWorkbook::maximumRows; }
     bool addSheet(std::string_view name, std::span<const ColumnLayout> columns, bool hasHeader) override
     {
-        const bool isAdded = m_workbook->addSheet(name, columns, hasHeader);
-        m_hasSheets |= isAdded;
-        return isAdded;
+        return m_workbook->addSheet(name, columns, hasHeader);
     }
     void beginRow() override { m_workbook->cells().beginRow(); }
     bool add(std::size_t column, const SheetValue& value) override;
@@ -61,12 +61,11 @@ public:
         m_workbook->passOn();
     }
     bool failed() const override { return m_workbook->failed(); }
-    bool hasSheets() const override { return m_hasSheets; }
     bool finish() override { return m_workbook->finish(); }
+    int error() const override { return m_workbook->error(); }
 
 private:
     std::unique_ptr<xlsx::XlsxWorkbook> m_workbook;
-    bool m_hasSheets = false;
 };
 
 bool XlsxBook::add(std::size_t column, const SheetValue& value)
@@ -87,8 +86,9 @@ bool XlsxBook::add(std::size_t column, const SheetValue& value)
 
 class XlsBook : public SheetBook {
 public:
-    explicit XlsBook(std::string path)
+    XlsBook(std::string path, const std::atomic<bool>& stop)
         : m_path(std::move(path))
+        , m_stop(stop)
     {
     }
     std::uint32_t maximumRows() const override { return 65536; }
@@ -98,13 +98,20 @@ public:
     void endRow() override { ++m_row; }
     void beginTable() override { m_firstSheet = m_workbook.sheetCount(); }
     bool giveUpTableIfFull() override;
-    bool hasSheets() const override { return m_workbook.sheetCount() > 0; }
-    bool finish() override { return m_workbook.writeFile(m_path); }
+    bool finish() override
+    {
+        const bool isWritten = m_workbook.writeFile(m_path, &m_stop);
+        m_error = isWritten ? 0 : errno;
+        return isWritten;
+    }
+    int error() const override { return m_error; }
 
 private:
     [[nodiscard]] biff8::CellStatus put(std::uint16_t row, std::uint16_t column, const SheetValue& value);
 
     std::string m_path;
+    const std::atomic<bool>& m_stop;
+    int m_error = 0;
     biff8::Workbook m_workbook;
     std::uint32_t m_row = 0;
     std::size_t m_firstSheet = 0; // of the table at hand
@@ -154,10 +161,11 @@ bool XlsBook::giveUpTableIfFull()
     return true;
 }
 
-// Null when there can be no such file.
-std::unique_ptr<SheetBook> openBook(ExportFileType type, const std::string& path)
+// Null, and the reason in errno, when there can be no such file.
+std::unique_ptr<SheetBook> openBook(const ExportJob& job, const std::string& path)
 {
-    if (type == ExportFileType::XLS) return Replacement::create(path) ? std::make_unique<XlsBook>(path) : nullptr;
+    if (job.options().fileType == ExportFileType::XLS)
+        return Replacement::create(path) ? std::make_unique<XlsBook>(path, job.stopFlag()) : nullptr;
     auto workbook = xlsx::XlsxWorkbook::create(path);
     return workbook ? std::make_unique<XlsxBook>(std::move(workbook)) : nullptr;
 }
@@ -246,7 +254,7 @@ bool TableSheets::writeGroup(const RowGroup& group, std::size_t firstRow)
         if (m_rowsLeft == 0 && !addSheet()) return false;
         --m_rowsLeft;
         writeRow(cells, row, firstRow);
-        if (m_book.failed()) return fail({exportReason::cannotWrite});
+        if (m_book.failed()) return fail({exportReason::cannotWrite, {}, {.systemError = m_book.error()}});
         if (m_book.giveUpTableIfFull()) return fail({messageKey("Workbook exceeded size limit.")});
     }
     return true;
@@ -263,28 +271,30 @@ void TableSheets::writeRow(std::vector<ExactCells>& cells, std::uint32_t row, st
 
 void exportToOneFile(ExportJob& job)
 {
-    const auto book = openBook(job.options().fileType, job.singleFilePath());
-    if (!book) return job.outputFailed({exportReason::cannotCreate});
+    const auto book = openBook(job, job.singleFilePath());
+    if (!book) return job.outputFailed({exportReason::cannotCreate, {}, job.singleFileCause(errno)});
     std::vector<std::string> written;
     job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
         if (TableSheets(*book, job, table).write()) written.push_back(table.name());
     });
-    // A stopped run leaves no file; without a sheet there was nothing to write, and what went wrong is told already.
-    if (job.terminated() || !book->hasSheets()) return;
-    if (!book->finish()) return job.outputFailed({exportReason::cannotWrite});
+    // A stopped run leaves no file. What went wrong with each table is told already, and a file with none of them would
+    // pass for an export.
+    if (job.terminated() || written.empty()) return;
+    const bool isWritten = book->finish();
+    if (!isWritten && job.terminated()) return job.stepFailed({exportReason::terminated});
+    if (!isWritten) return job.outputFailed({exportReason::cannotWrite, {}, job.singleFileCause(book->error())});
     for (const auto& name : written)
         job.tableDone(name);
 }
 
 void exportToFile(ExportJob& job, const ExportEntry& entry, const TAdmMDBTable& table)
 {
-    const auto book = openBook(job.options().fileType, job.outputPath(entry));
-    if (!book) return job.tableFailed(table.name(), {exportReason::cannotCreate});
+    const auto book = openBook(job, job.outputPath(entry));
+    if (!book) return job.tableFailed(table.name(), {exportReason::cannotCreate, {}, job.outputCause(entry, errno)});
     if (!TableSheets(*book, job, table).write()) return;
-    if (book->finish())
-        job.tableDone(table.name());
-    else
-        job.tableFailed(table.name(), {exportReason::cannotWrite});
+    if (book->finish()) return job.tableDone(table.name());
+    if (job.terminated()) return job.tableFailed(table.name(), {exportReason::terminated});
+    job.tableFailed(table.name(), {exportReason::cannotWrite, {}, job.outputCause(entry, book->error())});
 }
 
 } // namespace

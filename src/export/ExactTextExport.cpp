@@ -34,13 +34,16 @@ private:
 
 void ExactTextWriter::writeFile(const ExportEntry& entry, const TAdmMDBTable& table)
 {
+    const auto failOfOutput = [&](const char* reasonKey) {
+        fail(entry, {reasonKey, {}, m_job.outputCause(entry, m_out.file().error())});
+    };
     m_out.reset();
-    if (!m_out.file().open(m_job.outputPath(entry))) return fail(entry, {exportReason::cannotCreate});
+    if (!m_out.file().open(m_job.outputPath(entry))) return failOfOutput(exportReason::cannotCreate);
     const bool isRepresentable = writeTable(table);
     if (m_job.terminated()) return fail(entry, {exportReason::terminated});
-    if (!isRepresentable) return fail(entry, {exportReason::rowNotRepresentable, {std::to_string(m_row)}});
+    if (!isRepresentable) return fail(entry, {exportReason::notRepresentable, {}, {.row = m_row}});
     m_out.passOn();
-    if (!m_out.file().close()) return fail(entry, {exportReason::cannotWrite});
+    if (!m_out.file().close()) return failOfOutput(exportReason::cannotWrite);
     m_job.tableDone(entry.tableName);
 }
 

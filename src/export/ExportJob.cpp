@@ -2,8 +2,8 @@
 #include "export/ExportJob.h"
 
 #include "SQLite Connection/DBSockets/LoadErrorWindow.h"
-#include "export/objects/ObjectsExport.h"
 #include "export/objects/ObjectFile.h"
+#include "export/objects/ObjectsExport.h"
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 

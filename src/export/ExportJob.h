@@ -24,8 +24,6 @@ namespace exportReason {
 inline constexpr const char* cannotCreate = messageKey("Unable to create file for export.");
 inline constexpr const char* cannotWrite = messageKey("Unable to write file.");
 inline constexpr const char* notRepresentable = messageKey("Text cannot be represented in the selected encoding.");
-inline constexpr const char* rowNotRepresentable =
-    messageKey("Text cannot be represented in the selected encoding. Row %@.");
 inline constexpr const char* terminated = messageKey("Terminated.");
 } // namespace exportReason
 

@@ -13,10 +13,10 @@ namespace {
 
 using Kind = SheetValue::Kind;
 
-constexpr std::size_t longestText = 32767; // UTF-16 units
-constexpr int surestDigits = 15;           // every number of so many has a double of its own
-constexpr double firstSureDay = 61;        // 1900-03-01: before it sheets have a day too many
-constexpr std::int32_t unitsPerSecond = 10'000'000;
+constexpr std::size_t longestText = 32767;           // UTF-16 units
+constexpr int surestDigits = 15;                     // every number of so many has a double of its own
+constexpr double firstSureDay = 61;                  // 1900-03-01: before it sheets have a day too many
+constexpr std::int32_t unitsPerMillisecond = 10'000; // finer than that a day's number does not tell
 
 bool holds(std::string_view text, std::string_view what) { return text.find(what) != std::string_view::npos; }
 
@@ -66,9 +66,10 @@ SheetValue SheetValues::numberOf(const ExactCell& cell, std::size_t column, Cell
 // The first day of Access is a time of day to a sheet.
 SheetValue SheetValues::dateValue(const ExactCell& cell, std::size_t column)
 {
-    if (const auto date = dateOf(cell)) {
+    const auto date = dateOf(cell);
+    if (date && date->fraction % unitsPerMillisecond == 0) {
         const auto serial = dateSerial(*date);
-        const bool hasFraction = date->fraction % unitsPerSecond != 0;
+        const bool hasFraction = date->fraction != 0;
         if (serial >= firstSureDay)
             return {Kind::Number, hasFraction ? CellFormat::DateTimeMilliseconds : CellFormat::DateTime, {}, serial};
         if (serial >= 0 && serial < 1)

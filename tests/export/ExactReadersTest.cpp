@@ -179,7 +179,7 @@ TEST(ExactReaders, OpenpyxlAndXlrdReadTheWorkbooks)
         EXPECT_EQ(findingLines(report.findings.all()),
             (std::vector<std::string>{"Types.C: 1 number has too many digits and was written as a text.",
                 "Types.X: 1 empty text cannot be told from null.",
-                "Types.When: 1 date was written as a text: a sheet counts days from 1900-03-01 on."}));
+                "Types.When: 1 date that a sheet has no number for was written as a text."}));
     }
     readWithPython(folder, sheetReaders);
 }
@@ -205,8 +205,8 @@ for name in 'read.1.csv', 'Shop-Some Texts.csv':
         assert [r[1] for r in list(csv.reader(f))[1:]] == texts, name
 with open(folder + '/Shop-Types.csv', newline='') as f:
     rows = list(csv.reader(f))
-assert rows[1][:6] == ['TRUE', '-7', '2.50', '0.1', '0.3', '2014-03-05 21:07:00.250'], rows[1]
-assert rows[4][5] == '12:30:00' and rows[5][5] == '1900-03-01 00:00:00' and rows[6][5] == '1900-02-28 06:00:00', rows
+assert rows[1][:6] == ['TRUE', '-7', '2.5', '0.1', '0.3', '2014-03-05 21:07:00.250'], rows[1]
+assert rows[4][5].startswith('12:30:00') and rows[5][5] == '1900-03-01 00:00:00' and rows[6][5] == '1900-02-28 06:00:00', rows
 )";
     readWithPython(folder, script);
 }

@@ -33,6 +33,10 @@ constexpr TypeKind typeKinds[] = {
     {ColumnType::ReplicationId, ExactKind::Guid},
     {ColumnType::Numeric, ExactKind::Decimal},
     {ColumnType::ComplexAutoNumber, ExactKind::Integer},
+    {ColumnType::BigInt, ExactKind::BigInteger},
+    {ColumnType::DateTimeExtended, ExactKind::Date},
+    {ColumnType::Attachment, ExactKind::Object},
+    {ColumnType::MultipleValues, ExactKind::Text},
 };
 
 template <typename T> T parsed(std::string_view text)

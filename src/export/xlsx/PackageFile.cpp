@@ -3,6 +3,7 @@
 
 #include "export/files/Replacement.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <gsf/gsf.h>
 #include <map>
@@ -89,23 +90,32 @@ PackageFile::~PackageFile()
     if (m_outputs) m_outputs->close();
 }
 
+bool PackageFile::noted(bool isDone)
+{
+    if (!isDone && m_error == 0) m_error = errno;
+    return isDone;
+}
+
 void PackageFile::beginMember(const std::string& name)
 {
     auto& out = *m_outputs;
+    errno = 0;
     out.closeMember();
     const auto slash = name.rfind('/');
     auto* folder = out.folder(slash == std::string::npos ? std::string() : name.substr(0, slash));
     out.member.reset(gsf_outfile_new_child_full(folder, name.substr(slash + 1).c_str(), FALSE, "compression-level",
         GSF_ZIP_DEFLATED, "deflate-level", deflateLevel, nullptr));
     if (!out.member) out.hasFailed = true;
+    noted(out.isSound());
 }
 
 void PackageFile::write(std::string_view bytes)
 {
     auto& out = *m_outputs;
-    if (out.hasFailed) return;
+    if (!out.isSound()) return;
     const auto* raw = reinterpret_cast<const guint8*>(bytes.data());
-    if (!gsf_output_write(out.member.get(), bytes.size(), raw)) out.hasFailed = true;
+    errno = 0;
+    if (!noted(gsf_output_write(out.member.get(), bytes.size(), raw) && out.isSound())) out.hasFailed = true;
 }
 
 bool PackageFile::failed() const { return !m_outputs->isSound(); }
@@ -114,7 +124,8 @@ bool PackageFile::finish()
 {
     if (failed()) return false;
     const auto outputs = std::move(m_outputs);
-    return outputs->close() && outputs->isSound() && outputs->replacement->finish();
+    errno = 0;
+    return noted(outputs->close() && outputs->isSound() && outputs->replacement->finish());
 }
 
 } // namespace vellumo::xlsx

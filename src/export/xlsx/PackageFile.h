@@ -12,7 +12,8 @@ namespace vellumo::xlsx {
 // first error sticks. One thread at a time.
 class PackageFile {
 public:
-    // Null when the file cannot be made: there is no such folder, or `path` is anything but a regular file.
+    // Null, and the reason in errno, when the file cannot be made: there is no such folder, or `path` is anything but a
+    // regular file.
     [[nodiscard]] static std::unique_ptr<PackageFile> create(const std::string& path);
     ~PackageFile();
     PackageFile(const PackageFile&) = delete;
@@ -23,14 +24,19 @@ public:
     void write(std::string_view bytes);
 
     [[nodiscard]] bool failed() const;
+    // The system's reason (errno) for the first failure; 0 for none, and where none is known.
+    [[nodiscard]] int error() const { return m_error; }
     // Call at most once. True when every byte got there; otherwise the file is given up.
     [[nodiscard]] bool finish();
 
 private:
     struct Outputs;
     explicit PackageFile(std::unique_ptr<Outputs> outputs);
+    // Keeps the reason of a failure.
+    bool noted(bool isDone);
 
     std::unique_ptr<Outputs> m_outputs;
+    int m_error = 0;
 };
 
 } // namespace vellumo::xlsx

@@ -14,7 +14,7 @@ public:
     static constexpr std::uint32_t maximumRows = 1'048'576;
     static constexpr std::size_t maximumTextUnits = 32767; // UTF-16
 
-    // Null when there can be no file at `path` (PackageFile.h tells why).
+    // Null, and the reason in errno, when there can be no file at `path` (PackageFile.h tells why).
     [[nodiscard]] static std::unique_ptr<XlsxWorkbook> create(const std::string& path);
 
     // Ends the sheet before and makes one that the cells go to. False, and nothing is changed, for a name that no sheet
@@ -29,6 +29,8 @@ public:
         if (m_cells.text().size() >= enough) flush();
     }
     [[nodiscard]] bool failed() const { return m_package->failed(); }
+    // The system's reason (errno) for the first failure; 0 for none, and where none is known.
+    [[nodiscard]] int error() const { return m_package->error(); }
 
     // Call at most once, with a sheet at least. False when the file could not be written whole: then there is no new
     // one.
