@@ -2,28 +2,16 @@
 #include "browser/DroppedPath.h"
 
 #include "model/TAdmMDBFile.h"
-
-#include <algorithm>
+#include "text/Ascii.h"
 
 namespace vellumo {
-
-namespace {
-
-// ASCII letters only: the two extensions have no others.
-bool equalIgnoringCase(std::string_view text, std::string_view lowerCase)
-{
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(
-        text.begin(), text.end(), lowerCase.begin(), lowerCase.end(), [&](char a, char b) { return lower(a) == b; });
-}
-
-} // namespace
 
 bool isDatabasePath(std::string_view path)
 {
     TAdmMDBFile file;
     file.setFullPath(path);
-    return equalIgnoringCase(file.fileExtension(), "mdb") || equalIgnoringCase(file.fileExtension(), "accdb");
+    const auto extension = asciiLower(file.fileExtension());
+    return extension == "mdb" || extension == "accdb";
 }
 
 std::string pathOutsideContainer(std::string_view path, std::string_view homeFolder)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "browser/TextMatcher.h"
 
+#include "text/Ascii.h"
 #include "text/CaseFold.h"
 
 #include <algorithm>
@@ -18,14 +19,12 @@ namespace {
 
 bool isLowerLetter(std::uint8_t byte) { return byte >= 'a' && byte <= 'z'; }
 
-char foldAscii(char byte) { return static_cast<char>(byte | ((byte >= 'A' && byte <= 'Z') ? 0x20 : 0)); }
-
 // How often a byte is to be expected in a table's texts, the most frequent last: any order finds the pattern, a fair
 // guess finds it with fewer false alarms.
 int frequencyRank(std::uint8_t byte)
 {
     constexpr std::string_view frequent = "zqxjkvwybpgfmculdhrsintoae/.,:-987654321 0";
-    const auto rank = frequent.find(foldAscii(static_cast<char>(byte)));
+    const auto rank = frequent.find(asciiLower(static_cast<char>(byte)));
     return rank == std::string_view::npos ? -1 : static_cast<int>(rank);
 }
 
@@ -66,7 +65,7 @@ bool PatternScanner::isEqual(const char* text) const
 {
     if (!m_ignoreCase) return std::memcmp(text, m_pattern.data(), m_pattern.size()) == 0;
     for (std::size_t i = 0; i < m_pattern.size(); ++i)
-        if (foldAscii(text[i]) != m_pattern[i]) return false;
+        if (asciiLower(text[i]) != m_pattern[i]) return false;
     return true;
 }
 
