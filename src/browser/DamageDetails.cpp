@@ -67,11 +67,13 @@ Alert salvageResult(const TAdmMDBFile& file, Salvage salvage)
         rows += count;
         names += (names.empty() ? "" : "\n") + format("%@: %@", {table->name(), rowCountText(count)});
     }
-    if (!names.empty()) return {localizedFormat("Found: %@", {rowCountText(rows)}), names, Alert::Style::Sheet};
+    if (!names.empty())
+        return {localizedFormat("Found: %@", {rowCountText(rows)}), names, Alert::Style::Sheet, {},
+            Alert::Kind::Notice};
     return {localized("No lost rows were found."),
         salvage == Salvage::LostAndDeletedRows ? localized("Lost and deleted rows were looked for.")
                                                : localized("Deleted rows were not looked for."),
-        Alert::Style::Sheet};
+        Alert::Style::Sheet, {}, Alert::Kind::Notice};
 }
 
 Alert openFailureAlert(const TAdmMDBFile& file, Alert::Style style)

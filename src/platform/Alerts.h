@@ -12,10 +12,15 @@ struct Alert {
         Sheet, // attached to the main window
         Modal, // a panel of its own
     };
+    enum class Kind {
+        Warning,
+        Notice, // all is well
+    };
     std::string title;
     std::string message;
     Style style = Style::Sheet;
     std::string detail{}; // a further paragraph, such as the reason and what to do; may be empty
+    Kind kind = Kind::Warning;
 
     bool operator==(const Alert&) const = default;
 };

@@ -68,7 +68,8 @@ TEST(DamageTexts, ASearchForLostRowsTellsWhatItFound)
     file->tables()[1]->setOrigin(TableOrigin::Deleted);
     file->tables()[2]->setOrigin(TableOrigin::Recovered);
     EXPECT_EQ(salvageResult(*file, Salvage::LostAndDeletedRows),
-        (Alert{"Found: 3 rows", "Orders (deleted): 1 row\nRecovered 1: 2 rows"}));
+        (Alert{"Found: 3 rows", "Orders (deleted): 1 row\nRecovered 1: 2 rows", Alert::Style::Sheet, "",
+            Alert::Kind::Notice}));
 }
 
 TEST_F(Scenario, LookingForLostRowsOpensTheFileAgainAndComesBackToTheTable)

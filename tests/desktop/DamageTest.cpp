@@ -88,7 +88,8 @@ TEST_F(DamageTest, asksBeforeItLooksForLostRows)
     m_program.find<QDialog>("salvageSheet").accept();
     EXPECT_TRUE(eventually([&] { return !m_program.alerts.shown.empty(); }));
     EXPECT_THAT(m_program.alerts.shown,
-        testing::ElementsAre(Alert{"No lost rows were found.", "Lost and deleted rows were looked for."}));
+        testing::ElementsAre(Alert{"No lost rows were found.", "Lost and deleted rows were looked for.",
+            Alert::Style::Sheet, "", Alert::Kind::Notice}));
     EXPECT_THAT(m_program.treeText(), testing::HasSubstr("  Orders  (420)*"));
 }
 

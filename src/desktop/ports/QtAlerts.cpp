@@ -71,8 +71,8 @@ void fill(QMessageBox& box, const Alert& alert)
     box.setWindowTitle(programName);
     box.setText(toQString(alert.title));
     box.setStandardButtons(QMessageBox::Ok);
-    // What was said is good news or bad; the program's own picture suits both.
-    box.setIconPixmap(applicationIcon().pixmap(QSize(48, 48), box.devicePixelRatioF()));
+    const auto picture = alert.kind == Alert::Kind::Warning ? icon("warning") : applicationIcon();
+    box.setIconPixmap(picture.pixmap(QSize(48, 48), box.devicePixelRatioF()));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setBody(box, alert);
     widen(box); // last: a new body lays the box out anew

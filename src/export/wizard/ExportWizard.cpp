@@ -270,7 +270,9 @@ void ExportWizard::exportThreadFinished(ExportReport report)
     m_view->endProgressSheet();
     m_report = std::move(report);
     auto texts = exportReportTexts(*m_report);
-    m_ports.alerts.show({std::move(texts.title), std::move(texts.body), Alert::Style::Sheet});
+    Alert alert{std::move(texts.title), std::move(texts.body), Alert::Style::Sheet};
+    if (m_report->isDone() && m_report->isSourceWhole()) alert.kind = Alert::Kind::Notice;
+    m_ports.alerts.show(alert);
     m_view->exportFinished();
 }
 
