@@ -2,6 +2,7 @@
 #include "browser/DataView.h"
 
 #include "browser/GridValue.h"
+#include "browser/LongestTexts.h"
 #include "embedded/TAdmBlobData.h"
 #include "export/objects/ObjectFile.h"
 #include "model/TAdmMDBFile.h"
@@ -15,6 +16,12 @@ namespace vellumo {
 
 namespace {
 
+// Runs of rows that a grid can mark without standing still; a sort can tear a large selection into very many.
+constexpr std::size_t mostSelectedRuns = 2000;
+
+// Bytes of a text that are looked at for what to mark in its cell.
+constexpr std::size_t longestMarkedText = 4096;
+
 std::string captionOf(const TAdmMDBColumn& column)
 {
     for (const auto& [property, value] : column.properties())
@@ -25,8 +32,10 @@ std::string captionOf(const TAdmMDBColumn& column)
 
 GridColumn gridColumn(const TAdmMDBColumn& column, bool isCaptionShown)
 {
+    const bool isNumberOrDate =
+        factsOf(column.type()).sortKind != SortKind::Text && column.type() != ColumnType::Boolean;
     return {column.name(), isCaptionShown ? captionOf(column) : column.name(), column.isPrimaryKey(), column.isOLE(),
-        column.textAlignForCell(), column.sortOrder()};
+        column.textAlignForCell(), isNumberOrDate, column.sortOrder()};
 }
 
 int nextDirection(int direction)
@@ -40,6 +49,7 @@ int nextDirection(int direction)
 DataView::DataView(DataViewPort& port, const DesktopPorts& desktop, bool textViewShow)
     : m_port(port)
     , m_desktop(desktop)
+    , m_layouts(desktop.defaults)
     , m_isTextViewShown(textViewShow)
 {
     m_port.setTextViewShown(textViewShow);
@@ -53,13 +63,14 @@ void DataView::updateDataTableToShowMDBTable(const TAdmMDBTable* table)
         m_clickedRow = {};
         m_currentColumn = {};
         m_recordShown = {};
+        m_found.clear();
+        if (table != nullptr && !m_find.text.empty()) m_found = filterData(table->rows(), m_find);
     }
     m_columns.clear();
     if (table != nullptr)
         for (const auto& column : table->columns())
             m_columns.push_back(gridColumn(*column, m_areCaptionsShown));
-    m_displayOrder.resize(m_columns.size());
-    std::iota(m_displayOrder.begin(), m_displayOrder.end(), std::size_t{0});
+    readLayout();
     m_selectedRows.clipTo(numberOfRows());
     m_port.gridColumnsDidChange();
     m_port.selectedRowsDidChange();
@@ -74,6 +85,36 @@ void DataView::showInstead(const TAdmMDBTable* table)
     const auto position = record ? positionOfRecord(*record) : std::nullopt;
     selectRows(position ? RowSelection::ofRow(*position) : RowSelection());
     displayTextViewContent({});
+}
+
+void DataView::readLayout()
+{
+    m_layout.order.resize(m_columns.size());
+    std::iota(m_layout.order.begin(), m_layout.order.end(), std::size_t{0});
+    m_layout.widths.assign(m_columns.size(), 0);
+    if (table() != nullptr) m_layout = m_layouts.find(*table()).value_or(m_layout);
+}
+
+void DataView::setDisplayOrder(std::vector<std::size_t> columns)
+{
+    m_layout.order = std::move(columns);
+    m_layouts.keep(*table(), m_layout);
+}
+
+void DataView::setColumnWidth(std::size_t column, int width)
+{
+    m_layout.widths[column] = width;
+    m_layouts.keep(*table(), m_layout);
+}
+
+std::vector<std::uint32_t> DataView::longestRecords(std::size_t column, std::size_t count) const
+{
+    return longestTexts(table()->rows(), column, count);
+}
+
+GridValue DataView::valueOfRecord(std::size_t column, std::size_t record) const
+{
+    return vellumo::getValueForTableColumn(table(), column, record);
 }
 
 void DataView::reloadData()
@@ -93,6 +134,8 @@ std::size_t DataView::numberOfRows()
     const auto clicked = m_clickedRow ? std::optional(recordAt(*m_clickedRow)) : std::nullopt;
     const auto count = m_rows.rowCount();
     m_selectedRows = rowsOf(selected);
+    if (m_selectedRows.ranges().size() > mostSelectedRuns)
+        m_selectedRows = rowShown() ? RowSelection::ofRow(*rowShown()) : RowSelection();
     m_clickedRow = clicked ? positionOfRecord(*clicked) : std::nullopt;
     if (m_recordShown && !rowShown()) displayTextViewContent({});
     return count;
@@ -140,7 +183,66 @@ std::string DataView::placeholder()
 {
     if (table() == nullptr) return localized("No tables selected");
     if (numberOfRows() > 0) return {};
-    return table()->rows().empty() ? localized("No records") : localized("No records found");
+    if (!hidesAllRows()) return localized("No records");
+    const auto& search = m_rows.search();
+    return localized("No records found") + '\n'
+        + localizedFormat(
+            "The search for “%@” (%@) hides every record of this table.", {search.text, searchRuleText(search)});
+}
+
+bool DataView::hidesAllRows() { return table() != nullptr && numberOfRows() == 0 && !table()->rows().empty(); }
+
+void DataView::setFind(SearchSettings settings)
+{
+    m_find = std::move(settings);
+    m_found.clear();
+    if (table() != nullptr && !m_find.text.empty()) m_found = filterData(table()->rows(), m_find);
+    m_port.gridRowsDidChange();
+    m_port.selectedRowsDidChange();
+}
+
+bool DataView::findNext(int step)
+{
+    const auto count = numberOfRows();
+    if (m_found.empty() || count == 0) return false;
+    std::vector<bool> isFound(table()->rows().rowCount());
+    for (const auto record : m_found)
+        isFound[record] = true;
+    auto row = m_selectedRows.first().value_or(step > 0 ? count - 1 : 0);
+    for (std::size_t i = 0; i < count; ++i) {
+        row = (step > 0 ? row + 1 : row + count - 1) % count;
+        if (!isFound[recordAt(row)]) continue;
+        setEditedColumn(columnOfHit(row), row);
+        return true;
+    }
+    return false;
+}
+
+// The first one that is displayed; the current one for a hit that lies too far behind in its text.
+std::size_t DataView::columnOfHit(std::size_t row) const
+{
+    for (const auto column : m_layout.order)
+        if (!hits(column, row).empty()) return column;
+    return currentColumn();
+}
+
+std::string DataView::searchText()
+{
+    if (table() == nullptr) return {};
+    const auto found = m_find.text.empty() ? numberOfRows() : m_found.size();
+    return searchResultText(shownSearch(), found, table()->rows().rowCount());
+}
+
+std::vector<TextRange> DataView::hits(std::size_t column, std::size_t row) const
+{
+    const auto& search = shownSearch();
+    if (search.text.empty()) return {};
+    const auto value = getValueForTableColumn(column, row);
+    const auto* text = std::get_if<std::string_view>(&value);
+    if (text == nullptr) return {};
+    const bool needsEnd = search.searchOption == SearchOption::Equals || search.searchOption == SearchOption::EndsWith;
+    if (text->size() > longestMarkedText && needsEnd) return {};
+    return hitsIn(text->substr(0, longestMarkedText), search);
 }
 
 GridValue DataView::getValueForTableColumn(std::size_t column, std::size_t row) const
@@ -270,7 +372,7 @@ bool DataView::keyDown(int keyCode)
     if (numberOfRows() == 0 || m_columns.empty()) return false;
     // The left arrow leads to the last column and the right arrow to the first.
     setEditedColumn(
-        keyCode == leftArrowKey ? m_displayOrder.back() : m_displayOrder.front(), m_selectedRows.first().value_or(0));
+        keyCode == leftArrowKey ? m_layout.order.back() : m_layout.order.front(), m_selectedRows.first().value_or(0));
     return true;
 }
 
@@ -319,7 +421,7 @@ std::string DataView::copiedText(const RowSelection& rows) const
     std::string buffer;
     for (const auto& [first, last] : rows.ranges())
         for (auto row = first; row <= last; ++row) {
-            for (const auto column : m_displayOrder)
+            for (const auto column : m_layout.order)
                 appendCopiedValue(getValueForTableColumn(column, row), buffer, text);
             endCopiedRow(text);
         }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "browser/ColumnLayouts.h"
 #include "browser/DesktopPorts.h"
 #include "browser/GridRows.h"
 #include "browser/GridValue.h"
 #include "browser/RowSelection.h"
+#include "browser/SearchHits.h"
 
 #include <cstddef>
 #include <functional>
@@ -54,7 +56,8 @@ struct GridColumn {
     bool hasKeyImage = false;
     bool isImageAndText = false; // cells draw a file-type icon in front of the text
     TextAlignment alignment = TextAlignment::Natural;
-    int headerTag = 0; // the sort direction shown: 1 ascending, -1 descending, 0 none
+    bool isNumberOrDate = false; // stands on the right unless the alignment says otherwise
+    int headerTag = 0;           // the sort direction shown: 1 ascending, -1 descending, 0 none
 };
 
 // What the pane below the grid shows.
@@ -102,6 +105,15 @@ public:
     void setCaptionsShown(bool isShown) { m_areCaptionsShown = isShown; }
     // The search takes effect with the reload.
     void setSearch(SearchSettings settings) { m_rows.setSearch(std::move(settings)); }
+    // What to look for without hiding the rest. It shows with the next findNext or reload.
+    void setFind(SearchSettings settings);
+    // Selects the next (`step` 1) or the previous (-1) record that agrees, round and round, and shows the cell that
+    // does. False when there is none.
+    bool findNext(int step);
+    // How many records agree with the search, or with what setFind looks for; "" while nothing is searched.
+    [[nodiscard]] std::string searchText();
+    // The parts of a cell's text for which it was found. Of a long text only the beginning is looked at.
+    [[nodiscard]] std::vector<TextRange> hits(std::size_t column, std::size_t row) const;
     // Brings the row list up to date. Selected records that the search hides are dropped, and when it hides the one
     // that is shown below, the detail pane is emptied.
     void reloadData();
@@ -110,11 +122,18 @@ public:
 
     // The grid's questions. `row` is below what numberOfRows last said.
     [[nodiscard]] const std::vector<GridColumn>& columns() const { return m_columns; }
-    // The columns in the order in which the user has put them; initially as they are.
-    void setDisplayOrder(std::vector<std::size_t> columns) { m_displayOrder = std::move(columns); }
+    // The columns as the user has laid them out; initially as they are. What the user does here is kept for the table.
+    [[nodiscard]] const ColumnLayout& columnLayout() const { return m_layout; }
+    void setDisplayOrder(std::vector<std::size_t> columns);
+    void setColumnWidth(std::size_t column, int width);
+    // The records with the longest texts of a column, whether or not the search hides them: at most `count`.
+    [[nodiscard]] std::vector<std::uint32_t> longestRecords(std::size_t column, std::size_t count) const;
+    [[nodiscard]] GridValue valueOfRecord(std::size_t column, std::size_t record) const;
     std::size_t numberOfRows();
     // What the grid says instead of rows; empty when there are some.
     [[nodiscard]] std::string placeholder();
+    // Whether there are records and the search hides all of them.
+    [[nodiscard]] bool hidesAllRows();
     [[nodiscard]] GridValue getValueForTableColumn(std::size_t column, std::size_t row) const;
     // The record (row number of the table's store) at a position, and back; nullopt when the search hides it.
     [[nodiscard]] std::size_t recordAt(std::size_t row) const { return m_rows.rowAt(row); }
@@ -168,12 +187,15 @@ public:
     // The column of the cell that was shown last, else the first as they are displayed; 0 when there are none.
     [[nodiscard]] std::size_t currentColumn() const
     {
-        return m_currentColumn.value_or(m_displayOrder.empty() ? 0 : m_displayOrder.front());
+        return m_currentColumn.value_or(m_layout.order.empty() ? 0 : m_layout.order.front());
     }
 
 private:
     [[nodiscard]] RowSelection rowsToCopy() const;
     [[nodiscard]] std::string copiedText(const RowSelection& rows) const;
+    [[nodiscard]] const SearchSettings& shownSearch() const { return m_find.text.empty() ? m_rows.search() : m_find; }
+    [[nodiscard]] std::size_t columnOfHit(std::size_t row) const;
+    void readLayout();
     void applySortOrder(std::size_t clickedColumn);
     [[nodiscard]] std::vector<bool> recordsOf(const RowSelection& rows) const;
     [[nodiscard]] RowSelection rowsOf(const std::vector<bool>& records) const;
@@ -183,8 +205,11 @@ private:
     std::function<void()> m_selectionListener;
     std::function<void()> m_orderListener;
     GridRows m_rows;
+    SearchSettings m_find;
+    std::vector<std::uint32_t> m_found; // the records that agree with m_find
     std::vector<GridColumn> m_columns;
-    std::vector<std::size_t> m_displayOrder; // all of m_columns, once each
+    ColumnLayouts m_layouts;
+    ColumnLayout m_layout; // of m_columns
     RowSelection m_selectedRows;
     std::optional<std::size_t> m_clickedRow;
     std::optional<std::size_t> m_currentColumn; // of the table shown

@@ -59,7 +59,7 @@ TAdmMDBFile& FileList::createNewMDBFile(std::string_view path, bool insertFront)
 {
     auto file = std::make_shared<TAdmMDBFile>();
     file->setFullPath(path);
-    takeFacts(*file, m_facts);
+    lookAt(*file);
     m_ids[file.get()] = ++m_lastId;
     const auto place = insertFront ? m_recentFiles.begin() : m_recentFiles.end();
     return **m_recentFiles.insert(place, std::move(file));
@@ -87,6 +87,7 @@ std::shared_ptr<TAdmMDBFile> FileList::remove(const TAdmMDBFile& file)
     auto removed = share(file);
     std::erase(m_recentFiles, removed);
     m_documented.erase(&file);
+    m_missing.erase(&file);
     m_ids.erase(&file);
     return removed;
 }
@@ -100,7 +101,7 @@ FileList::Difference FileList::compareWith(const std::vector<std::string>& docum
         const auto path = entry->fullPath();
         entries.insert(path);
         if (listed.contains(path)) {
-            takeFacts(*entry, m_facts);
+            lookAt(*entry);
             m_documented.insert(entry.get());
         } else if (m_documented.contains(entry.get())) {
             difference.vanished.push_back(entry.get());
@@ -119,14 +120,23 @@ void FileList::sortByLastOpenDate()
 
 void FileList::sortByName() { vellumo::sortByName(m_recentFiles); }
 
-void takeFacts(TAdmMDBFile& file, const FileFactsSource& source)
+void FileList::lookAt(TAdmMDBFile& file)
+{
+    if (takeFacts(file, m_facts))
+        m_missing.erase(&file);
+    else
+        m_missing.insert(&file);
+}
+
+bool takeFacts(TAdmMDBFile& file, const FileFactsSource& source)
 {
     const auto facts = source.facts(file.fullPath());
-    if (!facts) return;
+    if (!facts) return false;
     file.setSize(facts->size);
     file.setCreateDate(facts->created);
     file.setModifyDate(facts->modified);
     file.setLastOpenDate(facts->accessed);
+    return true;
 }
 
 } // namespace vellumo

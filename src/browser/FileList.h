@@ -13,8 +13,8 @@
 
 namespace vellumo {
 
-// Takes over size and dates of the file at its path; it stays as it is when that cannot be looked at.
-void takeFacts(TAdmMDBFile& file, const FileFactsSource& source);
+// Takes over size and dates of the file at its path. False when that cannot be looked at; it stays as it is then.
+bool takeFacts(TAdmMDBFile& file, const FileFactsSource& source);
 
 // The files that the user has brought in, open or not, in display order. Closing a file and telling others that it goes
 // is the caller's business.
@@ -32,6 +32,8 @@ public:
     [[nodiscard]] const Files& recentFiles() const { return m_recentFiles; }
     [[nodiscard]] bool empty() const { return m_recentFiles.empty(); }
     [[nodiscard]] bool contains(const TAdmMDBFile* file) const;
+    // Whether an entry could not be looked at when that was tried last.
+    [[nodiscard]] bool isMissing(const TAdmMDBFile& file) const { return m_missing.contains(&file); }
     // Null when the file is not of the list.
     [[nodiscard]] std::shared_ptr<TAdmMDBFile> share(const TAdmMDBFile& file) const;
 
@@ -66,10 +68,13 @@ public:
     void sortByName();
 
 private:
+    void lookAt(TAdmMDBFile& file);
+
     const FileFactsSource& m_facts;
     Files m_recentFiles;
     std::map<const TAdmMDBFile*, std::uint64_t> m_ids; // of all entries
     std::uint64_t m_lastId = 0;
+    std::set<const TAdmMDBFile*> m_missing;    // entries whose files could not be looked at
     std::set<const TAdmMDBFile*> m_documented; // entries that were seen among the recent documents
 };
 

@@ -10,6 +10,7 @@ Files::Files(MainWindowView& view, const DesktopPorts& desktop, Hooks hooks)
     : m_view(view)
     , m_hooks(std::move(hooks))
     , m_list(desktop.fileFacts)
+    , m_facts(desktop.fileFacts)
     , m_opener(view, desktop.mainThread)
 {
 }
@@ -58,18 +59,17 @@ void Files::bringIn(const std::string& path, std::function<void()> begun, Done d
     m_opener.enqueue([this, path = std::move(regular), begun = std::move(begun), done = std::move(done)] {
         const auto file = m_list.share(replace(path));
         begun();
-        m_opener.open(file, optionsFor(*file, {}), [file, done](OpenResult result) { done(*file, result); });
+        read(file, {}, done);
     });
 }
 
 void Files::open(TAdmMDBFile& file, Once once, Done done)
 {
     m_opener.enqueue([this, shared = m_list.share(file), once = std::move(once), done = std::move(done)] {
-        const auto tell = [shared, done](OpenResult result) { done(*shared, result); };
         if (m_list.contains(shared.get()))
-            m_opener.open(shared, optionsFor(*shared, once), tell);
+            read(shared, once, done);
         else
-            tell(OpenResult::Stopped);
+            done(*shared, OpenResult::Stopped);
     });
 }
 
@@ -81,9 +81,23 @@ void Files::openAgain(const ItemId& id, Salvage salvage, std::function<void(TAdm
         const auto file = m_list.share(*listed);
         close(*file);
         begun(*file);
-        m_opener.open(
-            file, optionsFor(*file, {.salvage = salvage}), [file, done](OpenResult result) { done(*file, result); });
+        read(file, {.salvage = salvage}, done);
     });
+}
+
+void Files::read(const std::shared_ptr<TAdmMDBFile>& file, const Once& once, const Done& done)
+{
+    // Before the first page is read: a change that comes while it is read counts.
+    if (!file->active()) m_readFacts[file.get()] = m_facts.facts(file->fullPath());
+    m_opener.open(file, optionsFor(*file, once), [file, done](OpenResult result) { done(*file, result); });
+}
+
+bool Files::hasChangedOnDisk(const TAdmMDBFile& file) const
+{
+    const auto read = m_readFacts.find(&file);
+    if (!file.active() || read == m_readFacts.end() || !read->second) return false;
+    const auto now = m_facts.facts(file.fullPath());
+    return !now || now->size != read->second->size || now->modified != read->second->modified;
 }
 
 // Closing
@@ -101,6 +115,7 @@ void Files::drop(TAdmMDBFile& file)
         m_hooks.willClose(file);
         m_view.fileWillClose(file);
     }
+    m_readFacts.erase(&file);
     m_dropped.push_back(m_list.remove(file));
 }
 

@@ -6,6 +6,8 @@
 #include "browser/FileOpener.h"
 
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -59,6 +61,9 @@ public:
     // in between, while it is closed.
     void openAgain(const ItemId& id, Salvage salvage, std::function<void(TAdmMDBFile&)> begun, Done done);
 
+    // Whether size or date of an open file are others than when it was read, or it is not there any more.
+    [[nodiscard]] bool hasChangedOnDisk(const TAdmMDBFile& file) const;
+
     // The file stays in the list, unopened.
     void close(TAdmMDBFile& file);
     // Takes the file out of the list. It lives until forgetDropped, so that the tree can let go of it.
@@ -73,11 +78,14 @@ public:
 private:
     [[nodiscard]] OpenOptions optionsFor(const TAdmMDBFile& file, const Once& once) const;
     void vanish(TAdmMDBFile& file);
+    void read(const std::shared_ptr<TAdmMDBFile>& file, const Once& once, const Done& done);
 
     MainWindowView& m_view;
     Hooks m_hooks;
     FileList m_list;
     FileList::Files m_dropped;
+    const FileFactsSource& m_facts;
+    std::map<const TAdmMDBFile*, std::optional<FileFacts>> m_readFacts; // as they were before a file was read
     FileOpener m_opener;
 };
 

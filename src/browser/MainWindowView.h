@@ -29,8 +29,8 @@ enum class WindowPart {
     Placeholder,
     Navigation, // whether Back and Next can be used, in toolbar and menu
     JumpBar,    // its items or its selection; so often that its menus are better made when they are about to open
-    SearchMenu,
-    Settings, // what is settled for all files, or for the selected one
+    SearchMenu, // the text of the search field as well
+    Settings,   // what is settled for all files, or for the selected one
 };
 
 // The main window as the controller sees it. Each call says what changed; what it changed to is asked of the

@@ -160,6 +160,13 @@ void VellumoAppDelegate::informationEntryDidChange(InformationType type, std::si
     m_view.informationDidChange(InformationChange::Details, type);
 }
 
+std::string VellumoAppDelegate::selectionTitle() const
+{
+    const auto [file, table] = m_selection.item();
+    if (file == nullptr) return {};
+    return table == nullptr ? file->name() : format("%@ @%@", {table->name(), file->name()});
+}
+
 // Status bar
 
 void VellumoAppDelegate::setStatusText(std::string text)
@@ -266,6 +273,12 @@ void VellumoAppDelegate::SetCaseForSearch()
 {
     m_search.ignoreCase = !m_search.ignoreCase;
     searchRuleDidChange();
+}
+
+void VellumoAppDelegate::ClearSearch()
+{
+    dataSearchDidChange({});
+    m_view.partDidChange(WindowPart::SearchMenu);
 }
 
 void VellumoAppDelegate::searchRuleDidChange()

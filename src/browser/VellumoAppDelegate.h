@@ -98,6 +98,10 @@ public:
     [[nodiscard]] bool canSetTextEncoding() const;
     [[nodiscard]] std::optional<int> textEncoding() const;
     void SetTextEncoding(std::optional<int> codePage);
+    // Reads the selected file again, or opens it when it is closed; what was selected stays so.
+    void ReadAgain();
+    // That the selected file has changed on disk since it was read; "" when it has not. Looks at the disk.
+    [[nodiscard]] std::string changeBarText() const;
     // What the bar above the grid tells of the selected file; "" for no bar.
     [[nodiscard]] std::string damageBarText() const;
     [[nodiscard]] bool isPlaceholderShown() const { return m_isPlaceholderShown; }
@@ -129,6 +133,8 @@ public:
     // Rows are selected, headers clicked and so on at the data view itself.
     [[nodiscard]] DataView& dataView() { return m_dataView; }
     [[nodiscard]] const std::string& statusText() const { return m_statusText; }
+    // What is selected, for the window's title: "Orders @Sales", "Sales"; "" for nothing.
+    [[nodiscard]] std::string selectionTitle() const;
     void updateStatusBarForNoSelection();
     void updateStatusBarForFileSelection();
     void updateStatusBarForTableSelection();
@@ -153,6 +159,9 @@ public:
     // `tag` of an option item; another one does nothing.
     void SetSearchOption(int tag);
     void SetCaseForSearch();
+    void ClearSearch();
+    // "“ann”: 3 of 12 records" while a search is on and a table is shown.
+    [[nodiscard]] std::string searchText() { return m_dataView.searchText(); }
     [[nodiscard]] bool useFileFilter() const { return m_tree.useFileFilter(); }
     [[nodiscard]] bool useDataFilter() const { return !m_search.text.empty(); }
 

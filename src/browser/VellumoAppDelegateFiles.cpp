@@ -26,7 +26,10 @@ TAdmMDBFile& VellumoAppDelegate::findMDBFileByPath(std::string_view path)
 
 void VellumoAppDelegate::OpenFile()
 {
-    const auto paths = m_desktop.filePanels.openFiles({"accdb", "mdb"});
+    // Beside the file that was opened last.
+    const auto documents = m_desktop.recentDocuments.paths();
+    const auto last = documents.empty() ? std::string() : documents.front();
+    const auto paths = m_desktop.filePanels.openFiles({"accdb", "mdb"}, last.substr(0, last.rfind('/')));
     for (const auto& path : paths.value_or(std::vector<std::string>()))
         bringIn(path);
     afterOpening([this] {
@@ -233,6 +236,19 @@ void VellumoAppDelegate::LookForLostRows()
 }
 
 void VellumoAppDelegate::salvageSheetDidEnd(Salvage salvage) { openAgain(m_salvageItem, salvage); }
+
+void VellumoAppDelegate::ReadAgain()
+{
+    if (canUse(FileCommand::Open, Sender::Other)) return OpenSelectedFile(Sender::Other);
+    if (canUse(FileCommand::Close, Sender::Other)) openAgain(m_files.list().idOf(m_selection.item()), Salvage::None);
+}
+
+std::string VellumoAppDelegate::changeBarText() const
+{
+    const auto* file = selectedFile();
+    if (file == nullptr || m_files.isInUse(*file) || !m_files.hasChangedOnDisk(*file)) return {};
+    return localizedFormat("“%@” has changed on disk since it was read.", {file->label()});
+}
 
 // The recent documents
 

@@ -26,6 +26,9 @@ inline QString plainToolTip(const QString& text)
     return text.isEmpty() ? text : "<qt>" + text.toHtmlEscaped().replace('\n', "<br>") + "</qt>";
 }
 
+// A text as the title of a window, where Qt takes "[*]" for a mark of its own.
+inline QString plainWindowTitle(const std::string& title) { return toQString(title).replace("[*]", "[*][*]"); }
+
 } // namespace vellumo
 
 // What the code made from the layout files calls for each text. The context is not used: keys have none.

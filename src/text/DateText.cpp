@@ -7,6 +7,8 @@
 #include <cmath>
 #include <ctime>
 #include <fmt/format.h>
+#include <string_view>
+#include <utility>
 
 namespace vellumo {
 
@@ -26,11 +28,21 @@ std::tm localTime(Timestamp time)
     return parts;
 }
 
-std::string clockText(const std::tm& time)
+// A pattern with each part of the moment in place of its name.
+std::string filled(std::string pattern, const std::tm& time)
 {
     const auto hour = time.tm_hour % 12 == 0 ? 12 : time.tm_hour % 12;
-    return fmt::format("{}:{:02} {}", hour, time.tm_min, time.tm_hour < 12 ? "AM" : "PM");
+    const std::pair<std::string_view, std::string> parts[] = {{"<year>", fmt::format("{:04}", time.tm_year + 1900)},
+        {"<month>", fmt::format("{}", time.tm_mon + 1)}, {"<day>", fmt::format("{}", time.tm_mday)},
+        {"<hour of 12>", fmt::format("{}", hour)}, {"<hour of 24>", fmt::format("{:02}", time.tm_hour)},
+        {"<minute>", fmt::format("{:02}", time.tm_min)}, {"<AM or PM>", time.tm_hour < 12 ? "AM" : "PM"}};
+    for (const auto& [name, value] : parts)
+        if (const auto place = pattern.find(name); place != std::string::npos)
+            pattern.replace(place, name.size(), value);
+    return pattern;
 }
+
+std::string clockText(const std::tm& time) { return filled(localized("<hour of 12>:<minute> <AM or PM>"), time); }
 
 } // namespace
 
@@ -41,7 +53,7 @@ std::string dateWithFinderFormat(std::optional<Timestamp> date, Timestamp now)
     const auto daysAgo = roundedUtcDay(now) - roundedUtcDay(*date);
     if (daysAgo == 0) return format("%@ %@", {localized("Today"), clockText(local)});
     if (daysAgo == 1) return format("%@ %@", {localized("Yesterday"), clockText(local)});
-    return fmt::format("{}/{}/{:04} {}", local.tm_mday, local.tm_mon + 1, local.tm_year + 1900, clockText(local));
+    return format("%@ %@", {filled(localized("<day>/<month>/<year>"), local), clockText(local)});
 }
 
 std::string isoText(Timestamp date)

@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -257,16 +258,46 @@ TEST_F(GridTest, staysWhereItIsWhenMoreRowsAreSelected)
     EXPECT_EQ(topRow(), 300);
 }
 
-TEST_F(GridTest, keepsColumnWidthsWhileTheFileListIsFiltered)
+TEST_F(GridTest, keepsTheColumnsOfATableAsTheyWereLeft)
 {
     m_program.clickTree("Categories");
+    const auto isKept = [&] {
+        return m_program.grid().columnWidth(1) == 231 && m_program.grid().horizontalHeader()->visualIndex(2) == 0;
+    };
     m_program.grid().setColumnWidth(1, 231);
+    m_program.grid().horizontalHeader()->moveSection(2, 0);
     m_program.typeInto("fileSearchField", "cat");
-    EXPECT_EQ(m_program.grid().columnWidth(1), 231);
+    EXPECT_TRUE(isKept());
     m_program.typeInto("fileSearchField", "");
     m_program.clickTree("Suppliers");
+    EXPECT_FALSE(isKept());
     m_program.clickTree("Categories");
-    EXPECT_NE(m_program.grid().columnWidth(1), 231);
+    EXPECT_TRUE(isKept());
+    m_program.start(); // the next run
+    m_program.doubleClickTree("Shop");
+    m_program.clickTree("Categories");
+    EXPECT_TRUE(isKept());
+}
+
+TEST_F(GridTest, fitsColumnsToAllRows)
+{
+    m_program.clickTree("Employees");
+    auto& grid = m_program.grid();
+    const auto fitted = [&] {
+        grid.setColumnWidth(8, 40);
+        const auto& header = *grid.horizontalHeader();
+        grid.scrollTo(grid.model()->index(0, 8));
+        const QPoint border(header.sectionViewportPosition(8) + 39, header.height() / 2);
+        QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, border);
+        return grid.columnWidth(8);
+    };
+    const auto width = fitted();
+    EXPECT_GE(width, grid.fontMetrics().horizontalAdvance("Founded the shop with one shelf of tea."));
+    m_program.typeInto("dataSearchField", "Okafor");
+    EXPECT_EQ(fitted(), width) << "though the longest text is hidden";
+    grid.setColumnWidth(8, 40);
+    m_program.menuItem("Fit Columns")->trigger();
+    EXPECT_EQ(grid.columnWidth(8), width);
 }
 
 TEST_F(GridTest, keepsRecordAndColumnThroughASort)
@@ -278,6 +309,50 @@ TEST_F(GridTest, keepsRecordAndColumnThroughASort)
     EXPECT_EQ(m_program.statusText(), "Record 5 of 8");
     EXPECT_EQ(m_program.grid().currentIndex(), m_program.grid().model()->index(4, 1));
     EXPECT_EQ(m_program.detailText(), "Preserves");
+}
+
+TEST_F(GridTest, showsWhatASearchHasFoundAndWhatItHides)
+{
+    m_program.clickTree("Employees");
+    const auto label = [&](const char* name) { return fromQString(m_program.find<QLabel>(name).text()); };
+    EXPECT_EQ(label("searchRule"), "Contains, ignore case");
+    EXPECT_EQ(label("searchText"), "");
+    m_program.typeInto("dataSearchField", "sales");
+    EXPECT_EQ(label("searchText"), "“sales”: 2 of 8 records");
+    const auto hits = [&](int column) {
+        return m_program.grid().model()->index(0, column).data(GridModel::HitsRole).value<QList<QPoint>>();
+    };
+    EXPECT_EQ(m_program.cell(0, 3), "Sales");
+    EXPECT_EQ(hits(3), QList{QPoint(0, 5)});
+    EXPECT_TRUE(hits(1).isEmpty());
+    EXPECT_FALSE(m_program.find<QWidget>("clearSearch").isVisible());
+    QTest::keyClick(&m_program.find<QWidget>("dataSearchField"), Qt::Key_Down);
+    m_program.choose("Ignore Case");
+    EXPECT_EQ(label("searchRule"), "Contains, match case");
+    EXPECT_EQ(label("searchText"), "“sales”: 0 of 8 records");
+    EXPECT_TRUE(m_program.find<QWidget>("clearSearch").isVisible());
+    m_program.clickButton("clearSearch");
+    EXPECT_EQ(m_program.find<QLineEdit>("dataSearchField").text(), "");
+    EXPECT_EQ(m_program.grid().model()->rowCount(), 8);
+    EXPECT_EQ(label("searchText"), "");
+}
+
+TEST_F(GridTest, alignsNumbersAndDatesOnTheRight)
+{
+    m_program.clickTree("Orders");
+    const auto isOnTheRight = [&](int column) {
+        const auto& model = *m_program.grid().model();
+        const auto cell = model.index(0, column).data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+        EXPECT_EQ(model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>(), cell);
+        return cell.testFlag(Qt::AlignTrailing);
+    };
+    for (int column = 0; column < m_program.grid().model()->columnCount(); ++column) {
+        const auto& type =
+            m_program.window().app().selectedTable()->columns()[static_cast<std::size_t>(column)]->type();
+        EXPECT_EQ(
+            isOnTheRight(column), type != ColumnType::Text && type != ColumnType::Memo && type != ColumnType::Boolean)
+            << column;
+    }
 }
 
 TEST_F(GridTest, followsTheSelectedRecordThroughASearch)

@@ -5,6 +5,8 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QToolButton>
 #include <gmock/gmock.h>
@@ -115,6 +117,31 @@ TEST_F(TableWindowTest, hasCommandsOfItsOwn)
     QApplication::processEvents();
     EXPECT_TRUE(tableWindows().empty());
     EXPECT_TRUE(m_program.window().app().childWinManager()->childWins().empty());
+}
+
+TEST_F(TableWindowTest, findsRecordsWithoutHidingOthers)
+{
+    m_program.startWithDemo();
+    m_program.doubleClickTree("Employees");
+    auto& window = *windowTitled("Employees @Shop");
+    const auto label = [&](const char* name) { return window.findChild<QLabel*>(name)->text().toStdString(); };
+    QTest::keyClick(window.focusWidget(), Qt::Key_F, Qt::ControlModifier);
+    auto& field = *window.findChild<QLineEdit*>("findField");
+    EXPECT_EQ(window.focusWidget(), &field);
+    QTest::keyClicks(&field, "sales");
+    EXPECT_EQ(label("searchText"), "“sales”: 2 of 8 records");
+    std::string found;
+    for (const auto modifier : {Qt::NoModifier, Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier}) {
+        QTest::keyClick(&field, Qt::Key_Return, modifier);
+        found += label("statusText") + "; ";
+    }
+    EXPECT_EQ(found, "Record 5 of 8; Record 7 of 8; Record 5 of 8; Record 7 of 8; ");
+    EXPECT_EQ(window.findChild<QPlainTextEdit*>()->toPlainText(), "Sales");
+    QTest::keyClick(&field, Qt::Key_F11);
+    EXPECT_TRUE(window.isFullScreen());
+    QTest::keyClick(&field, Qt::Key_Escape);
+    EXPECT_EQ(label("searchText"), "");
+    EXPECT_EQ(window.focusWidget()->objectName(), "dataTableView");
 }
 
 TEST_F(TableWindowTest, keepsItsSizeHoweverItGoes)

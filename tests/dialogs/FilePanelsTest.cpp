@@ -46,10 +46,11 @@ TEST_F(FilePanels, OpensSeveralFiles)
 {
     QStringList filters;
     answerNext("\"" + folder.path("a.mdb") + "\" \"" + folder.path("b.MDB") + "\"", &filters);
-    EXPECT_THAT(panels.openFiles({"accdb", "mdb"}), Optional(ElementsAre(folder.path("a.mdb"), folder.path("b.MDB"))));
+    EXPECT_THAT(
+        panels.openFiles({"accdb", "mdb"}, ""), Optional(ElementsAre(folder.path("a.mdb"), folder.path("b.MDB"))));
     EXPECT_EQ(filters, QStringList{"Access databases (*.accdb *.ACCDB *.mdb *.MDB)"});
     answerNext({});
-    EXPECT_EQ(panels.openFiles({"mdb"}), std::nullopt);
+    EXPECT_EQ(panels.openFiles({"mdb"}, ""), std::nullopt);
 }
 
 TEST_F(FilePanels, ChoosesAFolderBeginningAtTheNearestThatExists)

@@ -204,7 +204,7 @@ TEST(Dialogs, GoWithTheirWindowAsIfCancelled)
         const char* name;
         std::function<bool()> show; // true when it was answered
     } cases[] = {
-        {"open", [&] { return panels.openFiles({"mdb"}).has_value(); }},
+        {"open", [&] { return panels.openFiles({"mdb"}, "").has_value(); }},
         {"folder", [&] { return panels.chooseFolder("").has_value(); }},
         {"save", [&] { return panels.saveFile("xls", "Shop").has_value(); }},
         {"alert",

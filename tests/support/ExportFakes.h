@@ -68,9 +68,10 @@ public:
 // Answers every question with the same answers; notes what was asked.
 class FakeFilePanels : public FilePanels {
 public:
-    std::optional<std::vector<std::string>> openFiles(const std::vector<std::string>&) override
+    std::optional<std::vector<std::string>> openFiles(
+        const std::vector<std::string>&, const std::string& startFolder) override
     {
-        asked.emplace_back("open");
+        asked.push_back("open " + startFolder);
         return files;
     }
     std::optional<std::string> chooseFolder(const std::string& initial) override

@@ -5,8 +5,13 @@ class QTableView;
 
 namespace vellumo {
 
-// Makes every column as wide as its title and a sample of its cells need, within limits. The cost does not depend on
-// the number of rows.
-void fitColumnWidths(QTableView& view);
+class DataView;
+
+// How wide a column of the grid is, for its title and its texts. What a search hides counts as well.
+
+// Within narrow limits, by a sample of the table: costs the same for any number of rows.
+[[nodiscard]] int usualColumnWidth(const QTableView& view, const DataView& dataView, int column);
+// Within wide limits, by the longest texts of the table.
+[[nodiscard]] int fittedColumnWidth(const QTableView& view, const DataView& dataView, int column);
 
 } // namespace vellumo

@@ -6,6 +6,8 @@
 #include "desktop/grid/JumpToRowSheet.h"
 #include "ui_DataView.h"
 
+#include <QHeaderView>
+
 namespace vellumo {
 
 DataViewWidget::DataViewWidget(QWidget* parent)
@@ -29,6 +31,13 @@ void DataViewWidget::setDataView(DataView& dataView)
     gridColumnsDidChange();
 }
 
+void DataViewWidget::setClearSearch(std::function<void()> clear)
+{
+    connect(m_ui->dataTableView, &GridView::clearSearchRequested, this, std::move(clear));
+}
+
+void DataViewWidget::fitColumns() { m_ui->dataTableView->fitColumns(); }
+
 JumpBar& DataViewWidget::jumpBar() { return *m_ui->jumpBar; }
 
 std::string DataViewWidget::layoutState() const { return m_ui->splitView->saveState().toBase64().toStdString(); }
@@ -41,7 +50,9 @@ void DataViewWidget::restoreLayout(const std::string& state)
 
 void DataViewWidget::setLayoutListener(std::function<void()> listener)
 {
-    connect(m_ui->splitView, &QSplitter::splitterMoved, this, std::move(listener));
+    connect(m_ui->splitView, &QSplitter::splitterMoved, this, listener);
+    connect(m_ui->dataTableView->horizontalHeader(), &QHeaderView::sectionResized, this, listener);
+    connect(m_ui->dataTableView->horizontalHeader(), &QHeaderView::sectionMoved, this, listener);
 }
 
 void DataViewWidget::gridColumnsDidChange() { m_ui->dataTableView->columnsDidChange(); }

@@ -28,11 +28,14 @@ public:
     // Once. Until then the port's calls are left without an answer, since a DataView is made with its port.
     void setDataView(DataView& dataView);
     [[nodiscard]] JumpBar& jumpBar();
+    void fitColumns();
+    // Called when the user wants to see the rows that a search hides.
+    void setClearSearch(std::function<void()> clear);
 
     // The share of grid and detail pane, as a text.
     [[nodiscard]] std::string layoutState() const;
     void restoreLayout(const std::string& state);
-    // Called after the user has changed that share.
+    // Called after the user has changed that share, or the columns.
     void setLayoutListener(std::function<void()> listener);
 
     // DataViewPort

@@ -35,8 +35,8 @@ DetailPane::DetailPane(QWidget* parent)
     , m_pages(new QStackedLayout)
     , m_text(makeTextView(this))
     , m_picture(new PictureView(this))
-    , m_objectBar(makeObjectBar())
     , m_cutBar(makeCutBar())
+    , m_objectBar(makeObjectBar())
 {
     m_pages->addWidget(m_text);
     m_pages->addWidget(m_picture);

@@ -43,12 +43,12 @@ private:
     QStackedLayout* m_pages;
     ValueText* m_text;
     PictureView* m_picture;
+    QLabel* m_cutNote;
+    QWidget* m_cutBar;    // makes the one above
     QWidget* m_objectBar; // makes the three below
     IconLabel* m_objectNote;
     QAbstractButton* m_openButton;
     QAbstractButton* m_fullSizeButton;
-    QLabel* m_cutNote;
-    QWidget* m_cutBar;       // makes the one above
     bool m_isCurrent = true; // what is shown is DataView::detail()
 };
 

@@ -3,16 +3,16 @@
 
 #include "browser/DataView.h"
 #include "desktop/QtText.h"
+#include "desktop/grid/GridView.h"
 #include "desktop/grid/ObjectActions.h"
 
 #include <QMenu>
-#include <QTableView>
 
 namespace vellumo {
 
 namespace {
 
-void addCommands(QMenu& menu, QWidget& grid, DataView& dataView)
+void addCommands(QMenu& menu, GridView& grid, DataView& dataView)
 {
     const auto add = [&](const char* key, GridCommand command, std::function<void()> run) {
         auto* action = menu.addAction(localizedText(key), &grid, std::move(run));
@@ -20,15 +20,17 @@ void addCommands(QMenu& menu, QWidget& grid, DataView& dataView)
     };
     add(messageKey("Copy"), GridCommand::Copy, [&dataView] { dataView.copy(); });
     menu.addSeparator();
-    auto* view = qobject_cast<QTableView*>(&grid);
+    auto* view = &grid;
     add(messageKey("Select All"), GridCommand::SelectAll, [view] { view->selectAll(); });
     add(messageKey("Deselect All"), GridCommand::DeselectAll, [view] { view->clearSelection(); });
     add(messageKey("Jump to Row…"), GridCommand::JumpToRow, [&dataView] { dataView.JumpToRow(); });
+    menu.addAction(localizedText("Fit Columns"), view, [view] { view->fitColumns(); })
+        ->setEnabled(!dataView.columns().empty());
 }
 
 } // namespace
 
-void popUpGridMenu(QWidget& grid, DataView& dataView, const QModelIndex& index, const QPoint& globalPosition)
+void popUpGridMenu(GridView& grid, DataView& dataView, const QModelIndex& index, const QPoint& globalPosition)
 {
     auto* menu = new QMenu(&grid);
     menu->setAttribute(Qt::WA_DeleteOnClose);

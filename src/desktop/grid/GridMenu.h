@@ -4,14 +4,14 @@
 #include <QModelIndex>
 
 class QPoint;
-class QWidget;
 
 namespace vellumo {
 
 class DataView;
+class GridView;
 
 // Opens the context menu of a grid for the cell at `index` (invalid: beside the rows). While it is open the cell's row
 // counts as clicked.
-void popUpGridMenu(QWidget& grid, DataView& dataView, const QModelIndex& index, const QPoint& globalPosition);
+void popUpGridMenu(GridView& grid, DataView& dataView, const QModelIndex& index, const QPoint& globalPosition);
 
 } // namespace vellumo

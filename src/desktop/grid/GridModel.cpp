@@ -7,6 +7,7 @@
 
 #include <QGuiApplication>
 #include <QPalette>
+#include <QPoint>
 
 #include <algorithm>
 #include <limits>
@@ -23,17 +24,17 @@ int qtCount(std::size_t count)
     return static_cast<int>(std::min<std::size_t>(count, std::numeric_limits<int>::max()));
 }
 
-QVariant qtAlignment(TextAlignment alignment)
+QVariant qtAlignment(const GridColumn& column)
 {
     const auto horizontal = [&] {
-        switch (alignment) {
+        switch (column.alignment) {
         case TextAlignment::Left: return Qt::AlignLeft | Qt::AlignAbsolute;
         case TextAlignment::Right: return Qt::AlignRight | Qt::AlignAbsolute;
         case TextAlignment::Center: return Qt::Alignment(Qt::AlignHCenter);
         case TextAlignment::Justified: return Qt::Alignment(Qt::AlignJustify);
         case TextAlignment::Natural: break;
         }
-        return Qt::Alignment(Qt::AlignLeading);
+        return Qt::Alignment(column.isNumberOrDate ? Qt::AlignTrailing : Qt::AlignLeading);
     }();
     return QVariant::fromValue(horizontal | Qt::AlignVCenter);
 }
@@ -55,6 +56,12 @@ QString cellLine(std::string_view text)
             c = QLatin1Char(' ');
     if (length < text.size()) line += QChar(0x2026);
     return line;
+}
+
+QString cellText(const GridValue& value)
+{
+    if (const auto* text = std::get_if<std::string_view>(&value)) return cellLine(*text);
+    return toQString(cellDisplayText(value));
 }
 
 GridModel::GridModel(QObject* parent)
@@ -97,12 +104,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || index.row() >= m_rowCount || index.column() >= m_columnCount) return {};
     const auto& column = m_dataView->columns()[static_cast<std::size_t>(index.column())];
     switch (role) {
-    case Qt::DisplayRole: {
-        const auto cell = value(index);
-        if (const auto* text = std::get_if<std::string_view>(&cell)) return cellLine(*text);
-        return toQString(cellDisplayText(cell));
-    }
-    case Qt::TextAlignmentRole: return qtAlignment(column.alignment);
+    case Qt::DisplayRole: return cellText(value(index));
+    case Qt::TextAlignmentRole: return qtAlignment(column);
     case Qt::ForegroundRole: {
         return std::holds_alternative<NullCell>(value(index)) ? QVariant(greyTextColor()) : QVariant();
     }
@@ -112,8 +115,26 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
         const auto* blob = std::get_if<std::shared_ptr<TAdmBlobData>>(&cell);
         return blob == nullptr ? QVariant() : QVariant(iconOf(**blob));
     }
+    case HitsRole: return hits(index);
     default: return {};
     }
+}
+
+// The cell shows each letter of its text as one, as far as it goes.
+QVariant GridModel::hits(const QModelIndex& index) const
+{
+    const auto ranges =
+        m_dataView->hits(static_cast<std::size_t>(index.column()), static_cast<std::size_t>(index.row()));
+    if (ranges.empty()) return {};
+    const auto cell = value(index);
+    const auto* text = std::get_if<std::string_view>(&cell);
+    const auto lengthOf = [&](std::size_t start, std::size_t length) {
+        return static_cast<int>(toQString(text->substr(start, length)).size());
+    };
+    QList<QPoint> hits;
+    for (const auto& [start, length] : ranges)
+        if (start < longestLine) hits << QPoint(lengthOf(0, start), lengthOf(start, length));
+    return QVariant::fromValue(hits);
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -130,6 +151,7 @@ QVariant GridModel::columnTitle(const GridColumn& column, int role) const
     switch (role) {
     case Qt::DisplayRole: return cellLine(column.title);
     case Qt::ToolTipRole: return plainToolTip(toQString(column.identifier));
+    case Qt::TextAlignmentRole: return qtAlignment(column);
     case Qt::DecorationRole: return column.hasKeyImage ? QVariant(m_keyIcon) : QVariant();
     case Qt::AccessibleDescriptionRole: return column.hasKeyImage ? QVariant(localizedText("Primary key")) : QVariant();
     default: return {};

@@ -13,6 +13,9 @@ namespace vellumo {
 // wide enough to show more. Row and column numbers are those of the DataView.
 class GridModel : public QAbstractTableModel {
 public:
+    // The parts of the cell's text that a search has found, as a QList<QPoint>: where in the text, how long.
+    static constexpr int HitsRole = Qt::UserRole;
+
     explicit GridModel(QObject* parent);
 
     // Null: an empty grid. The view outlives its being set.
@@ -33,6 +36,7 @@ public:
 private:
     [[nodiscard]] GridValue value(const QModelIndex& index) const;
     [[nodiscard]] QVariant columnTitle(const GridColumn& column, int role) const;
+    [[nodiscard]] QVariant hits(const QModelIndex& index) const;
     [[nodiscard]] QIcon iconOf(const TAdmBlobData& blob) const;
 
     QIcon m_keyIcon;
@@ -43,6 +47,8 @@ private:
     mutable QHash<QString, QIcon> m_icons; // of file types, by extension
 };
 
+// What a cell shows of a value.
+[[nodiscard]] QString cellText(const GridValue& value);
 // The text as one line for a cell: line breaks and other control characters become spaces, and what is too long for
 // any cell is cut.
 [[nodiscard]] QString cellLine(std::string_view text);

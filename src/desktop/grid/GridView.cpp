@@ -4,6 +4,7 @@
 #include "browser/DataView.h"
 #include "desktop/QtText.h"
 #include "desktop/grid/ColumnWidths.h"
+#include "desktop/grid/GridDelegate.h"
 #include "desktop/grid/GridMenu.h"
 #include "desktop/grid/GridModel.h"
 #include "desktop/grid/ObjectActions.h"
@@ -13,6 +14,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <utility>
@@ -34,7 +36,13 @@ public:
 
 GridView::GridView(QWidget* parent)
     : QTableView(parent)
+    , m_clearSearch(new QPushButton(localizedText("Clear Search"), viewport()))
 {
+    setItemDelegate(new GridDelegate(this));
+    m_clearSearch->setObjectName("clearSearch");
+    m_clearSearch->setAutoDefault(false);
+    m_clearSearch->hide();
+    connect(m_clearSearch, &QPushButton::clicked, this, &GridView::clearSearchRequested);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
@@ -66,6 +74,9 @@ void GridView::setUpHeaders()
     adjustRowHeight();
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) { sortByColumn(column); });
     connect(horizontalHeader(), &QHeaderView::sectionMoved, this, [this] { columnsWereMoved(); });
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (!m_isFollowing) m_dataView->setColumnWidth(static_cast<std::size_t>(column), width);
+    });
 }
 
 void GridView::adjustRowHeight()
@@ -84,6 +95,21 @@ void GridView::paintEvent(QPaintEvent* event)
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, toQString(m_dataView->placeholder()));
+}
+
+// Below the text in place of rows.
+void GridView::offerToClearSearch()
+{
+    m_clearSearch->setVisible(m_dataView != nullptr && m_dataView->hidesAllRows());
+    m_clearSearch->adjustSize();
+    const auto centre = viewport()->rect().center() + QPoint(0, 2 * fontMetrics().lineSpacing());
+    m_clearSearch->move(centre - QPoint(m_clearSearch->width() / 2, 0));
+}
+
+void GridView::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    offerToClearSearch();
 }
 
 // The text in place of rows stays where it is, while the viewport's pixels move along.
@@ -129,9 +155,8 @@ void GridView::columnsDidChange()
     if (m_model == nullptr) return;
     const QScopedValueRollback following(m_isFollowing, true);
     m_model->reload();
-    restoreColumnOrder();
-    // The user may have changed the widths of a table that is shown again.
-    if (std::exchange(m_fittedTable, m_dataView->table()) != m_dataView->table()) fitColumnWidths(*this);
+    layOutColumns();
+    offerToClearSearch();
     scrollToTop();
     horizontalScrollBar()->setValue(0);
     sortIndicatorsDidChange();
@@ -142,6 +167,7 @@ void GridView::rowsDidChange()
     if (m_model == nullptr) return;
     const QScopedValueRollback following(m_isFollowing, true);
     m_model->reload();
+    offerToClearSearch();
 }
 
 void GridView::sortIndicatorsDidChange()
@@ -210,12 +236,29 @@ void GridView::columnsWereMoved()
     m_dataView->setDisplayOrder(std::move(order));
 }
 
-void GridView::restoreColumnOrder()
+void GridView::layOutColumns()
 {
     auto& header = *horizontalHeader();
-    if (!header.sectionsMoved()) return;
+    const auto& [order, widths] = m_dataView->columnLayout();
+    for (int position = 0; position < m_model->columnCount(); ++position)
+        header.moveSection(header.visualIndex(static_cast<int>(order[static_cast<std::size_t>(position)])), position);
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const auto width = widths[static_cast<std::size_t>(column)];
+        setColumnWidth(column, width > 0 ? width : usualColumnWidth(*this, *m_dataView, column));
+    }
+}
+
+// Asked for by a double click on the border of a title.
+int GridView::sizeHintForColumn(int column) const
+{
+    return m_dataView == nullptr ? -1 : fittedColumnWidth(*this, *m_dataView, column);
+}
+
+void GridView::fitColumns()
+{
+    const BusyCursor busy;
     for (int column = 0; column < m_model->columnCount(); ++column)
-        header.moveSection(header.visualIndex(column), column);
+        resizeColumnToContents(column);
 }
 
 RowSelection GridView::selectionOfView() const
@@ -261,6 +304,13 @@ void GridView::keyPressEvent(QKeyEvent* event)
         if (event->modifiers() == Qt::NoModifier
             && m_dataView->keyDown(isLeft ? DataView::leftArrowKey : DataView::rightArrowKey))
             return;
+    }
+    const auto isHome = event->key() == Qt::Key_Home;
+    if ((isHome || event->key() == Qt::Key_End) && event->modifiers() == Qt::ControlModifier
+        && m_model->rowCount() > 0) {
+        const auto& order = m_dataView->columnLayout().order;
+        const auto lastRow = static_cast<std::size_t>(m_model->rowCount()) - 1;
+        return m_dataView->setEditedColumn(isHome ? order.front() : order.back(), isHome ? 0 : lastRow);
     }
     QTableView::keyPressEvent(event);
 }

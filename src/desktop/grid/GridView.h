@@ -8,15 +8,18 @@
 
 #include <optional>
 
+class QPushButton;
+
 namespace vellumo {
 
 class DataView;
 class GridModel;
-class TAdmMDBTable;
 
 // The grid of a DataView. Left and right arrow lead where the DataView says; with Ctrl they go from cell to cell. The
 // icon of an object cell can be dragged out as a file, and a double click on it opens the object.
 class GridView : public QTableView {
+    Q_OBJECT
+
 public:
     explicit GridView(QWidget* parent = nullptr);
 
@@ -31,6 +34,13 @@ public:
     void scrollToRow(std::size_t row);
     void focusCell(std::size_t column, std::size_t row);
 
+    // Makes every column as wide as its texts need, those that a search hides as well.
+    void fitColumns();
+
+signals:
+    // The user does not want the search any more that hides all rows.
+    void clearSearchRequested();
+
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -41,19 +51,22 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
+    [[nodiscard]] int sizeHintForColumn(int column) const override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void changeEvent(QEvent* event) override;
 
 private:
     void setUpHeaders();
+    void offerToClearSearch();
     void adjustRowHeight();
     void frameCurrentCell();
     void sortByColumn(int column);
     void columnsWereMoved();
     void displayCell(const QModelIndex& index);
     void goOnFromSelection();
-    void restoreColumnOrder();
+    void layOutColumns();
     [[nodiscard]] RowSelection selectionOfView() const;
     [[nodiscard]] QModelIndex iconAt(const QPoint& position) const;
     void dragIcon(const QModelIndex& index);
@@ -61,7 +74,7 @@ private:
 
     DataView* m_dataView = nullptr;
     GridModel* m_model = nullptr;
-    const TAdmMDBTable* m_fittedTable = nullptr; // whose columns have their widths; never dereferenced
+    QPushButton* m_clearSearch;
     bool m_isFollowing = false; // the view takes over what the DataView has, which is no action of the user
     QPersistentModelIndex m_pressedIcon;
     QPoint m_pressPosition;

@@ -3,11 +3,15 @@
 
 #include "browser/JumpBarMenu.h"
 #include "desktop/QtText.h"
+#include "desktop/grid/GridModel.h"
+#include "desktop/grid/JumpList.h"
 #include "desktop/icons/Icons.h"
 
 #include <QBoxLayout>
 #include <QMenu>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace vellumo {
 
@@ -20,7 +24,8 @@ QString plainTitle(const std::string& name) { return toQString(name).replace('&'
 void showName(QToolButton& button, const std::string& name)
 {
     const auto room = button.fontMetrics().averageCharWidth() * 40;
-    button.setText(button.fontMetrics().elidedText(toQString(name), Qt::ElideRight, room).replace('&', "&&"));
+    const auto shown = button.fontMetrics().elidedText(toQString(name), Qt::ElideRight, room).replace('&', "&&");
+    button.setText(shown + " ▾");
     button.setToolTip(plainToolTip(toQString(name)));
 }
 
@@ -47,18 +52,56 @@ JumpBar::JumpBar(QWidget* parent)
 QToolButton* JumpBar::makeButton(const char* nameKey, void (JumpBar::*fill)(QMenu&))
 {
     auto* button = new QToolButton(this);
-    auto* menu = new QMenu(button);
-    button->setMenu(menu);
-    button->setPopupMode(QToolButton::InstantPopup);
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
     button->setAccessibleName(localizedText(nameKey));
-    connect(menu, &QMenu::aboutToShow, this, [this, menu, fill] {
-        menu->clear();
-        if (m_menu != nullptr) (this->*fill)(*menu);
+    connect(button, &QToolButton::pressed, this, [this, button, fill] {
+        button->setDown(false); // the popup takes the release
+        if (m_menu != nullptr) open(*button, fill);
     });
     return button;
+}
+
+void JumpBar::open(QToolButton& button, void (JumpBar::*fill)(QMenu&))
+{
+    const auto files = m_menu->items();
+    const auto selected = m_menu->selectedItem().file;
+    const auto isLong = [&](const JumpBarMenu::FileItem& item) {
+        return item.tables.size() > mostMenuItems && (&button == m_fileButton || item.file == selected);
+    };
+    if ((&button == m_fileButton && files.size() > mostMenuItems) || std::ranges::any_of(files, isLong))
+        return openList(button);
+    QMenu menu(&button);
+    (this->*fill)(menu);
+    menu.exec(button.mapToGlobal(QPoint(0, button.height())));
+}
+
+// All files with their tables, or the tables of one file.
+void JumpBar::openList(QToolButton& button)
+{
+    const auto selected = m_menu->selectedItem();
+    const bool hasFiles = &button == m_fileButton;
+    std::vector<JumpList::Entry> entries;
+    const auto add = [&](const std::string& title, const TreeItem& item) {
+        entries.push_back({cellLine(title), m_menu->idOf(item), item == selected});
+    };
+    for (const auto& [file, tables] : m_menu->items()) {
+        if (!hasFiles && file != selected.file) continue;
+        if (hasFiles) add(file->name(), TreeItem::of(*file));
+        for (auto* table : tables)
+            add(hasFiles ? file->name() + " › " + table->name() : table->name(), TreeItem::of(*table));
+    }
+    (new JumpList(
+         std::move(entries), [this](const ItemId& id) { choose(id); }, this))
+        ->popUpBelow(button);
+}
+
+// A file may have been closed while the menu was open.
+void JumpBar::choose(const ItemId& id)
+{
+    const auto found = m_menu->find(id);
+    if (!found.isNone() && found.isTable() == id.isTable()) m_select(found);
 }
 
 void JumpBar::setMenu(const JumpBarMenu& menu, Select select)
@@ -108,11 +151,7 @@ void JumpBar::addTables(QMenu& menu, TAdmMDBFile* file)
 
 void JumpBar::addItem(QMenu& menu, const std::string& title, const TreeItem& item)
 {
-    auto* action = menu.addAction(plainTitle(title), this, [this, id = m_menu->idOf(item)] {
-        // A file may be closed while the menu is open.
-        const auto found = m_menu->find(id);
-        if (!found.isNone() && found.isTable() == id.isTable()) m_select(found);
-    });
+    auto* action = menu.addAction(plainTitle(title), this, [this, id = m_menu->idOf(item)] { choose(id); });
     action->setCheckable(true);
     action->setChecked(item == m_menu->selectedItem());
 }

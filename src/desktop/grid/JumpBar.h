@@ -15,9 +15,11 @@ namespace vellumo {
 class JumpBarMenu;
 
 // Two buttons that say which file and which table are shown. Their menus lead elsewhere: the first offers all files
-// with their tables, the second the tables of the same file. The menus are made when they open.
+// with their tables, the second the tables of the same file. The menus are made when they open; one that would be too
+// long for a screen is a list to type in.
 class JumpBar : public QWidget {
 public:
+    static constexpr std::size_t mostMenuItems = 30;
     using Select = std::function<void(const TreeItem&)>;
 
     explicit JumpBar(QWidget* parent = nullptr);
@@ -29,6 +31,9 @@ public:
 
 private:
     [[nodiscard]] QToolButton* makeButton(const char* nameKey, void (JumpBar::*fill)(QMenu&));
+    void open(QToolButton& button, void (JumpBar::*fill)(QMenu&));
+    void openList(QToolButton& button);
+    void choose(const ItemId& id);
     void fillFiles(QMenu& menu);
     void fillTables(QMenu& menu);
     void addTables(QMenu& menu, TAdmMDBFile* file);

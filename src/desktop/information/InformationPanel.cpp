@@ -20,6 +20,7 @@ InformationPanel::InformationPanel(VellumoAppDelegate& app, QWidget* parent)
     , m_title(new QLabel(this))
     , m_pages(new QStackedWidget(this))
 {
+    auto* bar = makeBar(); // before the pages, as it lies
     for (const auto type : InformationPane::allTypes) {
         auto* typePage = new InformationPage(type, app, m_pages);
         m_typePages[static_cast<std::size_t>(type)] = typePage;
@@ -31,7 +32,7 @@ InformationPanel::InformationPanel(VellumoAppDelegate& app, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
-    layout->addWidget(makeBar());
+    layout->addWidget(bar);
     layout->addWidget(m_title);
     layout->addWidget(m_pages, 1);
     connect(m_buttons, &QButtonGroup::idClicked, this,

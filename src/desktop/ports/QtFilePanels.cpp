@@ -60,9 +60,11 @@ bool QtFilePanels::run(QFileDialog& dialog)
     return true;
 }
 
-std::optional<std::vector<std::string>> QtFilePanels::openFiles(const std::vector<std::string>& extensions)
+std::optional<std::vector<std::string>> QtFilePanels::openFiles(
+    const std::vector<std::string>& extensions, const std::string& folder)
 {
-    auto& dialog = makeDialog(localizedText("Open MDB files"), m_folder);
+    const auto start = toQString(folder);
+    auto& dialog = makeDialog(localizedText("Open MDB files"), QFileInfo(start).isDir() ? start : m_folder);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setNameFilters({nameFilter(localized("Access databases"), extensions)});
     if (!run(dialog)) return std::nullopt;

@@ -19,7 +19,7 @@ public:
     void setMainWindow(QWidget* window) { m_mainWindow = window; }
 
     [[nodiscard]] std::optional<std::vector<std::string>> openFiles(
-        const std::vector<std::string>& extensions) override;
+        const std::vector<std::string>& extensions, const std::string& folder) override;
     [[nodiscard]] std::optional<std::string> chooseFolder(const std::string& initial) override;
     [[nodiscard]] std::optional<std::string> saveFile(
         const std::string& extension, const std::string& suggestedName) override;

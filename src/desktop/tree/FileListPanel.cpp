@@ -17,7 +17,11 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QTreeView>
+
+#include <algorithm>
+#include <array>
 
 class QPoint;
 class QWidget;
@@ -80,12 +84,14 @@ FileListPanel::FileListPanel(VellumoAppDelegate& app, QWidget* parent)
     , m_filter(new QLineEdit(this))
     , m_tree(new QTreeView(this))
     , m_pages(new QStackedWidget(this))
+    , m_visitLater(new QTimer(this))
 {
     m_filter->setObjectName("fileSearchField");
     m_filter->setPlaceholderText(localizedText("Filter files and tables"));
     m_filter->setAccessibleName(localizedText("Filter files and tables"));
     m_filter->setClearButtonEnabled(true);
     m_filter->setAcceptDrops(false); // files are for the window
+    m_filter->installEventFilter(this);
     auto* magnifier = m_filter->addAction(icon("search"), QLineEdit::LeadingPosition);
     magnifier->setText(localizedText("Filter files and tables"));
     connect(magnifier, &QAction::triggered, this, &FileListPanel::focusFilter);
@@ -129,6 +135,9 @@ void FileListPanel::setUpTree()
     connect(m_tree, &QTreeView::customContextMenuRequested, this, &FileListPanel::popUpMenu);
     connect(m_tree, &QTreeView::clicked, this,
         [this](const QModelIndex& index) { m_app.OnSingleClickfileTree(m_model->item(index)); });
+    m_visitLater->setSingleShot(true);
+    m_visitLater->setInterval(visitDelayMs);
+    connect(m_visitLater, &QTimer::timeout, this, [this] { m_app.OnSingleClickfileTree(m_app.treeSelection()); });
     // Opening a file replaces the model's rows, which a view must not see happen inside its own event handler.
     connect(m_tree, &QTreeView::doubleClicked, this, &FileListPanel::openCurrent, Qt::QueuedConnection);
     connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FileListPanel::userSelected);
@@ -220,6 +229,7 @@ void FileListPanel::collapse(TAdmMDBFile& file)
 
 void FileListPanel::selectionDidChange()
 {
+    m_visitLater->stop(); // somebody else has chosen meanwhile
     const QScopedValueRollback following(m_isFollowing, true);
     const auto& item = m_app.treeSelection();
     const auto index = item.isNone() ? QModelIndex() : m_model->indexOf(item);
@@ -251,6 +261,7 @@ void FileListPanel::placeholderDidChange()
 void FileListPanel::userSelected()
 {
     if (m_isFollowing) return;
+    m_visitLater->start();
     const auto rows = m_tree->selectionModel()->selectedIndexes();
     m_app.outlineViewSelectionDidChange(rows.isEmpty() ? TreeItem() : m_model->item(rows.first()));
 }
@@ -263,11 +274,31 @@ void FileListPanel::popUpMenu(const QPoint& position)
         *m_tree, m_app, m_model->item(m_tree->indexAt(position)), m_tree->viewport()->mapToGlobal(position));
 }
 
+// While nothing is selected a key that leads to a row selects one: Qt holds the first row for the current one and goes
+// on from it, which leads nowhere in a list of one file.
+bool FileListPanel::beginAtFirstRow(int key)
+{
+    using enum Qt::Key;
+    constexpr std::array keys{Key_Up, Key_Down, Key_Home, Key_End, Key_PageUp, Key_PageDown, Key_Return, Key_Enter};
+    const auto rowCount = m_model->rowCount();
+    if (std::ranges::find(keys, key) == keys.end() || rowCount == 0) return false;
+    if (!m_tree->selectionModel()->selection().isEmpty()) return false;
+    m_tree->setCurrentIndex(m_model->index(key == Key_End || key == Key_PageDown ? rowCount - 1 : 0, 0));
+    return key != Key_Return && key != Key_Enter; // these go on with the row
+}
+
 bool FileListPanel::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_tree && event->type() == QEvent::KeyPress) {
-        const auto& keyEvent = static_cast<QKeyEvent&>(*event);
-        const auto key = keyEvent.key();
+    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    const auto& keyEvent = static_cast<QKeyEvent&>(*event);
+    const auto key = keyEvent.key();
+    if (watched == m_filter) {
+        if (key == Qt::Key_Escape) m_filter->clear();
+        if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) m_tree->setFocus();
+        if (key == Qt::Key_Escape || m_tree->hasFocus()) return true;
+    }
+    if (watched == m_tree) {
+        if (beginAtFirstRow(key)) return true;
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
             openCurrent();
             return true;

@@ -10,6 +10,7 @@ class QAction;
 class QLabel;
 class QLineEdit;
 class QStackedWidget;
+class QTimer;
 class QTreeView;
 
 namespace vellumo {
@@ -23,6 +24,9 @@ class FileListPanel : public QWidget {
 public:
     // `app` outlives the panel's use.
     FileListPanel(VellumoAppDelegate& app, QWidget* parent);
+
+    // How long a table has to stay selected to count as visited, unless it was clicked.
+    static constexpr int visitDelayMs = 800;
 
     void focusFilter();
     // The command's keys work only while the tree has the keyboard.
@@ -46,6 +50,7 @@ private:
     [[nodiscard]] QWidget* makePlaceholder();
     void showDropPicture();
     void restoreExpansion();
+    [[nodiscard]] bool beginAtFirstRow(int key);
     void userSelected();
     void openCurrent();
     void popUpMenu(const QPoint& position);
@@ -55,6 +60,7 @@ private:
     QLineEdit* m_filter;
     QTreeView* m_tree;
     QStackedWidget* m_pages;
+    QTimer* m_visitLater;
     QLabel* m_dropPicture = nullptr;
     std::set<const TAdmMDBFile*> m_expanded; // of the list; never dereferenced
     bool m_isFollowing = false;              // the tree takes over what the controller has

@@ -8,7 +8,9 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QGuiApplication>
 #include <QPainter>
+#include <QPalette>
 #include <algorithm>
 
 namespace vellumo {
@@ -19,6 +21,8 @@ template <typename List, typename Item> int positionIn(const List& list, const I
 {
     return static_cast<int>(std::ranges::find(list, item) - list.begin());
 }
+
+QColor greyTextColor() { return QGuiApplication::palette().color(QPalette::PlaceholderText); }
 
 bool isDamaged(const TreeItem& item)
 {
@@ -31,18 +35,13 @@ QString damageText(const TreeItem& item)
     return toQString(item.isTable() ? damageOf(*item.table) : damageOf(*item.file));
 }
 
-QVariant toolTip(const TreeItem& item)
-{
-    const auto name = toQString(item.isTable() ? item.table->name() : item.file->fullPath());
-    return plainToolTip(isDamaged(item) ? name + '\n' + damageText(item) : name);
-}
-
 // What was found by looking for lost rows is set apart from the tables that the file lists.
-QVariant fontOf(const TreeItem& item)
+QVariant fontOf(const TreeItem& item, bool isMissing)
 {
-    if (!item.isTable() || item.table->origin() == TableOrigin::Catalogue) return {};
     QFont font;
     font.setItalic(true);
+    if (isMissing) return font;
+    if (!item.isTable() || item.table->origin() == TableOrigin::Catalogue) return {};
     return font;
 }
 
@@ -132,11 +131,25 @@ QVariant FileTreeModel::data(const QModelIndex& index, int role) const
     case RowCountRole: return toQString(m_app.objectValueByItem(shown).rowCount);
     case DamageRole: return isDamaged(shown);
     case Qt::AccessibleTextRole: return spokenText(shown);
-    case Qt::FontRole: return fontOf(shown);
+    case Qt::FontRole: return fontOf(shown, isMissing(shown));
+    case Qt::ForegroundRole: return isMissing(shown) ? QVariant(greyTextColor()) : QVariant();
     case Qt::DecorationRole: return picture(shown);
     case Qt::ToolTipRole: return toolTip(shown);
     default: return {};
     }
+}
+
+bool FileTreeModel::isMissing(const TreeItem& item) const
+{
+    return item.isFile() && !item.file->active() && m_app.fileList().isMissing(*item.file);
+}
+
+QVariant FileTreeModel::toolTip(const TreeItem& item) const
+{
+    auto text = toQString(item.isTable() ? item.table->name() : item.file->fullPath());
+    if (isDamaged(item)) text += '\n' + damageText(item);
+    if (isMissing(item)) text += '\n' + localizedText("The file is not there any more.");
+    return plainToolTip(text);
 }
 
 QVariant FileTreeModel::picture(const TreeItem& item) const
@@ -149,6 +162,7 @@ QString FileTreeModel::spokenText(const TreeItem& item) const
 {
     const auto shown = m_app.objectValueByItem(item);
     const auto text = toQString(shown.name + shown.rowCount);
+    if (isMissing(item)) return text + ", " + localizedText("The file is not there any more.");
     return isDamaged(item) ? text + ", " + damageText(item) : text;
 }
 

@@ -46,6 +46,8 @@ private:
     // A table's index carries the number of its file's row + 1, a file's index carries 0.
     [[nodiscard]] const FileRow* fileRowOf(const QModelIndex& index) const;
     [[nodiscard]] QString spokenText(const TreeItem& item) const;
+    [[nodiscard]] bool isMissing(const TreeItem& item) const;
+    [[nodiscard]] QVariant toolTip(const TreeItem& item) const;
     [[nodiscard]] QVariant picture(const TreeItem& item) const;
 
     VellumoAppDelegate& m_app;

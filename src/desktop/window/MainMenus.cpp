@@ -10,6 +10,7 @@
 #include "desktop/window/AboutDialog.h"
 #include "desktop/window/MainWindow.h"
 #include "desktop/window/OpenMenu.h"
+#include "desktop/window/ShortcutsDialog.h"
 #include "platform/DesktopId.h"
 
 #include <QActionGroup>
@@ -72,9 +73,15 @@ QAction* MainMenus::addFileCommand(QMenu& menu, const char* key, const QList<QKe
 void MainMenus::makeFileMenu()
 {
     auto& menu = *m_bar.addMenu(localizedText("&File"));
+    m_fileMenu = &menu;
+    connect(&menu, &QMenu::aboutToShow, this, [this] { m_itemOfFileMenu = selectedItem(); });
     add(menu, localizedText("&Open…"), {QKeySequence::Open}, [this] {
         m_app.OpenFile();
     })->setIcon(icon("open_folder"));
+    enableWhile(
+        add(menu, localizedText("Read A&gain"), {QKeySequence::Refresh}, [this] { m_app.ReadAgain(); }), [this] {
+            return m_app.canUse(FileCommand::Open, Sender::Other) || m_app.canUse(FileCommand::Close, Sender::Other);
+        });
     addFileCommand(menu, messageKey("Open Selected &File"), {Qt::CTRL | Qt::SHIFT | Qt::Key_O}, FileCommand::Open,
         &VellumoAppDelegate::OpenSelectedFile);
     enableWhile(add(menu, localizedText("Open Table in &New Window"), {QKeySequence::New},
@@ -136,6 +143,9 @@ void MainMenus::makeViewMenu()
         toggleDidChange(ViewToggles::all[i]);
     }
     menu.addSeparator();
+    enableWhile(
+        add(menu, localizedText("&Fit Columns"), {Qt::CTRL | Qt::SHIFT | Qt::Key_W}, [this] { m_window.fitColumns(); }),
+        [this] { return m_app.selectedTable() != nullptr; });
     m_fullScreen = add(menu, {}, {Qt::Key_F11}, [this] { m_window.toggleFullScreen(); });
 }
 
@@ -174,6 +184,14 @@ void MainMenus::makeGoMenu()
         [this] { return m_app.history().isBackEnabled(); });
     enableWhile(go("navigationNext", Qt::Key_Right, &VellumoAppDelegate::NextSelectedTable),
         [this] { return m_app.history().isNextEnabled(); });
+    menu.addSeparator();
+    addPaneCommands(menu);
+}
+
+void MainMenus::addPaneCommands(QMenu& menu)
+{
+    add(menu, localizedText("Next &Pane"), {Qt::Key_F6}, [this] { m_window.focusPane(1); });
+    add(menu, localizedText("P&revious Pane"), {Qt::SHIFT | Qt::Key_F6}, [this] { m_window.focusPane(-1); });
 }
 
 void MainMenus::makeWindowMenu()
@@ -205,6 +223,9 @@ void MainMenus::bringToFront(const ChildWindow* window)
 void MainMenus::makeHelpMenu()
 {
     auto& menu = *m_bar.addMenu(localizedText("&Help"));
+    add(menu, localizedText("&Keyboard Shortcuts"), {Qt::CTRL | Qt::Key_Question},
+        [this] { showShortcutsDialog(m_window, m_bar); });
+    menu.addSeparator();
     add(menu, toQString(titles().about), {}, [this] { showAboutDialog(m_window); });
 }
 
@@ -224,8 +245,15 @@ void MainMenus::scheduleUpdate()
     });
 }
 
+ItemId MainMenus::selectedItem() const
+{
+    return m_app.fileList().idOf({m_app.selectedFile(), m_app.selectedTable()});
+}
+
 void MainMenus::update()
 {
+    // An opening that ends selects its file: what was about to be chosen was meant for another one.
+    if (m_fileMenu->isVisible() && selectedItem() != m_itemOfFileMenu) m_fileMenu->close();
     for (const auto& apply : m_conditions)
         apply();
     m_editActions.update(m_app.dataView());

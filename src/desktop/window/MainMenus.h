@@ -55,10 +55,12 @@ private:
     void makeEditMenu();
     void makeViewMenu();
     void makeGoMenu();
+    void addPaneCommands(QMenu& menu);
     void makeWindowMenu();
     void makeHelpMenu();
     QAction* add(QMenu& menu, const QString& title, const QList<QKeySequence>& shortcuts, std::function<void()> run);
     void update();
+    [[nodiscard]] ItemId selectedItem() const;
     void listTableWindows(QMenu& menu);
     void bringToFront(const ChildWindow* window);
 
@@ -71,6 +73,8 @@ private:
     OpenMenu* m_openMenu = nullptr;
     QMenu* m_viewMenu = nullptr;
     QAction* m_fullScreen = nullptr;
+    QMenu* m_fileMenu = nullptr;
+    ItemId m_itemOfFileMenu; // what was selected when it opened
     bool m_isUpdateScheduled = false;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/window/MainToolBar.h"
 
+#include "browser/SearchHits.h"
 #include "browser/ToolbarDescription.h"
 #include "browser/VellumoAppDelegate.h"
 #include "desktop/QtText.h"
@@ -79,16 +80,26 @@ void MainToolBar::addSearchField(const ToolbarItem& item)
     auto* holder = new QWidget(this);
     m_searchField = new SearchField(m_app, holder);
     auto* label = new QLabel(toQString(item.label()), holder);
-    label->setAlignment(Qt::AlignCenter);
     label->setBuddy(m_searchField);
-    auto* layout = new QVBoxLayout(holder);
-    layout->setContentsMargins(4, 2, 4, 2);
-    layout->setSpacing(2);
-    layout->addWidget(m_searchField);
-    layout->addWidget(label);
+    m_searchRule = new QLabel(holder);
+    m_searchRule->setObjectName("searchRule");
+    m_searchRule->setForegroundRole(QPalette::PlaceholderText);
+    auto* layout = new QGridLayout(holder);
+    layout->setContentsMargins(4, 0, 4, 0);
+    layout->setVerticalSpacing(2);
+    layout->addWidget(m_searchField, 0, 0, 1, 2, Qt::AlignVCenter);
+    layout->addWidget(label, 1, 0);
+    layout->addWidget(m_searchRule, 1, 1, Qt::AlignRight);
     addWidget(holder);
+    searchDidChange();
     connect(this, &QToolBar::toolButtonStyleChanged, label,
         [label](Qt::ToolButtonStyle style) { label->setVisible(style != Qt::ToolButtonIconOnly); });
+}
+
+void MainToolBar::searchDidChange()
+{
+    m_searchField->searchDidChange();
+    m_searchRule->setText(toQString(searchRuleText(m_app.search())));
 }
 
 void MainToolBar::navigationDidChange()

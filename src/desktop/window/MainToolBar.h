@@ -3,6 +3,8 @@
 
 #include <QToolBar>
 
+class QLabel;
+
 namespace vellumo {
 
 class SearchField;
@@ -20,6 +22,8 @@ public:
     // In pixels; in a narrower window the search field would be out of sight.
     [[nodiscard]] int leastWidth() const { return m_widthWithoutTexts; }
     [[nodiscard]] const QList<QAction*>& exportActions() const { return m_exports; }
+    // The options of the search, or its text, are others.
+    void searchDidChange();
     // Whether Back and Next can be used.
     void navigationDidChange();
 
@@ -33,6 +37,7 @@ private:
 
     VellumoAppDelegate& m_app;
     SearchField* m_searchField = nullptr;
+    QLabel* m_searchRule = nullptr;
     QList<QAction*> m_exports;
     QAction* m_back = nullptr;
     QAction* m_next = nullptr;

@@ -41,6 +41,7 @@ constexpr const char* leftColumnKey = "mainWindowLeftColumn";
 constexpr const char* dataViewKey = "mainWindowDataView";
 constexpr int storeDelayMs = 2000;
 constexpr int waitingDelayMs = 100;
+constexpr int lookAtDiskMs = 3000;
 
 std::vector<std::string> localFiles(const QMimeData& data)
 {
@@ -62,10 +63,12 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     , m_statusLine(new StatusLine(*m_app, this))
     , m_openProgress(new OpenProgress([this] { m_app->StopOpening(); }, this))
     , m_damageBar(new DamageBar(this))
+    , m_changeBar(new DamageBar(this))
     , m_menus(new MainMenus(*this, *m_app))
     , m_columns(new QSplitter(Qt::Horizontal, this))
     , m_leftColumn(new QSplitter(Qt::Vertical, this))
     , m_storeLater(new QTimer(this))
+    , m_lookAtDisk(new QTimer(this))
     , m_openLater(new QTimer(this))
 {
     setObjectName("mainWindow");
@@ -79,15 +82,20 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     m_dataView->jumpBar().setMenu(
         m_app->jumpBar(), [this](const TreeItem& item) { m_app->jumpBarDidSelectItem(item); });
     layOutPanels();
+    setTabOrderOf({m_toolBar, m_fileList, m_information, m_changeBar, m_damageBar, m_dataView, m_statusLine});
     m_storeLater->setSingleShot(true);
     m_storeLater->setInterval(storeDelayMs);
     connect(m_storeLater, &QTimer::timeout, this, [this] { storeSettings(); });
     m_openLater->setSingleShot(true);
     m_openLater->setInterval(waitingDelayMs);
     connect(m_openLater, &QTimer::timeout, this, [this] { openWaitingFiles(); });
+    m_lookAtDisk->setInterval(lookAtDiskMs);
+    connect(m_lookAtDisk, &QTimer::timeout, this, [this] { showChange(); });
+    m_lookAtDisk->start();
     for (auto* splitter : {m_columns, m_leftColumn})
         connect(splitter, &QSplitter::splitterMoved, m_storeLater, qOverload<>(&QTimer::start));
     m_dataView->setLayoutListener([this] { storeSoon(); });
+    m_dataView->setClearSearch([this] { m_app->ClearSearch(); });
     qApp->installEventFilter(this); // for the mouse's Back and Next buttons, wherever the pointer is
 }
 
@@ -132,10 +140,13 @@ QWidget* MainWindow::makeRightColumn()
     m_menus->enableWhile(look, [this] {
         return m_app->canUse(VellumoAppDelegate::FileCommand::LookForLostRows, VellumoAppDelegate::Sender::Other);
     });
+    m_changeBar->setObjectName("changeBar");
+    m_changeBar->addButton(messageKey("Read Again"), "readAgain", [this] { m_app->ReadAgain(); });
     auto* column = new QWidget(this);
     auto* layout = new QVBoxLayout(column);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
+    layout->addWidget(m_changeBar);
     layout->addWidget(m_damageBar);
     layout->addWidget(m_dataView, 1);
     return column;
@@ -231,6 +242,7 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 void MainWindow::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && m_app) showChange();
     if (event->type() != QEvent::WindowStateChange) return;
     m_menus->scheduleUpdate();
     if (auto* tableWindows = m_app->childWinManager()) tableWindows->AllAlwaysOnTop(isFullScreen());
@@ -241,6 +253,14 @@ void MainWindow::addAppearanceMenu(Appearance& appearance) { m_menus->addAppeara
 void MainWindow::storeSoon() { m_storeLater->start(); }
 
 void MainWindow::toggleFullScreen() { setWindowState(windowState() ^ Qt::WindowFullScreen); }
+
+void MainWindow::focusPane(int step)
+{
+    focusNextPane(
+        {m_fileList, m_information, findChild<QWidget*>("dataTableView"), findChild<QWidget*>("bottomTextView")}, step);
+}
+
+void MainWindow::fitColumns() { m_dataView->fitColumns(); }
 
 void MainWindow::focusFileFilter()
 {
@@ -324,7 +344,7 @@ void MainWindow::partDidChange(WindowPart part)
         m_menus->scheduleUpdate();
         break;
     case WindowPart::JumpBar: m_dataView->jumpBar().selectionDidChange(); break;
-    case WindowPart::SearchMenu: m_toolBar->searchField().menuDidChange(); break;
+    case WindowPart::SearchMenu: m_toolBar->searchDidChange(); break;
     case WindowPart::Settings:
         m_menus->settingsDidChange();
         m_storeLater->start();
@@ -337,8 +357,13 @@ void MainWindow::statusTextDidChange()
 {
     m_statusLine->textDidChange();
     m_menus->scheduleUpdate();
+    const auto selected = m_app->selectionTitle();
+    setWindowTitle(selected.empty() ? programName : plainWindowTitle(selected) + " – " + programName);
     showDamage();
+    showChange();
 }
+
+void MainWindow::showChange() { m_changeBar->setText(toQString(m_app->changeBarText())); }
 
 void MainWindow::showDamage() { m_damageBar->setText(toQString(m_app->damageBarText())); }
 
@@ -378,6 +403,7 @@ void MainWindow::openDidEnd()
 {
     m_openProgress->end();
     m_menus->scheduleUpdate();
+    showChange();
 }
 
 void MainWindow::beginDamageSheet(const std::shared_ptr<DamageDetails>& details)

@@ -53,6 +53,9 @@ public:
     // From now on the command's keys work only while the file list has the keyboard.
     void addFileListCommand(QAction& command);
     void toggleFullScreen();
+    void fitColumns();
+    // The pane behind the one that has the keyboard (`step` 1), or before it (-1).
+    void focusPane(int step);
 
     // MainWindowView
     [[nodiscard]] DataViewPort& dataView() override;
@@ -92,6 +95,7 @@ private:
     [[nodiscard]] QWidget* makeRightColumn();
     void statusTextDidChange();
     void showDamage();
+    void showChange();
     void restoreState();
     void storeState();
     void storeSettings();
@@ -107,10 +111,12 @@ private:
     StatusLine* m_statusLine;
     OpenProgress* m_openProgress; // in the status line
     DamageBar* m_damageBar;
+    DamageBar* m_changeBar; // that the file has changed on disk
     MainMenus* m_menus;
     QSplitter* m_columns; // left: file list and information, right: damage bar and data view
     QSplitter* m_leftColumn;
     QTimer* m_storeLater;                    // so that a program that is killed has what was changed before
+    QTimer* m_lookAtDisk;                    // whether the selected file has changed there
     QTimer* m_openLater;                     // looks again whether files that wait can be opened
     std::vector<std::string> m_waitingFiles; // handed over while something was in the way
     bool m_isExportRunning = false;

@@ -27,11 +27,12 @@ SearchField::SearchField(VellumoAppDelegate& app, QWidget* parent)
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
         m_app.controlTextDidChange(VellumoAppDelegate::SearchField::Data, fromQString(text));
     });
-    menuDidChange();
+    searchDidChange();
 }
 
-void SearchField::menuDidChange()
+void SearchField::searchDidChange()
 {
+    if (const auto searched = toQString(m_app.search().text); searched != text()) setText(searched);
     for (const auto& item : searchMenu(m_app.search()))
         if (item.isChecked && item.tag < SearchMenuItem::caseTag) setPlaceholderText(toQString(item.title));
 }

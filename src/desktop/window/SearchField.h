@@ -13,8 +13,8 @@ public:
     // `app` outlives the field's use.
     SearchField(VellumoAppDelegate& app, QWidget* parent);
 
-    // The options in force are others.
-    void menuDidChange();
+    // The options in force, or the text, are others.
+    void searchDidChange();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

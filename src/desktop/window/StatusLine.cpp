@@ -34,12 +34,16 @@ StatusLine::StatusLine(VellumoAppDelegate& app, QWidget* parent)
     : QStatusBar(parent)
     , m_app(app)
     , m_text(new QLabel(this))
+    , m_searchText(new QLabel(this))
 {
     static_assert(buttons.size() == buttonCount);
     m_text->setObjectName("statusText");
     m_text->setTextFormat(Qt::PlainText);
     m_text->setContentsMargins(6, 0, 0, 0);
     addWidget(m_text, 1);
+    m_searchText->setObjectName("searchText");
+    m_searchText->setTextFormat(Qt::PlainText);
+    addPermanentWidget(m_searchText);
     for (std::size_t i = 0; i < buttons.size(); ++i) {
         m_buttons[i] = new QToolButton(this);
         m_buttons[i]->setAutoRaise(true);
@@ -54,6 +58,9 @@ StatusLine::StatusLine(VellumoAppDelegate& app, QWidget* parent)
 void StatusLine::textDidChange()
 {
     m_text->setText(toQString(m_app.statusText()));
+    // A long one must not make the window wide.
+    const auto room = fontMetrics().averageCharWidth() * 60;
+    m_searchText->setText(fontMetrics().elidedText(toQString(m_app.searchText()), Qt::ElideMiddle, room));
     // Screen readers speak what changes here.
     QAccessibleEvent event(m_text, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&event);

@@ -14,7 +14,8 @@ namespace vellumo {
 
 class VellumoAppDelegate;
 
-// The line at the bottom: the status text, and three buttons that show or hide file list, information and text view.
+// The line at the bottom: the status text, what a search has found, and three buttons that show or hide file list,
+// information and text view.
 class StatusLine : public QStatusBar {
 public:
     // `app` outlives the line's use.
@@ -28,6 +29,7 @@ private:
 
     VellumoAppDelegate& m_app;
     QLabel* m_text;
+    QLabel* m_searchText;
     std::array<QToolButton*, buttonCount> m_buttons{};
 };
 

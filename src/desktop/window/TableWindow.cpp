@@ -7,6 +7,8 @@
 #include "desktop/icons/Icons.h"
 #include "desktop/window/DamageBar.h"
 #include "desktop/window/EditActions.h"
+#include "desktop/window/FindLine.h"
+#include "desktop/window/WindowLayout.h"
 #include "ui_ChildWindow.h"
 
 #include <QAction>
@@ -29,20 +31,44 @@ TableWindow::TableWindow(ChildWindow& window, Defaults& defaults, std::function<
     , m_layoutDidChange(std::move(layoutDidChange))
     , m_ui(std::make_unique<Ui::ChildWindow>())
     , m_damageBar(new DamageBar(this))
+    , m_findLine(new FindLine(this))
 {
     m_ui->setupUi(this);
     setObjectName("tableWindow");
     setWindowIcon(applicationIcon());
     m_ui->layout->insertWidget(0, m_damageBar);
+    m_ui->layout->addWidget(m_findLine);
     m_ui->dataView->setJumpBarShown(true);
     restoreLayout();
     m_ui->dataView->setLayoutListener([this] { storeLayout(); });
     // Closing the main window ends the program, whatever other windows there are.
     setAttribute(Qt::WA_QuitOnClose, false);
-    auto* close = new QAction(localizedText("Close"), this);
-    close->setShortcuts(QKeySequence::Close);
-    connect(close, &QAction::triggered, this, &QWidget::close);
-    addAction(close);
+    setTabOrderOf({m_damageBar, m_ui->dataView, m_findLine});
+    addCommands();
+}
+
+void TableWindow::addCommands()
+{
+    const auto add = [this](const char* key, const QList<QKeySequence>& shortcuts, auto run) {
+        auto* action = new QAction(localizedText(key), this);
+        action->setShortcuts(shortcuts);
+        connect(action, &QAction::triggered, this, run);
+        addAction(action);
+    };
+    add(messageKey("Close"), {QKeySequence::Close}, [this] { close(); });
+    add(messageKey("Find"), {QKeySequence::Find}, [this] { m_findLine->focusField(); });
+    add(messageKey("Find &Next"), {Qt::Key_F3}, [this] { m_findLine->findNext(1); });
+    add(messageKey("Find &Previous"), {Qt::SHIFT | Qt::Key_F3}, [this] { m_findLine->findNext(-1); });
+    add(messageKey("Fit Columns"), {Qt::CTRL | Qt::SHIFT | Qt::Key_W}, [this] { m_ui->dataView->fitColumns(); });
+    add(messageKey("Enter Full Screen"), {Qt::Key_F11},
+        [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
+    for (const int step : {1, -1})
+        add(messageKey("Next &Pane"), {step > 0 ? QKeySequence(Qt::Key_F6) : QKeySequence(Qt::SHIFT | Qt::Key_F6)},
+            [this, step] {
+                focusNextPane({m_ui->dataView->findChild<QWidget*>("dataTableView"),
+                                  m_ui->dataView->findChild<QWidget*>("bottomTextView"), m_findLine},
+                    step);
+            });
 }
 
 TableWindow::~TableWindow() = default;
@@ -77,7 +103,11 @@ void TableWindow::attach()
     m_ui->dataView->jumpBar().setMenu(
         m_window.jumpBar(), [this](const TreeItem& item) { m_window.jumpBarDidSelectItem(item); });
     m_editActions = std::make_unique<EditActions>(makeEditActions(*this, m_window.dataView()));
-    m_window.dataView().setSelectionListener([this] { m_editActions->update(m_window.dataView()); });
+    m_findLine->setDataView(m_window.dataView());
+    m_window.dataView().setSelectionListener([this] {
+        m_editActions->update(m_window.dataView());
+        m_findLine->recordsDidChange();
+    });
 }
 
 DataViewPort& TableWindow::dataView() { return *m_ui->dataView; }
@@ -85,11 +115,14 @@ DataViewPort& TableWindow::dataView() { return *m_ui->dataView; }
 void TableWindow::setTitle(const std::string& title)
 {
     attach();
-    setWindowTitle(toQString(title));
+    setWindowTitle(plainWindowTitle(title));
     const auto* table = m_window.tableToShow();
     m_damageBar->setText(toQString(table == nullptr ? "" : damageOf(*table)));
     // The table of that title is shown right after.
-    QTimer::singleShot(0, this, [this] { m_editActions->update(m_window.dataView()); });
+    QTimer::singleShot(0, this, [this] {
+        m_editActions->update(m_window.dataView());
+        m_findLine->recordsDidChange();
+    });
 }
 
 void TableWindow::setLevel(WindowLevel level)

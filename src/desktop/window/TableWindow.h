@@ -17,6 +17,7 @@ namespace vellumo {
 class ChildWindow;
 class DamageBar;
 class Defaults;
+class FindLine;
 struct EditActions;
 
 // The widgets of a table window, laid out by ChildWindow.ui. A new window takes the size and the share of its panes
@@ -40,6 +41,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void addCommands();
     void attach();
     void restoreLayout();
     void storeLayout();
@@ -49,6 +51,7 @@ private:
     std::function<void()> m_layoutDidChange;
     std::unique_ptr<Ui::ChildWindow> m_ui;
     DamageBar* m_damageBar;
+    FindLine* m_findLine;
     std::unique_ptr<EditActions> m_editActions; // null until the window is attached
 };
 

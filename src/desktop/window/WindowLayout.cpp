@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/window/WindowLayout.h"
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QWidget>
+
+#include <utility>
+
 namespace vellumo {
 
 QByteArray storedLayout(const Defaults& defaults, std::string_view key)
@@ -11,6 +17,49 @@ QByteArray storedLayout(const Defaults& defaults, std::string_view key)
 void storeLayout(Defaults& defaults, std::string_view key, const QByteArray& state)
 {
     defaults.setString(key, state.toBase64().toStdString());
+}
+
+namespace {
+
+bool takesTab(const QWidget& widget) { return (widget.focusPolicy() & Qt::TabFocus) != 0; }
+
+// What takes the keyboard in a pane; null when nothing does at present.
+QWidget* focusTarget(QWidget& pane)
+{
+    auto* proxy = pane.focusProxy();
+    if (proxy != nullptr && proxy->isVisible()) return proxy;
+    if (takesTab(pane) && pane.isVisible()) return &pane;
+    for (auto* widget : pane.findChildren<QWidget*>())
+        if (takesTab(*widget) && widget->isVisible() && widget->isEnabled() && !qobject_cast<QAbstractButton*>(widget))
+            return widget;
+    return nullptr;
+}
+
+} // namespace
+
+void focusNextPane(const std::vector<QWidget*>& panes, int step)
+{
+    const auto* focus = QApplication::focusWidget();
+    const auto count = static_cast<int>(panes.size());
+    int current = step > 0 ? -1 : count;
+    for (int i = 0; i < count; ++i)
+        if (focus != nullptr
+            && (panes[static_cast<std::size_t>(i)] == focus || panes[static_cast<std::size_t>(i)]->isAncestorOf(focus)))
+            current = i;
+    for (int i = 1; i <= count; ++i) {
+        auto& pane = *panes[static_cast<std::size_t>((current + i * step + 2 * count) % count)];
+        if (auto* target = focusTarget(pane)) return target->setFocus(Qt::TabFocusReason);
+    }
+}
+
+void setTabOrderOf(const std::vector<QWidget*>& parts)
+{
+    QWidget* last = nullptr;
+    for (auto* part : parts) {
+        const auto widgets = part->findChildren<QWidget*>();
+        for (auto* widget : widgets)
+            if (takesTab(*widget)) QWidget::setTabOrder(std::exchange(last, widget), widget);
+    }
 }
 
 } // namespace vellumo
