@@ -11,8 +11,11 @@
 #include "desktop/window/MainWindow.h"
 #include "desktop/window/SearchField.h"
 #include "model/TAdmMDBFile.h"
+#include "samples/DatabaseWriter.h"
 #include "support/FakeDesktop.h"
+#include "support/TempFolder.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
@@ -170,6 +173,7 @@ public:
     void show();
     void scroll();
     void select();
+    void fitColumns();
     void type(const std::string& text);
     void sort(int column);
 
@@ -235,6 +239,11 @@ void Stalls::select()
     }));
 }
 
+void Stalls::fitColumns()
+{
+    report("fitting the columns to all rows", m_heartbeat.longestPause([&] { m_program.grid.fitColumns(); }));
+}
+
 void Stalls::type(const std::string& text)
 {
     auto& search = m_program.search;
@@ -271,10 +280,50 @@ void benchStalls(const std::string& path)
     stalls.show();
     stalls.scroll();
     stalls.select();
+    stalls.fitColumns();
     stalls.type("ann");
     stalls.type("12");
     for (const int column : {0, 4, 6})
         stalls.sort(column);
+    program.window.shutDown();
+}
+
+// A value without a line end, and one of short lines: shown, and then all of it.
+void benchLongValues()
+{
+    constexpr std::size_t bytes = 5'000'000;
+    std::string lines;
+    while (lines.size() < bytes)
+        lines += "a line of words\n";
+    const TempFolder folder;
+    samples::DatabaseDescription description;
+    description.tables.push_back({.name = "Long",
+        .columns = {{.name = "Memo", .type = samples::ColumnType::Memo}},
+        .rows = samples::rowsOf(
+            {std::vector<samples::Value>{samples::Value(std::string(bytes, 'x'))}, {samples::Value(lines)}})});
+    if (!samples::writeDatabase(description, folder.path("long.mdb")).ok()) std::exit(1);
+    Program program(folder.path("long.mdb"));
+    program.openFile();
+    QTest::qWait(1000);
+    program.showTable();
+    program.window.app().ToggleTextView();
+    QTest::qWait(100);
+    auto& showAll = *program.window.findChild<QAbstractButton*>("showAll");
+    Heartbeat heartbeat;
+    for (const int row : {0, 1}) {
+        const auto name = row == 0 ? "a memo of 5 MB in one line" : "a memo of 5 MB in short lines";
+        const auto show = [&] {
+            QTest::mouseClick(program.grid.viewport(), Qt::LeftButton, Qt::NoModifier,
+                program.grid.visualRect(program.grid.model()->index(row, 0)).topLeft() + QPoint(9, 9));
+        };
+        fmt::print("{:<52}{:>10.1f} ms\n", name, heartbeat.longestPause(show));
+        const auto showRest = [&] {
+            showAll.click();
+            while (showAll.isVisible())
+                QTest::qWait(1);
+        };
+        fmt::print("{:<52}{:>10.1f} ms\n", "all of it", heartbeat.longestPause(showRest));
+    }
     program.window.shutDown();
 }
 
@@ -291,4 +340,5 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     vellumo::benchOpening(argv[1], argc > 2 ? std::atoi(argv[2]) : 5);
     vellumo::benchStalls(argv[1]);
+    vellumo::benchLongValues();
 }
