@@ -56,7 +56,8 @@ TEST(Files, AFileInUseStaysWhateverTheDocumentsSay)
     bool isExporting = true;
     std::vector<std::string> closed;
     Files files(window, desktop.ports,
-        {[&](TAdmMDBFile& file) { closed.push_back(file.name()); }, [&](const TAdmMDBFile&) { return isExporting; }});
+        {[&](TAdmMDBFile& file) { closed.push_back(file.name()); }, [&](const TAdmMDBFile&) { return isExporting; },
+            [](const TAdmMDBFile&) { return OpenOptions(); }});
     files.reconcile({"/d/F.mdb"});
     auto& file = *files.list().recentFiles().front();
     const std::weak_ptr<TAdmMDBFile> kept = files.list().share(file);
