@@ -273,8 +273,9 @@ TEST_F(Scenario, QuittingAndStartingAgainRestoresFilesAndViews)
     EXPECT_EQ(s.app().objectValueByItem(s.item("Sales/Orders")), (TreeItemText{"Orders", ""}));
     s.quit();
     EXPECT_EQ(s.defaults.booleans,
-        (std::map<std::string, bool, std::less<>>{{"fileTreeShown", false}, {"informationViewShown", true},
-            {"jumpBarShown", false}, {"numRowsShown", false}, {"textViewShown", true}}));
+        (std::map<std::string, bool, std::less<>>{{"captionsShown", false}, {"fileTreeShown", false},
+            {"informationViewShown", true}, {"jumpBarShown", false}, {"lookupTextsShown", false},
+            {"numRowsShown", false}, {"openNewerFiles", false}, {"textViewShown", true}}));
     s.start();
     play({{"closed, nothing selected", [] {}, {"Sales Stock", "2 files", " | ", "Stock.mdb Sales.mdb", ""}}});
     EXPECT_TRUE(s.window.data.isTextViewShown);
