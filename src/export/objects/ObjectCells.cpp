@@ -38,7 +38,7 @@ const TAdmBlobData* exportedObject(const std::shared_ptr<TAdmBlobData>& cell)
     return cell && cell->state() != ObjectState::Damaged ? cell.get() : nullptr;
 }
 
-std::vector<std::string> leftOutObjects(const TAdmMDBTable& table)
+std::vector<std::string> leftOutObjects(const TAdmMDBTable& table, bool hasFiles)
 {
     std::vector<std::string> lines;
     for (std::size_t c = 0; c < table.columns().size(); ++c) {
@@ -49,7 +49,7 @@ std::vector<std::string> leftOutObjects(const TAdmMDBTable& table)
         else if (count > 1)
             lines.push_back(
                 localizedFormat("%@.%@: %ld damaged objects were left out.", {table.name(), column, count}));
-        const auto further = furtherFileCount(table.rows(), c);
+        const auto further = hasFiles ? 0 : furtherFileCount(table.rows(), c);
         if (further == 1)
             lines.push_back(localizedFormat(
                 "%@.%@: of a cell with several files the first was written, 1 was left out.", {table.name(), column}));

@@ -15,6 +15,7 @@ class TAdmMDBTable;
 [[nodiscard]] const TAdmBlobData* exportedObject(const std::shared_ptr<TAdmBlobData>& cell);
 
 // What that leaves out of a table, a line a column (localised): "Products.Picture: 2 damaged objects were left out."
-[[nodiscard]] std::vector<std::string> leftOutObjects(const TAdmMDBTable& table);
+// `hasFiles`: the objects became files beside, the further ones of a cell too.
+[[nodiscard]] std::vector<std::string> leftOutObjects(const TAdmMDBTable& table, bool hasFiles = false);
 
 } // namespace vellumo
