@@ -13,7 +13,7 @@ namespace {
 struct FindingTexts {
     FindingKind kind;
     const char* oneKey;  // the detail fills its placeholder
-    const char* manyKey; // the count fills the first, the detail the second
+    const char* manyKey; // null: there is one at most. The count fills the first, the detail the second
 };
 
 constexpr FindingTexts findingTexts[] = {
@@ -43,14 +43,40 @@ constexpr FindingTexts findingTexts[] = {
         messageKey("%ld texts that look like formulas got an apostrophe in front.")},
     {FindingKind::BytesLeftOut, messageKey("Of 1 value only the number of its bytes was written."),
         messageKey("Of %ld values only the number of their bytes was written.")},
+    {FindingKind::MinusZero, messageKey("1 negative zero was written as 0."),
+        messageKey("%ld negative zeros were written as 0.")},
+    {FindingKind::FractionRounded, messageKey("The server rounds the fraction of a second of 1 date to six digits."),
+        messageKey("The server rounds the fraction of a second of %ld dates to six digits.")},
+    {FindingKind::TooLong,
+        messageKey("1 value is longer than the server takes unless it is configured for statements above 16 MB."),
+        messageKey("%ld values are longer than the server takes unless it is configured for statements above 16 MB.")},
+    {FindingKind::NameChanged, messageKey("The server cannot have this name; it is %@ there."), nullptr},
+    {FindingKind::NullsAgainstRule, messageKey("1 row has null here, so the rule against null is left out."),
+        messageKey("%ld rows have null here, so the rule against null is left out.")},
+    {FindingKind::EmptyAgainstRule, messageKey("1 row has an empty text here, so the rule against it is left out."),
+        messageKey("%ld rows have an empty text here, so the rule against it is left out.")},
+    {FindingKind::DefaultLeftOut, messageKey("The default value %@ is left out."), nullptr},
+    {FindingKind::CommentCut, messageKey("The description was cut."), nullptr},
+    {FindingKind::NumberingLost, messageKey("The server will not number further rows."), nullptr},
+    {FindingKind::RepeatedKeys, messageKey("1 row repeats a key of the index %@, which is not unique there."),
+        messageKey("%ld rows repeat a key of the index %@, which is not unique there.")},
+    {FindingKind::IndexLeftOut, messageKey("The server cannot have the index %@; it is left out."), nullptr},
+    {FindingKind::IndexShortened,
+        messageKey("The index %@ covers only the beginnings of texts there, and is not unique."), nullptr},
+    {FindingKind::RelationUnchecked,
+        messageKey("1 row breaks the relation %@, which the server does not check or have."),
+        messageKey("%ld rows break the relation %@, which the server does not check or have.")},
+    {FindingKind::RelationLeftOut, messageKey("The server cannot have the relation %@; it is left out."), nullptr},
+    {FindingKind::CascadeLost, messageKey("The relation %@ does not pass on all changes there."), nullptr},
 };
 
 std::string sentence(const ExportFinding& finding)
 {
     const auto* texts = std::ranges::find(findingTexts, finding.kind, &FindingTexts::kind);
     if (texts == std::end(findingTexts)) return {};
-    return finding.count == 1 ? localizedFormat(texts->oneKey, {finding.detail})
-                              : localizedFormat(texts->manyKey, {finding.count, finding.detail});
+    return finding.count == 1 || texts->manyKey == nullptr
+        ? localizedFormat(texts->oneKey, {finding.detail})
+        : localizedFormat(texts->manyKey, {finding.count, finding.detail});
 }
 
 } // namespace

@@ -25,6 +25,23 @@ enum class FindingKind : std::uint8_t {
     TextEncoded,        // as base64
     FormulaGuarded,     // an apostrophe in front
     BytesLeftOut,       // only their number was written
+    // Of SQL, values:
+    MinusZero,       // written as 0
+    FractionRounded, // of dates, to six digits
+    TooLong,         // for a server that is not configured for it
+    // and definitions; detail: the name of what it is about, as it is there or as it was.
+    NameChanged,
+    NullsAgainstRule,
+    EmptyAgainstRule,
+    DefaultLeftOut, // detail: the expression
+    CommentCut,
+    NumberingLost,
+    RepeatedKeys,
+    IndexLeftOut,
+    IndexShortened,
+    RelationUnchecked,
+    RelationLeftOut,
+    CascadeLost,
 };
 
 struct ExportFinding {

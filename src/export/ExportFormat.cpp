@@ -69,7 +69,7 @@ constexpr FormatInfo formats[] = {
         .extension = "sql",
         .output = ExportOutput::FileOrFolder,
         .options = {Option::DecimalSymbol, Option::Dialect, Option::Schema, Option::Structure, Option::DropTable,
-            Option::ForeignKeys, Option::Indexes, Option::Data},
+            Option::ForeignKeys, Option::Indexes, Option::Data, Option::Exact, Option::Objects},
         .writer = exportSQLThread,
     },
     {
@@ -79,7 +79,7 @@ constexpr FormatInfo formats[] = {
         .commandKey = messageKey("Export SQLite"),
         .extension = "sqlite",
         .output = ExportOutput::File,
-        .options = {Option::ForeignKeys, Option::Indexes, Option::Data},
+        .options = {Option::ForeignKeys, Option::Indexes, Option::Data, Option::Exact, Option::Objects},
         .writer = exportSQLiteThread,
     },
     {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "export/ExactSQL.h"
 #include "export/ExportFormat.h"
 #include "export/ExportJob.h"
 #include "export/files/OutputFile.h"
@@ -35,7 +36,7 @@ private:
 
     void writeScriptPerTable();
     void writeScript(const ExportEntry& entry, const TAdmMDBTable& table);
-    void finishScript(const TAdmMDBTable& table);
+    void finishScript(const ExportEntry& entry, const TAdmMDBTable& table);
 
     void takeName(const TAdmMDBTable& table);
     void writeTable(const TAdmMDBTable& table);
@@ -61,7 +62,8 @@ private:
 
 void SQLScriptExport::writeOneScript()
 {
-    if (!m_file.open(m_job.singleFilePath())) return m_job.outputFailed({exportReason::cannotCreate});
+    if (!m_file.open(m_job.singleFilePath()))
+        return m_job.outputFailed({exportReason::cannotCreate, {}, m_job.singleFileCause(m_file.error())});
     m_file.write(m_facts.header);
     m_job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
         takeName(table);
@@ -114,16 +116,13 @@ std::string SQLScriptExport::finalStatements(const TAdmMDBTable& table)
     return lines;
 }
 
-// The tables count once the script that holds them all is known to be whole; those that were finished before a stop
-// count as well.
+// The tables count once the script that holds them all is known to be whole: after a stop none does.
 void SQLScriptExport::finishOneScript()
 {
-    if (m_job.terminated()) {
-        m_file.discard();
-    } else {
-        m_file.write(m_facts.footer);
-        if (!m_file.close()) return m_job.outputFailed({exportReason::cannotWrite});
-    }
+    if (m_job.terminated()) return m_file.discard();
+    m_file.write(m_facts.footer);
+    if (!m_file.close())
+        return m_job.outputFailed({exportReason::cannotWrite, {}, m_job.singleFileCause(m_file.error())});
     for (const auto* table : m_written)
         m_job.tableDone(table->name());
 }
@@ -138,21 +137,25 @@ void SQLScriptExport::writeScriptPerTable()
 
 void SQLScriptExport::writeScript(const ExportEntry& entry, const TAdmMDBTable& table)
 {
-    if (!m_file.open(m_job.outputPath(entry))) return m_job.tableFailed(table.name(), {exportReason::cannotCreate});
+    if (!m_file.open(m_job.outputPath(entry)))
+        return m_job.tableFailed(
+            table.name(), {exportReason::cannotCreate, {}, m_job.outputCause(entry, m_file.error())});
     m_file.write(m_facts.header);
     writeTable(table);
     if (addsForeignKeys()) m_file.write(m_structure.addForeignKeys(table));
     m_file.write(m_facts.footer);
-    finishScript(table);
+    finishScript(entry, table);
 }
 
-void SQLScriptExport::finishScript(const TAdmMDBTable& table)
+void SQLScriptExport::finishScript(const ExportEntry& entry, const TAdmMDBTable& table)
 {
     if (m_job.terminated()) {
         m_file.discard();
         return m_job.tableFailed(table.name(), {exportReason::terminated});
     }
-    if (!m_file.close()) return m_job.tableFailed(table.name(), {exportReason::cannotWrite});
+    if (!m_file.close())
+        return m_job.tableFailed(
+            table.name(), {exportReason::cannotWrite, {}, m_job.outputCause(entry, m_file.error())});
     m_job.tableDone(table.name());
     m_job.updateProgress(m_job.report().doneCount());
 }
@@ -235,6 +238,12 @@ SQLCellForm SQLScriptExport::literalForm(ColumnType type) const
 
 } // namespace
 
-void exportSQLThread(ExportJob& job) { SQLScriptExport(job).run(); }
+void exportSQLThread(ExportJob& job)
+{
+    if (job.options().isExact)
+        exportExactScript(job);
+    else
+        SQLScriptExport(job).run();
+}
 
 } // namespace vellumo

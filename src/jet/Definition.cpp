@@ -117,6 +117,7 @@ public:
         ParsedDefinition parsed;
         auto& table = parsed.table;
         table.statedRowCount = load32(&m_bytes[m_layout.rowCount]);
+        table.lastAutoNumber = static_cast<std::int32_t>(load32(&m_bytes[m_layout.rowCount + 4]));
         table.isSystem = m_bytes[m_layout.kind] == systemKind;
         table.columnLimit = load16(&m_bytes[m_layout.columnLimit]);
         table.pageMapPointer = load32(&m_bytes[m_layout.pageMap]);

@@ -83,6 +83,7 @@ struct TableDef {
     bool isSystem = false; // as the definition says
     // As the definition states it. Real files have more rows than they state, sound ones never fewer.
     std::uint32_t statedRowCount = 0;
+    std::int32_t lastAutoNumber = 0; // given out; some files do not keep it
     PropertyList properties{};
     unsigned columnLimit = 0;         // rows know at most this many columns, deleted ones included
     std::vector<ColumnDef> columns{}; // in stored order

@@ -55,6 +55,7 @@ std::vector<TAdmMDBForeignKey*> TAdmMDBTable::foreignKeys() const
 
 void TAdmMDBTable::getColumnsFromMdbTableDef(const jet::TableDef& tableDef, int formatVersion)
 {
+    m_lastAutoNumber = tableDef.lastAutoNumber;
     Columns columns;
     for (const auto& def : tableDef.columns) {
         auto column = std::make_unique<TAdmMDBColumn>();

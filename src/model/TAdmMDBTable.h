@@ -43,6 +43,10 @@ public:
     void setProperties(jet::PropertyList properties) { m_properties = std::move(properties); }
     [[nodiscard]] std::optional<std::string> description() const;
 
+    // The last number that Access gave to a row of an AutoNumber column; rows may have larger ones all the same.
+    [[nodiscard]] std::int64_t lastAutoNumber() const { return m_lastAutoNumber; }
+    void setLastAutoNumber(std::int64_t number) { m_lastAutoNumber = number; }
+
     // In the order in which the table stores them. Never null.
     using Columns = std::vector<std::unique_ptr<TAdmMDBColumn>>;
     [[nodiscard]] const Columns& columns() const { return m_columns; }
@@ -89,6 +93,7 @@ private:
     TAdmMDBFile* m_file = nullptr; // the owner
     TableOrigin m_origin = TableOrigin::Catalogue;
     jet::PropertyList m_properties;
+    std::int64_t m_lastAutoNumber = 0;
     Columns m_columns;
     RowStore m_rows;
     std::vector<MemoHistory> m_histories; // in the order of the rows' hidden columns

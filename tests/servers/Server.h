@@ -46,6 +46,8 @@ public:
 
 // Null when the server is not installed; does not return when one that is installed cannot be started.
 [[nodiscard]] std::unique_ptr<Server> startSQLite();
+// A database that exists; "": a new one.
+[[nodiscard]] std::unique_ptr<Server> openSQLite(const std::string& path);
 [[nodiscard]] std::unique_ptr<Server> startMariaDB();
 [[nodiscard]] std::unique_ptr<Server> startPostgreSQL();
 

@@ -94,7 +94,7 @@ SQLiteRows::Literal SQLiteRows::literalOf(ColumnType type)
     return factsOf(type).sortKind == SortKind::Number ? Literal::Number : Literal::Unknown;
 }
 
-void SQLiteRows::beginGroup(const RowGroup& group)
+void SQLiteRows::beginGroup(const RowGroup& group, std::size_t)
 {
     // Not earlier: a table without rows needs no statement. Without one all rows go in as texts, and tell what is
     // wrong.

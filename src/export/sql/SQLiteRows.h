@@ -13,19 +13,28 @@ namespace vellumo {
 class SQLConnection;
 class TAdmMDBTable;
 
-// Inserts the rows of one table into an SQLite database. Each becomes what a statement with its values as literals
+// Inserts the rows of one table into an SQLite database.
+class SQLiteInserter {
+public:
+    virtual ~SQLiteInserter() = default;
+    // The rows that follow are those of `group`, which stays until the next group begins; its first is the table's row
+    // with that number.
+    virtual void beginGroup(const RowGroup& group, std::size_t firstRow) = 0;
+    // Inserts a row, counted within the group. False when it was refused; the connection tells why.
+    [[nodiscard]] virtual bool insert(std::uint32_t row) = 0;
+};
+
+// The classic style of it. Each row becomes what a statement with its values as literals
 // would make of it, and is refused where that would be; but the statement is prepared once and the values are bound,
 // which is several times as fast. A row with a value that cannot be bound to the same effect goes in as such a
 // statement.
-class SQLiteRows {
+class SQLiteRows : public SQLiteInserter {
 public:
     // Both outlive it. The table exists in the database and stays there.
     SQLiteRows(SQLConnection& connection, const TAdmMDBTable& table);
 
-    // The rows that follow are those of `group`, which stays until the next group begins.
-    void beginGroup(const RowGroup& group);
-    // Inserts a row, counted within the group. False when it was refused; the connection tells why.
-    [[nodiscard]] bool insert(std::uint32_t row);
+    void beginGroup(const RowGroup& group, std::size_t firstRow) override;
+    [[nodiscard]] bool insert(std::uint32_t row) override;
 
 private:
     // What the literal of a cell is to SQLite.

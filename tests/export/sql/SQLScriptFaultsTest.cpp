@@ -40,7 +40,7 @@ TEST_F(SQLScriptFaults, FileThatCannotBeCreated)
     for (const auto& test : cases) {
         m_options.path = test.path;
         const auto report = runExport(test.writer, *shop);
-        EXPECT_THAT(report.log, ElementsAre("Unable to create file for export.")) << test.name;
+        EXPECT_THAT(report.log, ElementsAre(testing::StartsWith("Unable to create file for export."))) << test.name;
         EXPECT_EQ(report.successTableCount, 0) << test.name;
         EXPECT_THAT(report.progress, IsEmpty()) << test.name;
     }
@@ -55,8 +55,8 @@ TEST_F(SQLScriptFaults, TableWhoseScriptCannotBeCreatedDoesNotStopTheOthers)
     fs::create_directory(m_folder / "e.sql");
     const auto report = runPerTable(*file);
     EXPECT_THAT(report.log,
-        ElementsAre(
-            "<a/b> Failed: Unable to create file for export.", "<e> Failed: Unable to create file for export."));
+        ElementsAre("<a/b> Failed: Unable to create file for export. a/b.sql: it cannot be the name of a file",
+            "<e> Failed: Unable to create file for export. %/e.sql: Is a directory"));
     EXPECT_EQ(report.successTableCount, 1);
     EXPECT_THAT(filesInFolder(), ElementsAre("c.d'é.sql", "e.sql"));
 }
@@ -67,7 +67,7 @@ TEST_F(SQLScriptFaults, FullDiskLeavesNothing)
     {
         const FileSizeLimit full(1200); // more than the first table's script, less than both
         const auto report = runExport(exportSQLThread, *shop);
-        EXPECT_THAT(report.log, ElementsAre("Unable to write file."));
+        EXPECT_THAT(report.log, ElementsAre("Unable to write file. %: File too large"));
         EXPECT_EQ(report.successTableCount, 0);
         EXPECT_THAT(filesInFolder(), IsEmpty());
     }
@@ -75,7 +75,7 @@ TEST_F(SQLScriptFaults, FullDiskLeavesNothing)
         makeTable("b", {{"t", "Text"}}, {{std::string(1200, 'x')}}), makeTable("c", {{"t", "Text"}}, {{"x"}}));
     const FileSizeLimit full(1200);
     const auto report = runPerTable(*file);
-    EXPECT_THAT(report.log, ElementsAre("<b> Failed: Unable to write file."));
+    EXPECT_THAT(report.log, ElementsAre("<b> Failed: Unable to write file. %/b.sql: File too large"));
     EXPECT_THAT(filesInFolder(), ElementsAre("a.sql", "c.sql"));
 }
 
@@ -86,13 +86,12 @@ TEST_F(SQLScriptFaults, StopInOneScript)
         int stopAt; // number of the progress report
         SQLDialect dialect;
         std::vector<std::string> log;
-        int successes;
     } cases[] = {
-        {"inside the first table", 0, SQLDialect::MySQL, {"<Customers> Failed: Terminated."}, 0},
-        {"behind the first table", 1, SQLDialect::MySQL, {"Failed: Terminated."}, 1},
-        {"inside the second table", 2, SQLDialect::MySQL, {"<Orders> Failed: Terminated."}, 1},
-        {"in the foreign key pass", 3, SQLDialect::MySQL, {"Failed: Terminated."}, 2},
-        {"in the index pass", 3, SQLDialect::SQLite, {"Failed: Terminated."}, 2},
+        {"inside the first table", 0, SQLDialect::MySQL, {"<Customers> Failed: Terminated."}},
+        {"behind the first table", 1, SQLDialect::MySQL, {"Failed: Terminated."}},
+        {"inside the second table", 2, SQLDialect::MySQL, {"<Orders> Failed: Terminated."}},
+        {"in the foreign key pass", 3, SQLDialect::MySQL, {"Failed: Terminated."}},
+        {"in the index pass", 3, SQLDialect::SQLite, {"Failed: Terminated."}},
     };
     const auto shop = makeShop();
     for (const auto& test : cases) {
@@ -101,7 +100,7 @@ TEST_F(SQLScriptFaults, StopInOneScript)
         m_options.sqlDialect = test.dialect;
         const auto report = runExport(exportSQLThread, *shop);
         EXPECT_EQ(report.log, test.log) << test.name;
-        EXPECT_EQ(report.successTableCount, test.successes) << test.name;
+        EXPECT_EQ(report.successTableCount, 0) << test.name << ": none is on the disk";
         EXPECT_THAT(filesInFolder(), IsEmpty()) << test.name;
     }
 }
@@ -129,7 +128,7 @@ TEST_F(SQLScriptFaults, StopWithinTheLastStatementsOfTheFinalPass)
     const auto report = runExport(exportSQLThread, *file);
     reader.join();
     EXPECT_THAT(report.log, ElementsAre("Failed: Terminated."));
-    EXPECT_EQ(report.successTableCount, 1);
+    EXPECT_EQ(report.successTableCount, 0);
 }
 
 TEST_F(SQLScriptFaults, StopBeforeTheFirstTable)

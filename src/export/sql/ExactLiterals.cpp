@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: MIT
+#include "export/sql/ExactLiterals.h"
+
+#include "text/Format.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vellumo {
+
+void appendUTF16(std::string& out, std::string_view text)
+{
+    const auto unit = [&](unsigned value) {
+        out += static_cast<char>(value & 0xFF);
+        out += static_cast<char>(value >> 8);
+    };
+    for (std::size_t i = 0; i < text.size();) {
+        const auto lead = static_cast<unsigned char>(text[i++]);
+        const int following = lead < 0xC0 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+        unsigned code = following == 0 ? lead : lead & (0x3FU >> following);
+        for (int k = 0; k < following && i < text.size(); ++k)
+            code = code << 6 | (static_cast<unsigned char>(text[i++]) & 0x3FU);
+        if (code < 0x10000) {
+            unit(code);
+            continue;
+        }
+        unit(0xD800 + ((code - 0x10000) >> 10));
+        unit(0xDC00 + (code & 0x3FF));
+    }
+}
+
+} // namespace vellumo
+
+namespace vellumo::exactLiterals {
+
+namespace {
+
+constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
+
+// What each character becomes inside a literal; an empty entry stays as it is.
+using Escapes = std::array<std::string_view, 256>;
+
+void appendEscaped(std::string& out, std::string_view text, const Escapes& escapes)
+{
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto& escape = escapes[static_cast<unsigned char>(text[i])];
+        if (escape.empty()) continue;
+        out.append(text, start, i - start).append(escape);
+        start = i + 1;
+    }
+    out.append(text, start);
+}
+
+constexpr Escapes makeEscapes(std::initializer_list<std::pair<char, std::string_view>> list)
+{
+    Escapes escapes{};
+    for (const auto& [character, escape] : list)
+        escapes[static_cast<unsigned char>(character)] = escape;
+    return escapes;
+}
+
+bool isControl(char character) { return static_cast<unsigned char>(character) < 0x20 && character != '\t'; }
+
+void appendQuoted(std::string& out, std::string_view text)
+{
+    static constexpr auto escapes = makeEscapes({{'\'', "''"}});
+    out += '\'';
+    appendEscaped(out, text, escapes);
+    out += '\'';
+}
+
+void appendHex(std::string& out, std::span<const std::byte> bytes)
+{
+    const auto start = out.size();
+    out.resize(start + 2 * bytes.size());
+    toHex(out.data() + start, 2 * bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+}
+
+// Calls `run` with each stretch of a text without control characters and `control` with each stretch of them, as long
+// as there are any.
+template <typename Run, typename Control> void splitAtControls(std::string_view text, Run run, Control control)
+{
+    while (!text.empty()) {
+        const bool areControls = isControl(text.front());
+        const auto end = std::ranges::find_if(text, [&](char c) { return isControl(c) != areControls; });
+        const auto piece = text.substr(0, static_cast<std::size_t>(end - text.begin()));
+        areControls ? control(piece) : run(piece);
+        text.remove_prefix(piece.size());
+    }
+}
+
+std::size_t controlRuns(std::string_view text)
+{
+    std::size_t count = 0;
+    splitAtControls(
+        text, [](std::string_view) {}, [&](std::string_view) { ++count; });
+    return count;
+}
+
+// Servers limit how many operands an expression has; far below that a literal of the text's bytes does as well.
+constexpr std::size_t mostControlRuns = 100;
+
+// Codes in the parentheses of a call.
+void appendCodes(std::string& out, std::string_view controls)
+{
+    for (std::size_t i = 0; i < controls.size(); ++i)
+        out.append(i == 0 ? "" : ",").append(std::to_string(static_cast<unsigned char>(controls[i])));
+}
+
+} // namespace
+
+void mySQLText(std::string& out, std::string_view text)
+{
+    static constexpr auto escapes =
+        makeEscapes({{'\'', "''"}, {'\\', "\\\\"}, {'\r', "\\r"}, {'\n', "\\n"}, {'\0', "\\0"}, {'\x1A', "\\Z"}});
+    out += '\'';
+    appendEscaped(out, text, escapes);
+    out += '\'';
+}
+
+// The plain form where it will do: a backslash is a character of its own there.
+void postgreSQLText(std::string& out, std::string_view text)
+{
+    static constexpr auto escapes = makeEscapes(
+        {{'\'', "''"}, {'\\', "\\\\"}, {'\r', "\\r"}, {'\n', "\\n"}, {'\x1A', "\\x1a"}, {'\0', replacementCharacter}});
+    if (std::ranges::none_of(text, isControl)) return appendQuoted(out, text);
+    out += "E'";
+    appendEscaped(out, text, escapes);
+    out += '\'';
+}
+
+void sqliteText(std::string& out, std::string_view text)
+{
+    const auto isUnsafe = [](char c) { return c == '\r' || c == '\0' || c == '\x1A'; };
+    if (std::ranges::none_of(text, isUnsafe)) return appendQuoted(out, text);
+    if (controlRuns(text) > mostControlRuns) {
+        out += "CAST(";
+        quotedHex(out, std::as_bytes(std::span(text)));
+        out += " AS TEXT)";
+        return;
+    }
+    std::string_view link;
+    splitAtControls(
+        text,
+        [&](std::string_view run) {
+            out += link;
+            appendQuoted(out, run);
+            link = "||";
+        },
+        [&](std::string_view controls) {
+            out.append(link).append("char(");
+            appendCodes(out, controls);
+            out += ')';
+            link = "||";
+        });
+}
+
+namespace {
+
+// "$(" in a script begins a variable of the tool.
+void appendNationalRun(std::string& out, std::string_view run)
+{
+    for (bool isFirst = true; isFirst || !run.empty(); isFirst = false) {
+        const auto found = run.find("$(");
+        const auto length = found == run.npos ? run.size() : found + 1;
+        out.append(isFirst ? "N" : "+N");
+        appendQuoted(out, run.substr(0, length));
+        run.remove_prefix(length);
+    }
+}
+
+} // namespace
+
+void sqlServerText(std::string& out, std::string_view text)
+{
+    if (controlRuns(text) > mostControlRuns) {
+        std::string units;
+        appendUTF16(units, text);
+        out += "CAST(0x";
+        appendHex(out, std::as_bytes(std::span(units)));
+        out += " AS nvarchar(max))";
+        return;
+    }
+    if (std::ranges::none_of(text, isControl) && text.find("$(") == text.npos) {
+        out += 'N';
+        return appendQuoted(out, text);
+    }
+    // Pieces that are added would otherwise be cut at 4000 characters.
+    out += "CAST(N'' AS nvarchar(max))";
+    splitAtControls(
+        text,
+        [&](std::string_view run) {
+            out += '+';
+            appendNationalRun(out, run);
+        },
+        [&](std::string_view controls) {
+            for (const char control : controls)
+                out.append("+NCHAR(").append(std::to_string(static_cast<unsigned char>(control))).append(")");
+        });
+}
+
+namespace {
+
+// The first `count` characters, or all.
+std::string_view firstCharacters(std::string_view text, std::size_t count)
+{
+    std::size_t end = 0;
+    for (; end < text.size(); ++end)
+        if ((static_cast<unsigned char>(text[end]) & 0xC0) != 0x80 && count-- == 0) break;
+    return text.substr(0, end);
+}
+
+} // namespace
+
+// A literal holds 4000 bytes at most, and a line of a script fewer than 2500 characters.
+void oracleText(std::string& out, std::string_view text)
+{
+    constexpr std::size_t mostCharacters = 1000;
+    const bool isLong = firstCharacters(text, mostCharacters).size() < text.size();
+    std::string_view link;
+    if (text.empty()) out += "''";
+    splitAtControls(
+        text,
+        [&](std::string_view run) {
+            for (; !run.empty(); link = "||\n") {
+                const auto piece = firstCharacters(run, mostCharacters);
+                out.append(link).append(isLong ? "TO_CLOB(" : "");
+                appendQuoted(out, piece);
+                out.append(isLong ? ")" : "");
+                run.remove_prefix(piece.size());
+            }
+        },
+        [&](std::string_view controls) {
+            for (const char control : controls) {
+                out.append(link).append("CHR(").append(std::to_string(static_cast<unsigned char>(control))).append(")");
+                link = "||";
+            }
+        });
+}
+
+void quotedHex(std::string& out, std::span<const std::byte> bytes)
+{
+    out += "x'";
+    appendHex(out, bytes);
+    out += '\'';
+}
+
+void escapedHex(std::string& out, std::span<const std::byte> bytes)
+{
+    out += "'\\x";
+    appendHex(out, bytes);
+    out += '\'';
+}
+
+void calledHex(std::string& out, std::span<const std::byte> bytes)
+{
+    out += "HEXTORAW('";
+    appendHex(out, bytes);
+    out += "')";
+}
+
+void hexadecimal(std::string& out, std::span<const std::byte> bytes)
+{
+    out += "0x";
+    appendHex(out, bytes);
+}
+
+} // namespace vellumo::exactLiterals

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "export/exact/ExactCells.h"
+#include "export/sql/ExactSchema.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vellumo {
+
+// Writes the rows of one table as INSERT statements, as many rows to a statement as the server likes.
+class ExactRows {
+public:
+    // Where finished statements go.
+    using Sink = std::function<void(std::string_view statements)>;
+    // All outlive it. `start`: what stands in front of a statement's first row.
+    ExactRows(const ExactDialectFacts& facts, const ExactTable& table, std::string start, Sink sink);
+
+    // What the object of a cell is on the server when it is not its bytes: a path. Row counted from 0 in the table.
+    using ObjectText = std::function<std::string(std::size_t column, std::size_t row, const TAdmBlobData& object)>;
+    void setObjectText(ObjectText text) { m_objectText = std::move(text); }
+
+    // The rows that follow are those of `group`, whose first is the table's row with that number.
+    void beginGroup(const RowGroup& group, std::size_t firstRow);
+    void addRow(std::uint32_t row);
+    // Ends the last statement.
+    void finish();
+
+private:
+    using Append = void (ExactRows::*)(const ExactCell& cell);
+
+    [[nodiscard]] Append appendFor(const ExactColumn& column) const;
+    void appendBare(const ExactCell& cell);
+    void appendBoolean(const ExactCell& cell);
+    void appendReal(const ExactCell& cell);
+    void appendDigits(const ExactCell& cell);
+    void appendDate(const ExactCell& cell);
+    void appendGuid(const ExactCell& cell);
+    void appendText(const ExactCell& cell);
+    void appendBytes(const ExactCell& cell);
+    void appendObject(const ExactCell& cell);
+    void splitBefore(std::size_t place);
+    void endStatement();
+    void wrapInBlock();
+
+    const ExactDialectFacts& m_facts;
+    const ExactTable& m_table;
+    std::string m_start;
+    Sink m_sink;
+    ObjectText m_objectText;
+    std::vector<Append> m_appends; // one a column
+    std::vector<ExactCells> m_cells;
+    std::size_t m_firstRow = 0;
+    std::size_t m_column = 0; // that is being written
+    std::uint32_t m_row = 0;
+    std::string m_statement;
+    std::string m_bytes;
+    // Of this row, by their columns: what no literal can hold.
+    std::vector<std::pair<std::size_t, std::span<const std::byte>>> m_longBytes;
+    std::size_t m_rowsInStatement = 0;
+};
+
+} // namespace vellumo
