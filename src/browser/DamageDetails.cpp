@@ -68,8 +68,8 @@ Alert salvageResult(const TAdmMDBFile& file, Salvage salvage)
         names += (names.empty() ? "" : "\n") + format("%@: %@", {table->name(), rowCountText(count)});
     }
     if (!names.empty())
-        return {localizedFormat("Found: %@", {rowCountText(rows)}), names, Alert::Style::Sheet, {},
-            Alert::Kind::Notice};
+        return {
+            localizedFormat("Found: %@", {rowCountText(rows)}), names, Alert::Style::Sheet, {}, Alert::Kind::Notice};
     return {localized("No lost rows were found."),
         salvage == Salvage::LostAndDeletedRows ? localized("Lost and deleted rows were looked for.")
                                                : localized("Deleted rows were not looked for."),

@@ -72,7 +72,8 @@ std::string searchRuleText(const SearchSettings& settings)
     std::string option;
     for (const auto& item : searchMenu(settings))
         if (item.isChecked && item.tag != SearchMenuItem::caseTag) option = item.title;
-    return format("%@, %@", {option, localized(settings.ignoreCase ? messageKey("ignore case") : messageKey("match case"))});
+    return format(
+        "%@, %@", {option, localized(settings.ignoreCase ? messageKey("ignore case") : messageKey("match case"))});
 }
 
 std::string searchResultText(const SearchSettings& settings, std::size_t found, std::size_t recordCount)

@@ -31,7 +31,8 @@ void addLosses(const TAdmMDBFile& file, const ExportOptions& options, ExportRepo
         names.push_back(name);
         const auto* table = file.findTable(name);
         if (table != nullptr && options.exportData)
-            std::ranges::move(leftOutObjects(*table, !options.objectsFolder.empty()), std::back_inserter(report.leftOutObjects));
+            std::ranges::move(
+                leftOutObjects(*table, !options.objectsFolder.empty()), std::back_inserter(report.leftOutObjects));
     }
     const bool isWholeFile = names.size() == file.tables().size();
     report.damage = damageLines(file.damage(), isWholeFile ? std::span<const std::string>() : names);

@@ -245,10 +245,7 @@ void MainMenus::scheduleUpdate()
     });
 }
 
-ItemId MainMenus::selectedItem() const
-{
-    return m_app.fileList().idOf({m_app.selectedFile(), m_app.selectedTable()});
-}
+ItemId MainMenus::selectedItem() const { return m_app.fileList().idOf({m_app.selectedFile(), m_app.selectedTable()}); }
 
 void MainMenus::update()
 {
