@@ -4,6 +4,7 @@
 // Processor time. Usage: bench_exact [FOLDER [RUNS]]
 #include "BenchModel.h"
 #include "Measure.h"
+#include "export/ExportFormat.h"
 #include "export/RunExport.h"
 #include "platform/SystemLog.h"
 
