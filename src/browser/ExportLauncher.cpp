@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "browser/ExportLauncher.h"
 
+#include "browser/DataView.h"
 #include "browser/MainWindowView.h"
 
 namespace vellumo {
@@ -15,7 +16,22 @@ struct Session {
 
 } // namespace
 
-void ExportLauncher::begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType)
+ShownTable tableShownBy(DataView& view)
+{
+    ShownTable shown;
+    shown.columns = view.columnLayout().order;
+    const auto count = view.numberOfRows();
+    shown.rows.reserve(count);
+    for (std::size_t position = 0; position < count; ++position)
+        shown.rows.push_back(static_cast<std::uint32_t>(view.recordAt(position)));
+    for (const auto& [first, last] : view.selectedRows().ranges())
+        for (auto position = first; position <= last && position < count; ++position)
+            shown.selectedRows.push_back(shown.rows[position]);
+    return shown;
+}
+
+void ExportLauncher::begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType,
+    std::optional<ShownTable> shown)
 {
     auto& exportFile = *file;
     m_file = file.get();
@@ -24,6 +40,7 @@ void ExportLauncher::begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable
     const std::shared_ptr<Session> session(
         new Session{std::move(file), {exportFile, selectedTable, static_cast<ExportFileType>(exportType), ports}});
     m_wizard = std::shared_ptr<ExportWizard>(session, &session->wizard);
+    if (shown) m_wizard->offerShownTable(std::move(*shown));
     m_view.beginExportSheet(m_wizard);
 }
 

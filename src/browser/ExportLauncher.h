@@ -8,7 +8,11 @@
 
 namespace vellumo {
 
+class DataView;
 class MainWindowView;
+
+// What a grid shows of its table, for an export of that.
+[[nodiscard]] ShownTable tableShownBy(DataView& view);
 
 // Takes an export from its dialog to its end. One at a time.
 class ExportLauncher {
@@ -20,8 +24,10 @@ public:
     {
     }
 
-    // Shows the dialog. `selectedTable` null: all tables of the file. `exportType`: the code of one, or -1.
-    void begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType);
+    // Shows the dialog. `selectedTable` null: all tables of the file. `exportType`: the code of one, or -1. `shown`:
+    // how a grid shows the selected table; nullopt where none does.
+    void begin(std::shared_ptr<TAdmMDBFile> file, const TAdmMDBTable* selectedTable, int exportType,
+        std::optional<ShownTable> shown = {});
     // The dialog has ended: starts the export for a positive code, releases the wizard for another.
     void sheetDidEnd(int returnCode);
     // Releases the wizard.

@@ -365,7 +365,11 @@ void VellumoAppDelegate::Export(int tag)
 
 void VellumoAppDelegate::exportItem(const TreeItem& item, int exportType)
 {
-    if (item.file->active()) return m_exports.begin(m_files.list().share(*item.file), item.table, exportType);
+    if (item.file->active()) {
+        const bool isOpen = item.table != nullptr && m_dataView.table() == item.table;
+        auto shown = isOpen ? std::optional(tableShownBy(m_dataView)) : std::nullopt;
+        return m_exports.begin(m_files.list().share(*item.file), item.table, exportType, std::move(shown));
+    }
     openForExport(*item.file, exportType);
 }
 

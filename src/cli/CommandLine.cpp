@@ -54,6 +54,7 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments)
     addInfoCommand(app, command);
     addCheckCommand(app, command);
     addRowsCommand(app, command);
+    addFindCommand(app, command);
     addBlobCommand(app, command);
     addObjectsCommand(app, command);
     addExportCommand(app, command);

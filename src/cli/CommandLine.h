@@ -27,6 +27,7 @@ using Command = std::function<ExitStatus()>;
 void addInfoCommand(CLI::App& app, Command& command);
 void addCheckCommand(CLI::App& app, Command& command);
 void addRowsCommand(CLI::App& app, Command& command);
+void addFindCommand(CLI::App& app, Command& command);
 void addBlobCommand(CLI::App& app, Command& command);
 void addObjectsCommand(CLI::App& app, Command& command);
 void addExportCommand(CLI::App& app, Command& command);

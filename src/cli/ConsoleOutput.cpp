@@ -39,6 +39,13 @@ bool writeOutput(std::string_view text)
 
 bool writeReport(std::string_view text) { return writeBytes(escapedText(text, "\n")); }
 
+void writeReportBesideData(std::string_view text)
+{
+    static_cast<void>(std::fflush(stdout) == 0 || noteFailure());
+    const auto escaped = escapedText(text, "\n");
+    std::fwrite(escaped.data(), 1, escaped.size(), stderr);
+}
+
 bool writeBytes(std::string_view bytes)
 {
     if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) return noteFailure();

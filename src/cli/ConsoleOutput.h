@@ -17,6 +17,8 @@ namespace vellumo {
 bool writeOutput(std::string_view text);
 // A report, its lines ended by line feeds: escaped wherever it goes.
 bool writeReport(std::string_view text);
+// The same on standard error, for a report of what goes to standard output.
+void writeReportBesideData(std::string_view text);
 // Bytes as they are.
 bool writeBytes(std::string_view bytes);
 

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "cli/CommandLine.h"
+#include "cli/ConsoleExport.h"
 #include "cli/ConsoleFile.h"
 #include "cli/ConsoleOutput.h"
 #include "cli/ExportSettings.h"
-#include "cli/ProgressBar.h"
-#include "export/RunExport.h"
 #include "export/sql/SQLDialectFacts.h"
 #include "model/TAdmMDBFile.h"
-#include "platform/SystemLog.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 
@@ -19,11 +17,6 @@
 namespace vellumo {
 
 namespace {
-
-class ConsoleLog : public SystemLog {
-public:
-    void log(std::string_view line) override { printError(line); }
-};
 
 // The tables that are named, or all, each with the name of its file.
 std::vector<ExportEntry> entriesFor(const TAdmMDBFile& file, const std::vector<std::string>& names, ExportFileType type)
@@ -37,24 +30,38 @@ std::vector<ExportEntry> entriesFor(const TAdmMDBFile& file, const std::vector<s
     return entries;
 }
 
-ExportReport exportWithProgress(
-    const TAdmMDBFile& file, const std::vector<ExportEntry>& entries, const ExportOptions& options)
-{
-    ProgressBar bar("");
-    const auto progress = [&](std::size_t index) {
-        if (index >= entries.size()) return;
-        bar.setLabel(exportProgressText(entries[index].tableName, index, entries.size()));
-        bar.show(index, entries.size());
-    };
-    ConsoleLog log;
-    return runExport(file, entries, options, interruptFlag(), {progress, log});
-}
-
-void printReport(const ExportReport& report)
+void printReport(const ExportReport& report, bool isBesideData)
 {
     const auto texts = exportReportTexts(report);
-    writeReport(texts.title + '\n');
-    if (!texts.body.empty()) writeReport(texts.body + '\n');
+    const auto text = texts.title + '\n' + (texts.body.empty() ? "" : texts.body + '\n');
+    if (isBesideData)
+        writeReportBesideData(text);
+    else
+        writeReport(text);
+}
+
+ExitStatus statusOf(const ExportReport& report)
+{
+    if (!report.isDone()) return ExitStatus::Failed;
+    return report.isSourceWhole() ? ExitStatus::Done : ExitStatus::Damaged;
+}
+
+ExitStatus exportToFiles(const TAdmMDBFile& file, const std::vector<ExportEntry>& entries, const ExportOptions& options)
+{
+    auto report = exportWithProgress(file, entries, options);
+    printFindings(report, options);
+    printReport(report, false);
+    return statusOf(report);
+}
+
+ExitStatus exportToStandardOutput(
+    const TAdmMDBFile& file, const std::vector<ExportEntry>& entries, const ExportOptions& options)
+{
+    auto report = printExport(file, entries, options);
+    if (!report) return ExitStatus::Done;
+    printFindings(*report, options);
+    printReport(*report, true);
+    return statusOf(*report);
 }
 
 ExitStatus exportTables(const ExportSettings& settings)
@@ -69,10 +76,13 @@ ExitStatus exportTables(const ExportSettings& settings)
     for (const auto& table : settings.tables)
         if (findTableOrComplain(*file, table) == nullptr) return ExitStatus::Failed;
     const auto options = optionsFrom(settings);
-    const auto report = exportWithProgress(*file, entriesFor(*file, settings.tables, options.fileType), options);
-    printReport(report);
-    if (!report.isDone()) return ExitStatus::Failed;
-    return report.isSourceWhole() ? ExitStatus::Done : ExitStatus::Damaged;
+    auto entries = entriesFor(*file, settings.tables, options.fileType);
+    if (!settings.choice.isAll()) {
+        auto choice = choiceOrComplain(*file->findTable(settings.tables.front()), settings.choice);
+        if (!choice) return ExitStatus::Failed;
+        entries.front().choice = std::move(*choice);
+    }
+    return (settings.isToStandardOutput() ? exportToStandardOutput : exportToFiles)(*file, entries, options);
 }
 
 template <typename Infos> std::set<std::string> namesOf(const Infos& infos)
@@ -117,7 +127,9 @@ void addOutputOptions(CLI::App& sub, ExportSettings& settings)
         ->required()
         ->check(CLI::IsMember(namesOf(exportFormats())));
     sub.add_option("--to", settings.to,
-           localized("The output folder; with --single-file, and always for sqlite, the output file"))
+           localized(
+               "The output folder, made when it is missing; with --single-file, and always for sqlite, the output "
+               "file; - for standard output"))
         ->required()
         ->type_name("PATH");
     sub.add_option("--table", settings.tables, localized("Only this table; may be given several times"))
@@ -127,6 +139,7 @@ void addOutputOptions(CLI::App& sub, ExportSettings& settings)
            withFormats(localized("With --exact: objects as files in this folder, their paths in the cells"),
                formatsWith(ExportOption::Objects)))
         ->type_name("FOLDER");
+    addRowChoice(sub, settings.choice);
     sub.add_flag("--single-file", settings.isSingleFile,
         withFormats(localized("All tables in one file"), formatsWith(std::mem_fn(&FormatInfo::hasSingleFileMode))));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/ExportSettings.h"
 
+#include "export/files/OutputFile.h"
 #include "export/sql/SQLDialectFacts.h"
 #include "text/Format.h"
 #include "text/Messages.h"
@@ -99,6 +100,10 @@ Complaint complaintAboutOptions(const ExportSettings& settings, const FormatInfo
 Complaint complaintAboutValues(const ExportSettings& settings, const FormatInfo& format)
 {
     if (settings.to.empty()) return localized("--to must not be empty.");
+    const bool isOneTable = settings.tables.size() == 1;
+    if (settings.isToStandardOutput() && !isOneTable && !format.hasSingleFileMode())
+        return localizedFormat("--to - needs one --table with %@.", {format.name});
+    if (!settings.choice.isAll() && !isOneTable) return localized("--columns, --search and --sort need one --table.");
     if (settings.objects && settings.objects->empty()) return localized("--objects must not be empty.");
     if (settings.fieldDelimiter && !format.offers(delimiterNamed(fieldDelimiters(), *settings.fieldDelimiter)))
         return doesNotApply("--field-delimiter " + *settings.fieldDelimiter, format.name);
@@ -128,7 +133,8 @@ ExportOptions optionsFrom(const ExportSettings& settings)
     const auto& format = formatOf(settings);
     auto options = defaultOptions(format, isGiven(settings, ExportOption::Exact));
     options.isSingleFile = options.isSingleFile || settings.isSingleFile;
-    options.path = settings.to;
+    options.path = settings.isToStandardOutput() ? std::string(standardOutputPath) : settings.to;
+    options.isSingleFile = options.isSingleFile || settings.isToStandardOutput();
     if (settings.fieldDelimiter) {
         options.fieldDelimiter = delimiterNamed(fieldDelimiters(), *settings.fieldDelimiter);
         if (!options.isExact)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/ConsoleFile.h"
+#include "cli/RowChoice.h"
 #include "export/ExportFormat.h"
 
 #include <map>
@@ -16,8 +17,9 @@ namespace vellumo {
 struct ExportSettings {
     FileArguments file;
     std::string format;
-    std::string to;
+    std::string to;                  // "-": standard output
     std::vector<std::string> tables; // empty: all
+    RowChoice choice;                // only with one table
     bool isSingleFile = false;
     bool lookupTexts = false;
     std::optional<std::string> fieldDelimiter;
@@ -28,6 +30,8 @@ struct ExportSettings {
     std::optional<std::string> schema;
     std::optional<std::string> objects;
     std::map<ExportOption, bool> switched; // the switches that were given
+
+    [[nodiscard]] bool isToStandardOutput() const { return to == "-"; }
 };
 
 // An argument that switches an option on or off.

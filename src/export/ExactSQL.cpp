@@ -41,11 +41,11 @@ constexpr LossRow lossRows[] = {
 
 } // namespace
 
-std::vector<const TAdmMDBTable*> exactTables(const ExportJob& job)
+std::vector<const TAdmMDBTable*> exactTables(ExportJob& job)
 {
     std::vector<const TAdmMDBTable*> tables;
     for (const auto& entry : job.entries())
-        if (const auto* table = job.file().findTable(entry.tableName);
+        if (const auto* table = job.findTable(entry.tableName);
             table != nullptr && std::ranges::find(tables, table) == tables.end())
             tables.push_back(table);
     return tables;

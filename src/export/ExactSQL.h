@@ -14,7 +14,7 @@ void exportExactScript(ExportJob& job);
 void exportExactSQLite(ExportJob& job);
 
 // The tables of a job's entries that the file has, in their order.
-[[nodiscard]] std::vector<const TAdmMDBTable*> exactTables(const ExportJob& job);
+[[nodiscard]] std::vector<const TAdmMDBTable*> exactTables(ExportJob& job);
 [[nodiscard]] ExactSchemaOptions exactSchemaOptions(const ExportJob& job);
 // Tells the job what the schema could not keep: of values only when these are exported, of rules only with the tables.
 void addExactFindings(ExportJob& job, const ExactSchema& schema);

@@ -68,15 +68,64 @@ constexpr FindingTexts findingTexts[] = {
         messageKey("%ld rows break the relation %@, which the server does not check or have.")},
     {FindingKind::RelationLeftOut, messageKey("The server cannot have the relation %@; it is left out."), nullptr},
     {FindingKind::CascadeLost, messageKey("The relation %@ does not pass on all changes there."), nullptr},
+    {FindingKind::ObjectsLeftOut, messageKey("1 object is left out."), messageKey("%ld objects are left out.")},
+    {FindingKind::ObjectsRefused, messageKey("1 object has a form that %@ does not take."),
+        messageKey("%ld objects have a form that %@ does not take.")},
+    {FindingKind::ValuesRefused, messageKey("1 value has a form that %@ does not take."),
+        messageKey("%ld values have a form that %@ does not take.")},
+    {FindingKind::TextsRefused, messageKey("1 text is longer than %@ takes it."),
+        messageKey("%ld texts are longer than %@ takes them.")},
+    {FindingKind::NumbersRefused, messageKey("1 number has a size or form that %@ does not take."),
+        messageKey("%ld numbers have a size or form that %@ does not take.")},
+    {FindingKind::DatesRefused, messageKey("1 date is outside of the years that %@ holds."),
+        messageKey("%ld dates are outside of the years that %@ holds.")},
+    {FindingKind::TextsTooLong, messageKey("1 text is too long for a cell, so the table fails."),
+        messageKey("%ld texts are too long for a cell, so the table fails.")},
+    {FindingKind::NumbersRounded, messageKey("1 number is rounded by %@."),
+        messageKey("%ld numbers are rounded by %@.")},
+    {FindingKind::NumbersParted, messageKey("1 number is parted by its decimal symbol."),
+        messageKey("%ld numbers are parted by their decimal symbol.")},
+    {FindingKind::BytesAsDigits, messageKey("1 value comes as hexadecimal digits instead of bytes."),
+        messageKey("%ld values come as hexadecimal digits instead of bytes.")},
+    {FindingKind::ValuesAsText, messageKey("1 value comes as a text."), messageKey("%ld values come as texts.")},
+    {FindingKind::BackslashesDoubled, messageKey("In 1 text every backslash comes twice."),
+        messageKey("In %ld texts every backslash comes twice.")},
+    {FindingKind::ZerosLost, messageKey("1 text loses its characters U+0000."),
+        messageKey("%ld texts lose their characters U+0000.")},
+    {FindingKind::EmptyForNull, messageKey("1 null becomes an empty text."),
+        messageKey("%ld nulls become empty texts.")},
+    {FindingKind::SecondsLost, messageKey("1 date loses its seconds."), messageKey("%ld dates lose their seconds.")},
+    {FindingKind::MillisecondsLost, messageKey("1 date loses its fraction of a second."),
+        messageKey("%ld dates lose their fractions of a second.")},
+    {FindingKind::TextsBreakXML, messageKey("1 text makes the XML not well-formed."),
+        messageKey("%ld texts make the XML not well-formed.")},
+    {FindingKind::NameBreaksXML, messageKey("The name makes the XML not well-formed."), nullptr},
+    {FindingKind::CutAtZero,
+        messageKey("Each text is written up to its first zero byte. This encoding has zero bytes in common letters, so "
+                   "the output will be cut."),
+        nullptr},
+    {FindingKind::NotInEncoding, messageKey("1 letter is not in the encoding, so the table fails."),
+        messageKey("%ld letters are not in the encoding, so the table fails.")},
+    {FindingKind::EncodingNotSaid, messageKey("The XML does not say which encoding its letters are in."), nullptr},
+    {FindingKind::NoType, messageKey("%@ has no type for this column, so the table is not created."), nullptr},
+    {FindingKind::NameCut, messageKey("%@ cuts this name."), nullptr},
+    {FindingKind::NameRefused, messageKey("%@ does not take this name, so the table is not created."), nullptr},
+    {FindingKind::RowsTooWide, messageKey("The rows are too wide for %@, so the table is not created."), nullptr},
+    {FindingKind::RelationToNowhere, messageKey("The relation refers to a table that is not exported."), nullptr},
+    {FindingKind::RelationEnforced, messageKey("The relation will be enforced, which the database does not do."),
+        nullptr},
+    {FindingKind::RelationSetsNull,
+        messageKey("The relation will empty what refers to a changed record, where the database refuses the change."),
+        nullptr},
 };
 
 std::string sentence(const ExportFinding& finding)
 {
     const auto* texts = std::ranges::find(findingTexts, finding.kind, &FindingTexts::kind);
     if (texts == std::end(findingTexts)) return {};
-    return finding.count == 1 || texts->manyKey == nullptr
-        ? localizedFormat(texts->oneKey, {finding.detail})
-        : localizedFormat(texts->manyKey, {finding.count, finding.detail});
+    const bool isOne = finding.count == 1 || texts->manyKey == nullptr;
+    return isOne ? localizedFormat(texts->oneKey, {finding.detail})
+                 : localizedFormat(texts->manyKey, {finding.count, finding.detail});
 }
 
 } // namespace
@@ -97,6 +146,7 @@ void ExportFindings::add(
 
 std::string findingText(const ExportFinding& finding)
 {
+    if (finding.table.empty()) return sentence(finding);
     if (finding.column.empty()) return format("%@: %@", {finding.table, sentence(finding)});
     return format("%@.%@: %@", {finding.table, finding.column, sentence(finding)});
 }

@@ -42,11 +42,40 @@ enum class FindingKind : std::uint8_t {
     RelationUnchecked,
     RelationLeftOut,
     CascadeLost,
+    // Of the classic style, told before it is written.
+    ObjectsLeftOut,
+    ObjectsRefused, // detail of this and the others below: the target
+    ValuesRefused,
+    TextsRefused,
+    NumbersRefused,
+    DatesRefused,
+    TextsTooLong,
+    NumbersRounded,
+    NumbersParted,
+    BytesAsDigits,
+    ValuesAsText,
+    BackslashesDoubled,
+    ZerosLost,
+    EmptyForNull,
+    SecondsLost,
+    MillisecondsLost,
+    TextsBreakXML,
+    NameBreaksXML,
+    CutAtZero,
+    NotInEncoding, // count: letters
+    EncodingNotSaid,
+    NoType,
+    NameCut,
+    NameRefused,
+    RowsTooWide,
+    RelationToNowhere, // column of this and the others below: the relation
+    RelationEnforced,
+    RelationSetsNull,
 };
 
 struct ExportFinding {
     FindingKind kind;
-    std::string table;
+    std::string table;  // "" for what concerns all tables
     std::string column; // "" for what concerns the table as a whole
     std::string detail; // fills the text's last placeholder
     std::size_t count = 0;

@@ -84,6 +84,7 @@ struct FormatInfo {
     const char* commandKey;     // the command that exports to it, a key of the message table
     std::string_view extension; // without the dot
     ExportOutput output;
+    bool isText = false; // may be read, and written, from beginning to end
     ExportOptionSet options;
     std::span<const FieldDelimiter> fieldDelimiters = {}; // that may be chosen, where that option applies
     bool delimiterSetsDecimalSymbol = false;              // so that the two differ

@@ -5,7 +5,6 @@
 #include "model/TAdmMDBFile.h"
 #include "text/Format.h"
 #include "text/Messages.h"
-#include "text/TextEncoding.h"
 
 #include <filesystem>
 #include <set>
@@ -17,14 +16,6 @@ namespace {
 
 using Kind = ExportHint::Kind;
 using Place = ExportHint::Place;
-
-// An unusual character tells nothing here; a letter of ASCII has zero bytes in every encoding of fixed wider units.
-bool writesZeroBytes(std::uint32_t encoding)
-{
-    auto encoder = TextEncoder::create(encoding);
-    std::string bytes;
-    return encoder && encoder->append("a", bytes) && bytes.find('\0') != std::string::npos;
-}
 
 bool isUsableFileName(const std::string& name)
 {
@@ -45,7 +36,6 @@ public:
         collectTables();
         if (!m_options.isSingleFile) collectFileNames();
         collectContents();
-        collectEncoding();
         collectPath();
         return std::move(m_hints);
     }
@@ -57,7 +47,6 @@ private:
     void collectTables();
     void collectFileNames();
     void collectContents();
-    void collectEncoding();
     void collectPath();
     void collectTargets();
     void collectReplaced(const std::vector<std::string>& names);
@@ -97,15 +86,6 @@ void Collector::collectContents()
         add(Kind::Missing, Place::Contents, localized("Select the structure, the rows or both."));
 }
 
-void Collector::collectEncoding()
-{
-    if (m_options.isExact) return; // texts are written whole
-    if (exportFormat(m_options.fileType).has(ExportOption::Encoding) && writesZeroBytes(m_options.encoding))
-        warn(Place::Encoding,
-            localized("Each text is written up to its first zero byte. This encoding has zero bytes in common "
-                      "letters, so the output will be cut."));
-}
-
 void Collector::collectPath()
 {
     if (m_options.path.empty())
@@ -116,8 +96,13 @@ void Collector::collectPath()
                                                : std::filesystem::path(m_options.path);
     const auto shownFolder = folder.empty() ? std::filesystem::path(".") : folder;
     std::error_code error;
-    if (!std::filesystem::is_directory(shownFolder, error))
-        return warn(Place::Path, localizedFormat("There is no folder “%@”.", {folder.string()}));
+    const bool isThere = std::filesystem::is_directory(shownFolder, error);
+    const auto parent =
+        shownFolder.has_filename() ? shownFolder.parent_path() : shownFolder.parent_path().parent_path();
+    if (!isThere && !m_options.isSingleFile && std::filesystem::is_directory(parent, error)
+        && !std::filesystem::exists(shownFolder, error))
+        return add(Kind::Note, Place::Path, localizedFormat("The folder “%@” will be made.", {folder.string()}));
+    if (!isThere) return warn(Place::Path, localizedFormat("There is no folder “%@”.", {folder.string()}));
     if (::access(shownFolder.c_str(), W_OK | X_OK) != 0)
         return warn(Place::Path, localizedFormat("You may not create files in the folder “%@”.", {folder.string()}));
     collectTargets();

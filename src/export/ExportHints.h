@@ -16,8 +16,9 @@ struct ExportHint {
     enum class Kind {
         Missing, // has to be given before the export makes sense
         Warning, // the export can start, but not everything will come out as expected
+        Note,    // the export does something that is not asked for by name
     };
-    enum class Place { Tables, Contents, Encoding, Path };
+    enum class Place { Tables, Contents, Path };
     Kind kind;
     Place place;
     std::string text; // localised

@@ -2,6 +2,7 @@
 #include "export/ExportJob.h"
 
 #include "SQLite Connection/DBSockets/LoadErrorWindow.h"
+#include "export/ChosenTable.h"
 #include "export/objects/ObjectFile.h"
 #include "export/objects/ObjectsExport.h"
 #include "model/TAdmMDBFile.h"
@@ -51,12 +52,27 @@ LoadErrorWindow& ExportJob::loadErrorWindow() const
     return m_listener.loadErrorWindow == nullptr ? standardErrorWindow() : *m_listener.loadErrorWindow;
 }
 
+const ExportEntry* ExportJob::findEntry(std::string_view tableName) const
+{
+    const auto found = std::ranges::find(m_entries, tableName, &ExportEntry::tableName);
+    return found == m_entries.end() ? nullptr : &*found;
+}
+
+const TAdmMDBTable* ExportJob::findTable(std::string_view name)
+{
+    if (const auto made = m_chosenTables.find(name); made != m_chosenTables.end()) return made->second.get();
+    const auto* table = m_file.findTable(name);
+    const auto* entry = findEntry(name);
+    if (table == nullptr || entry == nullptr || entry->choice.isAll()) return table;
+    return m_chosenTables.emplace(name, chosenTable(*table, entry->choice)).first->second.get();
+}
+
 void ExportJob::forEachTable(const std::function<void(const ExportEntry&, const TAdmMDBTable&)>& write)
 {
     for (std::size_t index = 0; index < m_entries.size() && !terminated(); ++index) {
         updateProgress(index);
         const auto& entry = m_entries[index];
-        if (const auto* table = m_file.findTable(entry.tableName)) write(entry, *table);
+        if (const auto* table = findTable(entry.tableName)) write(entry, *table);
     }
 }
 
@@ -99,7 +115,9 @@ bool ExportJob::openObjectFolder()
 std::string ExportJob::objectFile(
     const TAdmMDBTable& table, std::size_t column, std::size_t row, const TAdmBlobData& object)
 {
-    auto path = m_objects->add(table, column, row, object);
+    const auto* entry = findEntry(table.name());
+    const bool isChosen = entry != nullptr && entry->choice.rows.has_value();
+    auto path = m_objects->add(table, column, isChosen ? entry->choice.rows->at(row) : row, object);
     takeObjectFailures();
     return path;
 }
@@ -128,6 +146,9 @@ void ExportJob::tableDone(std::string_view tableName)
 
 void ExportJob::tableFailed(std::string_view tableName, ExportReason reason)
 {
+    const auto* entry = findEntry(tableName);
+    auto& row = reason.cause.row;
+    if (row != 0 && entry != nullptr && entry->choice.rows) row = entry->choice.rows->at(row - 1) + 1U;
     m_report.failures.push_back({ExportFailure::Kind::Table, std::string(tableName), std::move(reason)});
 }
 

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -58,6 +59,9 @@ public:
 
     void updateProgress(std::size_t index) { m_listener.progress(index); }
 
+    // The table of this name, as much of it as its entry wants; null when the file has none. Lives as long as the job.
+    [[nodiscard]] const TAdmMDBTable* findTable(std::string_view name);
+
     // The walk that writers have in common: for each entry, until the user stops, reports progress and calls `write`.
     // An entry whose table the file does not have is passed over.
     void forEachTable(const std::function<void(const ExportEntry& entry, const TAdmMDBTable& table)>& write);
@@ -75,6 +79,7 @@ public:
 
     // The table of an entry is completely written. Once an entry.
     void tableDone(std::string_view tableName);
+    // A row of the reason is counted as the writer has come to it.
     void tableFailed(std::string_view tableName, ExportReason reason);
     void stepFailed(ExportReason reason);
     void outputFailed(ExportReason reason);
@@ -103,6 +108,7 @@ public:
 private:
     void takeObjectFailures();
     [[nodiscard]] ExportCause causeAt(std::string path, int systemError) const;
+    [[nodiscard]] const ExportEntry* findEntry(std::string_view tableName) const;
     [[nodiscard]] bool isSource(const std::string& path) const;
     [[nodiscard]] std::string unlessSource(std::string path) const;
 
@@ -112,6 +118,7 @@ private:
     const std::atomic<bool>& m_stop;
     ExportListener m_listener;
     ExportReport m_report;
+    std::map<std::string, std::unique_ptr<TAdmMDBTable>, std::less<>> m_chosenTables; // by name
     std::unique_ptr<ObjectFolder> m_objects;
     std::size_t m_objectFailures = 0; // that the report has
 };

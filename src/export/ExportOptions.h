@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vellumo {
 
@@ -46,7 +47,7 @@ using SQLDialect = ServerType;
 struct ExportOptions {
     ExportFileType fileType = ExportFileType::CSV;
     bool isSingleFile = false;
-    std::string path; // single file: the output file; else the output folder
+    std::string path; // single file: the output file; else the output folder, made when only that is missing
     bool includeColumnHeader = true;
     FieldDelimiter fieldDelimiter = FieldDelimiter::Comma;
     RecordDelimiter recordDelimiter = RecordDelimiter::LF;
@@ -68,11 +69,20 @@ struct ExportOptions {
     [[nodiscard]] bool hasContents() const { return exportStructure || exportData; }
 };
 
+// What of a table is wanted, where that is not all of it.
+struct TableChoice {
+    std::optional<std::vector<std::size_t>> columns = {}; // their numbers, in the order wanted; nullopt: all
+    std::optional<std::vector<std::uint32_t>> rows = {};  // row numbers of the store, in the order wanted; nullopt: all
+
+    [[nodiscard]] bool isAll() const { return !columns && !rows; }
+};
+
 // A table to export, and the file that it goes to.
 struct ExportEntry {
     bool selected = false;
     std::string tableName;
     std::string exportFileName; // used when each table goes to a file of its own
+    TableChoice choice = {};    // of its rows and columns
 
     // Not selected; the file is named after the table, with the type's extension (a SQLite export has no file a table,
     // so its entries carry the bare name).

@@ -12,7 +12,6 @@ namespace vellumo {
     const ExportOptions& options, const std::atomic<bool>& stop, const ExportListener& listener);
 
 // The report of an export that could not even begin, for want of memory.
-[[nodiscard]] ExportReport reportWithoutMemory(
-    const TAdmMDBFile& file, std::span<const ExportEntry> tables, const ExportOptions& options);
+[[nodiscard]] ExportReport reportWithoutMemory(const TAdmMDBFile& file, std::span<const ExportEntry> tables);
 
 } // namespace vellumo

@@ -33,10 +33,12 @@ private:
     void writeFinalPass();
     [[nodiscard]] std::string finalStatements(const TAdmMDBTable& table);
     void finishOneScript();
+    void oneScriptFailed(const char* reasonKey);
 
     void writeScriptPerTable();
     void writeScript(const ExportEntry& entry, const TAdmMDBTable& table);
     void finishScript(const ExportEntry& entry, const TAdmMDBTable& table);
+    void scriptFailed(const ExportEntry& entry, const char* reasonKey);
 
     void takeName(const TAdmMDBTable& table);
     void writeTable(const TAdmMDBTable& table);
@@ -62,8 +64,7 @@ private:
 
 void SQLScriptExport::writeOneScript()
 {
-    if (!m_file.open(m_job.singleFilePath()))
-        return m_job.outputFailed({exportReason::cannotCreate, {}, m_job.singleFileCause(m_file.error())});
+    if (!m_file.open(m_job.singleFilePath())) return oneScriptFailed(exportReason::cannotCreate);
     m_file.write(m_facts.header);
     m_job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
         takeName(table);
@@ -116,13 +117,17 @@ std::string SQLScriptExport::finalStatements(const TAdmMDBTable& table)
     return lines;
 }
 
+void SQLScriptExport::oneScriptFailed(const char* reasonKey)
+{
+    m_job.outputFailed({reasonKey, {}, m_job.singleFileCause(m_file.error())});
+}
+
 // The tables count once the script that holds them all is known to be whole: after a stop none does.
 void SQLScriptExport::finishOneScript()
 {
-    if (m_job.terminated()) return m_file.discard();
+    if (m_job.terminated() || m_written.empty()) return m_file.discard();
     m_file.write(m_facts.footer);
-    if (!m_file.close())
-        return m_job.outputFailed({exportReason::cannotWrite, {}, m_job.singleFileCause(m_file.error())});
+    if (!m_file.close()) return oneScriptFailed(exportReason::cannotWrite);
     for (const auto* table : m_written)
         m_job.tableDone(table->name());
 }
@@ -137,14 +142,17 @@ void SQLScriptExport::writeScriptPerTable()
 
 void SQLScriptExport::writeScript(const ExportEntry& entry, const TAdmMDBTable& table)
 {
-    if (!m_file.open(m_job.outputPath(entry)))
-        return m_job.tableFailed(
-            table.name(), {exportReason::cannotCreate, {}, m_job.outputCause(entry, m_file.error())});
+    if (!m_file.open(m_job.outputPath(entry))) return scriptFailed(entry, exportReason::cannotCreate);
     m_file.write(m_facts.header);
     writeTable(table);
     if (addsForeignKeys()) m_file.write(m_structure.addForeignKeys(table));
     m_file.write(m_facts.footer);
     finishScript(entry, table);
+}
+
+void SQLScriptExport::scriptFailed(const ExportEntry& entry, const char* reasonKey)
+{
+    m_job.tableFailed(entry.tableName, {reasonKey, {}, m_job.outputCause(entry, m_file.error())});
 }
 
 void SQLScriptExport::finishScript(const ExportEntry& entry, const TAdmMDBTable& table)
@@ -153,9 +161,7 @@ void SQLScriptExport::finishScript(const ExportEntry& entry, const TAdmMDBTable&
         m_file.discard();
         return m_job.tableFailed(table.name(), {exportReason::terminated});
     }
-    if (!m_file.close())
-        return m_job.tableFailed(
-            table.name(), {exportReason::cannotWrite, {}, m_job.outputCause(entry, m_file.error())});
+    if (!m_file.close()) return scriptFailed(entry, exportReason::cannotWrite);
     m_job.tableDone(table.name());
     m_job.updateProgress(m_job.report().doneCount());
 }

@@ -58,7 +58,7 @@ void SQLiteExport::createAllIndexes()
 {
     for (const auto& entry : m_job.entries()) {
         if (m_job.terminated() || m_target.isDamaged()) return;
-        if (const auto* table = m_job.file().findTable(entry.tableName)) createIndexes(*table);
+        if (const auto* table = m_job.findTable(entry.tableName)) createIndexes(*table);
     }
 }
 

@@ -21,6 +21,7 @@ struct Alert {
     Style style = Style::Sheet;
     std::string detail{}; // a further paragraph, such as the reason and what to do; may be empty
     Kind kind = Kind::Warning;
+    std::string folder{}; // which the alert offers to open; "" for none
 
     bool operator==(const Alert&) const = default;
 };

@@ -26,6 +26,16 @@ TEST(ExportSettings, ComplainsAboutWhatDoesNotApply)
     } cases[] = {
         {"csv", [](S&) {}, ""},
         {"csv", [](S& s) { s.to.clear(); }, "--to must not be empty."},
+        {"csv", [](S& s) { s.to = "-"; }, "--to - needs one --table with csv."},
+        {"csv", [](S& s) { s.to = "-", s.tables = {"A"}; }, ""},
+        {"sqlite", [](S& s) { s.to = "-"; }, ""},
+        {"csv", [](S& s) { s.choice.sort = "A"; }, "--columns, --search and --sort need one --table."},
+        {"csv",
+            [](S& s) {
+                s.choice.columns = {"A"}, s.tables = {"A", "B"};
+            },
+            "--columns, --search and --sort need one --table."},
+        {"csv", [](S& s) { s.choice.search = "a", s.tables = {"A"}; }, ""},
         {"csv", [](S& s) { s.isSingleFile = true; }, "--single-file does not apply to csv."},
         {"xls", [](S& s) { s.isSingleFile = s.switched[Header] = true; }, ""},
         {"sqlite", [](S& s) { s.isSingleFile = true; }, ""},
@@ -74,6 +84,10 @@ TEST(ExportSettings, BecomeOptions)
     auto options = asked("csv", [](S&) {});
     EXPECT_TRUE(!options.isSingleFile && options.includeColumnHeader && options.encoding == 4);
     EXPECT_EQ(options.path, "/out");
+
+    options = asked("csv", [](S& s) { s.to = "-"; });
+    EXPECT_TRUE(options.isSingleFile);
+    EXPECT_EQ(options.path, "/dev/stdout");
 
     options = asked("csv", [](S& s) { s.fieldDelimiter = "semicolon"; });
     EXPECT_EQ(options.decimalSymbol, ",");

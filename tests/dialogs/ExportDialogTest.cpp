@@ -203,13 +203,13 @@ TEST(ExportDialog, WarnsOfAnEncodingThatCutsTexts)
     ExportDesk desk;
     Screen screen(desk, XML);
     auto& encoding = screen.popup("encodingPopup");
-    EXPECT_EQ(screen.hint("encodingHint"), "");
+    EXPECT_EQ(screen.hint("findingsLabel"), "");
     const int index = encoding.findText("UTF-16", Qt::MatchContains);
     ASSERT_GT(index, 0);
     encoding.setCurrentIndex(index - 1);
     QTest::keyClick(&encoding, Qt::Key_Down);
     EXPECT_EQ(encoding.currentIndex(), index);
-    EXPECT_THAT(screen.hint("encodingHint").toStdString(), testing::HasSubstr("will be cut"));
+    EXPECT_THAT(screen.hint("findingsLabel").toStdString(), testing::HasSubstr("will be cut"));
 }
 
 TEST(ExportDialog, TheTableListIsWorkedWithTheKeyboard)

@@ -4,7 +4,6 @@
 #include "export/ExportFormat.h"
 #include "support/ModelBuilder.h"
 #include "support/TempFolder.h"
-#include "text/TextEncoding.h"
 
 #include <functional>
 #include <gmock/gmock.h>
@@ -27,7 +26,10 @@ std::vector<std::string> texts(const TAdmMDBFile& file, const Plan& plan)
 {
     std::vector<std::string> result;
     for (const auto& hint : exportHints(file, plan.tables, plan.options))
-        result.push_back((hint.kind == ExportHint::Kind::Missing ? "missing: " : "warning: ") + hint.text);
+        result.push_back((hint.kind == ExportHint::Kind::Missing       ? "missing: "
+                                 : hint.kind == ExportHint::Kind::Note ? "note: "
+                                                                       : "warning: ")
+            + hint.text);
     return result;
 }
 
@@ -39,11 +41,6 @@ TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
     const auto fileName = [](std::size_t row, const char* name) {
         return [=](Plan& plan) { plan.tables[row].exportFileName = name; };
     };
-    const auto encoding = [](const char* name) {
-        return [name](Plan& plan) { plan.options.encoding = findTextEncoding(name).value(); };
-    };
-    const std::string cut = "warning: Each text is written up to its first zero byte. This encoding has zero bytes in "
-                            "common letters, so the output will be cut.";
     const struct {
         const char* name;
         ExportFileType type;
@@ -57,11 +54,8 @@ TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
             {"missing: Select at least one table."}},
         {"nothing of it", SQL, [](Plan& plan) { plan.options.exportData = plan.options.exportStructure = false; },
             {"missing: Select the structure, the rows or both."}},
-        {"two bytes a letter", CSV, encoding("UTF-16LE"), {cut}},
-        {"four bytes a letter", XML, encoding("UTF-32"), {cut}},
-        {"another text encoding", TXT, encoding("windows-1252"), {}},
-        {"zero bytes do not matter to a script", SQL, encoding("UTF-16"), {}},
-        {"no such folder", CSV, path("%/none"), {"warning: There is no folder “%/none”."}},
+        {"no such folder yet", CSV, path("%/none"), {"note: The folder “%/none” will be made."}},
+        {"no such folder", CSV, path("%/none/more"), {"warning: There is no folder “%/none/more”."}},
         {"no such folder of a file", XLS, path("%/none/x.xls"), {"warning: There is no folder “%/none”."}},
         {"a file that exists", XLS, path("%/old.xls"), {"warning: The file “old.xls” exists and will be replaced."}},
         {"a file among those of the tables", CSV, fileName(0, "old.xls"),

@@ -171,7 +171,7 @@ TEST(ExportWizard, OkRemembersAFolderButNotAFile)
         wizard.ok();
         wizard.cancel();
         EXPECT_EQ(desktop.defaults.string("exportFilePath").has_value(), c.isStored);
-        EXPECT_EQ(desktop.log.lines.size(), c.isStored ? 1U : 0U);
+        EXPECT_EQ(desktop.log.lines.size(), 1U);
         EXPECT_THAT(view.events, ElementsAre("end 1", "end 0"));
     }
 }
@@ -192,7 +192,8 @@ TEST(ExportWizard, ReportsInAnAlertAndStopsWhenAsked)
     EXPECT_THAT(view.labels, ElementsAre("Exporting Customers... <0 of 3>", "Exporting Orders... <1 of 3>"));
     EXPECT_THAT(view.events, ElementsAre("end progress", "finished"));
     EXPECT_THAT(desktop.alerts.shown,
-        ElementsAre(Alert{"Export terminated.", "1 table exported successfully.\n<Orders> Failed: Terminated."}));
+        ElementsAre(Alert{"Export terminated.", "1 table exported successfully.\n<Orders> Failed: Terminated.",
+            Alert::Style::Sheet, "", Alert::Kind::Warning, folder.path()}));
     EXPECT_FALSE(wizard.report()->isDone());
 }
 
@@ -213,6 +214,118 @@ TEST(ExportWizard, StartKeepsOnlyTheSelectedTables)
     EXPECT_EQ(wizard.numberOfRowsInTableView(), 0U); // the list is no longer shown
     EXPECT_TRUE(folder.exists("Customers.csv") && folder.exists("x.dat"));
     EXPECT_FALSE(folder.exists("Orders.csv"));
+}
+
+TEST(ExportWizard, OptionsOfAFormatAreRemembered)
+{
+    ExportDesktop desktop;
+    const auto file = shop();
+    {
+        ExportWizard wizard(*file, nullptr, SQL, desktop.ports);
+        auto& controls = wizard.controls();
+        controls.sqlFormatPopup.selectedTag = 3;
+        controls.schemaNameTextField.value = "shop";
+        controls.exportStructureCheckBox.value = false;
+        controls.exactCheckBox.value = true;
+        controls.exportSingleFileCheckBox.value = false; // goes with what is exported, not with the format
+        wizard.ok();
+    }
+    ExportWizard next(*file, nullptr, SQL, desktop.ports);
+    const auto& controls = next.controls();
+    EXPECT_EQ(controls.sqlFormatPopup.selectedTag, 3U);
+    EXPECT_EQ(controls.schemaNameTextField.value, "shop");
+    EXPECT_TRUE(controls.schemaNameTextField.isEnabled && controls.exportSingleFileCheckBox.value);
+    EXPECT_FALSE(controls.exportStructureCheckBox.value || controls.includeIndexCheckBox.isEnabled);
+    EXPECT_EQ(next.options().isExact, controls.exactCheckBox.isVisible);
+
+    desktop.defaults.strings["export.csv.encoding"] = "no number";
+    desktop.defaults.strings["export.csv.fieldDelimiter"] = "0"; // which a CSV file does not offer
+    const ExportWizard csv(*file, nullptr, CSV, desktop.ports);
+    EXPECT_EQ(csv.options().encoding, 4U);
+    EXPECT_EQ(csv.options().fieldDelimiter, FieldDelimiter::Comma);
+}
+
+TEST(ExportWizard, ExportsWhatTheGridShows)
+{
+    const struct {
+        RowsToExport rows;
+        ColumnsToExport columns;
+        const char* output;
+    } cases[] = {
+        {RowsToExport::All, ColumnsToExport::All, "1,\"a\"|2,\"b\"|3,\"c\"|"},
+        {RowsToExport::Shown, ColumnsToExport::All, "3,\"c\"|1,\"a\"|"},
+        {RowsToExport::Selected, ColumnsToExport::Shown, "\"a\",1|"},
+    };
+    for (const auto& c : cases) {
+        const TempFolder folder;
+        ExportDesktop desktop;
+        const auto file = makeFile("/data/Shop.mdb", smallTable("Other"),
+            makeTable("T", {{"Id", "Long Integer"}, {"Name", "Text"}}, {{"1", "a"}, {"2", "b"}, {"3", "c"}}));
+        ExportWizard wizard(*file, file->tables()[1].get(), CSV, desktop.ports);
+        EXPECT_FALSE(wizard.controls().rowsPopup.isVisible);
+        wizard.offerShownTable({{2, 0}, {0}, {1, 0}});
+        wizard.controls().rowsPopup.selectedTag = static_cast<std::uint32_t>(c.rows);
+        wizard.controls().columnsPopup.selectedTag = static_cast<std::uint32_t>(c.columns);
+        wizard.controls().includeColumnHeaderCheckBox.value = false;
+        wizard.controls().exportPathTextField.value = folder.path();
+        wizard.changeRows();
+        auto preview = wizard.preview();
+        std::ranges::replace(preview, '\n', '|');
+        EXPECT_EQ(preview, c.output);
+        ASSERT_TRUE(wizard.startExport());
+        desktop.mainThread.runUntil([&] { return wizard.report().has_value(); });
+        auto output = folder.read("T.csv").value_or("");
+        std::ranges::replace(output, '\n', '|');
+        EXPECT_EQ(output, c.output);
+    }
+}
+
+TEST(ExportWizard, TellsWhatWillBeLostAsTheOptionsChange)
+{
+    ExportDesktop desktop;
+    const auto file = makeFile("/data/Shop.mdb", makeTable("A", {{"O", "OLE"}}, {{makeBlob("x", "txt")}, {null}}),
+        makeTable("B", {{"T", "Text"}}, {{"\\"}}));
+    ExportWizard wizard(*file, nullptr, SQL, desktop.ports);
+    const bool hasRemedy = wizard.controls().exactCheckBox.isVisible;
+    const std::size_t all = hasRemedy ? 3 : 2;
+    static_cast<void>(wizard.findings());
+    wizard.controls().sqlFormatPopup.selectedTag = 2;
+    desktop.mainThread.runUntil([&] { return wizard.findings().size() == all; });
+    std::vector<std::string> lines = {
+        "A.O: 1 object has a form that PostgreSQL does not take.", "B.T: In 1 text every backslash comes twice."};
+    if (hasRemedy) lines.emplace_back("“Exact values” avoids this.");
+    EXPECT_EQ(wizard.findings(), lines);
+    wizard.setObjectValueForTableColumn(false, "selected", 0);
+    EXPECT_EQ(wizard.findings().size(), all - 1);
+    wizard.controls().sqlFormatPopup.selectedTag = 1;
+    EXPECT_TRUE(wizard.findings().empty());
+    wizard.setObjectValueForTableColumn(true, "selected", 0);
+    wizard.controls().sqlFormatPopup.selectedTag = 3;
+    EXPECT_EQ(wizard.findings().size(), all);
+    wizard.controls().exactCheckBox.value = true;
+    EXPECT_TRUE(wizard.findings().empty());
+}
+
+TEST(ExportWizard, APreviewShowsTheFirstRowsOfAnyFormat)
+{
+    ExportDesktop desktop;
+    std::vector<Row> rows;
+    for (int i = 0; i < 1000; ++i)
+        rows.push_back({std::to_string(i), std::string(20'000, 'x')});
+    const auto file =
+        makeFile("/data/Shop.mdb", makeTable("T", {{"Id", "Long Integer"}, {"M", "Memo/Hyperlink"}}, rows));
+    const std::pair<ExportFileType, const char*> beginnings[] = {{CSV, "\"Id\",\"M\"\n0,\"xxx"},
+        {SQL, "SET NAMES 'UTF8';\n"}, {SQLite, "Id: INTEGER\nM: TEXT\n\n\"Id\"\t\"M\"\n0\t\"xxx"},
+        {XLS, "Id: number\nM: text\n\n"}};
+    for (const auto& [type, beginning] : beginnings) {
+        const ExportWizard wizard(*file, nullptr, type, desktop.ports);
+        const auto preview = wizard.preview();
+        EXPECT_TRUE(preview.starts_with(beginning)) << preview.substr(0, 100);
+        EXPECT_LT(preview.size(), 10'000U);
+    }
+    ExportWizard none(*file, nullptr, CSV, desktop.ports);
+    none.deselectAll();
+    EXPECT_EQ(none.preview(), "");
 }
 
 TEST(ExportWizard, AnUnknownTypeStartsNothing)

@@ -3,9 +3,11 @@
 #include "support/TempFolder.h"
 
 #include <climits>
+#include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace vellumo {
 namespace {
@@ -137,6 +139,28 @@ TEST(OutputFile, ErrorsStickUntilTheNextFile)
     EXPECT_FALSE(file.failed());
     EXPECT_TRUE(file.close());
     EXPECT_FALSE(file.open(folder.path("missing/a")));
+}
+
+// What stood in the file before is none of the output's.
+TEST(OutputFile, StandardOutputIsWrittenWhereItStands)
+{
+    test::TempFolder folder;
+    folder.write("out", "before\n");
+    const int standardOutput = ::dup(STDOUT_FILENO);
+    const int appended = ::open(folder.path("out").c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    ASSERT_GE(::dup2(appended, STDOUT_FILENO), 0);
+    OutputFile file;
+    bool isOpen = file.open(std::string(standardOutputPath));
+    file.write(std::string(1 << 20, 'x')); // through all buffers
+    file.discard();
+    isOpen = isOpen && file.open(std::string(standardOutputPath));
+    file.write("after");
+    const bool isClosed = file.close();
+    ::dup2(standardOutput, STDOUT_FILENO);
+    for (const int descriptor : {standardOutput, appended})
+        ::close(descriptor);
+    EXPECT_TRUE(isOpen && isClosed);
+    EXPECT_EQ(folder.read("out"), "before\nafter");
 }
 
 } // namespace

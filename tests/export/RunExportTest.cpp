@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "export/RunExport.h"
 
+#include "export/ChosenTable.h"
 #include "export/ExportFormat.h"
 #include "support/ExportFakes.h"
 #include "support/ModelBuilder.h"
 #include "support/TempFolder.h"
+#include "text/TextEncoding.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sstream>
 
 namespace vellumo {
 namespace {
@@ -76,11 +79,91 @@ TEST(RunExport, ReportTellsWhatTheFileHasLost)
     file->setDamage(damage);
     const auto report = exportTables(*file, folder.path());
     EXPECT_EQ(texts(report),
-        "Export finished.|2 tables exported successfully.\nA.One: 1 damaged object was left out.\n"
+        "Export finished.|2 tables exported successfully.\nA.None: 1 object is left out.\n"
+        "A.One: 1 damaged object was left out.\n"
         "A.Two: 2 damaged objects were left out.\nDamage:\nB: 2 rows are missing.");
     EXPECT_TRUE(report.isDone() && !report.isSourceWhole());
     file->setDamage({});
     EXPECT_TRUE(exportTables(*file, folder.path(), "B").isSourceWhole());
+}
+
+// Rows and columns in the order wanted; keys only where they are whole.
+TEST(RunExport, WritesWhatIsChosen)
+{
+    auto table = makeTable("T", {{"A", "Long Integer", true}, {"B", "Text", true}, {"O", "OLE"}, {"N", "Text"}},
+        {{"1", "one", makeBlob("\x01", "bin"), "\u0416"}, {"2", "two", null, null}, {"3", "three", null, "n"}}, 2);
+    setIndices(*table, {{"Key", {"A", "B"}, true, true}, {"ByN", {"-N"}}, {"ByBoth", {"B", "N"}}});
+    const auto file = makeFile("/data/Shop.mdb", std::move(table));
+    using Numbers = std::vector<std::size_t>;
+    using Rows = std::vector<std::uint32_t>;
+    const struct {
+        const char* name;
+        TableChoice choice;
+        std::string structure;
+        std::string rows;
+    } cases[] = {
+        {"columns", {Numbers{3, 1}, {}}, "N,B;ByN,ByBoth", "'\u0416', 'one'|null, 'two'|'n', 'three'|"},
+        {"rows", {{}, Rows{2, 0}}, "A,B,O,N;Key,ByN,ByBoth", "3, 'three', null, 'n'|1, 'one', x'01', '\u0416'|"},
+        {"both", {Numbers{1, 0}, Rows{1}}, "B,A;Key", "'two', 2|"},
+        {"no row", {Numbers{0}, Rows{}}, "A;", ""},
+    };
+    for (const auto& c : cases) {
+        const auto chosen = chosenTable(*file->tables()[0], c.choice);
+        std::string structure;
+        for (const auto& column : chosen->columns())
+            structure += (structure.empty() ? "" : ",") + column->name();
+        structure += ';';
+        for (const auto& index : chosen->indices())
+            structure += (structure.ends_with(';') ? "" : ",") + index->name();
+        EXPECT_EQ(structure, c.structure) << c.name;
+        const bool hasKey = structure.find("Key") != std::string::npos;
+        for (const auto& column : chosen->columns())
+            EXPECT_EQ(column->isPrimaryKey(), hasKey && column->name() < "C") << c.name;
+
+        const TempFolder folder;
+        auto entry = ExportEntry::exportEntryWithTableName("T", ExportFileType::SQL);
+        entry.selected = true;
+        entry.choice = c.choice;
+        auto options = defaultOptions(exportFormat(ExportFileType::SQL));
+        options.path = folder.path();
+        options.exportStructure = false;
+        FakeSystemLog log;
+        EXPECT_TRUE(runExport(*file, {&entry, 1}, options, false, {[](std::size_t) {}, log}).isDone());
+        std::string rows;
+        std::istringstream script(folder.read("T.sql").value_or(""));
+        for (std::string line; std::getline(script, line);)
+            if (const auto at = line.find("VALUES ("); at != std::string::npos)
+                rows += line.substr(at + 8, line.size() - at - 10) + '|';
+        EXPECT_EQ(rows, c.rows) << c.name;
+    }
+}
+
+// A row is told by its place in the table, whichever row of the output it is.
+TEST(RunExport, NamesTheRowOfTheTable)
+{
+    const TempFolder folder;
+    const auto file = makeFile("/data/Shop.mdb", makeTable("T", {{"T", "Text"}}, {{"a"}, {"\u0416"}, {"c"}}));
+    const std::vector<ExportEntry> tables = {{true, "T", "T.csv", {{}, std::vector<std::uint32_t>{2, 1}}}};
+    ExportOptions options;
+    options.path = folder.path();
+    options.encoding = encodingASCII;
+    FakeSystemLog log;
+    const auto report = runExport(*file, tables, options, false, {[](std::size_t) {}, log});
+    ASSERT_EQ(report.failures.size(), 1U);
+    EXPECT_EQ(report.failures[0].reason.cause.row, 2U);
+}
+
+TEST(RunExport, MakesOneFolderAndLeavesNoEmptyOne)
+{
+    const TempFolder folder;
+    const auto good = makeFile("/data/Shop.mdb", smallTable("A"));
+    EXPECT_TRUE(exportTables(*good, folder.path("new")).isDone());
+    EXPECT_TRUE(folder.exists("new/A.csv"));
+    EXPECT_FALSE(exportTables(*good, folder.path("more/new")).isDone());
+    EXPECT_FALSE(folder.exists("more"));
+    const auto bad = makeFile("/data/Shop.mdb", smallTable("A/B"));
+    EXPECT_FALSE(exportTables(*bad, folder.path("none")).isDone());
+    EXPECT_FALSE(folder.exists("none"));
 }
 
 TEST(ExportReport, ShowsTenFailures)

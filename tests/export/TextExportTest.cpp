@@ -183,9 +183,9 @@ TEST(TextExport, FilesThatCannotBeCreated)
     EXPECT_EQ(folder.read("Shop.mdb"), "the database");
     EXPECT_FALSE(std::filesystem::exists(folder.path("../up.csv")));
 
-    options.path = folder.path("missing");
+    options.path = folder.path("quite/missing");
     EXPECT_EQ(runWriter(exportTextFileThread, *file, options).log.size(), 5U);
-    EXPECT_FALSE(folder.exists("missing"));
+    EXPECT_FALSE(folder.exists("quite"));
 }
 
 TEST(TextExport, FullDiskFailsTheTableAndLeavesTheDevice)

@@ -8,6 +8,7 @@
 #include "text/Messages.h"
 #include "ui_ExportWizard.h"
 
+#include <QFontDatabase>
 #include <QPushButton>
 #include <QShortcut>
 
@@ -41,6 +42,7 @@ ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent
     connectCheckBoxes();
     connectFields();
     connectButtons();
+    setUpPreview();
     m_wizard->setView(this);
     showControls();
     m_ui->tableSelectionTableView->setFocus();
@@ -69,10 +71,32 @@ void ExportDialog::setUpTableList()
     connect(space, &QShortcut::activated, this, &ExportDialog::toggleSelectedRows);
 }
 
+void ExportDialog::setUpPreview()
+{
+    constexpr int delayMs = 150;
+    m_ui->previewText->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_previewTimer.setSingleShot(true);
+    m_previewTimer.setInterval(delayMs);
+    connect(&m_previewTimer, &QTimer::timeout, this, &ExportDialog::showPreview);
+}
+
+void ExportDialog::showPreview() { m_ui->previewText->setPlainText(toQString(m_wizard->preview())); }
+
+void ExportDialog::findingsChanged() { showFindings(); }
+
+void ExportDialog::showFindings()
+{
+    QStringList lines;
+    for (const auto& line : m_wizard->findings())
+        lines << toQString(line);
+    m_ui->findingsLabel->setContent("warning", lines.join('\n'));
+    m_ui->findingsLabel->setVisible(!lines.isEmpty());
+}
+
 void ExportDialog::setUpHints()
 {
     m_hintLabels = {{m_ui->tablesHint, ExportHint::Place::Tables}, {m_ui->contentsHint, ExportHint::Place::Contents},
-        {m_ui->encodingHint, ExportHint::Place::Encoding}, {m_ui->pathHint, ExportHint::Place::Path}};
+        {m_ui->pathHint, ExportHint::Place::Path}};
 }
 
 void ExportDialog::connectCheckBox(QCheckBox* box, CheckBox ExportControls::*control, Action action)
@@ -146,6 +170,8 @@ void ExportDialog::connectCheckBoxes()
 void ExportDialog::connectFields()
 {
     using Controls = ExportControls;
+    connectPopup(m_ui->rowsPopup, &Controls::rowsPopup, &ExportWizard::changeRows);
+    connectPopup(m_ui->columnsPopup, &Controls::columnsPopup, &ExportWizard::changeRows);
     connectPopup(m_ui->fieldDelimiterPopup, &Controls::fieldDelimiterPopup, &ExportWizard::changeFieldDelimiter);
     connectPopup(m_ui->recordDelimiterPopup, &Controls::recordDelimiterPopup, nullptr);
     connectPopup(m_ui->encodingPopup, &Controls::encodingPopup, nullptr);
@@ -213,16 +239,16 @@ void ExportDialog::showHints()
     const auto hints = m_wizard->hints();
     for (const auto& [label, place] : m_hintLabels)
         label->show(hints, place);
-    m_ui->optionsLayout->setRowVisible(m_ui->encodingHint, !m_ui->encodingHint->text().isEmpty());
     m_ui->optionsLayout->setRowVisible(m_ui->contentsHint, !m_ui->contentsHint->text().isEmpty());
     m_ui->exportPathTextField->setAccessibleDescription(m_ui->pathHint->text());
-    m_ui->encodingPopup->setAccessibleDescription(m_ui->encodingHint->text());
     QStringList missing;
     for (const auto& hint : hints)
         if (hint.kind == ExportHint::Kind::Missing) missing << toQString(hint.text);
     auto* ok = m_ui->buttonBox->button(QDialogButtonBox::Ok);
     ok->setToolTip(missing.join('\n'));
     ok->setAccessibleDescription(missing.join(' '));
+    showFindings();
+    m_previewTimer.start();
 }
 
 void ExportDialog::reloadTableList() { m_tables->reload(); }

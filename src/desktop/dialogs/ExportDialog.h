@@ -5,6 +5,7 @@
 #include "export/wizard/ExportWizard.h"
 
 #include <QDialog>
+#include <QTimer>
 #include <memory>
 
 class QCheckBox;
@@ -38,6 +39,7 @@ signals:
 
 private:
     void controlsChanged() override;
+    void findingsChanged() override;
     void reloadTableList() override;
     void endSheet(int returnCode) override;
 
@@ -50,6 +52,7 @@ private:
 
     void setUpTableList();
     void setUpHints();
+    void setUpPreview();
     void connectCheckBoxes();
     void connectFields();
     void connectButtons();
@@ -57,6 +60,8 @@ private:
     void showControls();
     void showRows();
     void showHints();
+    void showFindings();
+    void showPreview();
 
     std::shared_ptr<ExportWizard> m_wizard;
     std::unique_ptr<Ui::ExportWizard> m_ui;
@@ -64,6 +69,7 @@ private:
     std::vector<std::pair<HintLabel*, ExportHint::Place>> m_hintLabels;
     // Brings each widget in line with its control.
     std::vector<std::function<void()>> m_refreshers;
+    QTimer m_previewTimer;   // typing in a field makes one preview, not one a letter
     bool m_hasEnded = false; // the wizard has another view by then
 };
 

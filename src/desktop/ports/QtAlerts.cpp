@@ -7,12 +7,14 @@
 #include "platform/DesktopId.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
+#include <QUrl>
 #include <algorithm>
 
 namespace vellumo {
@@ -65,6 +67,14 @@ void setBody(QMessageBox& box, const Alert& alert)
         label->setTextFormat(Qt::PlainText);
 }
 
+void addFolderButton(QMessageBox& box, const std::string& folder)
+{
+    auto* button = box.addButton(localizedText("Open &Folder"), QMessageBox::ActionRole);
+    button->setObjectName("openFolderButton");
+    QObject::connect(button, &QPushButton::clicked, &box,
+        [folder] { QDesktopServices::openUrl(QUrl::fromLocalFile(toQString(folder))); });
+}
+
 void fill(QMessageBox& box, const Alert& alert)
 {
     box.setObjectName("alert");
@@ -75,6 +85,7 @@ void fill(QMessageBox& box, const Alert& alert)
     box.setIconPixmap(picture.pixmap(QSize(48, 48), box.devicePixelRatioF()));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setBody(box, alert);
+    if (!alert.folder.empty()) addFolderButton(box, alert.folder);
     widen(box); // last: a new body lays the box out anew
 }
 

@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -11,12 +12,12 @@ namespace vellumo {
 
 namespace {
 
-void emptyRegularFile(int descriptor)
+// nullopt for what is no regular file.
+std::optional<off_t> sizeOfRegularFile(int descriptor)
 {
     struct stat facts { };
-    if (::fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode)) return;
-    // Refused on a file system that broke meanwhile, where nothing else is left to be done either.
-    static_cast<void>(::ftruncate(descriptor, 0) == 0);
+    if (::fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode)) return std::nullopt;
+    return facts.st_size;
 }
 
 } // namespace
@@ -31,11 +32,28 @@ bool OutputFile::open(const std::string& path)
     m_used = 0;
     m_failed = false;
     m_error = 0;
-    m_replacement = Replacement::create(path);
-    m_descriptor = m_replacement ? m_replacement->takeDescriptor()
-                                 : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    m_replacement = path == standardOutputPath ? nullptr : Replacement::create(path);
+    if (m_replacement)
+        m_descriptor = m_replacement->takeDescriptor();
+    else
+        openInPlace(path);
     if (m_descriptor < 0) m_error = errno;
     return m_descriptor >= 0;
+}
+
+void OutputFile::openInPlace(const std::string& path)
+{
+    // Opened by its name, a file that the output was appended to would be emptied.
+    m_descriptor = path == standardOutputPath ? ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)
+                                              : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    m_sizeBefore = m_descriptor < 0 ? 0 : sizeOfRegularFile(m_descriptor).value_or(0);
+}
+
+void OutputFile::takeBack() const
+{
+    if (!sizeOfRegularFile(m_descriptor)) return;
+    // Refused on a file system that broke meanwhile, where nothing else is left to be done either.
+    static_cast<void>(::ftruncate(m_descriptor, m_sizeBefore) == 0);
 }
 
 std::string OutputFile::failureReason() const
@@ -85,7 +103,7 @@ bool OutputFile::close()
 void OutputFile::discard()
 {
     if (m_descriptor < 0) return;
-    if (!m_replacement) emptyRegularFile(m_descriptor);
+    if (!m_replacement) takeBack();
     static_cast<void>(closeDescriptor());
     m_replacement.reset();
 }

@@ -12,6 +12,9 @@
 
 namespace vellumo {
 
+// The path that stands for standard output.
+inline constexpr std::string_view standardOutputPath = "/dev/stdout";
+
 // A file that is written from beginning to end through one large buffer, and takes its name when it is whole. The first
 // error sticks: what comes after it goes nowhere, and `close` tells. A file that is not closed in the end is discarded.
 // One thread at a time.
@@ -23,8 +26,8 @@ public:
     OutputFile& operator=(const OutputFile&) = delete;
 
     // Creates the file, beside an existing one that stays until `close`. What cannot be replaced (a device, a pipe, a
-    // file that its folder keeps from us) is written in place. False when nothing of that can be done. No file is
-    // open before; the object may be used for one file after the other.
+    // file that its folder keeps from us, standard output) is written in place. False when nothing of that can be done.
+    // No file is open before; the object may be used for one file after the other.
     [[nodiscard]] bool open(const std::string& path);
 
     void write(std::string_view bytes)
@@ -45,8 +48,8 @@ public:
     // Writes what is left and gives the file its name. True when every byte got there; otherwise the file is discarded.
     [[nodiscard]] bool close();
 
-    // Closes the file and removes it; a regular file that was written in place is emptied. Nothing happens when no file
-    // is open.
+    // Closes the file and removes it; of a regular file that was written in place only what stood there stays. Nothing
+    // happens when no file is open.
     void discard();
 
 private:
@@ -55,6 +58,8 @@ private:
     void writeThrough(std::string_view bytes);
     void flush();
     void writeNow(std::string_view bytes);
+    void openInPlace(const std::string& path);
+    void takeBack() const;
     void noteFailure();
     [[nodiscard]] bool closeDescriptor();
 
@@ -62,6 +67,7 @@ private:
     std::size_t m_used = 0;
     std::unique_ptr<Replacement> m_replacement; // null: it is written in place
     int m_descriptor = -1;
+    off_t m_sizeBefore = 0; // of a file that is written in place
     bool m_failed = false;
     int m_error = 0; // errno of the first failure
 };

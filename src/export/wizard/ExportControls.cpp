@@ -79,6 +79,7 @@ ExportControls controlsForFormat(const FormatInfo& format, bool isWholeFile)
     const bool isChoice = format.output == ExportOutput::FileOrFolder;
 
     ExportControls controls;
+    controls.rowsPopup.isVisible = controls.columnsPopup.isVisible = false;
     controls.exportSingleFileCheckBox = {options.isSingleFile || (isChoice && isWholeFile), isChoice};
     controls.exactCheckBox = {options.isExact, format.has(ExportOption::Exact) && !format.isAlwaysExact};
     controls.includeColumnHeaderCheckBox = box(options.includeColumnHeader, ExportOption::Header);
@@ -94,6 +95,17 @@ ExportControls controlsForFormat(const FormatInfo& format, bool isWholeFile)
     controls.includeIndexCheckBox = box(options.includeIndexes, ExportOption::Indexes);
     controls.exportDataCheckBox = box(options.exportData, ExportOption::Data);
     return controls;
+}
+
+void offerShownRows(bool hasSelectedRows, ExportControls& controls)
+{
+    std::vector<PopupItem> rows = {
+        item(localized("All rows"), RowsToExport::All), item(localized("The rows shown"), RowsToExport::Shown)};
+    if (hasSelectedRows) rows.push_back(item(localized("The selected rows"), RowsToExport::Selected));
+    controls.rowsPopup = popupWith(std::move(rows), RowsToExport::All, true);
+    std::vector<PopupItem> columns = {item(localized("All columns"), ColumnsToExport::All),
+        item(localized("The columns as shown"), ColumnsToExport::Shown)};
+    controls.columnsPopup = popupWith(std::move(columns), ColumnsToExport::All, true);
 }
 
 ExportOptions optionsFromControls(ExportFileType type, const ExportControls& controls)

@@ -39,7 +39,13 @@ struct EncodingEntry {
 };
 [[nodiscard]] bool SortEncoding(const EncodingEntry& left, const EncodingEntry& right);
 
+// What of the table that is open in the grid goes out. The numbers are tags of popups.
+enum class RowsToExport : std::uint32_t { All = 0, Shown = 1, Selected = 2 };
+enum class ColumnsToExport : std::uint32_t { All = 0, Shown = 1 };
+
 struct ExportControls {
+    Popup rowsPopup;    // tags: RowsToExport; not visible unless the table is open in the grid
+    Popup columnsPopup; // tags: ColumnsToExport; likewise
     CheckBox exportSingleFileCheckBox;
     std::string exportPathLabel; // localised, with the colon
     TextField exportPathTextField;
@@ -62,6 +68,9 @@ struct ExportControls {
 
 // The controls as a dialog for this format begins. `isWholeFile`: it is opened for all tables, not for one.
 [[nodiscard]] ExportControls controlsForFormat(const FormatInfo& format, bool isWholeFile);
+
+// Offers what the grid shows of the table beside all of it.
+void offerShownRows(bool hasSelectedRows, ExportControls& controls);
 
 // What the controls say, for an export.
 [[nodiscard]] ExportOptions optionsFromControls(ExportFileType type, const ExportControls& controls);

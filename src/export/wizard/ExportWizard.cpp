@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "export/wizard/ExportWizard.h"
 
+#include "export/ChosenTable.h"
+#include "export/ClassicFindings.h"
 #include "export/RunExport.h"
 #include "export/sql/SQLDialectFacts.h"
+#include "export/wizard/ExportPreview.h"
+#include "export/wizard/RememberedOptions.h"
 #include "model/TAdmMDBFile.h"
 #include "platform/Alerts.h"
 #include "platform/Defaults.h"
@@ -53,6 +57,8 @@ ExportWizard::ExportWizard(
         entry.selected = m_selectedTable || table->name() == selectedTable->name();
         if (entry.selected) ++m_selectedTableCount;
     }
+    if (selectedTable != nullptr) m_shownTableName = selectedTable->name();
+    recallOptions(ports.defaults, formatInfo(), m_controls);
     layOutControls();
 }
 
@@ -69,7 +75,84 @@ void ExportWizard::layOutControls()
     m_controls.exportPathTextField.value = m_bookmarkedFolder;
     updateExportSingleFileLabels();
     changeSQLFormat();
-    enableOkButtonCheck();
+    m_controls.decimalSymbolTextField.isEnabled = !m_controls.exactCheckBox.value;
+    exportTableStructure();
+}
+
+void ExportWizard::offerShownTable(ShownTable shown)
+{
+    if (m_shownTableName.empty()) return;
+    offerShownRows(!shown.selectedRows.empty(), m_controls);
+    m_shown = std::move(shown);
+    m_view->controlsChanged();
+}
+
+TableChoice ExportWizard::chosenOfShownTable() const
+{
+    TableChoice choice;
+    if (!m_shown) return choice;
+    const auto rows = static_cast<RowsToExport>(m_controls.rowsPopup.selectedTag);
+    if (rows == RowsToExport::Shown) choice.rows = m_shown->rows;
+    if (rows == RowsToExport::Selected) choice.rows = m_shown->selectedRows;
+    if (static_cast<ColumnsToExport>(m_controls.columnsPopup.selectedTag) == ColumnsToExport::Shown)
+        choice.columns = m_shown->columns;
+    return choice;
+}
+
+void ExportWizard::applyChoice()
+{
+    for (auto& entry : m_tableEntries)
+        if (entry.tableName == m_shownTableName) entry.choice = chosenOfShownTable();
+}
+
+void ExportWizard::changeRows()
+{
+    applyChoice();
+    m_scans.reset(); // other rows, other findings
+    m_view->controlsChanged();
+}
+
+void ExportWizard::lookAtTables()
+{
+    std::vector<TableScans::Wanted> wanted;
+    for (const auto& entry : m_tableEntries)
+        if (const auto* table = m_exportFile.findTable(entry.tableName)) wanted.push_back({table, entry.choice});
+    // Those that are selected are asked for first.
+    std::ranges::stable_partition(wanted, [this](const TableScans::Wanted& one) {
+        return std::ranges::any_of(m_tableEntries,
+            [&](const ExportEntry& entry) { return entry.selected && entry.tableName == one.table->name(); });
+    });
+    m_scans =
+        std::make_unique<TableScans>(std::move(wanted), m_ports.mainThread, [this] { m_view->findingsChanged(); });
+}
+
+std::vector<std::string> ExportWizard::findings()
+{
+    const auto chosen = options();
+    if (chosen.isExact) return {};
+    if (!m_scans) lookAtTables();
+    ExportFindings found;
+    std::vector<std::string> names;
+    for (const auto& entry : m_tableEntries) {
+        const auto* scan = entry.selected ? m_scans->find(entry.tableName) : nullptr;
+        const auto* table = scan == nullptr ? nullptr : m_exportFile.findTable(entry.tableName);
+        if (entry.selected) names.push_back(entry.tableName);
+        if (table == nullptr) continue;
+        const auto part =
+            entry.choice.columns ? chosenTable(*table, {entry.choice.columns, std::vector<std::uint32_t>()}) : nullptr;
+        addClassicFindings(part ? *part : *table, *scan, chosen, found);
+    }
+    addClassicFindings(m_exportFile, names, chosen, found);
+    auto lines = findingLines(found.all());
+    if (!lines.empty() && formatInfo().has(ExportOption::Exact))
+        lines.push_back(localized("“Exact values” avoids this."));
+    return lines;
+}
+
+std::string ExportWizard::preview() const
+{
+    const auto first = std::ranges::find(m_tableEntries, true, &ExportEntry::selected);
+    return first == m_tableEntries.end() ? std::string() : exportPreview(m_exportFile, *first, options());
 }
 
 std::vector<TableListColumn> ExportWizard::tableListColumns() const
@@ -214,17 +297,14 @@ void ExportWizard::enableOkButtonCheck()
 
 void ExportWizard::ok()
 {
-    if (!m_controls.exportSingleFileCheckBox.value) storeExportPath();
+    rememberOptions(m_controls, formatInfo(), m_ports.defaults);
+    if (!m_controls.exportSingleFileCheckBox.value)
+        m_ports.defaults.setString(exportFilePathKey, m_controls.exportPathTextField.value);
+    if (!m_ports.defaults.synchronize()) m_ports.systemLog.log("The options of the export could not be stored.");
     m_view->endSheet(1);
 }
 
 void ExportWizard::cancel() { m_view->endSheet(0); }
-
-void ExportWizard::storeExportPath()
-{
-    m_ports.defaults.setString(exportFilePathKey, m_controls.exportPathTextField.value);
-    if (!m_ports.defaults.synchronize()) m_ports.systemLog.log("The export folder could not be stored.");
-}
 
 std::string ExportWizard::extension() const { return std::string(formatInfo().extension); }
 
@@ -233,6 +313,7 @@ std::vector<ExportHint> ExportWizard::hints() const { return exportHints(m_expor
 bool ExportWizard::startExport()
 {
     m_isTableListDetached = true;
+    m_scans.reset(); // the export looks for itself
     std::erase_if(m_tableEntries, [](const ExportEntry& entry) { return !entry.selected; });
     m_progress.maximum = m_tableEntries.size();
     if (formatInfo().writer == nullptr) return false;
@@ -242,7 +323,7 @@ bool ExportWizard::startExport()
             m_ports.mainThread.performAndWait([&] { exportThreadFinished(std::move(report)); });
         });
     } catch (const std::system_error&) { // too many threads already
-        exportThreadFinished(reportWithoutMemory(m_exportFile, m_tableEntries, options()));
+        exportThreadFinished(reportWithoutMemory(m_exportFile, m_tableEntries));
     }
     return true;
 }
@@ -265,6 +346,12 @@ void ExportWizard::updateProgressPanel(std::size_t index)
     m_view->progressChanged();
 }
 
+std::string ExportWizard::outputFolder() const
+{
+    const auto chosen = options();
+    return chosen.isSingleFile ? parentFolder(chosen.path) : chosen.path;
+}
+
 void ExportWizard::exportThreadFinished(ExportReport report)
 {
     m_view->endProgressSheet();
@@ -272,6 +359,7 @@ void ExportWizard::exportThreadFinished(ExportReport report)
     auto texts = exportReportTexts(*m_report);
     Alert alert{std::move(texts.title), std::move(texts.body), Alert::Style::Sheet};
     if (m_report->isDone() && m_report->isSourceWhole()) alert.kind = Alert::Kind::Notice;
+    if (m_report->doneCount() > 0) alert.folder = outputFolder();
     m_ports.alerts.show(alert);
     m_view->exportFinished();
 }

@@ -4,6 +4,7 @@
 #include "export/ExportHints.h"
 #include "export/ExportReport.h"
 #include "export/wizard/ExportControls.h"
+#include "export/wizard/TableScans.h"
 
 #include <atomic>
 #include <memory>
@@ -37,6 +38,7 @@ class ExportWizardView {
 public:
     virtual ~ExportWizardView() = default;
     virtual void controlsChanged() { }
+    virtual void findingsChanged() { }
     virtual void reloadTableList() { }
     // The dialog closes. 1: the export shall start; 0: cancelled.
     virtual void endSheet(int /*returnCode*/) { }
@@ -44,6 +46,13 @@ public:
     virtual void endProgressSheet() { }
     // The report was shown. The wizard must not be destroyed inside this call: its worker still waits for it.
     virtual void exportFinished() { }
+};
+
+// What the grid shows of the table that the wizard is opened for.
+struct ShownTable {
+    std::vector<std::uint32_t> rows;         // row numbers of the table, in the order of the grid
+    std::vector<std::uint32_t> selectedRows; // some of them, in the same order
+    std::vector<std::size_t> columns;        // their numbers, in the order of the grid
 };
 
 struct ExportProgress {
@@ -86,6 +95,14 @@ public:
     // What the controls say, and what the user is to know of it.
     [[nodiscard]] ExportOptions options() const { return optionsFromControls(m_exportFileType, m_controls); }
     [[nodiscard]] std::vector<ExportHint> hints() const;
+    // What the classic style will lose of the selected tables, as lines (localised), as far as the tables have been
+    // looked at: begins to look where nobody has yet, and tells the view when there is more.
+    [[nodiscard]] std::vector<std::string> findings();
+    // How the output of the first selected table begins, as exportPreview makes it; "" for none.
+    [[nodiscard]] std::string preview() const;
+
+    // Offers the rows and columns of the one table as the grid shows them; only where the wizard was opened for one.
+    void offerShownTable(ShownTable shown);
 
     // The table list. Columns: "selected", "tablename", "filename".
     [[nodiscard]] std::vector<TableListColumn> tableListColumns() const;
@@ -100,6 +117,7 @@ public:
     void deselectAll() { markAllTableEntriesAsSelected(false); }
     void selectExportPath();
     void exportSingleFile();
+    void changeRows();
     void changeExact();
     void changeFieldDelimiter();
     void changeSQLFormat();
@@ -120,11 +138,14 @@ public:
 
 private:
     void layOutControls();
+    void lookAtTables();
+    void applyChoice();
+    [[nodiscard]] TableChoice chosenOfShownTable() const;
     void markAllTableEntriesAsSelected(bool selected);
     void updateExportSingleFileLabels();
     [[nodiscard]] bool chooseExportFolder();
     void takeExportPath(std::string path);
-    void storeExportPath();
+    [[nodiscard]] std::string outputFolder() const;
     [[nodiscard]] std::string extension() const;
     [[nodiscard]] const FormatInfo& formatInfo() const { return exportFormat(m_exportFileType); }
     [[nodiscard]] ExportReport exportTables(const ExportOptions& options);
@@ -138,6 +159,9 @@ private:
     ExportWizardView* m_view = &m_noView;
     ExportControls m_controls;
     std::vector<ExportEntry> m_tableEntries;
+    std::string m_shownTableName; // of m_shown
+    std::optional<ShownTable> m_shown;
+    std::unique_ptr<TableScans> m_scans; // null: nobody has asked for findings yet
     std::size_t m_selectedTableCount = 0;
     bool m_selectedTable; // opened for the whole file, without a particular table
     bool m_isTableListDetached = false;
