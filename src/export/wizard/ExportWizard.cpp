@@ -115,13 +115,13 @@ void ExportWizard::changeRows()
 void ExportWizard::lookAtTables()
 {
     std::vector<TableScans::Wanted> wanted;
-    for (const auto& entry : m_tableEntries)
-        if (const auto* table = m_exportFile.findTable(entry.tableName)) wanted.push_back({table, entry.choice});
-    // Those that are selected are asked for first.
-    std::ranges::stable_partition(wanted, [this](const TableScans::Wanted& one) {
-        return std::ranges::any_of(m_tableEntries,
-            [&](const ExportEntry& entry) { return entry.selected && entry.tableName == one.table->name(); });
-    });
+    const auto want = [&](bool isSelected) {
+        for (const auto& entry : m_tableEntries)
+            if (const auto* table = m_exportFile.findTable(entry.tableName); table && entry.selected == isSelected)
+                wanted.push_back({table, entry.choice});
+    };
+    want(true); // what is shown first
+    want(false);
     m_scans =
         std::make_unique<TableScans>(std::move(wanted), m_ports.mainThread, [this] { m_view->findingsChanged(); });
 }
