@@ -71,10 +71,10 @@ TEST_F(KeyboardTest, theTabKeyFollowsTheEye)
     m_program.press(Qt::Key_4, Qt::ControlModifier); // jump bar
     m_program.clickTree("Orders");
     m_program.find<QWidget>("dataSearchField").setFocus();
-    EXPECT_THAT(pressed(Qt::Key_Tab, {}, 11),
-        ElementsAre("fileSearchField", "fileTree", "InfoView_Table_Button", "InfoView_Column_Button",
-            "InfoView_Index_Button", "InfoView_Relation_Button", "Table Information", "jumpBarFile", "jumpBarTable",
-            "dataTableView", "Hide File List"));
+    // Of the buttons that exclude each other one takes the key.
+    EXPECT_THAT(pressed(Qt::Key_Tab, {}, 8),
+        ElementsAre("fileSearchField", "fileTree", "InfoView_Table_Button", "Table Information", "jumpBarFile",
+            "jumpBarTable", "dataTableView", "Hide File List"));
 }
 
 TEST_F(KeyboardTest, movesToCellsAndSelectsTheirRows)

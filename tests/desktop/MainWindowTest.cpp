@@ -401,6 +401,7 @@ TEST_F(MainWindowTest, choosesNothingThatHasGoneWhileItsMenuWasOpen)
     m_program.window().app().outlineViewSelectionDidChange({}); // as the end of an opening may
     QApplication::processEvents();
     EXPECT_FALSE(files->isVisible());
+    m_program.clickTree("Orders");
 
     windows->popup({0, 0});
     m_program.window().app().childWinManager()->childWins()[0]->windowWillClose();

@@ -20,7 +20,8 @@ InformationPanel::InformationPanel(VellumoAppDelegate& app, QWidget* parent)
     , m_title(new QLabel(this))
     , m_pages(new QStackedWidget(this))
 {
-    auto* bar = makeBar(); // before the pages, as it lies
+    auto* bar = makeBar();
+    bar->lower(); // for the Tab key it comes before the pages, as it lies
     for (const auto type : InformationPane::allTypes) {
         auto* typePage = new InformationPage(type, app, m_pages);
         m_typePages[static_cast<std::size_t>(type)] = typePage;

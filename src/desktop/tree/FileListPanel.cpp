@@ -293,9 +293,10 @@ bool FileListPanel::eventFilter(QObject* watched, QEvent* event)
     const auto& keyEvent = static_cast<QKeyEvent&>(*event);
     const auto key = keyEvent.key();
     if (watched == m_filter) {
+        const auto leadsToTree = key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter;
         if (key == Qt::Key_Escape) m_filter->clear();
-        if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) m_tree->setFocus();
-        if (key == Qt::Key_Escape || m_tree->hasFocus()) return true;
+        if (leadsToTree) m_tree->setFocus();
+        if (key == Qt::Key_Escape || leadsToTree) return true;
     }
     if (watched == m_tree) {
         if (beginAtFirstRow(key)) return true;
