@@ -189,7 +189,8 @@ void ExactSchema::setRules(const TAdmMDBColumn& column, const ColumnSurvey& surv
 
 void ExactSchema::setDefault(const TAdmMDBColumn& column, ExactColumn& made)
 {
-    const auto expression = bareExpression(column.defaultValue().value_or(""));
+    const auto stored = column.defaultValue().value_or("");
+    const auto expression = bareExpression(stored);
     if (expression.empty() || lowerCase(expression) == "null" || column.isCalculatedType()) return;
     if (auto value = defaultExpression(exactKind(column.type()), expression, m_facts))
         made.defaultValue = std::move(*value);
