@@ -260,7 +260,9 @@ TEST_F(Scenario, AnExportWithoutItsLibraryTellsSoInAWindow)
     unsetenv("VELLUMO_SQLITE_LIBRARY");
     ASSERT_EQ(s.loadErrorWindow.shown.size(), 1U);
     EXPECT_EQ(s.loadErrorWindow.shown[0].label, "sqlitelibraryerror: '/nonexistent.so'");
-    EXPECT_EQ(s.sight().alerts, "sheet Export finished.: Unable to create file for export.");
+    EXPECT_THAT(s.sight().alerts,
+        testing::StartsWith(
+            "sheet Export finished.: Unable to create file for export. " + s.folder.path("Sales.sqlite")));
     EXPECT_FALSE(s.folder.exists("Sales.sqlite"));
 }
 
