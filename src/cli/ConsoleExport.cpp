@@ -32,13 +32,14 @@ bool hasNoReader(const ExportReport& report)
         report.failures, [](const ExportFailure& failure) { return failure.reason.cause.systemError == EPIPE; });
 }
 
-// Standard output tells of its own failures in the end.
-void printFile(const std::string& path)
+// False when not all of it got there: standard output tells of its own failures in the end.
+bool printFile(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
     std::string block(std::size_t{1} << 16, '\0');
     while (file.read(block.data(), static_cast<std::streamsize>(block.size())) || file.gcount() > 0)
-        if (!writeBytes({block.data(), static_cast<std::size_t>(file.gcount())})) return;
+        if (!writeBytes({block.data(), static_cast<std::size_t>(file.gcount())})) return false;
+    return flushOutput();
 }
 
 } // namespace
@@ -66,7 +67,7 @@ std::optional<ExportReport> printExport(
     options.isSingleFile = true;
     auto report = exportWithProgress(file, entries, options);
     if (hasNoReader(report)) return std::nullopt;
-    if (whole && report.doneCount() > 0) printFile(whole->path());
+    if (whole && report.doneCount() > 0 && !printFile(whole->path())) return std::nullopt;
     return report;
 }
 

@@ -19,7 +19,7 @@ struct ExportOptions;
     const TAdmMDBFile& file, const std::vector<ExportEntry>& entries, const ExportOptions& options);
 
 // The same to standard output, whatever the path of the options. nullopt when its reader has gone away, which is the
-// reader's own affair.
+// reader's own affair, or when it does not take everything, which finishOutput() tells.
 [[nodiscard]] std::optional<ExportReport> printExport(
     const TAdmMDBFile& file, const std::vector<ExportEntry>& entries, ExportOptions options);
 

@@ -52,9 +52,11 @@ bool writeBytes(std::string_view bytes)
     return std::ferror(stdout) == 0;
 }
 
+bool flushOutput() { return std::fflush(stdout) == 0 || noteFailure(); }
+
 ExitStatus finishOutput(ExitStatus status)
 {
-    const bool isFlushed = std::fflush(stdout) == 0 || noteFailure();
+    const bool isFlushed = flushOutput();
     if ((isFlushed && std::ferror(stdout) == 0) || isReaderGone) return status;
     return failed(localized("Unable to write to standard output."));
 }
@@ -70,7 +72,7 @@ std::string messageLine(std::string_view text)
 void printError(std::string_view message)
 {
     // On a terminal it comes behind what was written before it.
-    static_cast<void>(std::fflush(stdout) == 0 || noteFailure());
+    static_cast<void>(flushOutput());
     const auto line = "vellumo-cli: " + messageLine(message) + '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
 }

@@ -22,7 +22,9 @@ void writeReportBesideData(std::string_view text);
 // Bytes as they are.
 bool writeBytes(std::string_view bytes);
 
-// Writes what is buffered. The status, or Failed (with a message) when not everything could be written.
+// Writes what is buffered. False once a write has failed.
+bool flushOutput();
+// The same at the end. The status, or Failed (with a message) when not everything could be written.
 [[nodiscard]] ExitStatus finishOutput(ExitStatus status);
 
 // The text as one line of a message: line breaks inside are spaces, other characters that a terminal obeys are escapes.

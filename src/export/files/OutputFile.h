@@ -32,6 +32,7 @@ public:
 
     void write(std::string_view bytes)
     {
+        if (bytes.empty()) return; // which may be no bytes anywhere
         if (bytes.size() > capacity - m_used) return writeThrough(bytes);
         std::memcpy(m_buffer.get() + m_used, bytes.data(), bytes.size());
         m_used += bytes.size();
