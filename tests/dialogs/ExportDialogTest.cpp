@@ -75,7 +75,9 @@ std::string visibleOptions(Screen& screen)
     };
     for (int row = 0; row < layout.rowCount(); ++row) {
         const auto* field = layout.itemAt(row, QFormLayout::FieldRole);
-        auto* widget = (field != nullptr ? field : layout.itemAt(row, QFormLayout::SpanningRole))->widget();
+        const auto* item = field != nullptr ? field : layout.itemAt(row, QFormLayout::SpanningRole);
+        auto* widget = item == nullptr ? nullptr : item->widget();
+        if (widget == nullptr) continue;
         const auto* label = layout.labelForField(widget);
         EXPECT_TRUE(label == nullptr || label->isVisible() == widget->isVisible());
         const auto inner = widget->findChildren<QCheckBox*>();
@@ -90,11 +92,13 @@ std::string visibleOptions(Screen& screen)
 
 TEST(ExportDialog, ShowsWhatTheTypeNeeds)
 {
-    const std::string delimited = "+includeColumnHeaderCheckBox fieldDelimiterPopup recordDelimiterPopup "
-                                  "decimalSymbolTextField encodingPopup";
-    const std::string sql = "exportSingleFileCheckBox sqlFormatPopup schemaNameTextField decimalSymbolTextField "
-                            "+exportStructureCheckBox +includeDropTableCheckBox +includeForeignKeyCheckBox "
-                            "+includeIndexCheckBox +exportDataCheckBox";
+    const std::string delimited =
+        "-exactCheckBox +includeColumnHeaderCheckBox fieldDelimiterPopup recordDelimiterPopup "
+        "decimalSymbolTextField encodingPopup";
+    const std::string sql =
+        "exportSingleFileCheckBox -exactCheckBox sqlFormatPopup schemaNameTextField decimalSymbolTextField "
+        "+exportStructureCheckBox +includeDropTableCheckBox +includeForeignKeyCheckBox "
+        "+includeIndexCheckBox +exportDataCheckBox";
     const struct {
         const char* title;
         ExportFileType type;
@@ -104,13 +108,15 @@ TEST(ExportDialog, ShowsWhatTheTypeNeeds)
     } cases[] = {
         {"Export CSV – Shop.mdb", CSV, nullptr, delimited, false},
         {"Export TXT – Shop.mdb", TXT, "Orders", delimited, false},
-        {"Export XML – Shop.mdb", XML, nullptr, "decimalSymbolTextField encodingPopup", false},
-        {"Export XLS – Shop.mdb", XLS, nullptr, "+exportSingleFileCheckBox +includeColumnHeaderCheckBox", true},
-        {"Export XLS – Shop.mdb", XLS, "Orders", "-exportSingleFileCheckBox +includeColumnHeaderCheckBox", false},
+        {"Export XML – Shop.mdb", XML, nullptr, "-exactCheckBox decimalSymbolTextField encodingPopup", false},
+        {"Export XLS – Shop.mdb", XLS, nullptr, "+exportSingleFileCheckBox -exactCheckBox +includeColumnHeaderCheckBox",
+            true},
+        {"Export XLS – Shop.mdb", XLS, "Orders",
+            "-exportSingleFileCheckBox -exactCheckBox +includeColumnHeaderCheckBox", false},
         {"Export SQL – Shop.mdb", SQL, nullptr, "+" + sql, true},
         {"Export SQL – Shop.mdb", SQL, "Orders", "-" + sql, false},
         {"Export SQLite – Shop.mdb", SQLite, "Orders",
-            "+includeForeignKeyCheckBox +includeIndexCheckBox +exportDataCheckBox", true},
+            "-exactCheckBox +includeForeignKeyCheckBox +includeIndexCheckBox +exportDataCheckBox", true},
     };
     for (const auto& c : cases) {
         ExportDesk desk;
