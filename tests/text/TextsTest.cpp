@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "text/CaseFold.h"
 #include "text/DateText.h"
 #include "text/Format.h"
 #include "text/TerminalText.h"
@@ -25,6 +26,23 @@ TEST(Format, FillsPlaceholdersInOrderAndKeepsTheRest)
     for (const auto& test : cases)
         EXPECT_EQ(format(test.format, {"a", 7}), test.expected) << test.format;
     EXPECT_EQ(format("%@ left", {"%@"}), "%@ left") << "an argument is not searched for placeholders";
+}
+
+TEST(CaseFold, FoldsCharactersAndLeavesMalformedBytes)
+{
+    const struct {
+        std::string_view text;
+        std::string_view folded;
+    } cases[] = {
+        {"Stra\xC3\x9F \xC3\x84", "strass \xC3\xA4"},
+        {"\xE1\xBA\x80 \xF0\x90\x90\x80", "\xE1\xBA\x81 \xF0\x90\x90\xA8"}, // W with grave, Deseret long I
+        {"\xE1\xBA@", "\xE1\xBA@"},                                         // its last byte is missing
+        {"\xE1\xC3\x84", "\xE1\xC3\xA4"},
+        {"\xC1\x81 \xC0\x81 \xE0\x81\x81", "\xC1\x81 \xC0\x81 \xE0\x81\x81"}, // "A" in too many bytes
+        {"\x84\xC3", "\x84\xC3"},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(foldCase(test.text), test.folded);
 }
 
 TEST(TerminalText, EscapesWhatATerminalObeys)
