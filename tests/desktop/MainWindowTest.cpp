@@ -371,12 +371,9 @@ TEST_F(MainWindowTest, keepsFilesThatComeWhileAMenuOrADialogIsOpen)
         QApplication::processEvents();
         EXPECT_THAT(m_program.treeText(), testing::Not(testing::HasSubstr(std::string(name, 4)))) << name;
     };
-    auto& button = m_program.find<QWidget>("jumpBarTable");
-    QTimer::singleShot(0, &button, [&] {
-        handOver("Menu.mdb");
-        m_program.choose("Suppliers");
-    });
-    QTest::mouseClick(&button, Qt::LeftButton);
+    QTest::mouseClick(&m_program.find<QWidget>("jumpBarTable"), Qt::LeftButton);
+    handOver("Menu.mdb");
+    m_program.choose("Suppliers");
     EXPECT_THAT(m_program.treeText(), testing::HasSubstr("Suppliers  (10)*"));
     const auto isListed = [&](const char* name) { return m_program.treeText().find(name) != std::string::npos; };
     EXPECT_TRUE(eventually([&] { return isListed("Menu*"); }));
@@ -398,7 +395,7 @@ TEST_F(MainWindowTest, choosesNothingThatHasGoneWhileItsMenuWasOpen)
     ASSERT_NE(windows, nullptr);
     auto* files = qobject_cast<QMenu*>(m_program.window().menuBar()->actions().first()->menu());
     files->popup({0, 0});
-    m_program.window().app().outlineViewSelectionDidChange({}); // as the end of an opening may
+    m_program.find<QTreeView>("fileTree").clearSelection(); // as the end of an opening may
     QApplication::processEvents();
     EXPECT_FALSE(files->isVisible());
     m_program.clickTree("Orders");
@@ -407,6 +404,25 @@ TEST_F(MainWindowTest, choosesNothingThatHasGoneWhileItsMenuWasOpen)
     m_program.window().app().childWinManager()->childWins()[0]->windowWillClose();
     m_program.choose("Orders @Shop");
     EXPECT_TRUE(m_program.window().app().childWinManager()->childWins().empty());
+
+    // The menu of a jump bar, in this window and in one that goes with the file.
+    m_program.press(Qt::Key_4, Qt::ControlModifier);
+    for (const bool isTableWindow : {false, true}) {
+        SCOPED_TRACE(isTableWindow);
+        m_program.doubleClickTree("Orders");
+        auto* window = QApplication::activeWindow();
+        ASSERT_EQ(window->objectName(), "tableWindow");
+        if (!isTableWindow) window = &m_program.window();
+        QTest::mouseClick(&child<QWidget>(*window, "jumpBarTable"), Qt::LeftButton);
+        m_program.window().app().CloseSelectedFile(VellumoAppDelegate::Sender::Other);
+        if (isTableWindow)
+            EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        else
+            m_program.choose("Suppliers");
+        EXPECT_EQ(m_program.treeText(), "Shop\n");
+        EXPECT_EQ(m_program.grid().model()->columnCount(), 0);
+        m_program.doubleClickTree("Shop");
+    }
 }
 
 // A key that means two things means nothing: Qt calls it ambiguous and does neither.

@@ -216,14 +216,14 @@ void Program::choose(const std::string& title)
         QApplication::processEvents();
         return;
     }
+    menu->close();
     ADD_FAILURE() << "the menu has no " << title;
 }
 
 void Program::clickAndChoose(QWidget& button, const std::string& title)
 {
-    // The button returns when its menu has closed.
-    QTimer::singleShot(0, &button, [this, title] { choose(title); });
     QTest::mouseClick(&button, Qt::LeftButton);
+    choose(title);
 }
 
 void Program::chooseForTree(const std::string& name, const std::string& title)

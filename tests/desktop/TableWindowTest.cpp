@@ -113,9 +113,9 @@ TEST_F(TableWindowTest, hasCommandsOfItsOwn)
     EXPECT_EQ(window->windowTitle(), "");
     EXPECT_FALSE(isUsable("&Jump to Row…"));
     EXPECT_FALSE(isUsable("&Deselect All"));
-    QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
-    QTRY_VERIFY(tableWindows().empty());
-    EXPECT_TRUE(m_program.window().app().childWinManager()->childWins().empty());
+    QTest::keySequence(window, QKeySequence::Close);
+    EXPECT_TRUE(eventually([this] { return m_program.window().app().childWinManager()->childWins().empty(); }, 3000));
+    EXPECT_TRUE(tableWindows().empty());
 }
 
 TEST_F(TableWindowTest, findsRecordsWithoutHidingOthers)

@@ -72,9 +72,10 @@ void JumpBar::open(QToolButton& button, void (JumpBar::*fill)(QMenu&))
     };
     if ((&button == m_fileButton && files.size() > mostMenuItems) || std::ranges::any_of(files, isLong))
         return openList(button);
-    QMenu menu(&button);
-    (this->*fill)(menu);
-    menu.exec(button.mapToGlobal(QPoint(0, button.height())));
+    auto* menu = new QMenu(&button); // the bar may go while it is open
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    (this->*fill)(*menu);
+    menu->popup(button.mapToGlobal(QPoint(0, button.height())));
 }
 
 // All files with their tables, or the tables of one file.
