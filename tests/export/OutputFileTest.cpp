@@ -2,6 +2,7 @@
 #include "export/files/OutputFile.h"
 #include "support/TempFolder.h"
 
+#include <cerrno>
 #include <climits>
 #include <fcntl.h>
 #include <filesystem>
@@ -77,6 +78,18 @@ TEST(OutputFile, LeavesNothingWhenItIsNotClosed)
         EXPECT_THAT(folder.names(), ElementsAre(testing::MatchesRegex("a\\.[0-9a-f]+\\.part")));
     }
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST(OutputFile, TellsThatItsNameCouldNotBeTaken)
+{
+    TempFolder folder;
+    OutputFile file;
+    ASSERT_TRUE(file.open(folder.path("a")));
+    file.write("new");
+    std::filesystem::create_directory(folder.path("a"));
+    EXPECT_FALSE(file.close());
+    EXPECT_EQ(file.error(), EISDIR);
+    EXPECT_THAT(folder.names(), ElementsAre("a"));
 }
 
 TEST(OutputFile, TwoProgramsDoNotMixTheirBytes)

@@ -172,10 +172,13 @@ TEST(Workbook, SheetsStandWhereTheListSays)
     EXPECT_THAT(sheets[0].cells, IsEmpty());
     EXPECT_EQ(sheets[2].cells, (Cells{{{0, 0}, "'last'"}}));
     std::size_t shownSheets = 0;
+    std::vector<unsigned> bytesPerUnit; // of the names: one as long as that is enough
     for (const auto& record : recordsOf(stream)) {
+        if (record.id == 0x85) bytesPerUnit.push_back(1 + unsigned(numberAt(record.data, 7, 1)));
         if (record.id == 0x23E) shownSheets += hex(record.data.substr(0, 2)) == "b606" ? 1 : 0;
     }
     EXPECT_EQ(shownSheets, 1U);
+    EXPECT_THAT(bytesPerUnit, ElementsAre(1, 1, 2));
 }
 
 TEST(Workbook, TextsAreStoredOnce)
