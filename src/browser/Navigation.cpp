@@ -41,7 +41,6 @@ void SelectionHistory::visit(const ItemId& table)
     if (m_previousTables.empty() || m_previousTables.back() != table) {
         m_previousTables.push_back(table);
         m_nextTables.clear();
-        m_isNextEnabled = false;
     }
     m_isBackEnabled = m_previousTables.size() >= 2;
 }
@@ -55,8 +54,7 @@ std::optional<ItemId> SelectionHistory::backTarget() const
 
 std::optional<ItemId> SelectionHistory::nextTarget() const
 {
-    if (!m_isNextEnabled || m_nextTables.empty()) return std::nullopt;
-    return m_nextTables.back();
+    return m_nextTables.empty() ? std::nullopt : std::optional(m_nextTables.back());
 }
 
 void SelectionHistory::finishBack(bool isTargetShown)
@@ -66,7 +64,6 @@ void SelectionHistory::finishBack(bool isTargetShown)
         m_previousTables.pop_back();
     }
     collapseEqualLastPairs(m_previousTables);
-    if (!m_nextTables.empty()) m_isNextEnabled = true;
     if (m_previousTables.size() < 2) m_isBackEnabled = false;
 }
 
@@ -78,7 +75,6 @@ void SelectionHistory::finishNext(bool isTargetShown)
     }
     collapseEqualLastPairs(m_nextTables);
     if (!m_previousTables.empty()) m_isBackEnabled = true;
-    if (m_nextTables.empty()) m_isNextEnabled = false;
 }
 
 // The tables go one after the other, and after each one the ends of the lists are tidied; which entries survive depends
@@ -99,7 +95,6 @@ void SelectionHistory::removeTables(const Tables& closing)
     std::erase_if(m_previousTables, isGone);
     std::erase_if(m_nextTables, isGone);
     if (m_previousTables.empty()) m_isBackEnabled = false;
-    if (m_nextTables.empty()) m_isNextEnabled = false;
 }
 
 void Navigation::goBack(const Show& show)

@@ -21,7 +21,7 @@ public:
     // The last one is where Next leads.
     [[nodiscard]] const Tables& nextTables() const { return m_nextTables; }
     [[nodiscard]] bool isBackEnabled() const { return m_isBackEnabled; }
-    [[nodiscard]] bool isNextEnabled() const { return m_isNextEnabled; }
+    [[nodiscard]] bool isNextEnabled() const { return !m_nextTables.empty(); }
 
     // Records a visit: a table visited again at once counts once, and a new visit leads nowhere further.
     void visit(const ItemId& table);
@@ -40,9 +40,8 @@ public:
 private:
     Tables m_previousTables;
     Tables m_nextTables;
-    // Kept apart from the lists: after Next one visited table is enough for Back, after anything else it takes two.
+    // Kept apart from the list: after Next one visited table is enough for Back, after anything else it takes two.
     bool m_isBackEnabled = false;
-    bool m_isNextEnabled = false;
 };
 
 // The navigation part of the controller: the tables visited, and the jump bar of the main window. It selects nothing

@@ -178,13 +178,10 @@ void VellumoAppDelegate::CloseSelectedFile(Sender sender)
 {
     auto* target = freeTargetFile(sender);
     if (target == nullptr) return;
-    const bool isSelected = target == selectedFile();
-    if (isSelected) clearSelection();
+    if (target == selectedFile()) clearSelection();
     closeFile(*target);
     reloadTree();
     refreshJumpBarMenu();
-    // Another file's row stays selected, wherever it has moved.
-    if (isSelected) deselectAll();
     updateStatusBarForFileSelection();
 }
 

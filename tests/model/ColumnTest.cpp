@@ -53,6 +53,12 @@ TEST(Column, ListsWhatItHas)
         column.setProperties(test.properties);
         EXPECT_EQ(line(column), test.expected) << test.name;
     }
+    TAdmMDBColumn decimal;
+    decimal.setName("d");
+    decimal.setDataType("Numeric");
+    decimal.setPrecision(12);
+    decimal.setScale(0);
+    EXPECT_EQ(line(decimal), "Name=d;Type=Numeric;Precision=12;Scale=0;");
 }
 
 TEST(Column, AlignsCells)
