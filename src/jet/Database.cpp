@@ -197,6 +197,9 @@ void Database::unwrapCalculated(TableDef& table) const
             const auto type = code == nullptr ? ColumnType::Unknown : columnTypeOfCode(*code);
             if (isResult(type)) column.type = type;
         }
+        // What the entry says of the digits is not true of the results.
+        column.precision = 0;
+        column.scale = 0;
         column.isWrapped = isResult(column.type);
     }
 }
