@@ -114,6 +114,12 @@ void ChildWindowManager::showTablesAnew()
         window->showTableAnew();
 }
 
+void ChildWindowManager::showTableAnew(const TAdmMDBTable& table)
+{
+    for (const auto& window : m_childWins)
+        if (window->tableToShow() == &table) window->showTableAnew();
+}
+
 void ChildWindowManager::refreshChildJumpBarMenus()
 {
     for (const auto& window : m_childWins)

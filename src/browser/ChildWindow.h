@@ -98,6 +98,8 @@ public:
     // A click in this view has changed the order of its table: every other window that shows it follows.
     void orderDidChange(const DataView& by);
     void showTablesAnew();
+    // In the windows that show this one.
+    void showTableAnew(const TAdmMDBTable& table);
     [[nodiscard]] VellumoAppDelegate& delegate() { return m_delegate; }
 
 private:

@@ -2,25 +2,66 @@
 #pragma once
 
 #include "model/TAdmMDBFile.h"
+#include "platform/MainThread.h"
 
+#include <deque>
+#include <functional>
 #include <map>
 #include <memory>
+#include <thread>
 
 namespace vellumo {
 
-// Tables with what their lookups show, made when they are first asked for; all windows show the same ones. Main thread
-// only.
+// Told how the looking up of a table goes on. Main thread only.
+class LookupListener {
+public:
+    virtual ~LookupListener() = default;
+    virtual void lookupDidBegin(const TAdmMDBTable& table) = 0;
+    virtual void lookupDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) = 0;
+    // Also when it was given up.
+    virtual void lookupDidEnd() = 0;
+    // find() has something else for the table from now on.
+    virtual void lookupDidFind(const TAdmMDBTable& table) = 0;
+    // There is too little memory for it.
+    virtual void lookupDidFail(const TAdmMDBTable& table) = 0;
+};
+
+// Tables with what their lookups show, made when they are first asked for; all windows show the same ones. Those of
+// many rows are made on a thread of its own, one after the other. Main thread only.
 class LookupTables {
 public:
-    // The table itself when it has no lookups that can be resolved. `table` is not null; what comes lives until its
-    // file is forgotten.
+    // Both outlive it.
+    LookupTables(LookupListener& listener, MainThread& mainThread)
+        : m_listener(listener)
+        , m_mainThread(mainThread)
+    {
+    }
+    ~LookupTables() { giveUp(); }
+    LookupTables(const LookupTables&) = delete;
+    LookupTables& operator=(const LookupTables&) = delete;
+
+    // The table itself when it has no lookups that can be resolved, and until they are. What comes lives until its file
+    // is forgotten.
     [[nodiscard]] const TAdmMDBTable* find(const TAdmMDBTable& table);
-    // The tables of the file are about to go.
+    [[nodiscard]] bool isBusy() const { return m_work != nullptr; }
+    // The tables of the file are about to go. Waits for the thread if it reads them, which takes a moment at most.
     void forget(const TAdmMDBFile& file);
-    void forgetAll() { m_tables.clear(); }
+    void forgetAll();
 
 private:
-    std::map<const TAdmMDBTable*, std::unique_ptr<TAdmMDBTable>> m_tables; // null: without lookups
+    struct Work;
+
+    void begin(const TAdmMDBTable& table);
+    void beginNext();
+    void finish();
+    void giveUp();
+
+    LookupListener& m_listener;
+    MainThread& m_mainThread;
+    std::map<const TAdmMDBTable*, std::unique_ptr<TAdmMDBTable>> m_tables; // null: nothing else is shown
+    std::deque<const TAdmMDBTable*> m_waiting;
+    std::shared_ptr<Work> m_work; // null while nothing is looked up; shared with the thread
+    std::thread m_worker;
 };
 
 } // namespace vellumo

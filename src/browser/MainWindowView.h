@@ -70,6 +70,11 @@ public:
     virtual void openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) = 0; // as OpenObserver has them
     virtual void openDidEnd() = 0;
 
+    // The time while the lookup texts of a large table are looked up; VellumoAppDelegate::StopLookingUp gives it up.
+    virtual void lookupDidBegin(const TAdmMDBTable& table) = 0;
+    virtual void lookupDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) = 0;
+    virtual void lookupDidEnd() = 0;
+
     // What the selected file lost, as a sheet.
     virtual void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) = 0;
     // Asks what to look for; it ends with VellumoAppDelegate::salvageSheetDidEnd, unless it is cancelled.

@@ -17,6 +17,7 @@ VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const Desktop
               [this](const TAdmMDBFile& file) { return m_openChoices.optionsFor(file); }})
     , m_selection(m_files.list())
     , m_tree(m_files.list())
+    , m_lookupTables(*this, desktop.mainThread)
     , m_dataView(mainWindow.dataView(), desktop, m_toggles.isShown(ViewToggle::TextView))
     , m_navigation(m_files.list())
     , m_exports(mainWindow, desktop)

@@ -30,7 +30,7 @@ namespace vellumo {
 // Files are opened on another thread, one after the other; a command that opens one returns before it is open. What
 // would change a file that is being opened or exported cannot be used until then: canUse and its like tell, and the
 // command does nothing.
-class VellumoAppDelegate {
+class VellumoAppDelegate : private LookupListener {
 public:
     // Where a command on a file comes from: the menu of a tree row, which means the row clicked, or anything else,
     // which means the file selected. A table's row stands for its file.
@@ -148,6 +148,10 @@ public:
     void ToggleJumpBar() { toggle(ViewToggle::JumpBar); }
     void ToggleNumRows() { toggle(ViewToggle::NumRows); }
     void ToggleLookupTexts() { toggle(ViewToggle::LookupTexts); }
+    // Whether lookup texts are being looked up, of which nothing is shown until then.
+    [[nodiscard]] bool isLookingUp() const { return m_lookupTables.isBusy(); }
+    // Gives that up: lookup texts are not shown any more.
+    void StopLookingUp();
     void ToggleCaptions() { toggle(ViewToggle::Captions); }
     // What a grid shows of the table.
     [[nodiscard]] const TAdmMDBTable* shownTable(const TAdmMDBTable* table);
@@ -216,6 +220,14 @@ private:
     void didOpenForExport(TAdmMDBFile& file, OpenResult result, int exportType);
     void openAgain(const ItemId& id, Salvage salvage);
     void showGridsAnew();
+    void lookupDidBegin(const TAdmMDBTable& table) override { m_view.lookupDidBegin(table); }
+    void lookupDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) override
+    {
+        m_view.lookupDidProgress(rowsDone, rowsExpected);
+    }
+    void lookupDidEnd() override { m_view.lookupDidEnd(); }
+    void lookupDidFind(const TAdmMDBTable& table) override;
+    void lookupDidFail(const TAdmMDBTable& table) override;
     [[nodiscard]] bool isSelectedFileOpen() const { return selectedFile() != nullptr && selectedFile()->active(); }
     void letGoOf(TAdmMDBFile& file);
     void restoreTreeSelection();

@@ -4,6 +4,8 @@
 
 #include "browser/DamageDetails.h"
 #include "browser/VellumoAppDelegate.h"
+#include "text/Format.h"
+#include "text/Messages.h"
 
 namespace vellumo {
 
@@ -113,6 +115,23 @@ void VellumoAppDelegate::showGridsAnew()
     m_dataView.showInstead(shownTable(selectedTable()));
     if (m_childWinManager) m_childWinManager->showTablesAnew();
     if (!m_toggles.isShown(ViewToggle::LookupTexts)) m_lookupTables.forgetAll();
+}
+
+void VellumoAppDelegate::lookupDidFind(const TAdmMDBTable& table)
+{
+    if (m_dataView.table() == &table) m_dataView.showInstead(shownTable(&table));
+    if (m_childWinManager) m_childWinManager->showTableAnew(table);
+}
+
+void VellumoAppDelegate::lookupDidFail(const TAdmMDBTable& table)
+{
+    m_desktop.alerts.show({localized("The lookup texts cannot be shown."),
+        localizedFormat("There is too little memory for those of the table %@.", {table.name()})});
+}
+
+void VellumoAppDelegate::StopLookingUp()
+{
+    if (isLookingUp()) ToggleLookupTexts();
 }
 
 } // namespace vellumo

@@ -126,7 +126,8 @@ void addLookupOption(CLI::App& sub, bool& lookupTexts)
 std::unique_ptr<TAdmMDBFile> withLookupTexts(
     std::unique_ptr<TAdmMDBFile> file, std::span<const std::string> tables, bool isKeyWanted)
 {
-    auto [copy, notes] = fileWithLookupTexts(*file);
+    auto [copy, notes] = fileWithLookupTexts(*file, [](std::uint64_t) { return !interrupted(); });
+    if (!copy) printError(localized("Interrupted."));
     for (const auto& note : notes) {
         const bool concerns = tables.empty() || std::ranges::find(tables, note.table) != tables.end();
         if (concerns && (isKeyWanted || note.kind == LookupNote::Kind::Unresolved)) printError(lookupNoteText(note));

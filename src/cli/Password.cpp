@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "cli/Password.h"
 
+#include "cli/ConsoleOutput.h"
+#include "cli/SecretLine.h"
 #include "text/Format.h"
 #include "text/Messages.h"
 #include "text/UTF8.h"
@@ -10,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <unistd.h>
 
 namespace vellumo {
 
@@ -38,8 +41,21 @@ PasswordAnswer unreadable(const std::string& path)
     return {.complaint = localizedFormat("Password file (%@) cannot be read: %@", {path, std::strerror(errno)})};
 }
 
+PasswordAnswer tooLong(const std::string& path)
+{
+    return {.complaint = localizedFormat("Password file (%@): too long a line.", {path})};
+}
+
+PasswordAnswer typedPassword(const std::string& path)
+{
+    auto line = readSecretLine(STDIN_FILENO, localized("Password:"), mostBytes);
+    if (!line) return interrupted() ? PasswordAnswer{.complaint = localized("Interrupted.")} : unreadable(path);
+    return line->size() > mostBytes ? tooLong(path) : checked(std::move(*line));
+}
+
 PasswordAnswer readFrom(const std::string& path)
 {
+    if (path == "-" && ::isatty(STDIN_FILENO) != 0) return typedPassword(path);
     const std::unique_ptr<std::FILE, Close> file(path == "-" ? stdin : std::fopen(path.c_str(), "re"));
     if (!file) return unreadable(path);
     std::string line;
@@ -47,7 +63,7 @@ PasswordAnswer readFrom(const std::string& path)
     while (line.size() <= mostBytes && (next = std::fgetc(file.get())) != EOF && next != '\n')
         line += static_cast<char>(next);
     if (std::ferror(file.get()) != 0) return unreadable(path);
-    if (line.size() > mostBytes) return {.complaint = localizedFormat("Password file (%@): too long a line.", {path})};
+    if (line.size() > mostBytes) return tooLong(path);
     if (line.ends_with('\r')) line.pop_back();
     return checked(std::move(line));
 }

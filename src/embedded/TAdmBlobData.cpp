@@ -146,14 +146,19 @@ std::string TAdmBlobData::extensionByContent()
     return type.kind == ContentKind::Family && agrees ? stored : std::string(type.extension);
 }
 
+std::string TAdmBlobData::fileEnding(std::string_view extension) const
+{
+    std::string ending = m_facts.state == ObjectState::Damaged ? ".damaged" : "";
+    if (!extension.empty()) ending.append(1, '.').append(extension);
+    return ending;
+}
+
 std::string TAdmBlobData::fileName(std::string_view otherwise)
 {
     const auto extension = extensionByContent();
     const auto stem =
         m_facts.storedName.empty() ? otherwise : withoutExtension(m_facts.storedName, asciiLower(extension));
-    const auto mark = m_facts.state == ObjectState::Damaged ? ".damaged" : "";
-    const auto dot = extension.empty() ? "" : ".";
-    return format("%@%@%@%@", {stem, mark, dot, extension});
+    return std::string(stem) + fileEnding(extension);
 }
 
 bool TAdmBlobData::mayBeOpened()

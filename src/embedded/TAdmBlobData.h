@@ -74,8 +74,11 @@ public:
     // The extension for a file of the payload: the stored one, unless the bytes are of another type, which then names
     // it. "" when neither tells.
     [[nodiscard]] std::string extensionByContent();
-    // The name for such a file: the stored one, or `otherwise` (without extension) when there is none, with
-    // ".damaged" in front of the extension unless the payload is a whole file.
+    // How the name of a file of the payload ends: ".damaged" unless that is a whole file, and then the extension, if
+    // there is one.
+    [[nodiscard]] std::string fileEnding(std::string_view extension) const;
+    // The name for such a file: the stored one, or `otherwise` (without extension) when there is none, with that
+    // ending.
     [[nodiscard]] std::string fileName(std::string_view otherwise);
     // Whether its file may be opened with the default application: it goes by an extension of the list below, and
     // neither its content nor the extension that it was stored with is one that a desktop might execute.

@@ -141,8 +141,9 @@ private:
 
 void addText(std::string_view text, ValueGroup& group)
 {
-    if (group.count != 0) group.text += "; ";
+    if (group.count != 0) group.text += valueSeparator;
     group.text += text;
+    group.ends.push_back(static_cast<std::uint32_t>(group.text.size()));
 }
 
 } // namespace
@@ -226,6 +227,22 @@ std::shared_ptr<ValueGroups> groupValues(ComplexKind kind, const TableDef& table
         ++group.count;
     }
     return groups;
+}
+
+void takeLookupOf(const TableDef& values, ColumnDef& column)
+{
+    constexpr std::string_view lookupProperties[] = {"DisplayControl", "RowSourceType", "RowSource", "BoundColumn",
+        "ColumnCount", "ColumnHeads", "ColumnWidths", "ListRows", "ListWidth", "LimitToList", "AllowValueListEdits",
+        "ListItemsEditForm", "ShowOnlyRowSourceValues"};
+    const auto value = columnNamed(values, "Value");
+    if (!value) return;
+    const auto isOf = [](const PropertyList& list, std::string_view name) {
+        return std::ranges::find(list, name, &PropertyList::value_type::first) != list.end();
+    };
+    for (const auto& property : values.columns[*value].properties)
+        if (std::ranges::find(lookupProperties, property.first) != std::end(lookupProperties)
+            && !isOf(column.properties, property.first))
+            column.properties.push_back(property);
 }
 
 // The history keeps the name that its memo had when it began; where that was changed since, the memo is known if no

@@ -35,10 +35,13 @@ struct MemoVersion {
     std::string text;     // "" for null
 };
 
+constexpr std::string_view valueSeparator = "; ";
+
 // The values of a cell. Which member has them follows from the kind of the column.
 struct ValueGroup {
     std::shared_ptr<TAdmBlobData> object; // the first file, which knows the others
-    std::string text;                     // the values, joined by "; "
+    std::string text;                     // the values, joined by valueSeparator
+    std::vector<std::uint32_t> ends;      // where in the text each value ends
     std::vector<MemoVersion> versions;    // the oldest first
     std::uint64_t count = 0;              // of values
     mutable std::atomic<bool> isClaimed = false;
@@ -52,6 +55,8 @@ public:
     // The same without claiming.
     [[nodiscard]] const ValueGroup* find(std::int32_t number) const;
     [[nodiscard]] std::uint64_t unclaimedValues() const;
+    // All groups, in no order.
+    [[nodiscard]] const std::unordered_map<std::int32_t, ValueGroup>& all() const { return m_groups; }
 
     [[nodiscard]] ValueGroup& groupOf(std::int32_t number) { return m_groups[number]; }
 
@@ -61,6 +66,10 @@ private:
 
 // Leaves in the definition of a table of values what groupValues() asks for.
 void keepValueColumns(TableDef& table, ComplexKind kind);
+
+// What people see of the values is settled in their table: gives the column what the table's properties say of a
+// lookup.
+void takeLookupOf(const TableDef& values, ColumnDef& column);
 
 // Puts the rows of a table of values into groups. Null when the table lacks a column that it needs.
 [[nodiscard]] std::shared_ptr<ValueGroups> groupValues(ComplexKind kind, const TableDef& table, const RowStore& rows);

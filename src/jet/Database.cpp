@@ -85,11 +85,11 @@ Database::Database(std::unique_ptr<PageSource> pages, int codePage)
 {
 }
 
-std::unique_ptr<Database> Database::open(const OpenRequest& request, OpenFailure& failure)
+std::unique_ptr<Database> Database::open(const std::string& path, const OpenOptions& options, OpenFailure& failure)
 {
-    auto pages = PageSource::open(request, failure);
+    auto pages = PageSource::open(path, options, failure);
     if (!pages) return nullptr;
-    const auto codePage = request.codePage.value_or(pages->codePage());
+    const auto codePage = options.codePage.value_or(pages->codePage());
     return std::unique_ptr<Database>(new Database(std::move(pages), codePage));
 }
 
@@ -197,6 +197,9 @@ void Database::unwrapCalculated(TableDef& table) const
             const auto type = code == nullptr ? ColumnType::Unknown : columnTypeOfCode(*code);
             if (isResult(type)) column.type = type;
         }
+        // What the entry says of the digits is not true of the results.
+        column.precision = 0;
+        column.scale = 0;
         column.isWrapped = isResult(column.type);
     }
 }

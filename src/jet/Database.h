@@ -56,7 +56,8 @@ struct TableContent {
 class Database {
 public:
     // Null, with the reason in `failure`, when the file cannot be opened.
-    [[nodiscard]] static std::unique_ptr<Database> open(const OpenRequest& request, OpenFailure& failure);
+    [[nodiscard]] static std::unique_ptr<Database> open(
+        const std::string& path, const OpenOptions& options, OpenFailure& failure);
 
     // 0: Access 97 (Jet 3), 1: Access 2000 to 2003 (Jet 4).
     [[nodiscard]] int formatVersion() const { return m_pages->formatVersion(); }

@@ -68,8 +68,7 @@ std::vector<std::string> itemsOf(std::string_view source)
     return items;
 }
 
-} // namespace
-
+// "a;b;c" as rows of so many columns; the last may have fewer.
 std::vector<std::vector<std::string>> valueListRows(std::string_view list, std::size_t columnCount)
 {
     std::vector<std::vector<std::string>> rows;
@@ -79,6 +78,8 @@ std::vector<std::vector<std::string>> valueListRows(std::string_view list, std::
     }
     return rows;
 }
+
+} // namespace
 
 std::optional<std::size_t> shownLookupColumn(std::string_view widths, std::size_t columnCount)
 {

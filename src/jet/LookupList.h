@@ -11,9 +11,6 @@
 
 namespace vellumo::jet {
 
-// "a;b;c" as rows of so many columns; the last may have fewer.
-[[nodiscard]] std::vector<std::vector<std::string>> valueListRows(std::string_view list, std::size_t columnCount);
-
 // Which of the columns of a lookup people see: the first that has no width of 0 ("0;1440"). nullopt when all have.
 [[nodiscard]] std::optional<std::size_t> shownLookupColumn(std::string_view widths, std::size_t columnCount);
 

@@ -182,11 +182,11 @@ PageSource::PageSource(
 
 PageSource::~PageSource() = default;
 
-std::unique_ptr<PageSource> PageSource::open(const OpenRequest& request, OpenFailure& failure)
+std::unique_ptr<PageSource> PageSource::open(const std::string& path, const OpenOptions& options, OpenFailure& failure)
 {
     static std::once_flag isEnvironmentCleared;
     std::call_once(isEnvironmentCleared, clearLibraryEnvironment);
-    auto file = std::make_shared<File>(request.path.c_str());
+    auto file = std::make_shared<File>(path.c_str());
     if (file->openError != 0) {
         failure = failureOf(file->openError);
         return nullptr;
@@ -201,7 +201,7 @@ std::unique_ptr<PageSource> PageSource::open(const OpenRequest& request, OpenFai
         return nullptr;
     }
     const std::string_view start(reinterpret_cast<const char*>(file->start), static_cast<std::size_t>(count));
-    if (const auto refused = refusal(start, request.newerFormats)) {
+    if (const auto refused = refusal(start, options.newerFormats)) {
         failure = *refused;
         return nullptr;
     }
@@ -213,7 +213,7 @@ std::unique_ptr<PageSource> PageSource::open(const OpenRequest& request, OpenFai
     }
     std::unique_ptr<PageCipher> cipher;
     if (const auto key = handle->takeNewerKey(); key != 0) {
-        cipher = openCipher(file->start, key, request.password, failure);
+        cipher = openCipher(file->start, key, options.password, failure);
         if (!cipher) return nullptr;
     }
     return std::unique_ptr<PageSource>(new PageSource(std::move(file), std::move(handle), std::move(cipher)));

@@ -2,22 +2,14 @@
 #pragma once
 
 #include "jet/OpenFailure.h"
+#include "jet/OpenOptions.h"
 #include "jet/PageCipher.h"
 #include "jet/Pages.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace vellumo::jet {
-
-// What to open, and how.
-struct OpenRequest {
-    std::string path{};
-    bool newerFormats = false;             // accept files of Access 2007 and later
-    std::optional<std::string> password{}; // UTF-8; for encrypted files of those formats
-    std::optional<int> codePage{};         // of the texts of a Jet 3 file, in place of the one that it states
-};
 
 // The pages of a database file, by way of libmdb, which knows the header and the keys. Whatever happens to the name of
 // the file meanwhile, all sources made from the first one read the same file. Opened read-only.
@@ -26,7 +18,8 @@ public:
     // Null, with the reason in `failure`, when the file cannot be opened or is not of a format that is read. Takes the
     // library's environment variables out of the environment at the first call, which should therefore come before
     // other threads use it.
-    [[nodiscard]] static std::unique_ptr<PageSource> open(const OpenRequest& request, OpenFailure& failure);
+    [[nodiscard]] static std::unique_ptr<PageSource> open(
+        const std::string& path, const OpenOptions& options, OpenFailure& failure);
     // The same file for another thread. Null when the library cannot make another handle.
     [[nodiscard]] std::unique_ptr<PageSource> another() const;
     ~PageSource() override;

@@ -108,7 +108,9 @@ bool ComplexColumnsLoader::readValues(
         read.owner = known;
         if (!readTable(*known, column, read, damage, observer)) return false;
     }
-    if (read.owner == known) column.groups = read.groups;
+    if (read.owner != known) return true;
+    column.groups = read.groups;
+    if (column.complexKind == jet::ComplexKind::Values) jet::takeLookupOf(read.values, column);
     return true;
 }
 

@@ -20,8 +20,9 @@ public:
     // Tells the table's columns of several values what kind of values they have. For the definition of every table,
     // before its rows are read or its columns shown.
     void mark(jet::TableDef& table) const;
-    // Reads the values of all these columns and puts them into the definition; what cannot be read of them is told as
-    // damage of the columns. A column whose values are not to be had stays without. False when stopped.
+    // Reads the values of all these columns and puts them into the definition, with the properties of their lookups;
+    // what cannot be read of them is told as damage of the columns. A column whose values are not to be had stays
+    // without. False when stopped.
     [[nodiscard]] bool readValues(
         jet::TableDef& table, DamageReport& damage, const TableRowsLoader::Observer& observer);
     // Tells what values no cell of the table, which has been read, has laid claim to.

@@ -2,6 +2,7 @@
 #include "model/FileLoader.h"
 
 #include "model/ContentsLoader.h"
+#include "model/LookupTexts.h"
 
 #include <algorithm>
 #include <map>
@@ -190,6 +191,7 @@ bool FileLoader::readRows(PendingTable& pending, std::uint64_t rowsDone, std::ui
     DamageReport found;
     if (!m_complexColumns->readValues(pending.def, found, [&](std::size_t) { return observer(0); })) return false;
     if (!m_rows.load(pending.def, rows, found, observer, {.choice = choice})) return false;
+    setValues(pending);
     setHistories(pending);
     if (origin == TableOrigin::Catalogue) {
         jet::tellMissingRows(pending.def, rows.rowCount(), found);
@@ -199,6 +201,18 @@ bool FileLoader::readRows(PendingTable& pending, std::uint64_t rowsDone, std::ui
     }
     pending.table->setRows(std::move(rows));
     return true;
+}
+
+// Only now, since what the values' lookup is stands in their table.
+void FileLoader::setValues(PendingTable& pending)
+{
+    for (std::size_t i = 0; i < pending.def.columns.size(); ++i) {
+        auto& def = pending.def.columns[i];
+        if (def.type != ColumnType::MultipleValues) continue;
+        auto& column = *pending.table->columns()[i];
+        column.setProperties(std::move(def.properties));
+        if (hasTableLookup(column)) column.setStoredValues(std::move(def.groups));
+    }
 }
 
 void FileLoader::setHistories(const PendingTable& pending)

@@ -38,6 +38,7 @@ private:
     void readRelations(const jet::CatalogEntry& entry);
     [[nodiscard]] bool readAllRows();
     [[nodiscard]] bool readRows(PendingTable& pending, std::uint64_t rowsDone, std::uint64_t rowsExpected);
+    static void setValues(PendingTable& pending);
     static void setHistories(const PendingTable& pending);
     void checkRows(const PendingTable& pending, DamageReport& found);
 

@@ -26,7 +26,6 @@ struct TextHash {
 using TextsByStored = std::unordered_map<std::string, std::string, TextHash, std::equal_to<>>;
 
 struct Lookup {
-    LookupState state = LookupState::None;
     jet::LookupList list{}; // of a value list
     TextsByStored texts{};  // of a table
 
@@ -92,33 +91,106 @@ std::string textOf(const TAdmMDBTable& table, const SourceColumn& column, std::s
     return text;
 }
 
-std::optional<TextsByStored> textsOfTable(
-    const TAdmMDBFile& file, const LookupProperties& properties, std::size_t shown)
+bool isTableSource(const LookupProperties& properties)
 {
-    const auto source = sourceTable(file, properties.source);
-    if (!source || std::max(properties.boundColumn, shown) >= source->columns.size()) return std::nullopt;
-    TextsByStored texts;
-    for (std::size_t row = 0; row < source->table->rows().rowCount(); ++row) {
-        auto stored = textOf(*source->table, source->columns[properties.boundColumn], row);
-        if (!stored.empty()) texts.emplace(std::move(stored), textOf(*source->table, source->columns[shown], row));
-    }
-    return texts;
+    return properties.type.empty() || properties.type == "Table/Query"; // which Access need not store
 }
 
-Lookup lookupOf(const TAdmMDBColumn& column)
+// How a column is looked up, which is told before a row is read.
+struct LookupPlan {
+    LookupState state = LookupState::None;
+    std::optional<SourceTable> source{}; // nullopt: the column's own list
+    std::size_t bound = 0;               // columns of the source
+    std::size_t shown = 0;
+};
+
+LookupPlan planOf(const TAdmMDBColumn& column)
 {
     const auto properties = propertiesOf(column);
     if (!properties.isLookup || column.isOLE()) return {};
     const auto shown = jet::shownLookupColumn(properties.widths, properties.columnCount);
     if (shown == properties.boundColumn) return {};
     if (!shown) return {LookupState::Unresolved};
-    if (properties.type == "Value List") return {LookupState::Resolved, jet::LookupList(column.properties())};
+    if (properties.type == "Value List") {
+        const bool isShownAnyway = column.type() == ColumnType::MultipleValues;
+        return {isShownAnyway ? LookupState::None : LookupState::Resolved};
+    }
     const auto* table = column.table();
-    const bool isTable = properties.type.empty() || properties.type == "Table/Query"; // which Access need not store
-    if (!isTable || table == nullptr) return {LookupState::Unresolved};
-    auto texts = textsOfTable(*table->file(), properties, *shown);
-    if (!texts) return {LookupState::Unresolved};
-    return {LookupState::Resolved, {}, std::move(*texts)};
+    if (!isTableSource(properties) || table == nullptr) return {LookupState::Unresolved};
+    auto source = sourceTable(*table->file(), properties.source);
+    if (!source || std::max(properties.boundColumn, *shown) >= source->columns.size()) return {LookupState::Unresolved};
+    return {LookupState::Resolved, std::move(source), properties.boundColumn, *shown};
+}
+
+// Counts the rows, and asks now and then whether to go on.
+class Progress {
+public:
+    explicit Progress(const LookupObserver& observer)
+        : m_observer(observer)
+    {
+    }
+    // After a row; false when it is to stop.
+    [[nodiscard]] bool advance()
+    {
+        constexpr std::uint64_t rowsBetween = 1024;
+        return ++m_rowsDone % rowsBetween != 0 || !m_observer || m_observer(m_rowsDone);
+    }
+
+private:
+    const LookupObserver& m_observer;
+    std::uint64_t m_rowsDone = 0;
+};
+
+std::optional<TextsByStored> textsOfTable(const LookupPlan& plan, Progress& progress)
+{
+    const auto& source = *plan.source;
+    TextsByStored texts;
+    for (std::size_t row = 0; row < source.table->rows().rowCount(); ++row) {
+        auto stored = textOf(*source.table, source.columns[plan.bound], row);
+        if (!stored.empty()) texts.emplace(std::move(stored), textOf(*source.table, source.columns[plan.shown], row));
+        if (!progress.advance()) return std::nullopt;
+    }
+    return texts;
+}
+
+std::string shownGroup(const jet::ValueGroup& group, const TextsByStored& texts)
+{
+    std::string shown;
+    std::size_t start = 0;
+    for (const auto end : group.ends) {
+        const auto stored = std::string_view(group.text).substr(start, end - start);
+        const auto found = texts.find(stored);
+        if (start != 0) shown += jet::valueSeparator;
+        shown += found == texts.end() || found->second.empty() ? stored : found->second;
+        start = end + jet::valueSeparator.size();
+    }
+    return shown;
+}
+
+// What the cells of a column of several values show, by what they hold. Values may hold what separates them: where two
+// cells look the same and would show different texts, they stay as they are.
+std::optional<TextsByStored> textsOfGroups(
+    const jet::ValueGroups& stored, const TextsByStored& texts, Progress& progress)
+{
+    TextsByStored shown;
+    for (const auto& [number, group] : stored.all()) {
+        auto text = shownGroup(group, texts);
+        const auto [place, isNew] = shown.try_emplace(group.text, text);
+        if (!isNew && place->second != text) place->second = group.text;
+        if (!progress.advance()) return std::nullopt;
+    }
+    return shown;
+}
+
+// nullopt: stopped.
+std::optional<Lookup> lookupOf(const TAdmMDBColumn& column, const LookupPlan& plan, Progress& progress)
+{
+    if (!plan.source) return Lookup{jet::LookupList(column.properties())};
+    auto texts = textsOfTable(plan, progress);
+    if (texts && column.type() == ColumnType::MultipleValues)
+        texts = column.storedValues() ? textsOfGroups(*column.storedValues(), *texts, progress) : TextsByStored();
+    if (!texts) return std::nullopt;
+    return Lookup{{}, std::move(*texts)};
 }
 
 std::size_t characterCount(std::string_view text)
@@ -127,15 +199,22 @@ std::size_t characterCount(std::string_view text)
         std::ranges::count_if(text, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
-// The chunk with what is shown for each of its texts. `longest`: characters, raised as needed.
-TextChunk shownTexts(const TextChunk& stored, const Lookup& lookup, std::size_t& longest)
+// The chunk with what is shown for each of its texts; one that stays as it is says the same of its value. `longest`:
+// characters, raised as needed. nullopt: stopped.
+std::optional<TextChunk> shownTexts(
+    const TextChunk& stored, ColumnType type, const Lookup& lookup, std::size_t& longest, Progress& progress)
 {
+    const bool isText = type != ColumnType::DateTime && type != ColumnType::DateTimeExtended;
+    const auto* notes = isText ? stored.notes() : nullptr;
     TextColumnBuilder builder;
     for (std::uint32_t row = 0; row < stored.rowCount(); ++row) {
-        const auto text = lookup.shown(stored.text(row));
+        const auto before = stored.text(row);
+        const auto text = lookup.shown(before);
         longest = std::max(longest, characterCount(text));
         builder.append(text);
+        if (notes != nullptr && text == before) builder.noteAs(*notes, row);
         builder.endText();
+        if (!progress.advance()) return std::nullopt;
     }
     return builder.take();
 }
@@ -147,6 +226,7 @@ void makeTextColumn(TAdmMDBColumn& column, std::size_t longest)
     column.setFieldSize(longest > mostTextCharacters ? -1 : static_cast<std::int32_t>(mostTextCharacters));
     column.setPrecision(-1);
     column.setScale(-1);
+    column.setDefaultValue(std::nullopt); // it is one to be stored
     column.setIsAutoNumber(false);
     column.setIsHyperlink(false);
 }
@@ -171,21 +251,20 @@ struct TableCopy {
 };
 
 // Everything but the values that are replaced is shared or small.
-TableCopy copyOf(const TAdmMDBTable& table, std::vector<LookupNote>& notes)
+TableCopy copyOf(const TAdmMDBTable& table, ShownColumns shown, std::vector<LookupNote>& notes)
 {
     TableCopy copy{std::make_unique<TAdmMDBTable>(), {}};
     std::vector<RowGroup> groups(table.rows().groups().begin(), table.rows().groups().end());
     TAdmMDBTable::Columns columns;
     for (std::size_t i = 0; i < table.columns().size(); ++i) {
         auto& column = columns.emplace_back(std::make_unique<TAdmMDBColumn>(*table.columns()[i]));
-        const auto lookup = lookupOf(*table.columns()[i]);
-        if (lookup.state == LookupState::Unresolved)
+        column->setIsPrimaryKey(false); // all of a key that is left out, too
+        if (shown[i].state == LookupState::Unresolved)
             notes.push_back({LookupNote::Kind::Unresolved, table.name(), column->name()});
-        if (lookup.state != LookupState::Resolved) continue;
-        std::size_t longest = 0;
-        for (auto& group : groups)
-            group.texts[i] = shownTexts(group.texts[i], lookup, longest);
-        makeTextColumn(*column, longest);
+        if (shown[i].state != LookupState::Resolved) continue;
+        for (std::size_t group = 0; group < groups.size(); ++group)
+            groups[group].texts[i] = std::move(shown[i].texts[group]);
+        makeTextColumn(*column, shown[i].longest);
         copy.replaced.push_back(column->name());
     }
     TAdmMDBTable::Indices indices;
@@ -200,12 +279,10 @@ TableCopy copyOf(const TAdmMDBTable& table, std::vector<LookupNote>& notes)
     made.setFile(table.file());
     made.setOrigin(table.origin());
     made.setProperties(table.properties());
+    made.setLastAutoNumber(table.lastAutoNumber());
     made.setHistories(table.histories());
-    for (const auto& column : columns)
-        column->setIsPrimaryKey(false); // all of a key that is left out, too
     made.setColumns(std::move(columns));
     made.setIndices(std::move(indices));
-    made.setHistories(table.histories());
     made.setColumnPrimaryKey();
     auto rows = made.emptyRows();
     for (auto& group : groups)
@@ -214,14 +291,60 @@ TableCopy copyOf(const TAdmMDBTable& table, std::vector<LookupNote>& notes)
     return copy;
 }
 
+std::optional<ShownColumn> lookUpColumn(const TAdmMDBTable& table, std::size_t column, Progress& progress)
+{
+    const auto& stored = *table.columns()[column];
+    const auto plan = planOf(stored);
+    ShownColumn shown{plan.state};
+    if (plan.state != LookupState::Resolved) return shown;
+    const auto lookup = lookupOf(stored, plan, progress);
+    if (!lookup) return std::nullopt;
+    for (const auto& group : table.rows().groups()) {
+        auto texts = shownTexts(group.texts[column], stored.type(), *lookup, shown.longest, progress);
+        if (!texts) return std::nullopt;
+        shown.texts.push_back(std::move(*texts));
+    }
+    return shown;
+}
+
 } // namespace
 
-LookupState lookupState(const TAdmMDBColumn& column) { return lookupOf(column).state; }
+LookupState lookupState(const TAdmMDBColumn& column) { return planOf(column).state; }
 
-std::unique_ptr<TAdmMDBTable> tableWithLookupTexts(const TAdmMDBTable& table)
+bool hasTableLookup(const TAdmMDBColumn& column)
+{
+    const auto properties = propertiesOf(column);
+    return properties.isLookup && isTableSource(properties);
+}
+
+std::uint64_t lookupRowCount(const TAdmMDBTable& table)
+{
+    std::uint64_t count = 0;
+    for (const auto& column : table.columns()) {
+        const auto plan = planOf(*column);
+        if (plan.state != LookupState::Resolved) continue;
+        count += table.rows().rowCount();
+        if (plan.source) count += plan.source->table->rows().rowCount();
+    }
+    return count;
+}
+
+std::optional<ShownColumns> lookUp(const TAdmMDBTable& table, const LookupObserver& observer)
+{
+    Progress progress(observer);
+    ShownColumns columns;
+    for (std::size_t i = 0; i < table.columns().size(); ++i) {
+        auto shown = lookUpColumn(table, i, progress);
+        if (!shown) return std::nullopt;
+        columns.push_back(std::move(*shown));
+    }
+    return columns;
+}
+
+std::unique_ptr<TAdmMDBTable> tableWithLookupTexts(const TAdmMDBTable& table, ShownColumns columns)
 {
     std::vector<LookupNote> notes;
-    auto copy = copyOf(table, notes);
+    auto copy = copyOf(table, std::move(columns), notes);
     return copy.replaced.empty() ? nullptr : std::move(copy.table);
 }
 
@@ -238,13 +361,15 @@ std::string lookupNoteText(const LookupNote& note)
     return localizedFormat("%@: the relation %@ is left out, because of its lookup texts.", {note.table, note.name});
 }
 
-LookupCopy fileWithLookupTexts(const TAdmMDBFile& file)
+LookupCopy fileWithLookupTexts(const TAdmMDBFile& file, const LookupObserver& observer)
 {
     LookupCopy copy{std::make_unique<TAdmMDBFile>(), {}};
     std::map<std::string, std::vector<std::string>, std::less<>> replaced; // columns by table
     TAdmMDBFile::Tables tables;
     for (const auto& table : file.tables()) {
-        auto made = copyOf(*table, copy.notes);
+        auto shown = lookUp(*table, observer);
+        if (!shown) return {nullptr, {}};
+        auto made = copyOf(*table, std::move(*shown), copy.notes);
         replaced[table->name()] = std::move(made.replaced);
         tables.push_back(std::move(made.table));
     }

@@ -3,7 +3,10 @@
 
 #include "model/TAdmMDBFile.h"
 
+#include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,10 +22,30 @@ enum class LookupState {
 };
 [[nodiscard]] LookupState lookupState(const TAdmMDBColumn& column);
 
+// Whether what the column shows is to be looked up in a table or query, resolved or not.
+[[nodiscard]] bool hasTableLookup(const TAdmMDBColumn& column);
+
+// Told how many rows were gone through; returns false to stop.
+using LookupObserver = std::function<bool(std::uint64_t rowsDone)>;
+// The rows that lookUp() goes through: those of the table once a column, and those of each source. 0 when nothing is to
+// be looked up.
+[[nodiscard]] std::uint64_t lookupRowCount(const TAdmMDBTable& table);
+
+// What a column shows.
+struct ShownColumn {
+    LookupState state = LookupState::None;
+    std::vector<TextChunk> texts{}; // one a group of rows when it is resolved
+    std::size_t longest = 0;        // of them, in characters
+};
+using ShownColumns = std::vector<ShownColumn>; // one a column
+// Goes through the rows of the table and of others of its file, on any thread. nullopt: stopped.
+[[nodiscard]] std::optional<ShownColumns> lookUp(const TAdmMDBTable& table, const LookupObserver& observer = {});
+
 // A copy with the shown texts in place of the stored values in every column whose lookup is resolved; such a column is
 // a text column, and keys that it was part of are not keys any more. A stored value that the list does not have stays.
-// Null when no column of the table is resolved. The copy may outlive the table.
-[[nodiscard]] std::unique_ptr<TAdmMDBTable> tableWithLookupTexts(const TAdmMDBTable& table);
+// Of several values each is looked up; where it cannot be told where one of them ends, all stay.
+// Null when no column of the table is resolved. The copy may outlive the table. Main thread only.
+[[nodiscard]] std::unique_ptr<TAdmMDBTable> tableWithLookupTexts(const TAdmMDBTable& table, ShownColumns columns);
 
 // What looking up leaves different from what people may expect.
 struct LookupNote {
@@ -39,10 +62,10 @@ struct LookupNote {
 [[nodiscard]] std::string lookupNoteText(const LookupNote& note);
 
 struct LookupCopy {
-    std::unique_ptr<TAdmMDBFile> file; // never null
+    std::unique_ptr<TAdmMDBFile> file; // null: stopped
     std::vector<LookupNote> notes;
 };
 // A copy of an open file with every table so, for one that is to be written; `file` may go.
-[[nodiscard]] LookupCopy fileWithLookupTexts(const TAdmMDBFile& file);
+[[nodiscard]] LookupCopy fileWithLookupTexts(const TAdmMDBFile& file, const LookupObserver& observer = {});
 
 } // namespace vellumo

@@ -33,6 +33,11 @@ public:
     [[nodiscard]] std::int32_t scale() const { return m_scale; }
     void setScale(std::int32_t scale) { m_scale = scale; }
 
+    // Columns of several values whose lookup is a table: the stored values that the cells were made of. Null for
+    // others.
+    [[nodiscard]] const std::shared_ptr<const jet::ValueGroups>& storedValues() const { return m_storedValues; }
+    void setStoredValues(std::shared_ptr<const jet::ValueGroups> values) { m_storedValues = std::move(values); }
+
     using OptionalText = std::optional<std::string>;
 
     // All Access properties as the file has them. Those below are taken from them.
@@ -46,6 +51,7 @@ public:
 
     [[nodiscard]] std::optional<DecimalPlaces> decimalPlaces() const { return m_decimalPlaces; }
     [[nodiscard]] const OptionalText& defaultValue() const { return m_defaultValue; }
+    void setDefaultValue(OptionalText text) { m_defaultValue = std::move(text); }
     [[nodiscard]] const OptionalText& description() const { return m_description; }
     void setDescription(OptionalText text) { m_description = std::move(text); }
 
@@ -89,6 +95,7 @@ private:
     std::int32_t m_fieldSize = -1;
     std::int32_t m_precision = -1;
     std::int32_t m_scale = -1;
+    std::shared_ptr<const jet::ValueGroups> m_storedValues;
     jet::PropertyList m_properties;
     std::optional<bool> m_allowZeroLength;
     std::optional<bool> m_unicodeCompression;

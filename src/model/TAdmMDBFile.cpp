@@ -52,8 +52,7 @@ bool TAdmMDBFile::open(const OpenOptions& options)
     m_openFailure.reset();
     try {
         auto failure = OpenFailure::Stopped;
-        const auto database =
-            jet::Database::open({fullPath(), options.newerFormats, options.password, options.codePage}, failure);
+        const auto database = jet::Database::open(fullPath(), options, failure);
         m_fActive = database && FileLoader(*database, *this, options).load();
         if (!m_fActive) m_openFailure = failure;
     } catch (const std::bad_alloc&) {

@@ -34,6 +34,16 @@ void TextColumnBuilder::noteWholeText(std::string text)
     note(static_cast<RowNotes::Number>(m_notes->m_wholeTexts.size() - 1));
 }
 
+void TextColumnBuilder::noteAs(const RowNotes& notes, std::uint32_t row)
+{
+    const auto number = notes.at(row);
+    if (!number) return;
+    if (*number < 0)
+        note(*number);
+    else
+        noteWholeText(notes.wholeText(*number));
+}
+
 void TextColumnBuilder::noteEmptyText()
 {
     if (!hasNote()) noteZerosBehind(0);

@@ -108,6 +108,8 @@ public:
     void note(RowNotes::Number number);
     void noteZerosBehind(std::size_t count) { note(~static_cast<RowNotes::Number>(count)); }
     void noteWholeText(std::string text);
+    // The same as the notes of a chunk of texts say of their row `row`; nothing when they say nothing.
+    void noteAs(const RowNotes& notes, std::uint32_t row);
     // The same for a value that is no null, when its text is empty and nothing else was noted.
     void noteUnlessTold()
     {

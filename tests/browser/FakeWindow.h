@@ -80,6 +80,9 @@ public:
         if (duringOpening) duringOpening();
     }
     void openDidEnd() override { events.emplace_back("opening ended"); }
+    void lookupDidBegin(const TAdmMDBTable& table) override { events.push_back("looking up " + table.name()); }
+    void lookupDidProgress(std::uint64_t, std::uint64_t) override { }
+    void lookupDidEnd() override { events.emplace_back("looking up ended"); }
     void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) override { damageSheet = details; }
     void beginPasswordSheet(const PasswordQuestion& question) override { passwordSheets.push_back(question.message); }
     void beginSalvageSheet() override { events.emplace_back("salvage sheet"); }

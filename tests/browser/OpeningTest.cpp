@@ -209,5 +209,52 @@ TEST_F(Opening, LookupTextsCaptionsAndContentsAreShown)
     EXPECT_TRUE(app.childWinManager()->childWins().empty());
 }
 
+// A table of many rows is shown as it is stored until its texts are there, or for good when that is given up.
+TEST_F(Opening, LookupTextsOfLargeTablesComeWhenTheyAreFound)
+{
+    const auto path = s.folder.path("More.mdb");
+    const samples::TableDescription table{.name = "T",
+        .columns = {{.name = "Who",
+            .type = samples::ColumnType::Long,
+            .properties = {{"DisplayControl", samples::PropertyType::Integer, 111},
+                {"ColumnCount", samples::PropertyType::Integer, 2}, samples::textProperty("ColumnWidths", "0;1"),
+                samples::textProperty("RowSourceType", "Value List"),
+                samples::memoProperty("RowSource", "1;Zoe;2;Ann")}}},
+        .rows = [](std::size_t index, samples::Row& row) {
+            row.values = {static_cast<std::int64_t>(index % 2 + 1)};
+            return index < 50'000;
+        }};
+    ASSERT_TRUE(samples::writeDatabase({.tables = {table}}, path).ok());
+    s.start();
+    s.openByPanel({sales, path});
+    auto& app = s.app();
+    s.click("More/T");
+    app.OpenTableInNewWindow(*app.selectedTable());
+    auto& child = app.childWinManager()->childWins()[0]->dataView();
+    const auto finish = [&] { s.mainThread.runUntil([&] { return !app.isLookingUp(); }); };
+
+    app.ToggleLookupTexts();
+    EXPECT_TRUE(app.isLookingUp());
+    EXPECT_EQ(cell(0, 0), "1");
+    finish();
+    EXPECT_EQ(cell(0, 0), "Zoe");
+    EXPECT_EQ(child.getValueForTableColumn(0, 1), app.dataView().getValueForTableColumn(0, 1));
+    EXPECT_EQ(cell(0, 49'999), "Ann");
+    app.ToggleLookupTexts();
+
+    app.ToggleLookupTexts();
+    app.StopLookingUp();
+    EXPECT_FALSE(app.isLookingUp() || app.toggles().isShown(ViewToggle::LookupTexts));
+    s.window.events.clear();
+    app.ToggleLookupTexts();
+    s.clickMenu("More", &VellumoAppDelegate::CloseSelectedFile);
+    EXPECT_FALSE(app.isLookingUp());
+    EXPECT_THAT(s.window.events, testing::IsSupersetOf({"looking up T", "looking up ended"}));
+    s.openByPanel({path});
+    s.click("More/T");
+    EXPECT_EQ(cell(0, 0), "1");
+    s.quit(); // meanwhile
+}
+
 } // namespace
 } // namespace vellumo

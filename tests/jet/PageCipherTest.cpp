@@ -238,5 +238,22 @@ TEST(PageCipher, ADamagedDescriptionIsUnknown)
     }
 }
 
+// The length counts: what lies behind it belongs to nobody, even if it is a description that could be read.
+TEST(PageCipher, AnAgileDescriptionEndsWhereItsLengthSays)
+{
+    const auto good =
+        agile(GCRY_MD_SHA1, "SHA1", "b34e97ee0206d03fc92cad9caab72fc4", "2fa814a70ca8ed55ec397c2fa7498125", Bytes(4096))
+            .header;
+    const auto length = static_cast<std::size_t>(good[0x299] | good[0x29A] << 8);
+    for (const std::size_t shorter : {std::size_t{3}, std::size_t{4}, std::size_t{7}, std::size_t{8}, length - 70}) {
+        auto header = good;
+        header[0x299] = static_cast<std::uint8_t>(shorter);
+        header[0x29A] = static_cast<std::uint8_t>(shorter >> 8);
+        OpenFailure failure{};
+        EXPECT_FALSE(openCipher(header, databaseKey, "Sesam", failure)) << shorter;
+        EXPECT_EQ(failure, OpenFailure::UnknownEncryption) << shorter;
+    }
+}
+
 } // namespace
 } // namespace vellumo::jet

@@ -25,7 +25,7 @@ protected:
         EXPECT_TRUE(samples::writeDatabase(database, m_folder.path(name)).ok());
         return m_folder.read(name).value_or("");
     }
-    std::unique_ptr<PageSource> open(const char* name) { return PageSource::open({m_folder.path(name)}, m_failure); }
+    std::unique_ptr<PageSource> open(const char* name) { return PageSource::open(m_folder.path(name), {}, m_failure); }
     // What refuses a file of these bytes; nullopt when nothing does.
     std::optional<OpenFailure> refusal(const std::string& bytes)
     {
@@ -97,7 +97,7 @@ TEST_F(PageSourceTest, RefusalsHaveAReason)
     EXPECT_EQ(m_failure, OpenFailure::Missing);
     open(".");
     EXPECT_EQ(m_failure, OpenFailure::NotAFile);
-    EXPECT_FALSE(PageSource::open({"/dev/null"}, m_failure = OpenFailure::Stopped));
+    EXPECT_FALSE(PageSource::open("/dev/null", {}, m_failure = OpenFailure::Stopped));
     EXPECT_EQ(m_failure, OpenFailure::NotAFile);
 }
 

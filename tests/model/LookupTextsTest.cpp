@@ -24,6 +24,11 @@ std::vector<Property> lookup(std::string type, std::string source, std::string w
         samples::textProperty("ColumnWidths", std::move(widths))};
 }
 
+std::unique_ptr<TAdmMDBTable> copyOf(const TAdmMDBTable& table)
+{
+    return tableWithLookupTexts(table, lookUp(table).value());
+}
+
 class LookupTextsTest : public testing::Test {
 protected:
     // People 1 "Ann", "Lee" and 2 "Bo", without a last name; in "Uses" a column of this type with the properties, in
@@ -63,7 +68,7 @@ protected:
     // The four cells as they are shown; "-" for null, nothing when nothing is looked up.
     std::string shown()
     {
-        const auto copy = tableWithLookupTexts(*file.findTable("Uses"));
+        const auto copy = copyOf(*file.findTable("Uses"));
         std::string text;
         for (std::size_t row = 0; copy && row < 4; ++row) {
             const auto cell = copy->rows().text(row, 0);
@@ -115,6 +120,71 @@ TEST_F(LookupTextsTest, AreFoundInListsTablesAndQueriesOfOneTable)
         EXPECT_EQ(lookupState(*file.findTable("Uses")->columns()[0]), c.state) << c.name;
         EXPECT_EQ(shown(), c.shown) << c.name;
     }
+}
+
+// A table "Codes" of keys and texts, and "Uses" with columns of several numbers and of several texts, by row the values
+// and what is shown.
+TEST_F(LookupTextsTest, EachOfSeveralValuesIsLookedUp)
+{
+    const auto source = lookup("Table/Query", "Codes");
+    const std::vector<std::vector<Value>> rows = {
+        {samples::NumberValues{2, 1, 3}, samples::TextValues{"1", "2"}},
+        {samples::NumberValues{}, samples::TextValues{"1; 2"}},
+        {samples::NumberValues{1}, samples::TextValues{"2", "4"}},
+    };
+    const char* shown[][2] = {{"Two; One; 3", "1; 2"}, {"", "1; 2"}, {"One", "Two; 4"}}; // two cells look like "1; 2"
+    samples::DatabaseDescription database{.newerVersion = 3};
+    database.tables = {
+        {.name = "Codes",
+            .columns = {{.name = "Code"}, {.name = "Text"}},
+            .rows = samples::rowsOf(std::vector<std::vector<Value>>{{std::string("1"), std::string("One")},
+                {std::string("2"), std::string("Two")}, {std::string("1; 2"), std::string("Both")}})},
+        {.name = "Uses",
+            .columns = {{.name = "Numbers", .properties = source, .complex = samples::Complex::Numbers},
+                {.name = "Texts", .properties = source, .complex = samples::Complex::Texts}},
+            .rows = samples::rowsOf(rows)}};
+    ASSERT_EQ(samples::writeDatabase(database, folder.path("a.accdb")).error, "");
+    file.setFullPath(folder.path("a.accdb"));
+    ASSERT_TRUE(file.open({.newerFormats = true}));
+    const auto& uses = *file.findTable("Uses");
+    EXPECT_EQ(uses.rows().text(0, 0), "2; 1; 3");
+    const auto copy = copyOf(uses);
+    ASSERT_NE(copy, nullptr);
+    for (std::size_t row = 0; row < std::size(shown); ++row)
+        for (std::size_t column = 0; column < 2; ++column)
+            EXPECT_EQ(copy->rows().text(row, column), shown[row][column]) << row << " " << column;
+}
+
+// What the texts of a store do not tell of their values is not lost by the way.
+TEST_F(LookupTextsTest, ACopyKeepsWhatTextsDoNotTell)
+{
+    constexpr double millisecond = 1.0 / 86'400'000;
+    const samples::DatabaseDescription database{
+        .tables = {{.name = "Uses",
+            .columns = {{.name = "ID", .type = ColumnType::Long, .autonumber = true},
+                {.name = "Code", .properties = lookup("Value List", "a;Apple")}, {.name = "Text"},
+                {.name = "Date", .type = ColumnType::DateTime}},
+            .rows = samples::rowsOf(std::vector<std::vector<Value>>{
+                {std::int64_t{7}, std::string("a"), std::string(), samples::Date{45000 + 250 * millisecond}},
+                {std::int64_t{9}, std::string(), std::string("b"), samples::Date{45000}},
+                {std::int64_t{8}, Value(), Value(), Value()}})}}};
+    ASSERT_EQ(samples::writeDatabase(database, folder.path("a.mdb")).error, "");
+    file.setFullPath(folder.path("a.mdb"));
+    ASSERT_TRUE(file.open());
+    const auto copy = copyOf(*file.findTable("Uses"));
+    EXPECT_EQ(copy->rows().text(0, 1), "Apple");
+    EXPECT_EQ(copy->lastAutoNumber(), 9);
+    const auto noteOf = [&](std::size_t column, std::uint32_t row) -> std::optional<RowNotes::Number> {
+        const auto* notes = copy->rows().groups()[0].texts[column].notes();
+        return notes == nullptr ? std::nullopt : notes->at(row);
+    };
+    EXPECT_EQ(noteOf(1, 0), std::nullopt);
+    EXPECT_EQ(noteOf(1, 1), -1) << "an empty text, and no null";
+    EXPECT_EQ(noteOf(1, 2), std::nullopt);
+    EXPECT_EQ(noteOf(2, 0), -1);
+    EXPECT_EQ(noteOf(2, 2), std::nullopt);
+    EXPECT_EQ(noteOf(3, 0), 250);
+    EXPECT_EQ(noteOf(3, 1), std::nullopt);
 }
 
 TEST_F(LookupTextsTest, ACopyOfAFileIsOneOfTextsWithoutTheirKeys)

@@ -19,6 +19,7 @@
 #include "desktop/window/TableWindow.h"
 #include "desktop/window/WindowLayout.h"
 #include "platform/DesktopId.h"
+#include "text/Format.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -62,6 +63,7 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     , m_toolBar(new MainToolBar(*m_app, this))
     , m_statusLine(new StatusLine(*m_app, this))
     , m_openProgress(new OpenProgress([this] { m_app->StopOpening(); }, this))
+    , m_lookupProgress(new OpenProgress([this] { m_app->StopLookingUp(); }, this))
     , m_damageBar(new DamageBar(this))
     , m_changeBar(new DamageBar(this))
     , m_menus(new MainMenus(*this, *m_app))
@@ -110,7 +112,9 @@ void MainWindow::layOutPanels()
     addToolBar(m_toolBar);
     setStatusBar(m_statusLine);
     m_statusLine->insertPermanentWidget(1, m_openProgress); // right behind the text
-    m_openProgress->hide();                                 // the line shows what it is given
+    m_statusLine->insertPermanentWidget(2, m_lookupProgress);
+    m_openProgress->hide(); // the line shows what it is given
+    m_lookupProgress->hide();
     m_leftColumn->addWidget(m_fileList);
     m_leftColumn->addWidget(m_information);
     m_leftColumn->setChildrenCollapsible(false);
@@ -390,7 +394,7 @@ void MainWindow::focusDataSearchField()
 
 void MainWindow::openDidBegin(const TAdmMDBFile& file)
 {
-    m_openProgress->begin(toQString(file.label()));
+    m_openProgress->begin(toQString(localizedFormat("Opening %@…", {file.label()})));
     m_menus->scheduleUpdate();
 }
 
@@ -405,6 +409,18 @@ void MainWindow::openDidEnd()
     m_menus->scheduleUpdate();
     showChange();
 }
+
+void MainWindow::lookupDidBegin(const TAdmMDBTable& table)
+{
+    m_lookupProgress->begin(toQString(localizedFormat("Looking up texts of %@…", {table.name()})));
+}
+
+void MainWindow::lookupDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected)
+{
+    m_lookupProgress->advance(rowsDone, rowsExpected);
+}
+
+void MainWindow::lookupDidEnd() { m_lookupProgress->end(); }
 
 void MainWindow::beginDamageSheet(const std::shared_ptr<DamageDetails>& details)
 {

@@ -72,6 +72,9 @@ public:
     void openDidBegin(const TAdmMDBFile& file) override;
     void openDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) override;
     void openDidEnd() override;
+    void lookupDidBegin(const TAdmMDBTable& table) override;
+    void lookupDidProgress(std::uint64_t rowsDone, std::uint64_t rowsExpected) override;
+    void lookupDidEnd() override;
     void beginDamageSheet(const std::shared_ptr<DamageDetails>& details) override;
     void beginSalvageSheet() override;
     void beginPasswordSheet(const PasswordQuestion& question) override;
@@ -110,6 +113,7 @@ private:
     MainToolBar* m_toolBar;
     StatusLine* m_statusLine;
     OpenProgress* m_openProgress; // in the status line
+    OpenProgress* m_lookupProgress;
     DamageBar* m_damageBar;
     DamageBar* m_changeBar; // that the file has changed on disk
     MainMenus* m_menus;

@@ -2,7 +2,6 @@
 #include "desktop/window/OpenProgress.h"
 
 #include "desktop/QtText.h"
-#include "text/Format.h"
 
 #include <QBoxLayout>
 #include <QLabel>
@@ -44,9 +43,8 @@ OpenProgress::OpenProgress(std::function<void()> stop, QWidget* parent)
     hide();
 }
 
-void OpenProgress::begin(const QString& fileName)
+void OpenProgress::begin(const QString& text)
 {
-    const auto text = toQString(localizedFormat("Opening %@…", {fromQString(fileName)}));
     // A long name must not make the window wide.
     const auto room = fontMetrics().averageCharWidth() * 40;
     m_text->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, room));

@@ -13,16 +13,16 @@ class QPushButton;
 
 namespace vellumo {
 
-// Tells how far the file that is being opened is, with a button to stop. Hidden while none is, and at first: a file
-// that opens at once is never announced.
+// Tells how far something is that takes its time, such as a file that is being opened, with a button to stop. Hidden
+// while nothing is, and at first: a file that opens at once is never announced.
 class OpenProgress : public QWidget {
 public:
     static constexpr int delayMs = 400;
 
-    // `stop` gives the opening up.
+    // `stop` gives it up.
     OpenProgress(std::function<void()> stop, QWidget* parent);
 
-    void begin(const QString& fileName);
+    void begin(const QString& text);
     // `rowsExpected` 0: nobody knows how many.
     void advance(std::uint64_t rowsDone, std::uint64_t rowsExpected);
     void end();

@@ -59,8 +59,8 @@ std::string fileNamePart(std::string_view text)
 
 std::string objectFileEnding(const TAdmBlobData& object)
 {
-    const std::string mark = object.state() == ObjectState::Damaged ? ".damaged" : "";
-    return object.fileExtension().empty() ? mark : mark + '.' + fileNamePart(object.fileExtension());
+    const auto& extension = object.fileExtension();
+    return object.fileEnding(extension.empty() ? std::string() : fileNamePart(extension));
 }
 
 bool isDatabase(const std::string& path, const std::string& databasePath)

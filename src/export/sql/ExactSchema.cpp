@@ -161,7 +161,8 @@ std::string ExactSchema::declaredType(const TAdmMDBColumn& column, const ColumnS
     }
     if (kind == ExactKind::Decimal && m_facts.keptDigits != 0 && survey.significantDigits > m_facts.keptDigits)
         return std::string(m_facts.digitsType);
-    const auto scale = std::max(column.scale(), 0);
+    // A calculated column states none, and each of its values has one of its own.
+    const auto scale = std::max(column.scale(), survey.decimals);
     const auto precision =
         std::max(column.precision() > 0 ? column.precision() : usualPrecision, survey.wholeDigits + scale);
     return fillTemplate(exactType(type, m_facts.dialect),

@@ -125,6 +125,8 @@ private:
         const auto point = std::min(cell.text.find('.'), cell.text.size());
         const auto sign = cell.text.front() == '-' ? 1 : 0;
         m_survey.wholeDigits = std::max(m_survey.wholeDigits, static_cast<int>(point) - sign);
+        const auto decimals = static_cast<int>(cell.text.size() - std::min(point + 1, cell.text.size()));
+        m_survey.decimals = std::max(m_survey.decimals, decimals);
         // A shorter text has at most 15 digits.
         if (point > 11 || cell.text.size() > 16)
             m_survey.significantDigits = std::max(m_survey.significantDigits, cell.significantDigits());

@@ -23,6 +23,7 @@ struct ColumnSurvey {
     std::size_t longestBytes = 0; // of texts, bytes and objects
     int wholeDigits = 0;          // of numbers with a precision and scale: in front of the point, and in all
     int significantDigits = 0;
+    int decimals = 0;              // of these numbers: digits behind the point
     int fractionDigits = 0;        // of seconds: 0, 3 or 7
     std::size_t seventhDigits = 0; // fractions whose last of 7 digits is not 0
     std::size_t hugeValues = 0;    // whose literals have more than 16 MiB
