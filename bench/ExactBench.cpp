@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
-// What keeping every value costs: exact CSV against classic CSV, and a workbook of 1,000,000 rows and 9 columns against
-// a bare loop of libxlsxwriter (constant memory) over the same values; and how much memory it takes beside the model.
-// Processor time. Usage: bench_exact [FOLDER [RUNS]]
+// What keeping every value costs: exact CSV and scripts against classic ones, and a workbook of 1,000,000 rows and 9
+// columns against a bare loop of libxlsxwriter (constant memory) over the same values, with how much memory it takes
+// beside the model. And what looking for findings costs a classic export. Processor time.
+// Usage: bench_exact [FOLDER [RUNS ["no-workbook"]]]
 #include "BenchModel.h"
 #include "Measure.h"
 #include "export/ExportFormat.h"
 #include "export/RunExport.h"
+#include "export/sql/SQLDialectFacts.h"
 #include "platform/SystemLog.h"
+#include "support/ExportRun.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -30,13 +33,18 @@ struct StandardErrorLog : SystemLog {
     }
 };
 
-void exportTable(const TAdmMDBFile& file, const std::string& folder, ExportFileType type, bool isExact)
+ExportOptions optionsFor(ExportFileType type, const std::string& folder, bool isExact)
 {
     auto options = defaultOptions(exportFormat(type), isExact);
     options.path = folder;
+    return options;
+}
+
+void exportTable(const TAdmMDBFile& file, const ExportOptions& options)
+{
     StandardErrorLog systemLog;
     const std::atomic<bool> stop = false;
-    std::vector<ExportEntry> tables = {ExportEntry::exportEntryWithTableName("People", type)};
+    std::vector<ExportEntry> tables = {ExportEntry::exportEntryWithTableName("People", options.fileType)};
     tables[0].selected = true;
     if (!runExport(file, tables, options, stop, {[](std::size_t) {}, systemLog}).isDone()) std::exit(1);
 }
@@ -78,17 +86,6 @@ void writeWithLibrary(const TAdmMDBFile& file, const std::string& path)
     if (workbook_close(book) != LXW_NO_ERROR) std::exit(1);
 }
 
-template <typename Work> double processorSeconds(int runs, Work work)
-{
-    std::vector<double> values;
-    for (int i = 0; i < runs; ++i) {
-        const auto start = std::clock();
-        work();
-        values.push_back(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-    }
-    return bench::median(std::move(values));
-}
-
 double statusMB(std::string_view field)
 {
     std::ifstream stream("/proc/self/status");
@@ -106,7 +103,7 @@ double peakBeside(const TAdmMDBFile& file, const std::string& folder)
     const auto child = fork();
     if (child == 0) {
         const auto before = statusMB("VmRSS");
-        exportTable(file, folder, ExportFileType::XLSX, true);
+        exportTable(file, optionsFor(ExportFileType::XLSX, folder, true));
         const auto peak = statusMB("VmHWM") - before;
         _exit(write(ends[1], &peak, sizeof peak) == sizeof peak ? 0 : 1);
     }
@@ -118,6 +115,61 @@ double peakBeside(const TAdmMDBFile& file, const std::string& folder)
     return peak;
 }
 
+struct Pair {
+    double first;
+    double second;
+};
+
+// Medians; run by turns, so that what else the machine does meets both.
+template <typename First, typename Second> Pair processorSeconds(int runs, First first, Second second)
+{
+    std::vector<double> firsts;
+    std::vector<double> seconds;
+    for (int i = 0; i < runs; ++i) {
+        firsts.push_back(bench::processorSeconds(first));
+        seconds.push_back(bench::processorSeconds(second));
+    }
+    return {bench::median(std::move(firsts)), bench::median(std::move(seconds))};
+}
+
+void printPair(std::string_view name, const Pair& pair)
+{
+    std::printf("%-40s %7.3f s and %7.3f s, %.2f\n", std::string(name).c_str(), pair.first, pair.second,
+        pair.second / pair.first);
+}
+
+// The export with its findings beside the writer alone.
+Pair costOfFindings(const TAdmMDBFile& file, const ExportOptions& options, int runs)
+{
+    const auto writer = exportFormat(options.fileType).writer;
+    return processorSeconds(
+        runs,
+        [&] {
+            if (test::runWriter(writer, file, options).successTableCount != 1) std::exit(1);
+        },
+        [&] { exportTable(file, options); });
+}
+
+void measureStyles(const TAdmMDBFile& file, std::string_view name, const ExportOptions& classic, int runs)
+{
+    auto exact = classic;
+    exact.isExact = true;
+    const auto pair = processorSeconds(
+        runs, [&] { exportTable(file, classic); }, [&] { exportTable(file, exact); });
+    printPair(fmt::format("{}: classic and exact", name), pair);
+    printPair(fmt::format("{}: writer alone, with findings", name), costOfFindings(file, classic, runs));
+}
+
+void measureWorkbook(const TAdmMDBFile& file, const std::string& folder, int runs)
+{
+    const auto peak = peakBeside(file, folder);
+    const auto options = optionsFor(ExportFileType::XLSX, folder, true);
+    const auto pair = processorSeconds(
+        runs, [&] { exportTable(file, options); }, [&] { writeWithLibrary(file, folder + "/library.xlsx"); });
+    printPair("XLSX and a bare loop of libxlsxwriter", pair);
+    std::printf("XLSX: %.0f cells/s, peak memory beside the model %.1f MiB\n", rowCount * 9 / pair.first, peak);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -125,20 +177,18 @@ int main(int argc, char** argv)
     const std::string folder = argc > 1 ? argv[1] : std::filesystem::temp_directory_path().string();
     const int runs = argc > 2 ? std::atoi(argv[2]) : 3;
     const auto file = bench::makeBenchFile(rowCount);
-    const auto peak = peakBeside(*file, folder);
+    if (argc <= 3) measureWorkbook(*file, folder, runs);
 
-    const auto classic = processorSeconds(runs, [&] { exportTable(*file, folder, ExportFileType::CSV, false); });
-    const auto exact = processorSeconds(runs, [&] { exportTable(*file, folder, ExportFileType::CSV, true); });
-    std::printf("CSV, classic           %7.3f s\n", classic);
-    std::printf("CSV, exact             %7.3f s   %.2f of classic\n", exact, exact / classic);
-    const auto lines = processorSeconds(runs, [&] { exportTable(*file, folder, ExportFileType::JSONLines, true); });
-    std::printf("JSON Lines             %7.3f s   %.2f of classic CSV\n", lines, lines / classic);
-
-    const auto library = processorSeconds(1, [&] { writeWithLibrary(*file, folder + "/library.xlsx"); });
-    const auto own = processorSeconds(runs, [&] { exportTable(*file, folder, ExportFileType::XLSX, true); });
-    std::printf("XLSX, bare libxlsxwriter %5.3f s   %.0f cells/s\n", library, rowCount * 9 / library);
-    std::printf("XLSX                   %7.3f s   %.0f cells/s, %.1f times the library\n", own, rowCount * 9 / own,
-        library / own);
-    std::printf("XLSX, peak memory beside the model %.1f MiB\n", peak);
+    measureStyles(*file, "CSV", optionsFor(ExportFileType::CSV, folder, false), runs);
+    measureStyles(*file, "XML", optionsFor(ExportFileType::XML, folder, false), runs);
+    auto script = optionsFor(ExportFileType::SQL, folder, false);
+    for (const auto* dialect : sqlDialects()) {
+        script.sqlDialect = dialect->dialect;
+        measureStyles(*file, dialect->title, script, runs);
+    }
+    const auto lines = processorSeconds(
+        runs, [&] { exportTable(*file, optionsFor(ExportFileType::CSV, folder, false)); },
+        [&] { exportTable(*file, optionsFor(ExportFileType::JSONLines, folder, true)); });
+    printPair("CSV, classic, and JSON Lines", lines);
     return 0;
 }

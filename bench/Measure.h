@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <ctime>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,14 @@ template <typename Work> [[nodiscard]] double seconds(Work work)
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Of all threads of this process.
+template <typename Work> [[nodiscard]] double processorSeconds(Work work)
+{
+    const auto start = std::clock();
+    work();
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
 [[nodiscard]] inline double median(std::vector<double> values)

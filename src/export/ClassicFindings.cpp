@@ -286,15 +286,19 @@ void Collector::collectEncoding()
 
 } // namespace
 
-CellTraits classicTraits(const ExportOptions& options)
+WantedTraits classicTraits(const ExportOptions& options)
 {
     const auto target = targetOf(options);
-    CellTraits traits = options.decimalSymbol == "." ? 0 : bitOf(Fraction);
-    for (const auto& rule : rules)
-        if ((rule.targets & target) != 0) traits |= bitOf(rule.trait);
     const bool needsLetters =
         exportFormat(options.fileType).has(ExportOption::Encoding) && options.encoding != encodingUTF8;
-    return needsLetters ? traits | bitOf(OtherLetters) : traits;
+    const CellTraits ofAll = (options.decimalSymbol == "." ? 0 : bitOf(Fraction) | bitOf(Filled))
+        | (needsLetters ? bitOf(OtherLetters) : 0) | ((target & AnySQL) != 0 ? bitOf(Empty) : 0);
+    return [target, ofAll](ColumnType type) {
+        CellTraits traits = ofAll;
+        for (const auto& rule : rules)
+            if ((rule.targets & target) != 0 && (rule.types & typeBit(type)) != 0) traits |= bitOf(rule.trait);
+        return traits;
+    };
 }
 
 void addClassicFindings(

@@ -12,7 +12,7 @@ class TAdmMDBFile;
 // What an export in the classic style will not bring to its target as the file holds it.
 
 // Of a table with this scan, which counts at least these traits.
-[[nodiscard]] CellTraits classicTraits(const ExportOptions& options);
+[[nodiscard]] WantedTraits classicTraits(const ExportOptions& options);
 void addClassicFindings(
     const TAdmMDBTable& table, const TableScan& scan, const ExportOptions& options, ExportFindings& findings);
 

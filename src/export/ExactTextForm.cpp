@@ -36,14 +36,11 @@ void ExactTextForm::enter(const RowGroup& group, std::size_t firstRow)
     m_firstRow = firstRow;
 }
 
-ExactCell ExactTextForm::cell(std::size_t column, std::uint32_t row)
+// Damaged objects have lines of their own in every report.
+void ExactTextForm::tellUnreadable(ExactCell& cell, std::size_t column)
 {
-    auto cell = m_cells[column].at(row);
-    if (cell.state != ExactState::Unreadable) return cell;
-    // Damaged objects have lines of their own in every report.
     if (cell.kind != ExactKind::Object) addFinding(FindingKind::Unreadable, column);
     cell.state = ExactState::Null;
-    return cell;
 }
 
 void ExactTextForm::addFinding(FindingKind kind, std::size_t column)

@@ -36,7 +36,12 @@ protected:
     [[nodiscard]] std::string& text() { return m_out.text(); }
     [[nodiscard]] std::size_t columnCount() const { return m_table.columns().size(); }
     // The cell of the group's row; a value that could not be read is a finding, and null from here on.
-    [[nodiscard]] ExactCell cell(std::size_t column, std::uint32_t row);
+    [[nodiscard]] ExactCell cell(std::size_t column, std::uint32_t row)
+    {
+        auto cell = m_cells[column].at(row);
+        if (cell.state == ExactState::Unreadable) tellUnreadable(cell, column);
+        return cell;
+    }
     void addFinding(FindingKind kind, std::size_t column);
 
     // Makes the cell's object a file beside the export, where those are wanted; its path, "" for an object without
@@ -45,6 +50,8 @@ protected:
     void addBase64(std::span<const std::byte> bytes);
 
 private:
+    void tellUnreadable(ExactCell& cell, std::size_t column);
+
     ExportJob& m_job;
     const TAdmMDBTable& m_table;
     EncodedFile& m_out;

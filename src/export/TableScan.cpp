@@ -3,6 +3,7 @@
 
 #include "embedded/TAdmBlobData.h"
 #include "export/objects/ObjectCells.h"
+#include "text/CaseFold.h"
 #include "text/UTF8.h"
 
 #include <algorithm>
@@ -43,6 +44,38 @@ std::uint8_t classesOf(std::string_view text)
     return classes;
 }
 
+// Whether some byte is one of these. In blocks of a fixed length and without a branch, so that many bytes are looked at
+// in one step, as long as `isOne` has no branch in it.
+template <typename IsOne> bool hasByte(std::string_view bytes, IsOne isOne)
+{
+    constexpr std::size_t blockBytes = 64;
+    for (; bytes.size() >= blockBytes; bytes.remove_prefix(blockBytes)) {
+        const char* block = bytes.data();
+        std::uint8_t found = 0;
+        for (std::size_t i = 0; i < blockBytes; ++i)
+            found |= isOne(static_cast<std::uint8_t>(block[i]));
+        if (found != 0) return true;
+    }
+    return std::ranges::any_of(bytes, [&](char c) { return isOne(static_cast<std::uint8_t>(c)) != 0; });
+}
+
+constexpr auto isControl = [](std::uint8_t byte) -> std::uint8_t {
+    return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r');
+};
+constexpr auto isLetter = [](std::uint8_t byte) -> std::uint8_t { return byte >= 'A'; };
+
+// Whether some text among these bytes has one of the traits that a byte tells.
+bool mayHave(std::string_view bytes, CellTraits traits)
+{
+    const auto holds = [&](CellTrait trait, std::string_view any) {
+        return (traits & bitOf(trait)) != 0
+            && std::ranges::any_of(any, [&](char c) { return bytes.find(c) != std::string_view::npos; });
+    };
+    return holds(Backslash, "\\") || holds(CarriageReturn, "\r") || holds(Markup, "&<")
+        || ((traits & bitOf(OtherLetters)) != 0 && !isAscii(bytes))
+        || ((traits & bitOf(Control)) != 0 && hasByte(bytes, isControl));
+}
+
 std::size_t utf16Units(std::string_view text)
 {
     return static_cast<std::size_t>(std::ranges::count_if(text, [](char byte) { return (byte & 0xC0) != 0x80; })
@@ -54,41 +87,45 @@ struct NumberShape {
     int significant = 0;
     int whole = 0;    // in front of the point, without zeros before them
     int decimals = 0; // behind the point, without zeros behind them
-    bool isNumber = false;
 };
 
-NumberShape shapeOf(std::string_view text)
+bool isPartOfNumber(char c) { return (c >= '0' && c <= '9') || c == '-' || c == '.' || c == 'e' || c == '+'; }
+
+NumberShape shapeOf(std::string_view text, bool mayHaveExponent)
 {
-    int count = 0;
-    int point = -1;
-    int first = -1;
-    int last = -1;
     int exponent = 0;
-    for (std::size_t i = text.starts_with('-') ? 1 : 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == 'e') {
-            std::from_chars(
-                text.data() + i + (text.substr(i + 1).starts_with('+') ? 2 : 1), text.data() + text.size(), exponent);
-            break;
-        }
-        if (c == '.') {
-            point = count;
-            continue;
-        }
-        if (c < '0' || c > '9') return {};
-        if (c != '0') last = count;
-        if (c != '0' && first < 0) first = count;
-        ++count;
+    if (const auto e = mayHaveExponent ? text.find('e') : text.npos; e != text.npos) {
+        const auto digits = e + (text.substr(e + 1).starts_with('+') ? 2 : 1);
+        std::from_chars(text.data() + digits, text.data() + text.size(), exponent);
+        text = text.substr(0, e);
     }
-    if (first < 0) return {0, 0, 0, count > 0};
-    const int whole = (point < 0 ? count : point) + exponent;
-    return {last - first + 1, std::max(0, whole - first), std::max(0, last + 1 - whole), true};
+    if (text.starts_with('-')) text.remove_prefix(1);
+    const auto isOtherDigit = [](char c) { return c >= '1' && c <= '9'; };
+    const auto point = static_cast<int>(std::min(text.find('.'), text.size()));
+    const auto begin = static_cast<int>(std::ranges::find_if(text, isOtherDigit) - text.begin());
+    if (begin == static_cast<int>(text.size())) return {};
+    const auto end = static_cast<int>(text.rend() - std::find_if(text.rbegin(), text.rend(), isOtherDigit));
+    // Places of digits: the point is none.
+    const auto first = begin > point ? begin - 1 : begin;
+    const auto last = end > point ? end - 1 : end;
+    const auto whole = point + exponent;
+    return {last - first, std::max(0, whole - first), std::max(0, last - whole)};
 }
 
-constexpr CellTraits textTraits = bitOf(LargeText) | bitOf(LongText) | bitOf(Backslash) | bitOf(CarriageReturn)
-    | bitOf(Markup) | bitOf(Control) | bitOf(OtherLetters);
+// A number of so many characters does not have the trait, unless it has an exponent.
+struct NumberLength {
+    CellTrait trait;
+    std::size_t tooShort;
+};
+constexpr NumberLength numberLengths[] = {{SixDigits, 6}, {FifteenDigits, 15}, {Fraction, 2}, {TwoDecimals, 4},
+    {TenDigits, 10}, {ThirteenDigits, 13}, {BeyondSingle, 38}};
+
+constexpr CellTraits lengthTraits = bitOf(LargeText) | bitOf(LongText);
+constexpr CellTraits textTraits =
+    lengthTraits | bitOf(Backslash) | bitOf(CarriageReturn) | bitOf(Markup) | bitOf(Control) | bitOf(OtherLetters);
 constexpr CellTraits numberTraits = bitOf(SixDigits) | bitOf(FifteenDigits) | bitOf(Fraction) | bitOf(TwoDecimals)
     | bitOf(TenDigits) | bitOf(ThirteenDigits) | bitOf(BeyondSingle) | bitOf(NotANumber);
+constexpr CellTraits noteTraits = bitOf(Milliseconds) | bitOf(EmptyText) | bitOf(Zeros);
 constexpr CellTraits dateTraits = bitOf(Seconds) | bitOf(BeyondSmallDates);
 
 // Those that a text of this type can have.
@@ -114,11 +151,15 @@ double valueOf(std::string_view text)
 
 class TableScanner {
 public:
-    TableScanner(const TAdmMDBTable& table, CellTraits traits)
+    TableScanner(const TAdmMDBTable& table, const WantedTraits& wanted)
         : m_table(table)
-        , m_traits(traits)
-        , m_isLetter((traits & bitOf(OtherLetters)) != 0 ? 0x110000 : 0)
     {
+        CellTraits all = 0;
+        for (const auto& column : table.columns()) {
+            m_traits.push_back(wanted(column->type()));
+            all |= m_traits.back();
+        }
+        m_isLetter.resize((all & bitOf(OtherLetters)) != 0 ? 0x110000 : 0);
         m_scan.columns.resize(table.columns().size());
     }
 
@@ -126,17 +167,19 @@ public:
     [[nodiscard]] TableScan take();
 
 private:
-    void scanChunk(const TextChunk& chunk, ColumnType type, ColumnScan& counts);
-    [[nodiscard]] bool mayHave(std::string_view bytes, CellTraits traits) const;
+    void scanChunk(const TextChunk& chunk, std::size_t column);
+    static std::size_t scanLengths(const TextChunk& chunk, ColumnScan& counts);
     static void scanNotes(const TextChunk& chunk, ColumnType type, ColumnScan& counts);
+    void scanTexts(const TextChunk& chunk, CellTraits traits, std::size_t longest, ColumnScan& counts);
     void scanText(std::string_view text, ColumnScan& counts);
-    static void scanNumber(std::string_view text, ColumnScan& counts);
+    static void scanNumbers(const TextChunk& chunk, CellTraits traits, std::size_t longest, ColumnScan& counts);
+    static void scanNumber(std::string_view text, bool mayHaveLetters, ColumnScan& counts);
     static void scanDate(std::string_view text, ColumnScan& counts);
     static void scanObject(const std::shared_ptr<TAdmBlobData>& cell, ColumnScan& counts);
     void noteLetters(std::string_view text);
 
     const TAdmMDBTable& m_table;
-    CellTraits m_traits;
+    std::vector<CellTraits> m_traits; // wanted, one a column
     TableScan m_scan;
     std::vector<bool> m_isLetter; // of every code point, whether it came
 };
@@ -144,28 +187,41 @@ private:
 void TableScanner::scanGroup(const RowGroup& group)
 {
     for (std::size_t c = 0; c < m_scan.columns.size(); ++c) {
-        auto& counts = m_scan.columns[c];
-        if (group.texts[c].rowCount() != 0) scanChunk(group.texts[c], m_table.columns()[c]->type(), counts);
+        if (group.texts[c].rowCount() != 0) scanChunk(group.texts[c], c);
         for (const auto& cell : group.blobs[c])
-            scanObject(cell, counts);
+            scanObject(cell, m_scan.columns[c]);
     }
 }
 
-void TableScanner::scanChunk(const TextChunk& chunk, ColumnType type, ColumnScan& counts)
+void TableScanner::scanChunk(const TextChunk& chunk, std::size_t column)
+{
+    auto& counts = m_scan.columns[column];
+    const auto type = m_table.columns()[column]->type();
+    if (chunk.notes() != nullptr) scanNotes(chunk, type, counts);
+    if ((m_traits[column] & ~noteTraits) == 0) return;
+    const auto longest = scanLengths(chunk, counts);
+    const auto traits = m_traits[column] & traitsOf(type);
+    if ((traits & textTraits) != 0) scanTexts(chunk, traits, longest, counts);
+    if ((traits & numberTraits) != 0) scanNumbers(chunk, traits, longest, counts);
+    if ((traits & dateTraits) != 0)
+        for (std::uint32_t row = 0; row < chunk.rowCount(); ++row)
+            scanDate(chunk.text(row), counts);
+}
+
+// The length of the longest text.
+std::size_t TableScanner::scanLengths(const TextChunk& chunk, ColumnScan& counts)
 {
     std::uint32_t start = 0;
-    for (const auto end : chunk.ends())
-        counts[std::exchange(start, end) == end ? Empty : Filled] += 1;
-    if (chunk.notes() != nullptr) scanNotes(chunk, type, counts);
-    const auto traits = m_traits & traitsOf(type);
-    if (traits == 0 || !mayHave(chunk.bytes(), traits)) return;
-    for (std::uint32_t row = 0; row < chunk.rowCount(); ++row) {
-        const auto text = chunk.text(row);
-        if (text.empty()) continue;
-        if ((traits & textTraits) != 0) scanText(text, counts);
-        if ((traits & numberTraits) != 0) scanNumber(text, counts);
-        if ((traits & dateTraits) != 0) scanDate(text, counts);
+    std::uint32_t longest = 0;
+    std::uint32_t empty = 0;
+    for (const auto end : chunk.ends()) {
+        empty += end == start ? 1 : 0;
+        longest = std::max(longest, end - start);
+        start = end;
     }
+    counts[Empty] += empty;
+    counts[Filled] += chunk.rowCount() - empty;
+    return longest;
 }
 
 void TableScanner::scanNotes(const TextChunk& chunk, ColumnType type, ColumnScan& counts)
@@ -175,15 +231,13 @@ void TableScanner::scanNotes(const TextChunk& chunk, ColumnType type, ColumnScan
         if (chunk.notes()->at(row)) ++counts[isDate ? Milliseconds : chunk.text(row).empty() ? EmptyText : Zeros];
 }
 
-// Nearly all texts have none of these, and a search over all of them together is much faster than one after the other.
-bool TableScanner::mayHave(std::string_view bytes, CellTraits traits) const
+// Most runs of texts have none of what is looked for.
+void TableScanner::scanTexts(const TextChunk& chunk, CellTraits traits, std::size_t longest, ColumnScan& counts)
 {
-    if ((traits & ~(bitOf(LargeText) | bitOf(LongText) | bitOf(Backslash) | bitOf(CarriageReturn))) != 0) return true;
-    const auto holds = [&](CellTrait trait, char what) {
-        return (traits & bitOf(trait)) != 0 && bytes.find(what) != std::string_view::npos;
-    };
-    const bool mayBeLong = (traits & (bitOf(LargeText) | bitOf(LongText))) != 0 && bytes.size() > longUnits;
-    return mayBeLong || holds(Backslash, '\\') || holds(CarriageReturn, '\r');
+    const bool mayBeLong = (traits & lengthTraits) != 0 && longest > longUnits;
+    if (!mayBeLong && !mayHave(chunk.bytes(), traits)) return;
+    for (std::uint32_t row = 0; row < chunk.rowCount(); ++row)
+        scanText(chunk.text(row), counts);
 }
 
 void TableScanner::scanText(std::string_view text, ColumnScan& counts)
@@ -212,23 +266,41 @@ void TableScanner::noteLetters(std::string_view text)
     }
 }
 
-void TableScanner::scanNumber(std::string_view text, ColumnScan& counts)
+void TableScanner::scanNumbers(const TextChunk& chunk, CellTraits traits, std::size_t longest, ColumnScan& counts)
 {
-    const auto shape = shapeOf(text);
+    auto tooShort = longest;
+    for (const auto& length : numberLengths)
+        if ((traits & bitOf(length.trait)) != 0) tooShort = std::min(tooShort, length.tooShort);
+    // Words and exponents have letters, and what could not be read is none of ASCII.
+    const bool hasLetters = hasByte(chunk.bytes(), isLetter);
+    if (hasLetters) tooShort = 0;
+    if (tooShort >= longest) return;
+    for (std::uint32_t row = 0; row < chunk.rowCount(); ++row)
+        if (const auto text = chunk.text(row); text.size() > tooShort) scanNumber(text, hasLetters, counts);
+}
+
+void TableScanner::scanNumber(std::string_view text, bool mayHaveLetters, ColumnScan& counts)
+{
+    if (mayHaveLetters && !std::ranges::all_of(text, isPartOfNumber)) {
+        ++counts[NotANumber];
+        return;
+    }
+    const auto shape = shapeOf(text, mayHaveLetters);
     const bool isBeyondSingle = shape.whole > 39 || (shape.whole == 39 && std::abs(valueOf(text)) > maximumSingle);
-    const std::pair<bool, CellTrait> traits[] = {{!shape.isNumber, NotANumber}, {shape.significant > 6, SixDigits},
+    const std::pair<bool, CellTrait> traits[] = {{shape.significant > 6, SixDigits},
         {shape.significant > 15, FifteenDigits}, {shape.decimals > 0, Fraction}, {shape.decimals > 2, TwoDecimals},
         {shape.whole > 10, TenDigits}, {shape.whole > 13, ThirteenDigits}, {isBeyondSingle, BeyondSingle}};
     for (const auto& [has, trait] : traits)
-        if (has) ++counts[trait];
+        counts[trait] += has ? 1 : 0;
 }
 
 // "MM/dd/yyyy HH:mm:ss".
 void TableScanner::scanDate(std::string_view text, ColumnScan& counts)
 {
     if (text.size() != 19) return;
-    const std::string day = std::string(text.substr(6, 4)).append(text.substr(0, 2)).append(text.substr(3, 2));
-    if (day < "19000101" || day > "20790606") ++counts[BeyondSmallDates];
+    const auto year = text.substr(6, 4);
+    const bool isBehind = year > "2079" || (year == "2079" && text.substr(0, 5) > "06/06");
+    if (year < "1900" || isBehind) ++counts[BeyondSmallDates];
     if (text.substr(17) != "00") ++counts[Seconds];
 }
 
@@ -251,9 +323,9 @@ TableScan TableScanner::take()
 
 } // namespace
 
-TableScan scanTable(const TAdmMDBTable& table, const std::atomic<bool>& stop, CellTraits traits)
+TableScan scanTable(const TAdmMDBTable& table, const std::atomic<bool>& stop, const WantedTraits& wanted)
 {
-    TableScanner scanner(table, traits);
+    TableScanner scanner(table, wanted);
     for (const auto& group : table.rows().groups()) {
         if (stop) break;
         scanner.scanGroup(group);

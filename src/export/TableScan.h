@@ -5,6 +5,7 @@
 
 #include <array>
 #include <atomic>
+#include <functional>
 #include <set>
 #include <vector>
 
@@ -42,7 +43,10 @@ inline constexpr std::size_t cellTraits = static_cast<std::size_t>(CellTrait::Ze
 // Some of them, one bit each.
 using CellTraits = std::uint32_t;
 constexpr CellTraits bitOf(CellTrait trait) { return CellTraits{1} << static_cast<unsigned>(trait); }
-inline constexpr CellTraits allTraits = ~CellTraits{0};
+
+// Those that are to be counted in the columns of a type.
+using WantedTraits = std::function<CellTraits(ColumnType)>;
+inline CellTraits allTraits(ColumnType) { return ~CellTraits{0}; }
 
 // How many cells of a column have a trait.
 struct ColumnScan {
@@ -57,9 +61,9 @@ struct TableScan {
     std::set<char32_t> letters;      // other than ASCII, of all its texts; only with OtherLetters
 };
 
-// Counts these traits, looking at each cell at most once and at none that cannot have them; the others stay 0. Ends
-// early, with what there is, when `stop` is raised. Any thread, while the table stays as it is.
+// Counts these traits, looking at each cell at most once and at none that cannot have them; the others are counted or
+// not. Ends early, with what there is, when `stop` is raised. Any thread, while the table stays as it is.
 [[nodiscard]] TableScan scanTable(
-    const TAdmMDBTable& table, const std::atomic<bool>& stop, CellTraits traits = allTraits);
+    const TAdmMDBTable& table, const std::atomic<bool>& stop, const WantedTraits& wanted = allTraits);
 
 } // namespace vellumo

@@ -56,6 +56,12 @@ bool isNoncharacter(std::string_view text)
     return text.starts_with("\xEF\xBF\xBE") || text.starts_with("\xEF\xBF\xBF");
 }
 
+// Whether there may be a character among these bytes that is not written as it is.
+bool mayHaveSpecials(std::string_view bytes)
+{
+    return std::ranges::any_of(bytes, [](char c) { return useOf(c) != ByteUse::Plain || c == '\xEF'; });
+}
+
 bool isForbidden(std::string_view text)
 {
     for (std::size_t i = 0; i < text.size(); ++i)
@@ -111,8 +117,11 @@ std::string xmlName(std::string_view name, TextEncoder& encoder)
 XMLForm::XMLForm(ExportJob& job, const TAdmMDBTable& table, EncodedFile& out)
     : ExactTextForm(job, table, out)
 {
-    for (const auto& column : table.columns())
-        m_names.push_back(xmlName(column->name(), out.encoder()));
+    for (const auto& column : table.columns()) {
+        const auto name = xmlName(column->name(), out.encoder());
+        m_starts.push_back("\t<" + name);
+        m_ends.push_back("</" + name + ">\n");
+    }
 }
 
 void XMLForm::begin()
@@ -124,11 +133,19 @@ void XMLForm::begin()
 
 void XMLForm::end() { text() += "</RECORDS>\n"; }
 
+void XMLForm::enter(const RowGroup& group, std::size_t firstRow)
+{
+    ExactTextForm::enter(group, firstRow);
+    m_mayNeedEscapes.clear();
+    for (const auto& chunk : group.texts)
+        m_mayNeedEscapes.push_back(chunk.notes() != nullptr || mayHaveSpecials(chunk.bytes()));
+}
+
 void XMLForm::addRecord(std::uint32_t row)
 {
     text() += "<RECORD>\n";
     for (std::size_t c = 0; c < columnCount(); ++c) {
-        ((text() += "\t<") += m_names[c]);
+        text() += m_starts[c];
         if (const auto value = cell(c, row); value.hasValue())
             addElement(value, c, row);
         else
@@ -140,7 +157,7 @@ void XMLForm::addRecord(std::uint32_t row)
 // From behind the name on.
 void XMLForm::addElement(const ExactCell& cell, std::size_t column, std::uint32_t row)
 {
-    if (cell.kind == ExactKind::Text && isForbidden(cell.text)) {
+    if (cell.kind == ExactKind::Text && m_mayNeedEscapes[column] && isForbidden(cell.text)) {
         addFinding(FindingKind::TextEncoded, column);
         text() += " encoding=\"base64\">";
         addBase64(std::as_bytes(std::span(cell.text)));
@@ -148,7 +165,7 @@ void XMLForm::addElement(const ExactCell& cell, std::size_t column, std::uint32_
         text() += '>';
         addValue(cell, column, row);
     }
-    ((text() += "</") += m_names[column]) += ">\n";
+    text() += m_ends[column];
 }
 
 void XMLForm::addValue(const ExactCell& cell, std::size_t column, std::uint32_t row)
@@ -159,7 +176,12 @@ void XMLForm::addValue(const ExactCell& cell, std::size_t column, std::uint32_t 
     case ExactKind::Double: text() += realText(cell); break;
     case ExactKind::Date: appendISODate(cell, 'T', text()); break;
     case ExactKind::Guid: text() += cell.guid(); break;
-    case ExactKind::Text: appendEscaped(cell.text, text()); break;
+    case ExactKind::Text:
+        if (m_mayNeedEscapes[column])
+            appendEscaped(cell.text, text());
+        else
+            text() += cell.text;
+        break;
     case ExactKind::Binary:
         m_bytes.clear();
         cell.appendBytes(m_bytes);

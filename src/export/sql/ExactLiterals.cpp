@@ -2,24 +2,57 @@
 #include "export/sql/ExactLiterals.h"
 
 #include "text/Format.h"
+#include "text/UTF8.h"
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace vellumo {
 
+namespace {
+
+// Most of a script is ASCII: the length of the run of it at the start of `text`, which is written to `out`.
+std::size_t writeASCII(std::string_view text, char* out)
+{
+    constexpr std::uint64_t highBits = 0x8080'8080'8080'8080;
+    std::uint64_t block; // done in one step
+    std::size_t done = 0;
+    for (; done + sizeof block <= text.size(); done += sizeof block) {
+        std::memcpy(&block, text.data() + done, sizeof block);
+        if ((block & highBits) != 0) break;
+        for (std::size_t i = done; i < done + sizeof block; ++i) {
+            out[2 * i] = text[i];
+            out[2 * i + 1] = 0;
+        }
+    }
+    for (; done < text.size() && static_cast<unsigned char>(text[done]) < 0x80; ++done) {
+        out[2 * done] = text[done];
+        out[2 * done + 1] = 0;
+    }
+    return done;
+}
+
+} // namespace
+
+// No character has more than two bytes there for each that it has in UTF-8.
 void appendUTF16(std::string& out, std::string_view text)
 {
-    const auto unit = [&](unsigned value) {
-        out += static_cast<char>(value & 0xFF);
-        out += static_cast<char>(value >> 8);
+    const auto start = out.size();
+    out.resize(start + 2 * text.size());
+    char* end = out.data() + start;
+    const auto unit = [&](std::uint32_t value) {
+        *end++ = static_cast<char>(value & 0xFF);
+        *end++ = static_cast<char>(value >> 8);
     };
-    for (std::size_t i = 0; i < text.size();) {
-        const auto lead = static_cast<unsigned char>(text[i++]);
-        const int following = lead < 0xC0 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-        unsigned code = following == 0 ? lead : lead & (0x3FU >> following);
-        for (int k = 0; k < following && i < text.size(); ++k)
-            code = code << 6 | (static_cast<unsigned char>(text[i++]) & 0x3FU);
+    while (!text.empty()) {
+        const auto run = writeASCII(text, end);
+        end += 2 * run;
+        text.remove_prefix(run);
+        if (text.empty()) break;
+        const auto character = firstCharacter(text);
+        text.remove_prefix(character.size());
+        const auto code = firstCodePoint(character);
         if (code < 0x10000) {
             unit(code);
             continue;
@@ -27,6 +60,7 @@ void appendUTF16(std::string& out, std::string_view text)
         unit(0xD800 + ((code - 0x10000) >> 10));
         unit(0xDC00 + (code & 0x3FF));
     }
+    out.resize(static_cast<std::size_t>(end - out.data()));
 }
 
 } // namespace vellumo
@@ -61,6 +95,8 @@ constexpr Escapes makeEscapes(std::initializer_list<std::pair<char, std::string_
 }
 
 bool isControl(char character) { return static_cast<unsigned char>(character) < 0x20 && character != '\t'; }
+
+bool hasControl(std::string_view text) { return std::ranges::any_of(text, isControl); }
 
 void appendQuoted(std::string& out, std::string_view text)
 {
@@ -124,7 +160,7 @@ void postgreSQLText(std::string& out, std::string_view text)
 {
     static constexpr auto escapes = makeEscapes(
         {{'\'', "''"}, {'\\', "\\\\"}, {'\r', "\\r"}, {'\n', "\\n"}, {'\x1A', "\\x1a"}, {'\0', replacementCharacter}});
-    if (std::ranges::none_of(text, isControl)) return appendQuoted(out, text);
+    if (!hasControl(text)) return appendQuoted(out, text);
     out += "E'";
     appendEscaped(out, text, escapes);
     out += '\'';
@@ -174,6 +210,10 @@ void appendNationalRun(std::string& out, std::string_view run)
 
 void sqlServerText(std::string& out, std::string_view text)
 {
+    if (!hasControl(text) && text.find("$(") == text.npos) {
+        out += 'N';
+        return appendQuoted(out, text);
+    }
     if (controlRuns(text) > mostControlRuns) {
         std::string units;
         appendUTF16(units, text);
@@ -181,10 +221,6 @@ void sqlServerText(std::string& out, std::string_view text)
         appendHex(out, std::as_bytes(std::span(units)));
         out += " AS nvarchar(max))";
         return;
-    }
-    if (std::ranges::none_of(text, isControl) && text.find("$(") == text.npos) {
-        out += 'N';
-        return appendQuoted(out, text);
     }
     // Pieces that are added would otherwise be cut at 4000 characters.
     out += "CAST(N'' AS nvarchar(max))";
@@ -217,9 +253,9 @@ std::string_view firstCharacters(std::string_view text, std::size_t count)
 void oracleText(std::string& out, std::string_view text)
 {
     constexpr std::size_t mostCharacters = 1000;
+    if (text.size() <= mostCharacters && !hasControl(text)) return appendQuoted(out, text);
     const bool isLong = firstCharacters(text, mostCharacters).size() < text.size();
     std::string_view link;
-    if (text.empty()) out += "''";
     splitAtControls(
         text,
         [&](std::string_view run) {

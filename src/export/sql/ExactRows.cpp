@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <limits>
 
 namespace vellumo {
 
@@ -16,13 +18,40 @@ namespace {
 constexpr std::string_view nullWord = "NULL";
 constexpr std::size_t longestNumber = 48;
 
-// 17 digits name a double even to one who reads them a little carelessly.
-void appendDouble(std::string& out, double value, bool isShortest)
+void appendShortest(std::string& out, double value)
 {
     char text[longestNumber];
-    const auto result = isShortest
-        ? std::to_chars(text, text + longestNumber, value)
-        : std::to_chars(text, text + longestNumber, value, std::chars_format::scientific, 16);
+    const auto result = std::to_chars(text, text + longestNumber, value);
+    out.append(text, result.ptr);
+}
+
+// As a whole number divided by powers of two: no step of that is rounded.
+void appendQuotient(std::string& out, double value)
+{
+    constexpr int bitsOfStep = 62;
+    int exponent = 0;
+    const auto whole = std::ldexp(std::frexp(value, &exponent), std::numeric_limits<double>::digits);
+    exponent -= std::numeric_limits<double>::digits;
+    out += std::to_string(static_cast<std::int64_t>(whole)) + ".0";
+    for (int rest = -exponent; rest > 0; rest -= bitsOfStep)
+        out += '/' + std::to_string(std::int64_t{1} << std::min(rest, bitsOfStep));
+}
+
+// For one who reads a little carelessly: 17 digits name a double all the same, but for the smallest ones.
+void appendSure(std::string& out, double value, const ExactCell& cell)
+{
+    constexpr double smallest = 1e-250;
+    constexpr std::size_t mostDigits = 17;
+    if (value != 0 && std::abs(value) < smallest) return appendQuotient(out, value);
+    // Where it takes all 17 to name it, they stand there.
+    const bool hasAllDigits = cell.kind == ExactKind::Double && cell.text.size() > mostDigits
+        && cell.text.find('e') == cell.text.npos && cell.significantDigits() == static_cast<int>(mostDigits);
+    if (hasAllDigits) {
+        out += cell.text;
+        return;
+    }
+    char text[longestNumber];
+    const auto result = std::to_chars(text, text + longestNumber, value, std::chars_format::scientific, mostDigits - 1);
     out.append(text, result.ptr);
 }
 
@@ -158,10 +187,13 @@ void ExactRows::appendReal(const ExactCell& cell)
     if (cell.text == "-0" && !literals.minusZero.empty()) return appendWord(literals.minusZero);
     constexpr std::size_t sureDigits = 15;
     const bool isSingle = cell.kind == ExactKind::Single;
-    if (!isSingle && (literals.readsShortestDigits || cell.text.size() <= sureDigits))
+    const bool isSure = cell.text.size() <= sureDigits && cell.text.find('e') == cell.text.npos;
+    if (!isSingle && (literals.readsShortestDigits || isSure))
         m_statement += cell.text;
+    else if (literals.readsShortestDigits)
+        appendShortest(m_statement, cell.real());
     else
-        appendDouble(m_statement, cell.real(), literals.readsShortestDigits);
+        appendSure(m_statement, cell.real(), cell);
     m_statement += isSingle ? literals.floatEnd : literals.doubleEnd;
 }
 
