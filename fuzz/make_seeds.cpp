@@ -246,6 +246,30 @@ std::vector<Seed> properties()
     return seeds;
 }
 
+// How encrypted files describe their encryption.
+std::vector<Seed> ciphers()
+{
+    const auto salt = std::string(16, 's');
+    std::vector<Seed> seeds;
+    for (const unsigned algorithm : {0x6801U, 0x660EU}) {
+        const auto header = u32(4) + u32(0) + u32(algorithm) + u32(0x8004) + u32(128) + u32(1) + std::string(14, '\0');
+        const bool isRc4 = algorithm == 0x6801;
+        seeds.push_back(seedOf(isRc4 ? "rc4" : "aes",
+            u16(3) + u16(2) + u32(0) + u32(header.size()) + header + u32(16) + salt + std::string(16, 'v') + u32(20)
+                + std::string(isRc4 ? 20U : 32U, 'h')));
+    }
+    const auto scheme =
+        R"( saltSize="16" blockSize="16" keyBits="128" hashSize="20" cipherAlgorithm="AES" )"
+        R"(cipherChaining="ChainingModeCBC" hashAlgorithm="SHA1" saltValue="c3Nzc3Nzc3Nzc3Nzc3Nzcw==")"s;
+    const auto block = "c3Nzc3Nzc3Nzc3Nzc3Nzcw=="s;                         // 16 bytes
+    const auto twoBlocks = "c3Nzc3Nzc3Nzc3Nzc3Nzc3Nzc3Nzc3Nzc3Nzc3Nzc3M="s; // 32
+    seeds.push_back(seedOf("agile",
+        u16(4) + u16(4) + u32(0x40) + "<encryption><keyData" + scheme + "/><p:encryptedKey spinCount=\"9\"" + scheme
+            + " encryptedVerifierHashInput=\"" + block + "\" encryptedVerifierHashValue=\"" + twoBlocks
+            + "\" encryptedKeyValue=\"" + block + "\"/></encryption>"));
+    return seeds;
+}
+
 bool writeAll(const std::filesystem::path& folder, const std::vector<Seed>& seeds)
 {
     std::error_code error;
@@ -271,7 +295,7 @@ int main(int argc, char** argv)
     const std::filesystem::path folder = argv[1];
     if (writeAll(folder / "ole_field", cells()) && writeAll(folder / "compound_file", compoundFiles())
         && writeAll(folder / "definition", definitions()) && writeAll(folder / "rows", rows())
-        && writeAll(folder / "properties", properties()))
+        && writeAll(folder / "properties", properties()) && writeAll(folder / "cipher", ciphers()))
         return 0;
     std::fputs("make_seeds: cannot write the seeds\n", stderr);
     return 1;
