@@ -116,16 +116,6 @@ struct IndexDescription {
     std::optional<int> number{}; // by default the place in the list of indexes; leave out numbers to make gaps
 };
 
-struct TableDescription {
-    std::string name{};
-    std::vector<ColumnDescription> columns{}; // in stored order
-    std::vector<IndexDescription> indexes{};
-    RowSource rows{}; // empty = no rows
-    std::vector<Property> properties{};
-    std::uint32_t flags = 0;                       // catalog flags: 8 hidden, 2 and 0x80000000 system
-    std::optional<std::uint32_t> statedRowCount{}; // a row count to state in place of the true one
-};
-
 struct RelationDescription {
     std::string name{};
     std::string table{}; // the referencing one
@@ -156,6 +146,17 @@ struct CatalogEntry {
     std::string database{};        // of linked tables
     std::string connect{};
     std::string foreignName{};
+};
+
+struct TableDescription {
+    std::string name{};
+    std::vector<ColumnDescription> columns{}; // in stored order
+    std::vector<IndexDescription> indexes{};
+    RowSource rows{}; // empty = no rows
+    std::vector<Property> properties{};
+    std::uint32_t flags = 0;                       // catalog flags: 8 hidden, 2 and 0x80000000 system
+    std::optional<std::uint32_t> statedRowCount{}; // a row count to state in place of the true one
+    CatalogEntry link{.type = 1};                  // type 4: a table on a server, to which this one leads
 };
 
 struct DatabaseDescription {

@@ -219,7 +219,8 @@ std::optional<std::vector<CatalogRow>> catalogRows(
             failedTable = table.name;
             return std::nullopt;
         }
-        rows.push_back({tablePages[i], tablesId, table.name, 1, table.flags, std::move(*properties)});
+        rows.push_back({tablePages[i], tablesId, table.name, table.link.type, table.flags, std::move(*properties),
+            table.link.database, table.link.connect, table.link.foreignName});
     }
     auto nextId = firstObjectId;
     for (const auto& relation : description.relations)

@@ -69,6 +69,8 @@ InformationPane::Entry entryOf(const LinkedTable& link)
     auto entry = contentsEntry(link.name, localizedFormat("Linked Table, %@", {link.kind}));
     add(entry, messageKey("Source table"), link.source);
     add(entry, messageKey("Connection"), link.connect);
+    for (const auto& column : link.columns)
+        entry.properties.push_back({column.name, std::string(factsOf(column.type).accessName)});
     return entry;
 }
 

@@ -80,11 +80,15 @@ std::string contentsText(const FileContents& contents)
         text += indented(query.sql, "        ");
     }
     if (!contents.links.empty()) text += format("\n%@:\n", {localized("Linked Tables")});
-    for (const auto& link : contents.links)
+    for (const auto& link : contents.links) {
         text += format("    %@ (%@): %@, %@\n", {link.name, link.kind, link.source, link.connect});
+        for (const auto& column : link.columns)
+            text += format("        %@ (%@)\n", {column.name, factsOf(column.type).accessName});
+    }
     if (!contents.objects.empty()) text += format("\n%@:\n", {localized("Other Objects")});
     for (const auto& object : contents.objects)
-        text += format("    %@ (%@) %@\n", {object.name, objectKindText(object.kind), object.modified});
+        text += format("    %@ (%@)%@%@\n",
+            {object.name, objectKindText(object.kind), object.modified.empty() ? "" : " ", object.modified});
     return text;
 }
 

@@ -98,12 +98,18 @@ void addContents(const FileContents& contents, Json& json)
     for (const auto& query : contents.queries)
         queries.push_back({{"name", query.name}, {"type", queryKindName(query.kind)}, {"sql", textOrNull(query.sql)}});
     auto& links = json["links"] = Json::array();
-    for (const auto& link : contents.links)
+    for (const auto& link : contents.links) {
+        auto columns = Json::array();
+        for (const auto& column : link.columns)
+            columns.push_back({{"name", column.name}, {"type", factsOf(column.type).accessName},
+                {"primaryKey", column.isPrimaryKey}});
         links.push_back({{"name", link.name}, {"kind", link.kind}, {"source", textOrNull(link.source)},
-            {"connect", textOrNull(link.connect)}});
+            {"connect", textOrNull(link.connect)}, {"columns", std::move(columns)}});
+    }
     auto& objects = json["objects"] = Json::array();
     for (const auto& object : contents.objects)
-        objects.push_back({{"kind", objectKindName(object.kind)}, {"name", object.name}});
+        objects.push_back({{"kind", objectKindName(object.kind)}, {"name", object.name},
+            {"created", textOrNull(object.created)}, {"modified", textOrNull(object.modified)}});
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "rows/ColumnType.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -27,12 +29,20 @@ struct SavedQuery {
     std::string sql{}; // put together from its parts; passwords in it are masked
 };
 
+// A column of a table elsewhere, as far as the file remembers it.
+struct LinkedColumn {
+    std::string name{};
+    ColumnType type = ColumnType::Unknown;
+    bool isPrimaryKey = false;
+};
+
 // A table of another database that the file only leads to.
 struct LinkedTable {
     std::string name{};
-    std::string kind{};    // "Access", "ODBC", or what the connection begins with, such as "Excel 12.0"
-    std::string source{};  // the table's name there
-    std::string connect{}; // where that is: a path, or a connection whose passwords are masked
+    std::string kind{};                  // "Access", "ODBC", or what the connection begins with, such as "Excel 12.0"
+    std::string source{};                // the table's name there
+    std::string connect{};               // where that is: a path, or a connection whose passwords are masked
+    std::vector<LinkedColumn> columns{}; // of tables on a server; empty for others
 };
 
 enum class ObjectKind : std::uint8_t { Form, Report, Macro, Module, DataAccessPage };

@@ -71,6 +71,24 @@ LinkedTable linkOf(const jet::CatalogEntry& entry)
     return made;
 }
 
+// The file keeps the definition of a table on a server, which has no rows here.
+std::vector<LinkedColumn> columnsOf(jet::Database& database, const jet::CatalogEntry& entry, DamageReport& damage)
+{
+    if (entry.storedType != odbcLink) return {};
+    jet::PageBuffer buffer;
+    const auto page = database.pages().read(entry.page, buffer);
+    if (page.empty() || page[0] != jet::DefinitionPageType) return {};
+    const auto table = database.readTable(entry, damage);
+    if (!table) return {};
+    std::vector<LinkedColumn> columns;
+    for (const auto& column : table->columns)
+        columns.push_back({column.name, column.type});
+    for (const auto& index : table->indices)
+        for (const auto& key : index.keys)
+            if (index.type == jet::IndexDef::primaryKeyType) columns[key.column].isPrimaryKey = true;
+    return columns;
+}
+
 // The parts of all queries by the id of their query; nullopt when they cannot be read.
 using PartsById = std::map<std::uint32_t, std::vector<QueryPart>>;
 std::optional<PartsById> readParts(
@@ -122,7 +140,10 @@ FileContents readContents(jet::Database& database, const std::vector<jet::Catalo
     FileContents contents{.queries = readQueries(database, catalog, damage)};
     for (const auto& entry : catalog) {
         if (isHidden(entry)) continue;
-        if (entry.storedType == link || entry.storedType == odbcLink) contents.links.push_back(linkOf(entry));
+        if (entry.storedType == link || entry.storedType == odbcLink) {
+            contents.links.push_back(linkOf(entry));
+            contents.links.back().columns = columnsOf(database, entry, damage);
+        }
         if (const auto kind = objectKindOf(entry.storedType))
             contents.objects.push_back({*kind, entry.name, isoDate(entry.created), isoDate(entry.modified)});
     }

@@ -275,13 +275,16 @@ TEST_F(Program, ShowsEverythingElseInAFile)
       "name": "L",
       "kind": "Text",
       "source": "x.txt",
-      "connect": "Text;PWD=***"
+      "connect": "Text;PWD=***",
+      "columns": []
     }
   ],
   "objects": [
     {
       "kind": "form",
-      "name": "F"
+      "name": "F",
+      "created": "2023-03-15T12:00:00",
+      "modified": "2023-03-15T12:00:00"
     }
   ],
   "damage": [])"));

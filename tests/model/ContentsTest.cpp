@@ -138,8 +138,16 @@ std::string listed(const FileContents& contents)
     std::string text;
     for (const auto& query : contents.queries)
         text += query.name + '=' + std::string(queryKindName(query.kind)) + ": " + query.sql + '\n';
-    for (const auto& link : contents.links)
-        text += link.name + '=' + link.kind + ": " + link.source + " in " + link.connect + '\n';
+    for (const auto& link : contents.links) {
+        text += link.name + '=' + link.kind + ": " + link.source + " in " + link.connect;
+        for (const auto& column : link.columns)
+            text.append(" ")
+                .append(column.name)
+                .append(column.isPrimaryKey ? "*" : "")
+                .append("=")
+                .append(factsOf(column.type).accessName);
+        text += '\n';
+    }
     for (const auto& object : contents.objects)
         text += object.name + '=' + std::string(objectKindName(object.kind)) + ' ' + object.created + '\n';
     return text;
@@ -153,7 +161,11 @@ TEST(Contents, AreReadFromTheSystemTables)
             {.attribute = 6, .expression = "a"}, {.attribute = 5, .name1 = "T x"}, {.attribute = 0}};
         ASSERT_EQ(samples::writeDatabase(
                       {.version = version,
-                          .tables = {{.name = "T x", .columns = {{.name = "a"}}}},
+                          .tables = {{.name = "T x", .columns = {{.name = "a"}}},
+                              {.name = "Server",
+                                  .columns = {{.name = "ID", .type = samples::ColumnType::Long}, {.name = "Name"}},
+                                  .indexes = {{.name = "Key", .columns = {{"ID"}}, .primary = true}},
+                                  .link = {.type = 4, .connect = "DSN=x;PWD=geheim", .foreignName = "dbo.S"}}},
                           .otherEntries = {{.name = "q2", .query = query}, {.name = "Q1", .flags = 8, .query = query},
                               {.name = "~sq_f", .query = query}, {.name = "Report", .type = -32764},
                               {.name = "Form B", .type = -32768}, {.name = "form a", .type = -32768},
@@ -176,6 +188,7 @@ TEST(Contents, AreReadFromTheSystemTables)
         EXPECT_EQ(file.tables().size(), 1U);
         EXPECT_EQ(listed(file.contents()),
             "Q1=select: SELECT b, a\nFROM [T x];\nq2=select: SELECT b, a\nFROM [T x];\nFile=Access: T in c:\\x.mdb\n"
+            "Server=ODBC: dbo.S in DSN=x;PWD=*** ID*=Long Integer Name=Text\n"
             "Sheet=Excel 12.0: Sheet1$ in Excel 12.0;HDR=YES;PWD=***;DATABASE=c:\\x.xls\n"
             "form a=form 2023-03-15T12:00:00\nForm B=form 2023-03-15T12:00:00\n"
             "Report=report 2023-03-15T12:00:00\nMacro=macro 2023-03-15T12:00:00\nModule=module 2023-03-15T12:00:00\n");
