@@ -205,8 +205,8 @@ TEST(ClassicFindings, TellOfRelationsAndOfTheEncoding)
     auto broken = makeFile("/Shop.mdb", makeTable("A", {{"Id", "Text"}}, {{"x"}}),
         makeTable("B", {{"A", "Text"}}, {{"x"}, {"X"}, {"y"}, {null}}));
     setRelations(*broken, {{"R", "B", "A", {{"A", "Id"}}, true, true}});
-    EXPECT_THAT(found(*broken, to(SQL)),
-        ElementsAre("B.R: 1 record refers to one that is not there, so the relation fails."));
+    EXPECT_THAT(
+        found(*broken, to(SQL)), ElementsAre("B.R: 1 record refers to one that is not there, so the relation fails."));
     EXPECT_THAT(found(*broken, to(SQL, PostgreSQL)),
         ElementsAre("B.R: 2 records refer to ones that are not there, so the relation fails."));
     EXPECT_THAT(found(*broken, to(ExportFileType::SQLite)), IsEmpty());
