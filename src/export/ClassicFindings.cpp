@@ -2,6 +2,7 @@
 #include "export/ClassicFindings.h"
 
 #include "export/ExportFormat.h"
+#include "export/sql/ExactSurvey.h"
 #include "export/sql/SQLDialectFacts.h"
 #include "model/TAdmMDBFile.h"
 #include "text/TextEncoding.h"
@@ -83,8 +84,10 @@ struct Rule {
 
 constexpr Rule rules[] = {
     {Kind::ObjectsLeftOut, Object, anyType, Delimited | XML | XLS},
+    {Kind::ObjectsLeftOut, FurtherFile, anyType, Delimited | XML | XLS},
     {Kind::ObjectsRefused, Object, anyType, Postgres | Oracle | SQLServer},
     {Kind::ObjectsRefused, BinaryObject, anyType, MySQL},
+    {Kind::FilesLeftOut, FurtherFile, anyType, AnySQL},
     {Kind::TextsRefused, LargeText, texts, MySQL},
     {Kind::TextsTooLong, LongText, texts, XLS},
     {Kind::BytesAsDigits, Filled, types(Binary), Postgres | SQLServer | AnySQLite},
@@ -105,7 +108,7 @@ constexpr Rule rules[] = {
     {Kind::SecondsLost, Seconds, types(DateTime), SQLServer},
     {Kind::MillisecondsLost, Milliseconds, types(DateTime), AnyTarget},
     {Kind::ValuesAsText, Filled, types(DateTime), XLS | AnySQLite},
-    {Kind::ValuesAsText, Filled, types(Boolean, Byte), XLS},
+    {Kind::ValuesAsText, Filled, types(Boolean, Byte, BigInt, DateTimeExtended), XLS},
     {Kind::TextsBreakXML, Markup, texts, XML},
     {Kind::TextsBreakXML, Control, texts, XML},
     {Kind::EmptyText, CellTrait::EmptyText, texts, AnyTarget},
@@ -323,6 +326,29 @@ void addClassicFindings(const TAdmMDBFile& file, std::span<const std::string> ta
             add(Kind::RelationEnforced);
         else if (!relation->onUpdateCascade() || !relation->onDeleteCascade())
             add(Kind::RelationSetsNull);
+    }
+}
+
+void addBrokenRelations(const TAdmMDBFile& file, std::span<const std::string> tables, const ExportOptions& options,
+    ExportFindings& findings)
+{
+    const auto target = targetOf(options);
+    if ((target & (AnyScript & ~AnySQLite)) == 0 || !options.includeForeignKeys || !options.exportStructure
+        || !options.exportData)
+        return;
+    const auto exported = [&](const std::string& name) {
+        return std::ranges::find(tables, name) == tables.end() ? nullptr : file.findTable(name);
+    };
+    const auto comparison = target == MySQL ? KeyComparison::IgnoringCase : KeyComparison::Exact;
+    for (const auto& relation : file.allForeignKeys()) {
+        const auto* child = exported(relation->referencingTable());
+        const auto* parent = exported(relation->referencedTable());
+        if (child == nullptr || parent == nullptr) continue;
+        const auto columns = columnIndexes(*child, relation->referencingColumns());
+        const auto referenced = columnIndexes(*parent, relation->referencedColumns());
+        if (!columns || !referenced || columns->size() != referenced->size()) continue;
+        if (const auto count = countOrphans(*child, *columns, *parent, *referenced, comparison); count > 0)
+            findings.add(Kind::RelationBroken, child->name(), relation->name(), count);
     }
 }
 

@@ -19,5 +19,8 @@ void addClassicFindings(
 // Of these tables together: the encoding, and the relations between them.
 void addClassicFindings(const TAdmMDBFile& file, std::span<const std::string> tables, const ExportOptions& options,
     ExportFindings& findings);
+// Of the relations between them that rows break; looks at all keys of the tables, which takes its time.
+void addBrokenRelations(const TAdmMDBFile& file, std::span<const std::string> tables, const ExportOptions& options,
+    ExportFindings& findings);
 
 } // namespace vellumo

@@ -25,6 +25,7 @@ private:
     // False when the encoding does not have a character; m_row then tells where.
     [[nodiscard]] bool writeTable(const TAdmMDBTable& table);
     [[nodiscard]] bool writeGroup(ExactTextForm& form, const RowGroup& group);
+    [[nodiscard]] ExportCause refusedPlace(const TAdmMDBTable& table);
     void fail(const ExportEntry& entry, ExportReason reason);
 
     ExportJob& m_job;
@@ -41,10 +42,22 @@ void ExactTextWriter::writeFile(const ExportEntry& entry, const TAdmMDBTable& ta
     if (!m_out.file().open(m_job.outputPath(entry))) return failOfOutput(exportReason::cannotCreate);
     const bool isRepresentable = writeTable(table);
     if (m_job.terminated()) return fail(entry, {exportReason::terminated});
-    if (!isRepresentable) return fail(entry, {exportReason::notRepresentable, {}, {.row = m_row}});
+    if (!isRepresentable) return fail(entry, {exportReason::notRepresentable, {}, refusedPlace(table)});
     m_out.passOn();
     if (!m_out.file().close()) return failOfOutput(exportReason::cannotWrite);
     m_job.tableDone(entry.tableName);
+}
+
+// Of what the encoding does not have: a cell of the record at hand, or in front of the first the name of a column.
+ExportCause ExactTextWriter::refusedPlace(const TAdmMDBTable& table)
+{
+    std::string bytes;
+    for (std::size_t c = 0; c < table.columns().size(); ++c) {
+        const auto& name = table.columns()[c]->name();
+        const auto text = m_row == 0 ? std::string_view(name) : table.rows().text(m_row - 1, c);
+        if (!m_out.encoder().append(text, bytes)) return {.row = m_row, .column = name};
+    }
+    return {.row = m_row};
 }
 
 void ExactTextWriter::fail(const ExportEntry& entry, ExportReason reason)

@@ -25,6 +25,7 @@ enum class FindingKind : std::uint8_t {
     TextEncoded,        // as base64
     FormulaGuarded,     // an apostrophe in front
     BytesLeftOut,       // only their number was written
+    FilesLeftOut,       // those of a cell behind the first, which is its value
     // Of SQL, values:
     MinusZero,       // written as 0
     FractionRounded, // of dates, to six digits
@@ -68,7 +69,8 @@ enum class FindingKind : std::uint8_t {
     NameCut,
     NameRefused,
     RowsTooWide,
-    RelationToNowhere, // column of this and the others below: the relation
+    RelationBroken, // column of this and the others below: the relation
+    RelationToNowhere,
     RelationEnforced,
     RelationSetsNull,
 };

@@ -35,14 +35,20 @@ void addDamage(const TAdmMDBFile& file, ExportReport& report)
     report.damage = damageLines(file.damage(), isWholeFile ? std::span<const std::string>() : names);
 }
 
-// What is lost with them.
+// What is lost with them, and the files that are there and have no place in a cell.
 void addLeftOutObjects(ExportJob& job)
 {
-    if (!job.options().exportData) return;
-    for (const auto& entry : job.entries())
-        if (const auto* table = job.findTable(entry.tableName))
-            std::ranges::move(leftOutObjects(*table, !job.options().objectsFolder.empty()),
-                std::back_inserter(job.report().leftOutObjects));
+    const auto& options = job.options();
+    if (!options.exportData) return;
+    const bool leavesFilesOut = options.isExact && options.objectsFolder.empty();
+    for (const auto& entry : job.entries()) {
+        const auto* table = job.findTable(entry.tableName);
+        if (table == nullptr) continue;
+        std::ranges::move(leftOutObjects(*table), std::back_inserter(job.report().leftOutObjects));
+        for (std::size_t c = 0; leavesFilesOut && c < table->columns().size(); ++c)
+            if (const auto count = furtherFileCount(*table, c); count > 0)
+                job.addFinding(FindingKind::FilesLeftOut, table->name(), table->columns()[c]->name(), count);
+    }
 }
 
 // Makes the folder of the output where only that is missing, and takes it away when nothing has come into it.
@@ -80,6 +86,7 @@ void lookForFindings(ExportJob& job)
         addClassicFindings(*table, scan, options, job.report().findings);
     }
     addClassicFindings(job.file(), names, options, job.report().findings);
+    addBrokenRelations(job.file(), names, options, job.report().findings);
 }
 
 // Without the objects that it refers to, an export would be less than it looks.

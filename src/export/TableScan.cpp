@@ -306,6 +306,7 @@ void TableScanner::scanDate(std::string_view text, ColumnScan& counts)
 
 void TableScanner::scanObject(const std::shared_ptr<TAdmBlobData>& cell, ColumnScan& counts)
 {
+    if (cell) counts[FurtherFile] += cell->furtherFiles().size();
     const auto* object = exportedObject(cell);
     ++counts[object == nullptr ? Empty : Filled];
     if (object == nullptr) return;

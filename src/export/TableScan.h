@@ -16,6 +16,7 @@ enum class CellTrait : std::uint8_t {
     Empty,            // null, or a text without a character
     Filled,           // neither
     Object,           // that an export writes
+    FurtherFile,      // of a cell with several, behind its first
     BinaryObject,     // whose bytes are no text of at most 65,535 bytes
     LargeText,        // of more than 65,535 bytes
     LongText,         // of more than 32,740 UTF-16 units

@@ -44,6 +44,7 @@ std::vector<std::string> found(const TAdmMDBFile& file, const ExportOptions& opt
         addClassicFindings(*table, scanTable(*table, false, classicTraits(options)), options, findings);
     }
     addClassicFindings(file, names, options, findings);
+    addBrokenRelations(file, names, options, findings);
     return findingLines(findings.all());
 }
 
@@ -54,6 +55,8 @@ TEST(ClassicFindings, TellWhatIsLostAndNothingElse)
     const auto noStructure = [](ExportOptions& options) { options.exportStructure = false; };
     const auto jpeg = makeBlob("\xFF\xD8", "jpg");
     const auto plain = makeBlob("plain", "txt");
+    const auto files = makeBlob("plain", "txt");
+    files->addFurtherFile(plain);
     const std::string objectRefused = "T.C: 1 object has a form that % does not take.";
     const std::string rounded = "T.C: 1 number is rounded by %.";
     const std::string numberRefused = "T.C: 1 number has a size or form that % does not take.";
@@ -114,6 +117,9 @@ TEST(ClassicFindings, TellWhatIsLostAndNothingElse)
             "T.C: 1 date loses its seconds."},
         {"XLS", to(XLS), "DateTime", "01/01/2000 10:00:30", null, asText},
         {"XLS", to(XLS), "Boolean", "1", null, asText},
+        {"XLS", to(XLS), "BigInt", "9007199254740993", null, asText},
+        {"MySQL", to(SQL), "Attachment", files, plain,
+            "T.C: Of a cell with several files the first is written, 1 is left out."},
         {"SQLite", to(ExportFileType::SQLite), "DateTime", "01/01/2000 10:00:30", null, asText},
         {"XML", to(XML), "Text", "a&b", "a>b'\"", "T.C: 1 text makes the XML not well-formed."},
         {"XML", to(XML), "Text", "a\x01", "a\tb\n", "T.C: 1 text makes the XML not well-formed."},
@@ -195,6 +201,15 @@ TEST(ClassicFindings, TellOfRelationsAndOfTheEncoding)
                     "change."));
     EXPECT_THAT(found(*relation(false, false), to(SQL, Oracle)),
         ElementsAre("B.R: The relation will be enforced, which the database does not do."));
+    // What only letter case tells apart, MySQL does not.
+    auto broken = makeFile("/Shop.mdb", makeTable("A", {{"Id", "Text"}}, {{"x"}}),
+        makeTable("B", {{"A", "Text"}}, {{"x"}, {"X"}, {"y"}, {null}}));
+    setRelations(*broken, {{"R", "B", "A", {{"A", "Id"}}, true, true}});
+    EXPECT_THAT(
+        found(*broken, to(SQL)), ElementsAre("B.R: 1 record refers to one that is not there, so the relation fails."));
+    EXPECT_THAT(found(*broken, to(SQL, PostgreSQL)),
+        ElementsAre("B.R: 2 records refer to ones that are not there, so the relation fails."));
+    EXPECT_THAT(found(*broken, to(ExportFileType::SQLite)), IsEmpty());
     EXPECT_THAT(found(*relation(true, true, "C"), to(SQL)),
         ElementsAre("B.R: The relation refers to a table that is not exported."));
     const auto noKeys = with(to(SQL), [](ExportOptions& options) { options.includeForeignKeys = false; });

@@ -163,7 +163,7 @@ TEST(ExactText, ATextThatTheEncodingDoesNotHaveFailsItsTable)
         run(*makeFile("/nowhere/Shop.mdb", makeTable("Orders", {{"T", "Text"}}, {{"a"}, {"\u0416"}, {"b"}})), options);
     ASSERT_EQ(outcome.report.failures.size(), 1U);
     EXPECT_EQ(failureText(outcome.report.failures[0]),
-        "<Orders> Failed: Text cannot be represented in the selected encoding. Row 2");
+        "<Orders> Failed: Text cannot be represented in the selected encoding. Row 2, column T");
     EXPECT_FALSE(folder.read("Orders.csv"));
 }
 

@@ -138,6 +138,29 @@ TEST(OutputFile, WritesInPlaceWhatCannotBeReplaced)
     }
 }
 
+// Written in place it would be lost with the first error.
+TEST(OutputFile, LeavesAFileThatItsFolderKeepsFromUs)
+{
+    constexpr uid_t nobody = 65'534;
+    TempFolder folder;
+    std::filesystem::create_directory(folder.path("kept"));
+    folder.write("kept/a", "older");
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(folder.path("kept/a"), std::filesystem::perms(0666));
+    std::filesystem::permissions(folder.path("kept"), std::filesystem::perms(0555));
+    const bool isRoot = ::geteuid() == 0;
+    if (isRoot && ::seteuid(nobody) != 0) GTEST_SKIP() << "root must not become another user";
+    OutputFile file;
+    const bool isOpen = file.open(folder.path("kept/a"));
+    const int error = file.error();
+    file.discard();
+    ASSERT_TRUE(!isRoot || ::seteuid(0) == 0);
+    std::filesystem::permissions(folder.path("kept"), std::filesystem::perms(0755));
+    EXPECT_FALSE(isOpen);
+    EXPECT_EQ(error, EACCES);
+    EXPECT_EQ(folder.read("kept/a"), "older");
+}
+
 TEST(OutputFile, ErrorsStickUntilTheNextFile)
 {
     if (!std::filesystem::exists("/dev/full")) GTEST_SKIP();

@@ -20,6 +20,16 @@ std::optional<off_t> sizeOfRegularFile(int descriptor)
     return facts.st_size;
 }
 
+// Whatever errno said before is what it says behind. Links are followed.
+bool isRegularFile(const std::string& path)
+{
+    const int error = errno;
+    struct stat facts { };
+    const bool isRegular = path != standardOutputPath && ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
+    errno = error;
+    return isRegular;
+}
+
 } // namespace
 
 OutputFile::OutputFile()
@@ -35,7 +45,7 @@ bool OutputFile::open(const std::string& path)
     m_replacement = path == standardOutputPath ? nullptr : Replacement::create(path);
     if (m_replacement)
         m_descriptor = m_replacement->takeDescriptor();
-    else
+    else if (!isRegularFile(path))
         openInPlace(path);
     if (m_descriptor < 0) m_error = errno;
     return m_descriptor >= 0;

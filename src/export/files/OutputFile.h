@@ -25,9 +25,10 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    // Creates the file, beside an existing one that stays until `close`. What cannot be replaced (a device, a pipe, a
-    // file that its folder keeps from us, standard output) is written in place. False when nothing of that can be done.
-    // No file is open before; the object may be used for one file after the other.
+    // Creates the file, beside an existing one that stays until `close`. Standard output, a device, a pipe and what a
+    // link to nowhere means are written in place. False when nothing of that can be done, and for a file that its
+    // folder keeps from us: in place, it would be lost with the first error. No file is open before; the object may be
+    // used for one file after the other.
     [[nodiscard]] bool open(const std::string& path);
 
     void write(std::string_view bytes)

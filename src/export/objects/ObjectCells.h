@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,7 +16,9 @@ class TAdmMDBTable;
 [[nodiscard]] const TAdmBlobData* exportedObject(const std::shared_ptr<TAdmBlobData>& cell);
 
 // What that leaves out of a table, a line a column (localised): "Products.Picture: 2 damaged objects were left out."
-// `hasFiles`: the objects became files beside, the further ones of a cell too.
-[[nodiscard]] std::vector<std::string> leftOutObjects(const TAdmMDBTable& table, bool hasFiles = false);
+[[nodiscard]] std::vector<std::string> leftOutObjects(const TAdmMDBTable& table);
+
+// How many files the column's cells have behind their first, which is all that is written as a cell's value.
+[[nodiscard]] std::size_t furtherFileCount(const TAdmMDBTable& table, std::size_t column);
 
 } // namespace vellumo

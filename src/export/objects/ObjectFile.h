@@ -39,7 +39,7 @@ class TAdmBlobData;
 [[nodiscard]] std::string objectFileEnding(const TAdmBlobData& object);
 
 // Writes the object's bytes as a file. False when that failed, or when `path` leads to the database itself, which is
-// never written to. Then an older file is as it was; one that can only be written in place is empty.
+// never written to. Then an older file is as it was.
 [[nodiscard]] bool writeObjectFile(
     const TAdmBlobData& object, const std::string& path, const std::string& databasePath);
 // The same: nullopt when it was written, else the reason (localised), as the end of a sentence.

@@ -21,25 +21,6 @@ std::vector<std::size_t> columnsOf(const std::vector<ExactKey>& keys)
     return columns;
 }
 
-std::optional<std::size_t> columnIndex(const TAdmMDBTable& table, std::string_view name)
-{
-    for (std::size_t c = 0; c < table.columns().size(); ++c)
-        if (table.columns()[c]->name() == name) return c;
-    return std::nullopt;
-}
-
-// nullopt when the table lacks one of them.
-std::optional<std::vector<std::size_t>> columnIndexes(const TAdmMDBTable& table, const std::vector<std::string>& names)
-{
-    std::vector<std::size_t> columns;
-    for (const auto& name : names) {
-        const auto column = columnIndex(table, name);
-        if (!column) return std::nullopt;
-        columns.push_back(*column);
-    }
-    return columns;
-}
-
 bool isLong(const ExactColumn& column)
 {
     const auto kind = exactKind(column.column->type());

@@ -257,6 +257,24 @@ std::vector<ColumnSurvey> surveyRows(const TAdmMDBTable& table)
     return surveys;
 }
 
+std::optional<std::size_t> columnIndex(const TAdmMDBTable& table, std::string_view name)
+{
+    for (std::size_t c = 0; c < table.columns().size(); ++c)
+        if (table.columns()[c]->name() == name) return c;
+    return std::nullopt;
+}
+
+std::optional<std::vector<std::size_t>> columnIndexes(const TAdmMDBTable& table, const std::vector<std::string>& names)
+{
+    std::vector<std::size_t> columns;
+    for (const auto& name : names) {
+        const auto column = columnIndex(table, name);
+        if (!column) return std::nullopt;
+        columns.push_back(*column);
+    }
+    return columns;
+}
+
 std::size_t countRepeats(const TAdmMDBTable& table, std::span<const std::size_t> columns, KeyComparison comparison)
 {
     if (areRisingNumbers(table, columns)) return 0;

@@ -3,7 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace vellumo {
@@ -32,6 +35,11 @@ struct ColumnSurvey {
 
 // One a column, in their order.
 [[nodiscard]] std::vector<ColumnSurvey> surveyRows(const TAdmMDBTable& table);
+
+// The table's column of exactly this name, and those of several; nullopt when it lacks one.
+[[nodiscard]] std::optional<std::size_t> columnIndex(const TAdmMDBTable& table, std::string_view name);
+[[nodiscard]] std::optional<std::vector<std::size_t>> columnIndexes(
+    const TAdmMDBTable& table, const std::vector<std::string>& names);
 
 // Which keys are the same key.
 enum class KeyComparison {
