@@ -25,6 +25,7 @@ ChildWindow::ChildWindow(ChildWindowManager& manager, MainWindowView& mainWindow
 void ChildWindow::showTable(TAdmMDBTable* table)
 {
     m_tableToShow = table;
+    m_awaited = {};
     m_title = table == nullptr ? std::string() : format("%@ @%@", {table->name(), table->file()->name()});
     m_port->setTitle(m_title);
     auto& delegate = m_manager.delegate();
@@ -39,6 +40,21 @@ void ChildWindow::showTableAnew()
     auto& delegate = m_manager.delegate();
     m_dataView.setCaptionsShown(delegate.toggles().isShown(ViewToggle::Captions));
     m_dataView.showInstead(delegate.shownTable(m_tableToShow));
+}
+
+void ChildWindow::awaitTable()
+{
+    const auto item = m_jumpBar.idOf(TreeItem::of(*m_tableToShow));
+    showTable(nullptr);
+    m_awaited = item;
+}
+
+bool ChildWindow::showAwaitedTable()
+{
+    if (m_awaited.isNone()) return true;
+    auto* table = m_jumpBar.find(m_awaited).table;
+    if (table != nullptr) showTable(table);
+    return table != nullptr;
 }
 
 void ChildWindow::refreshChildJumpBarMenu()
@@ -88,6 +104,18 @@ void ChildWindowManager::closeChildrenForFile(const TAdmMDBFile& file)
         const auto* table = m_childWins[i]->tableToShow();
         if (table != nullptr && table->file() == &file) m_childWins[i]->windowWillClose();
     }
+}
+
+void ChildWindowManager::fileWillBeReadAgain(const TAdmMDBFile& file)
+{
+    for (const auto& window : m_childWins)
+        if (window->tableToShow() != nullptr && window->tableToShow()->file() == &file) window->awaitTable();
+}
+
+void ChildWindowManager::fileWasReadAgain()
+{
+    for (auto i = m_childWins.size(); i-- > 0;)
+        if (!m_childWins[i]->showAwaitedTable()) m_childWins[i]->windowWillClose();
 }
 
 void ChildWindowManager::removeChild(const ChildWindow& window)

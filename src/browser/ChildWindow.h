@@ -46,6 +46,10 @@ public:
     void showTable(TAdmMDBTable* table);
     // The same table, in the form and with the headers that are wanted now.
     void showTableAnew();
+    // The tables of the file go and come again: shows none, and then the one that has come in its place. False: there
+    // is none.
+    void awaitTable();
+    [[nodiscard]] bool showAwaitedTable();
     [[nodiscard]] TAdmMDBTable* tableToShow() const { return m_tableToShow; }
     // "Orders @Sales"; "" without a table.
     [[nodiscard]] const std::string& title() const { return m_title; }
@@ -70,6 +74,7 @@ private:
     DataView m_dataView;
     JumpBarMenu m_jumpBar;
     TAdmMDBTable* m_tableToShow = nullptr;
+    ItemId m_awaited; // none while nothing is awaited
     std::string m_title;
 };
 
@@ -90,6 +95,9 @@ public:
     void createChildWindow(TAdmMDBTable& table);
     // Closes the windows that show a table of the file.
     void closeChildrenForFile(const TAdmMDBFile& file);
+    // The windows of a file that is read again stay open, but for those whose table does not come again.
+    void fileWillBeReadAgain(const TAdmMDBFile& file);
+    void fileWasReadAgain();
     // The window object is gone afterwards.
     void removeChild(const ChildWindow& window);
     void AllAlwaysOnTop(bool isOnTop);

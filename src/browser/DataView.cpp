@@ -80,11 +80,14 @@ void DataView::showInstead(const TAdmMDBTable* table)
 {
     const auto selected = m_selectedRows.first();
     const auto record = selected ? std::optional(recordAt(*selected)) : std::nullopt;
+    const auto shown = m_recordShown;
+    const auto column = m_currentColumn;
     updateDataTableToShowMDBTable(table);
     reloadData();
     const auto position = record ? positionOfRecord(*record) : std::nullopt;
     selectRows(position ? RowSelection::ofRow(*position) : RowSelection());
     displayTextViewContent({});
+    if (shown && column && shown == record && position) displayCell(*column, *position);
 }
 
 void DataView::readLayout()

@@ -67,9 +67,10 @@ public:
     void sortByLastOpenDate();
     void sortByName();
 
-private:
+    // Takes fresh facts for an entry.
     void lookAt(TAdmMDBFile& file);
 
+private:
     const FileFactsSource& m_facts;
     Files m_recentFiles;
     std::map<const TAdmMDBFile*, std::uint64_t> m_ids; // of all entries

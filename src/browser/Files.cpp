@@ -11,6 +11,11 @@ Files::Files(MainWindowView& view, const DesktopPorts& desktop, Hooks hooks)
     , m_hooks(std::move(hooks))
     , m_list(desktop.fileFacts)
     , m_facts(desktop.fileFacts)
+    , m_diskLook(desktop.fileFacts, desktop.mainThread,
+          [this](const std::string& path, const std::optional<FileFacts>& facts) {
+              m_seenFacts[path] = facts;
+              m_view.partDidChange(WindowPart::ChangeBar);
+          })
     , m_opener(view, desktop.mainThread)
 {
 }
@@ -79,6 +84,7 @@ void Files::openAgain(const ItemId& id, Salvage salvage, std::function<void(TAdm
         const auto listed = m_list.find(id).file;
         if (listed == nullptr || !listed->active() || isInUse(*listed)) return;
         const auto file = m_list.share(*listed);
+        m_hooks.willReadAgain(*file);
         close(*file);
         begun(*file);
         read(file, {.salvage = salvage}, done);
@@ -88,7 +94,12 @@ void Files::openAgain(const ItemId& id, Salvage salvage, std::function<void(TAdm
 void Files::read(const std::shared_ptr<TAdmMDBFile>& file, const Once& once, const Done& done)
 {
     // Before the first page is read: a change that comes while it is read counts.
-    if (!file->active()) m_readFacts[file.get()] = m_facts.facts(file->fullPath());
+    if (!file->active()) {
+        m_list.lookAt(*file);
+        m_readFacts[file.get()] = m_facts.facts(file->fullPath());
+        m_seenFacts.erase(file->fullPath());
+        m_diskLook.forgetQuestion();
+    }
     m_opener.open(file, optionsFor(*file, once), [file, done](OpenResult result) { done(*file, result); });
 }
 
@@ -96,7 +107,9 @@ bool Files::hasChangedOnDisk(const TAdmMDBFile& file) const
 {
     const auto read = m_readFacts.find(&file);
     if (!file.active() || read == m_readFacts.end() || !read->second) return false;
-    const auto now = m_facts.facts(file.fullPath());
+    const auto seen = m_seenFacts.find(file.fullPath());
+    if (seen == m_seenFacts.end()) return false;
+    const auto& now = seen->second;
     return !now || now->size != read->second->size || now->modified != read->second->modified;
 }
 
@@ -116,6 +129,7 @@ void Files::drop(TAdmMDBFile& file)
         m_view.fileWillClose(file);
     }
     m_readFacts.erase(&file);
+    m_seenFacts.erase(file.fullPath());
     m_dropped.push_back(m_list.remove(file));
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "browser/DesktopPorts.h"
+#include "browser/DiskLook.h"
 #include "browser/FileList.h"
 #include "browser/FileOpener.h"
 
@@ -23,6 +24,8 @@ public:
     struct Hooks {
         // The tables of the file are about to go: every keeper lets go of them.
         std::function<void(TAdmMDBFile&)> willClose;
+        // The file is about to be closed, and opened anew at once.
+        std::function<void(TAdmMDBFile&)> willReadAgain;
         // Whether an export reads from the file.
         std::function<bool(const TAdmMDBFile&)> isExporting;
         // How a file is to be opened, as far as that is settled.
@@ -61,7 +64,10 @@ public:
     // in between, while it is closed.
     void openAgain(const ItemId& id, Salvage salvage, std::function<void(TAdmMDBFile&)> begun, Done done);
 
-    // Whether size or date of an open file are others than when it was read, or it is not there any more.
+    // Looks at the file, later: WindowPart::ChangeBar tells that it was seen. Only one file at a time is looked at.
+    void lookAtDisk(const TAdmMDBFile& file) { m_diskLook.begin(file.fullPath()); }
+    // Whether size or date of an open file are others than when it was read, or it is not there any more, as far as
+    // it was looked at.
     [[nodiscard]] bool hasChangedOnDisk(const TAdmMDBFile& file) const;
 
     // The file stays in the list, unopened.
@@ -86,6 +92,8 @@ private:
     FileList::Files m_dropped;
     const FileFactsSource& m_facts;
     std::map<const TAdmMDBFile*, std::optional<FileFacts>> m_readFacts; // as they were before a file was read
+    std::map<std::string, std::optional<FileFacts>> m_seenFacts;        // as they were seen since, by path
+    DiskLook m_diskLook;
     FileOpener m_opener;
 };
 

@@ -36,6 +36,17 @@ InformationPane::Entry entryOf(const TAdmMDBObject& object)
     return entry;
 }
 
+// Of a file that is not there only the name and the place are known.
+InformationPane::Entry missingEntry(const TAdmMDBFile& file)
+{
+    InformationPane::Entry entry{file.name(), {}};
+    for (const auto& [id, value] : file.information())
+        if (id == PropertyId::Name || id == PropertyId::Where)
+            entry.properties.push_back({infoLabel(id), infoText(value)});
+    entry.properties.push_back({localized("State"), localized("The file is not there any more.")});
+    return entry;
+}
+
 template <typename List> std::vector<InformationPane::Entry> entriesOf(const List& objects)
 {
     std::vector<InformationPane::Entry> entries;
@@ -118,10 +129,10 @@ void InformationPane::selectType(Type type)
     if (isTypeShown(type)) m_selectedType = type;
 }
 
-void InformationPane::refreshFileInfo(const TAdmMDBFile* file)
+void InformationPane::refreshFileInfo(const TAdmMDBFile* file, bool isMissing)
 {
     content(Type::File) = {};
-    if (file != nullptr) content(Type::File).entries.push_back(entryOf(*file));
+    if (file != nullptr) content(Type::File).entries.push_back(isMissing ? missingEntry(*file) : entryOf(*file));
 }
 
 void InformationPane::refreshContentsInfo(const TAdmMDBFile* file)

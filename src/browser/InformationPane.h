@@ -54,8 +54,8 @@ public:
     // A type that is not shown stays unselected.
     void selectType(Type type);
 
-    // Each takes its texts anew; null for nothing to tell about.
-    void refreshFileInfo(const TAdmMDBFile* file);
+    // Each takes its texts anew; null for nothing to tell about. `isMissing`: the file is not there.
+    void refreshFileInfo(const TAdmMDBFile* file, bool isMissing);
     void refreshContentsInfo(const TAdmMDBFile* file);
     void refreshTableInfo(const TAdmMDBTable* table);
     void refreshColumnInfo(const TAdmMDBTable* table);

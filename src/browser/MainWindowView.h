@@ -30,6 +30,7 @@ enum class WindowPart {
     Navigation, // whether Back and Next can be used, in toolbar and menu
     JumpBar,    // its items or its selection; so often that its menus are better made when they are about to open
     SearchMenu, // the text of the search field as well
+    ChangeBar,  // whether the selected file has changed on disk
     Settings,   // what is settled for all files, or for the selected one
 };
 

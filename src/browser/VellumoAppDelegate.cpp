@@ -13,6 +13,9 @@ VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const Desktop
     , m_desktop(desktop)
     , m_files(mainWindow, desktop,
           {[this](TAdmMDBFile& file) { letGoOf(file); },
+              [this](TAdmMDBFile& file) {
+                  if (m_childWinManager) m_childWinManager->fileWillBeReadAgain(file);
+              },
               [this](const TAdmMDBFile& file) { return m_exports.isExporting(file); },
               [this](const TAdmMDBFile& file) { return m_openChoices.optionsFor(file); }})
     , m_selection(m_files.list())
@@ -104,7 +107,7 @@ void VellumoAppDelegate::showTableInformation()
 
 void VellumoAppDelegate::refreshFileInfo()
 {
-    m_information.refreshFileInfo(selectedFile());
+    m_information.refreshFileInfo(selectedFile(), !isSelectedFileOpen() && isSelectedFileMissing());
     m_view.informationDidChange(InformationChange::Lists, InformationType::File);
     m_information.refreshContentsInfo(selectedFile());
     m_view.informationDidChange(InformationChange::Lists, InformationType::Contents);

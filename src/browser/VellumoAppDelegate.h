@@ -100,7 +100,9 @@ public:
     void SetTextEncoding(std::optional<int> codePage);
     // Reads the selected file again, or opens it when it is closed; what was selected stays so.
     void ReadAgain();
-    // That the selected file has changed on disk since it was read; "" when it has not. Looks at the disk.
+    // Looks whether the selected file has changed on disk; what comes of it is told by WindowPart::ChangeBar.
+    void lookAtDisk();
+    // That the selected file has changed on disk since it was read; "" when that was not seen.
     [[nodiscard]] std::string changeBarText() const;
     // What the bar above the grid tells of the selected file; "" for no bar.
     [[nodiscard]] std::string damageBarText() const;
@@ -229,6 +231,7 @@ private:
     void lookupDidFind(const TAdmMDBTable& table) override;
     void lookupDidFail(const TAdmMDBTable& table) override;
     [[nodiscard]] bool isSelectedFileOpen() const { return selectedFile() != nullptr && selectedFile()->active(); }
+    [[nodiscard]] bool isSelectedFileMissing() const;
     void letGoOf(TAdmMDBFile& file);
     void restoreTreeSelection();
 

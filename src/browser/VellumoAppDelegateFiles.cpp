@@ -240,6 +240,16 @@ void VellumoAppDelegate::ReadAgain()
     if (canUse(FileCommand::Close, Sender::Other)) openAgain(m_files.list().idOf(m_selection.item()), Salvage::None);
 }
 
+void VellumoAppDelegate::lookAtDisk()
+{
+    if (isSelectedFileOpen()) m_files.lookAtDisk(*selectedFile());
+}
+
+bool VellumoAppDelegate::isSelectedFileMissing() const
+{
+    return selectedFile() != nullptr && m_files.list().isMissing(*selectedFile());
+}
+
 std::string VellumoAppDelegate::changeBarText() const
 {
     const auto* file = selectedFile();

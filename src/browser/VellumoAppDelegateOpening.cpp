@@ -71,6 +71,7 @@ void VellumoAppDelegate::didOpenAgain(TAdmMDBFile& file, Salvage salvage, const 
         selectWhereShown(m_files.list().find(id));
         m_view.scrollToTreeSelection();
     }
+    if (m_childWinManager) m_childWinManager->fileWasReadAgain();
     refreshJumpBarMenu();
     if (result == OpenResult::Failed)
         openDidFail(file, Alert::Style::Sheet, {.salvage = salvage},

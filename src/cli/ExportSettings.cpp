@@ -79,22 +79,16 @@ std::map<ExportOption, const char*> givenArguments(const ExportSettings& setting
     return given;
 }
 
-// The exact style has a decimal point, and only it keeps what these options change apart from the rest.
-Complaint complaintAboutStyle(const ExportSettings& settings)
-{
-    const bool isExact = optionsFrom(settings).isExact;
-    if (isExact && settings.decimalSymbol) return doesNotApply("--decimal-symbol", "--exact");
-    if (!isExact && settings.objects) return onlyWithExact("--objects");
-    if (!isExact && isGiven(settings, ExportOption::GuardFormulas)) return onlyWithExact("--guard-formulas");
-    return std::nullopt;
-}
-
 Complaint complaintAboutOptions(const ExportSettings& settings, const FormatInfo& format)
 {
     if (settings.isSingleFile && !format.hasSingleFileMode()) return doesNotApply("--single-file", format.name);
-    for (const auto& [option, argument] : givenArguments(settings))
+    const auto given = givenArguments(settings);
+    for (const auto& [option, argument] : given)
         if (!format.has(option)) return doesNotApply(argument, format.name);
-    return complaintAboutStyle(settings);
+    const bool isExact = optionsFrom(settings).isExact;
+    for (const auto& [option, argument] : given)
+        if (!format.has(option, isExact)) return isExact ? doesNotApply(argument, "--exact") : onlyWithExact(argument);
+    return std::nullopt;
 }
 
 Complaint complaintAboutValues(const ExportSettings& settings, const FormatInfo& format)

@@ -124,6 +124,13 @@ constexpr FormatInfo unknownFormat = {
 
 } // namespace
 
+// The exact style has a decimal point, and only it keeps apart from the rest what the other two change.
+bool FormatInfo::has(ExportOption option, bool isExact) const
+{
+    const bool isOnlyExact = option == Option::GuardFormulas || option == Option::Objects;
+    return has(option) && (isExact ? option != Option::DecimalSymbol : !isOnlyExact);
+}
+
 bool FormatInfo::offers(FieldDelimiter delimiter) const
 {
     return std::ranges::find(fieldDelimiters, delimiter) != fieldDelimiters.end();

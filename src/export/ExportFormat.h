@@ -50,8 +50,8 @@ enum class ExportOption : unsigned {
     Data,
     Exact,
     ByteOrderMark,
-    GuardFormulas, // only exact
-    Objects,       // as files beside
+    GuardFormulas,
+    Objects, // as files beside
 };
 
 class ExportOptionSet {
@@ -92,6 +92,8 @@ struct FormatInfo {
     ExportWriter writer;
 
     [[nodiscard]] bool has(ExportOption option) const { return options.has(option); }
+    // Whether it also has a meaning in that style.
+    [[nodiscard]] bool has(ExportOption option, bool isExact) const;
     // Whether all tables may go to one file.
     [[nodiscard]] bool hasSingleFileMode() const { return output != ExportOutput::Folder; }
     [[nodiscard]] bool offers(FieldDelimiter delimiter) const;

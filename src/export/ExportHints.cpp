@@ -36,6 +36,8 @@ public:
         collectTables();
         if (!m_options.isSingleFile) collectFileNames();
         collectContents();
+        if (!m_options.objectsFolder.empty())
+            static_cast<void>(collectFolder(Place::Objects, m_options.objectsFolder, true));
         collectPath();
         return std::move(m_hints);
     }
@@ -48,6 +50,7 @@ private:
     void collectFileNames();
     void collectContents();
     void collectPath();
+    [[nodiscard]] bool collectFolder(Place place, const std::filesystem::path& folder, bool isMade);
     void collectTargets();
     void collectReplaced(const std::vector<std::string>& names);
     [[nodiscard]] std::vector<std::string> targetPaths() const;
@@ -94,18 +97,24 @@ void Collector::collectPath()
                                    : localized("Choose the folder to export to."));
     const auto folder = m_options.isSingleFile ? std::filesystem::path(m_options.path).parent_path()
                                                : std::filesystem::path(m_options.path);
+    if (collectFolder(Place::Path, folder, !m_options.isSingleFile)) collectTargets();
+}
+
+// Whether the folder is there to be written to. `isMade`: when only it is missing, the export makes it.
+bool Collector::collectFolder(Place place, const std::filesystem::path& folder, bool isMade)
+{
     const auto shownFolder = folder.empty() ? std::filesystem::path(".") : folder;
     std::error_code error;
-    const bool isThere = std::filesystem::is_directory(shownFolder, error);
+    const auto told = [&](Kind kind, std::string text) { return add(kind, place, std::move(text)), false; };
+    if (std::filesystem::is_directory(shownFolder, error)) {
+        if (::access(shownFolder.c_str(), W_OK | X_OK) == 0) return true;
+        return told(Kind::Warning, localizedFormat("You may not create files in the folder “%@”.", {folder.string()}));
+    }
     const auto parent =
         shownFolder.has_filename() ? shownFolder.parent_path() : shownFolder.parent_path().parent_path();
-    if (!isThere && !m_options.isSingleFile && std::filesystem::is_directory(parent, error)
-        && !std::filesystem::exists(shownFolder, error))
-        return add(Kind::Note, Place::Path, localizedFormat("The folder “%@” will be made.", {folder.string()}));
-    if (!isThere) return warn(Place::Path, localizedFormat("There is no folder “%@”.", {folder.string()}));
-    if (::access(shownFolder.c_str(), W_OK | X_OK) != 0)
-        return warn(Place::Path, localizedFormat("You may not create files in the folder “%@”.", {folder.string()}));
-    collectTargets();
+    if (isMade && std::filesystem::is_directory(parent, error) && !std::filesystem::exists(shownFolder, error))
+        return told(Kind::Note, localizedFormat("The folder “%@” will be made.", {folder.string()}));
+    return told(Kind::Warning, localizedFormat("There is no folder “%@”.", {folder.string()}));
 }
 
 std::vector<std::string> Collector::targetPaths() const

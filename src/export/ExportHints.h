@@ -18,7 +18,7 @@ struct ExportHint {
         Warning, // the export can start, but not everything will come out as expected
         Note,    // the export does something that is not asked for by name
     };
-    enum class Place { Tables, Contents, Path };
+    enum class Place { Tables, Contents, Objects, Path };
     Kind kind;
     Place place;
     std::string text; // localised

@@ -16,7 +16,7 @@ struct FileFacts {
     Timestamp accessed;
 };
 
-// Size and dates of a file or folder.
+// Size and dates of a file or folder. Any thread.
 class FileFactsSource {
 public:
     virtual ~FileFactsSource() = default;

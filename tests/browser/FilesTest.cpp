@@ -7,6 +7,7 @@
 #include "support/FakeDesktop.h"
 #include "support/ModelBuilder.h"
 
+#include <future>
 #include <gmock/gmock.h>
 
 namespace vellumo {
@@ -56,8 +57,8 @@ TEST(Files, AFileInUseStaysWhateverTheDocumentsSay)
     bool isExporting = true;
     std::vector<std::string> closed;
     Files files(window, desktop.ports,
-        {[&](TAdmMDBFile& file) { closed.push_back(file.name()); }, [&](const TAdmMDBFile&) { return isExporting; },
-            [](const TAdmMDBFile&) { return OpenOptions(); }});
+        {[&](TAdmMDBFile& file) { closed.push_back(file.name()); }, [](TAdmMDBFile&) {},
+            [&](const TAdmMDBFile&) { return isExporting; }, [](const TAdmMDBFile&) { return OpenOptions(); }});
     files.reconcile({"/d/F.mdb"});
     auto& file = *files.list().recentFiles().front();
     const std::weak_ptr<TAdmMDBFile> kept = files.list().share(file);
@@ -74,6 +75,51 @@ TEST(Files, AFileInUseStaysWhateverTheDocumentsSay)
     EXPECT_FALSE(kept.expired()) << "the tree still has its row";
     files.forgetDropped();
     EXPECT_TRUE(kept.expired());
+}
+
+// Does not answer until it is told to, as a file system that is gone.
+class SlowFacts : public FileFactsSource {
+public:
+    std::optional<FileFacts> facts(const std::string&) const override
+    {
+        m_mayAnswer.wait();
+        return FileFacts{5, {}, {}, {}};
+    }
+    void answer() { m_answer.set_value(); }
+
+private:
+    std::promise<void> m_answer;
+    std::shared_future<void> m_mayAnswer{m_answer.get_future()};
+};
+
+TEST(DiskLook, WaitsForNoFileSystem)
+{
+    MainThreadQueue mainThread;
+    SlowFacts slow;
+    FakeFileFacts quick;
+    quick.byPath["/d/F.mdb"] = {3, {}, {}, {}};
+    std::string seen;
+    const auto note = [&](const std::string& path, const auto& facts) {
+        seen += path + (facts ? " " + std::to_string(facts->size) : " is gone") + "; ";
+    };
+    {
+        DiskLook hanging(slow, mainThread, note);
+        hanging.begin("/d/A.mdb"); // and goes without an answer
+    }
+    DiskLook forgetful(quick, mainThread, note);
+    forgetful.begin("/d/F.mdb");
+    forgetful.forgetQuestion();
+    DiskLook look(slow, mainThread, note);
+    look.begin("/d/B.mdb");
+    look.begin("/d/C.mdb"); // has no turn while B has no answer
+    slow.answer();
+    mainThread.runUntil([&] { return !seen.empty(); });
+    look.begin("/d/D.mdb");
+    DiskLook other(quick, mainThread, note);
+    mainThread.runUntil([&] { return seen.find("D.mdb") != std::string::npos; });
+    other.begin("/d/E.mdb");
+    mainThread.runUntil([&] { return seen.find("E.mdb") != std::string::npos; });
+    EXPECT_EQ(seen, "/d/B.mdb 5; /d/D.mdb 5; /d/E.mdb is gone; ");
 }
 
 } // namespace

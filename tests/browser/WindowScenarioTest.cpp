@@ -121,6 +121,46 @@ TEST_F(Scenario, ASearchKeepsTheSelectedRecordWhileItIsFound)
     EXPECT_EQ(s.app().search().searchOption, SearchOption::Equals) << "the heading is no option";
 }
 
+TEST_F(Scenario, AFileThatHasChangedIsReadAgainUnderItsWindows)
+{
+    s.makeDatabase("Sales.mdb", {{"Items", 2}, {"Orders", 1}});
+    s.fileFacts.byPath[sales] = {100, {}, {}, {}};
+    s.start();
+    s.openByPanel({sales});
+    s.click("Sales/Items");
+    s.app().OpenTableInNewWindow(*s.item("Sales/Items").table);
+    s.app().OpenTableInNewWindow(*s.item("Sales/Orders").table);
+    EXPECT_EQ(s.app().changeBarText(), "");
+
+    s.makeDatabase("Sales.mdb", {{"Items", 3}});
+    s.fileFacts.byPath[sales] = {200, {}, {}, {}};
+    s.app().lookAtDisk();
+    s.mainThread.runUntil([&] { return !s.app().changeBarText().empty(); });
+    EXPECT_EQ(s.app().changeBarText(), "“Sales.mdb” has changed on disk since it was read.");
+    s.app().ReadAgain();
+    s.finishOpening();
+    EXPECT_EQ(s.app().changeBarText(), "");
+    EXPECT_EQ(s.app().selectedFile()->size(), 200U);
+    EXPECT_EQ(s.sight().tree, "Sales[Items*]");
+    const auto& windows = s.app().childWinManager()->childWins();
+    ASSERT_EQ(windows.size(), 1U) << "Orders has gone";
+    EXPECT_EQ(windows[0]->title(), "Items @Sales");
+    EXPECT_EQ(windows[0]->dataView().numberOfRows(), 3U);
+
+    s.fileFacts.byPath.clear();
+    s.app().lookAtDisk();
+    s.mainThread.runUntil([&] { return !s.app().changeBarText().empty(); });
+    std::filesystem::remove(sales);
+    s.app().ReadAgain();
+    s.finishOpening();
+    EXPECT_TRUE(windows.empty());
+    s.click("Sales"); // closed and gone: of its size and dates nothing is known
+    std::string rows;
+    for (const auto& [label, value] : s.app().information().entries(InformationType::File)[0].properties)
+        rows += label + "; ";
+    EXPECT_EQ(rows, "Name; Where; State; ");
+}
+
 TEST_F(Scenario, BackAndNextWalkThroughTheVisits)
 {
     const auto letters = s.makeDatabase("L.mdb", {{"A", 1}, {"B", 1}, {"C", 1}, {"D", 1}});

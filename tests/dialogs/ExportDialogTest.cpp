@@ -94,11 +94,11 @@ TEST(ExportDialog, ShowsWhatTheTypeNeeds)
 {
     const std::string delimited =
         "-exactCheckBox +includeColumnHeaderCheckBox fieldDelimiterPopup recordDelimiterPopup "
-        "decimalSymbolTextField encodingPopup";
+        "decimalSymbolTextField encodingPopup -byteOrderMarkCheckBox -guardFormulasCheckBox objectsRow";
     const std::string sql =
         "exportSingleFileCheckBox -exactCheckBox sqlFormatPopup schemaNameTextField decimalSymbolTextField "
         "+exportStructureCheckBox +includeDropTableCheckBox +includeForeignKeyCheckBox "
-        "+includeIndexCheckBox +exportDataCheckBox";
+        "+includeIndexCheckBox +exportDataCheckBox objectsRow";
     const struct {
         const char* title;
         ExportFileType type;
@@ -108,15 +108,16 @@ TEST(ExportDialog, ShowsWhatTheTypeNeeds)
     } cases[] = {
         {"Export CSV – Shop.mdb", CSV, nullptr, delimited, false},
         {"Export TXT – Shop.mdb", TXT, "Orders", delimited, false},
-        {"Export XML – Shop.mdb", XML, nullptr, "-exactCheckBox decimalSymbolTextField encodingPopup", false},
-        {"Export XLS – Shop.mdb", XLS, nullptr, "+exportSingleFileCheckBox -exactCheckBox +includeColumnHeaderCheckBox",
-            true},
+        {"Export XML – Shop.mdb", XML, nullptr,
+            "-exactCheckBox decimalSymbolTextField encodingPopup -byteOrderMarkCheckBox objectsRow", false},
+        {"Export XLS – Shop.mdb", XLS, nullptr,
+            "+exportSingleFileCheckBox -exactCheckBox +includeColumnHeaderCheckBox objectsRow", true},
         {"Export XLS – Shop.mdb", XLS, "Orders",
-            "-exportSingleFileCheckBox -exactCheckBox +includeColumnHeaderCheckBox", false},
+            "-exportSingleFileCheckBox -exactCheckBox +includeColumnHeaderCheckBox objectsRow", false},
         {"Export SQL – Shop.mdb", SQL, nullptr, "+" + sql, true},
         {"Export SQL – Shop.mdb", SQL, "Orders", "-" + sql, false},
         {"Export SQLite – Shop.mdb", SQLite, "Orders",
-            "-exactCheckBox +includeForeignKeyCheckBox +includeIndexCheckBox +exportDataCheckBox", true},
+            "-exactCheckBox +includeForeignKeyCheckBox +includeIndexCheckBox +exportDataCheckBox objectsRow", true},
     };
     for (const auto& c : cases) {
         ExportDesk desk;
@@ -202,6 +203,25 @@ TEST(ExportDialog, TheSchemaBelongsToSomeDialects)
         QTest::keyClick(&dialect, Qt::Key_Down);
     }
     EXPECT_EQ(enabled, "01101");
+}
+
+TEST(ExportDialog, TheExactStyleBringsOptionsOfItsOwn)
+{
+    ExportDesk desk;
+    Screen screen(desk, CSV);
+    auto& field = screen.field("objectsFolderTextField");
+    EXPECT_FALSE(screen.box("guardFormulasCheckBox").isEnabled() || field.isEnabled());
+    screen.box("exactCheckBox").click();
+    EXPECT_TRUE(screen.box("guardFormulasCheckBox").isEnabled() && field.isEnabled());
+    EXPECT_FALSE(screen.field("decimalSymbolTextField").isEnabled());
+    desk.panels.folder = desk.folder.path("none/more");
+    screen.click("objectsFolderButton");
+    EXPECT_EQ(field.text().toStdString(), desk.folder.path("none/more"));
+    EXPECT_THAT(screen.hint("objectsHint").toStdString(), testing::StartsWith("There is no folder"));
+    field.clear();
+    QTest::keyClicks(&field, "/");
+    QTest::keyClick(&field, Qt::Key_Backspace);
+    EXPECT_EQ(screen.hint("objectsHint"), "");
 }
 
 TEST(ExportDialog, WarnsOfAnEncodingThatCutsTexts)

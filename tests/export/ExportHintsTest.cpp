@@ -56,6 +56,10 @@ TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
             {"missing: Select the structure, the rows or both."}},
         {"no such folder yet", CSV, path("%/none"), {"note: The folder “%/none” will be made."}},
         {"no such folder", CSV, path("%/none/more"), {"warning: There is no folder “%/none/more”."}},
+        {"no such folder of objects", CSV, [](Plan& plan) { plan.options.objectsFolder = "%/none/more"; },
+            {"warning: There is no folder “%/none/more”."}},
+        {"a new folder of objects", SQL, [](Plan& plan) { plan.options.objectsFolder = "%/new"; },
+            {"note: The folder “%/new” will be made."}},
         {"no such folder of a file", XLS, path("%/none/x.xls"), {"warning: There is no folder “%/none”."}},
         {"a file that exists", XLS, path("%/old.xls"), {"warning: The file “old.xls” exists and will be replaced."}},
         {"a file among those of the tables", CSV, fileName(0, "old.xls"),
@@ -96,6 +100,7 @@ TEST(ExportHints, SaysWhatIsMissingAndWhatWillSurprise)
         };
         c.change(plan);
         plan.options.path = inFolder(plan.options.path);
+        plan.options.objectsFolder = inFolder(plan.options.objectsFolder);
         std::vector<std::string> expected;
         for (const auto& hint : c.hints)
             expected.push_back(inFolder(hint));

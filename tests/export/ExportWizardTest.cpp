@@ -238,11 +238,31 @@ TEST(ExportWizard, OptionsOfAFormatAreRemembered)
     EXPECT_FALSE(controls.exportStructureCheckBox.value || controls.includeIndexCheckBox.isEnabled);
     EXPECT_EQ(next.options().isExact, controls.exactCheckBox.isVisible);
 
+    {
+        ExportWizard csv(*file, nullptr, CSV, desktop.ports);
+        auto& boxes = csv.controls();
+        boxes.byteOrderMarkCheckBox.value = boxes.guardFormulasCheckBox.value = boxes.exactCheckBox.value = true;
+        csv.changeExact();
+        desktop.panels.folder = "/pictures";
+        csv.selectObjectsFolder();
+        EXPECT_EQ(csv.options().objectsFolder, "/pictures");
+        csv.ok();
+    }
     desktop.defaults.strings["export.csv.encoding"] = "no number";
     desktop.defaults.strings["export.csv.fieldDelimiter"] = "0"; // which a CSV file does not offer
-    const ExportWizard csv(*file, nullptr, CSV, desktop.ports);
+    ExportWizard csv(*file, nullptr, CSV, desktop.ports);
     EXPECT_EQ(csv.options().encoding, 4U);
     EXPECT_EQ(csv.options().fieldDelimiter, FieldDelimiter::Comma);
+    EXPECT_TRUE(csv.options().hasByteOrderMark && csv.options().guardsFormulas);
+    // The classic style has no files of objects, nor does it guard; going back finds both again.
+    csv.controls().exactCheckBox.value = false;
+    csv.changeExact();
+    EXPECT_FALSE(csv.controls().guardFormulasCheckBox.isEnabled || csv.options().guardsFormulas);
+    EXPECT_TRUE(csv.options().hasByteOrderMark);
+    EXPECT_EQ(csv.options().objectsFolder, "");
+    csv.controls().exactCheckBox.value = true;
+    csv.changeExact();
+    EXPECT_EQ(csv.options().objectsFolder, "/pictures");
 }
 
 TEST(ExportWizard, ExportsWhatTheGridShows)

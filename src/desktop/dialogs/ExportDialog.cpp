@@ -10,11 +10,18 @@
 
 #include <QFontDatabase>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
+
+#include <algorithm>
 
 namespace vellumo {
 
 namespace {
+
+constexpr double largestPart = 0.9; // of the screen
 
 // A widget that has a row of the form goes with its label, and leaves no gap.
 void setShown(QFormLayout& form, QWidget* widget, bool isShown)
@@ -25,6 +32,38 @@ void setShown(QFormLayout& form, QWidget* widget, bool isShown)
         widget->setVisible(isShown);
 }
 
+// The options: as high as they are where the screen has the room, and scrolled where it has not.
+class OptionsArea : public QScrollArea {
+public:
+    OptionsArea()
+    {
+        setFrameShape(NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const auto width = std::max(widget()->sizeHint().width(), viewport()->width());
+        const bool isWrapped = widget()->hasHeightForWidth();
+        return {minimumSizeHint().width(), isWrapped ? widget()->heightForWidth(width) : widget()->sizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override
+    {
+        constexpr int leastHeight = 160;
+        return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(), leastHeight};
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const bool isFiltered = QScrollArea::eventFilter(watched, event);
+        if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+        return isFiltered;
+    }
+};
+
 } // namespace
 
 ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent)
@@ -34,6 +73,7 @@ ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent
     , m_tables(new ExportTableModel(*m_wizard, this))
 {
     m_ui->setupUi(this);
+    setUpOptions();
     const auto& file = m_wizard->exportFile();
     setWindowTitle(toQString(format("%@ – %@.%@",
         {localized(exportFormat(m_wizard->exportFileType()).commandKey), file.name(), file.fileExtension()})));
@@ -45,12 +85,31 @@ ExportDialog::ExportDialog(std::shared_ptr<ExportWizard> wizard, QWidget* parent
     setUpPreview();
     m_wizard->setView(this);
     showControls();
+    resize(size().boundedTo(parent == nullptr ? size() : parent->screen()->availableSize() * largestPart));
+    growToOptions();
     m_ui->tableSelectionTableView->setFocus();
 }
 
 ExportDialog::~ExportDialog()
 {
     if (!m_hasEnded) m_wizard->setView(nullptr);
+}
+
+void ExportDialog::setUpOptions()
+{
+    auto* group = m_ui->optionsGroup;
+    const auto place = m_ui->columnsLayout->indexOf(group);
+    auto* area = new OptionsArea;
+    area->setWidget(group); // out of the layout
+    m_ui->columnsLayout->insertWidget(place, area);
+}
+
+// What comes to be said of the options makes room for itself.
+void ExportDialog::growToOptions()
+{
+    const auto most = screen()->availableSize() * largestPart;
+    const auto wanted = std::min(sizeHint().height(), most.height());
+    if (wanted > height()) resize(width(), wanted);
 }
 
 void ExportDialog::setUpTableList()
@@ -74,7 +133,10 @@ void ExportDialog::setUpTableList()
 void ExportDialog::setUpPreview()
 {
     constexpr int delayMs = 150;
+    constexpr int tabInLetters = 16;
     m_ui->previewText->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_ui->previewText->setTabStopDistance(
+        tabInLetters * QFontMetricsF(m_ui->previewText->font()).horizontalAdvance(' '));
     m_previewTimer.setSingleShot(true);
     m_previewTimer.setInterval(delayMs);
     connect(&m_previewTimer, &QTimer::timeout, this, &ExportDialog::showPreview);
@@ -82,7 +144,11 @@ void ExportDialog::setUpPreview()
 
 void ExportDialog::showPreview() { m_ui->previewText->setPlainText(toQString(m_wizard->preview())); }
 
-void ExportDialog::findingsChanged() { showFindings(); }
+void ExportDialog::findingsChanged()
+{
+    showFindings();
+    QTimer::singleShot(0, this, &ExportDialog::growToOptions);
+}
 
 void ExportDialog::showFindings()
 {
@@ -96,7 +162,7 @@ void ExportDialog::showFindings()
 void ExportDialog::setUpHints()
 {
     m_hintLabels = {{m_ui->tablesHint, ExportHint::Place::Tables}, {m_ui->contentsHint, ExportHint::Place::Contents},
-        {m_ui->pathHint, ExportHint::Place::Path}};
+        {m_ui->objectsHint, ExportHint::Place::Objects}, {m_ui->pathHint, ExportHint::Place::Path}};
 }
 
 void ExportDialog::connectCheckBox(QCheckBox* box, CheckBox ExportControls::*control, Action action)
@@ -159,6 +225,8 @@ void ExportDialog::connectCheckBoxes()
         m_ui->exportSingleFileCheckBox, &Controls::exportSingleFileCheckBox, &ExportWizard::exportSingleFile);
     connectCheckBox(m_ui->exactCheckBox, &Controls::exactCheckBox, &ExportWizard::changeExact);
     connectCheckBox(m_ui->includeColumnHeaderCheckBox, &Controls::includeColumnHeaderCheckBox, nullptr);
+    connectCheckBox(m_ui->byteOrderMarkCheckBox, &Controls::byteOrderMarkCheckBox, nullptr);
+    connectCheckBox(m_ui->guardFormulasCheckBox, &Controls::guardFormulasCheckBox, nullptr);
     connectCheckBox(
         m_ui->exportStructureCheckBox, &Controls::exportStructureCheckBox, &ExportWizard::exportTableStructure);
     connectCheckBox(m_ui->includeDropTableCheckBox, &Controls::includeDropTableCheckBox, nullptr);
@@ -178,6 +246,7 @@ void ExportDialog::connectFields()
     connectPopup(m_ui->sqlFormatPopup, &Controls::sqlFormatPopup, &ExportWizard::changeSQLFormat);
     connectTextField(m_ui->decimalSymbolTextField, &Controls::decimalSymbolTextField, nullptr);
     connectTextField(m_ui->schemaNameTextField, &Controls::schemaNameTextField, nullptr);
+    connectTextField(m_ui->objectsFolderTextField, &Controls::objectsFolderTextField, nullptr);
     connectTextField(m_ui->exportPathTextField, &Controls::exportPathTextField, &ExportWizard::enableOkButtonCheck);
 }
 
@@ -189,6 +258,8 @@ void ExportDialog::connectButtons()
     forward(m_ui->selectAllButton, &ExportWizard::selectAll);
     forward(m_ui->deselectAllButton, &ExportWizard::deselectAll);
     forward(m_ui->exportPathButton, &ExportWizard::selectExportPath);
+    m_ui->objectsFolderButton->setIcon(icon("open_folder"));
+    forward(m_ui->objectsFolderButton, &ExportWizard::selectObjectsFolder);
     auto* ok = m_ui->buttonBox->button(QDialogButtonBox::Ok);
     ok->setText(localizedText("Exp&ort"));
     ok->setDefault(true);
@@ -231,6 +302,8 @@ void ExportDialog::showRows()
     m_ui->optionsLayout->setRowVisible(m_ui->structureOptions,
         controls.includeDropTableCheckBox.isVisible || controls.includeForeignKeyCheckBox.isVisible
             || controls.includeIndexCheckBox.isVisible);
+    m_ui->optionsLayout->setRowVisible(m_ui->objectsRow, controls.objectsFolderTextField.isVisible);
+    m_ui->objectsFolderButton->setEnabled(controls.objectsFolderTextField.isEnabled);
     m_ui->tableSelectionTableView->setColumnHidden(ExportTableModel::FileName, !controls.isFileNameColumnVisible);
 }
 
@@ -239,7 +312,8 @@ void ExportDialog::showHints()
     const auto hints = m_wizard->hints();
     for (const auto& [label, place] : m_hintLabels)
         label->show(hints, place);
-    m_ui->optionsLayout->setRowVisible(m_ui->contentsHint, !m_ui->contentsHint->text().isEmpty());
+    for (auto* hint : {m_ui->contentsHint, m_ui->objectsHint})
+        m_ui->optionsLayout->setRowVisible(hint, !hint->text().isEmpty());
     m_ui->exportPathTextField->setAccessibleDescription(m_ui->pathHint->text());
     QStringList missing;
     for (const auto& hint : hints)
@@ -249,6 +323,7 @@ void ExportDialog::showHints()
     ok->setAccessibleDescription(missing.join(' '));
     showFindings();
     m_previewTimer.start();
+    QTimer::singleShot(0, this, &ExportDialog::growToOptions);
 }
 
 void ExportDialog::reloadTableList() { m_tables->reload(); }

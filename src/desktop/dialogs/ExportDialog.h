@@ -50,6 +50,7 @@ private:
     void connectTextField(QLineEdit* field, TextField ExportControls::*control, Action action);
     void perform(Action action);
 
+    void setUpOptions();
     void setUpTableList();
     void setUpHints();
     void setUpPreview();
@@ -62,6 +63,7 @@ private:
     void showHints();
     void showFindings();
     void showPreview();
+    void growToOptions();
 
     std::shared_ptr<ExportWizard> m_wizard;
     std::unique_ptr<Ui::ExportWizard> m_ui;

@@ -95,7 +95,7 @@ void MainMenus::makeFileMenu()
     addFileListCommands(menu);
     menu.addSeparator();
     m_openMenu = new OpenMenu(*this, menu, m_app);
-    add(menu, localizedText("&Settings…"), {QKeySequence::Preferences},
+    add(menu, localizedText("&Settings…"), {Qt::CTRL | Qt::Key_Comma},
         [this] { (new SettingsDialog(m_app, &m_window))->open(); });
     menu.addSeparator();
     add(menu, toQString(titles().quit), {Qt::CTRL | Qt::Key_Q}, [this] { m_window.close(); });

@@ -92,7 +92,7 @@ MainWindow::MainWindow(const DesktopPorts& desktop)
     m_openLater->setInterval(waitingDelayMs);
     connect(m_openLater, &QTimer::timeout, this, [this] { openWaitingFiles(); });
     m_lookAtDisk->setInterval(lookAtDiskMs);
-    connect(m_lookAtDisk, &QTimer::timeout, this, [this] { showChange(); });
+    connect(m_lookAtDisk, &QTimer::timeout, this, [this] { m_app->lookAtDisk(); });
     m_lookAtDisk->start();
     for (auto* splitter : {m_columns, m_leftColumn})
         connect(splitter, &QSplitter::splitterMoved, m_storeLater, qOverload<>(&QTimer::start));
@@ -246,7 +246,7 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 void MainWindow::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && m_app) showChange();
+    if (event->type() == QEvent::ActivationChange && m_app) m_app->lookAtDisk();
     if (event->type() != QEvent::WindowStateChange) return;
     m_menus->scheduleUpdate();
     if (auto* tableWindows = m_app->childWinManager()) tableWindows->AllAlwaysOnTop(isFullScreen());
@@ -349,6 +349,7 @@ void MainWindow::partDidChange(WindowPart part)
         break;
     case WindowPart::JumpBar: m_dataView->jumpBar().selectionDidChange(); break;
     case WindowPart::SearchMenu: m_toolBar->searchDidChange(); break;
+    case WindowPart::ChangeBar: showChange(); break;
     case WindowPart::Settings:
         m_menus->settingsDidChange();
         m_storeLater->start();
@@ -362,7 +363,9 @@ void MainWindow::statusTextDidChange()
     m_statusLine->textDidChange();
     m_menus->scheduleUpdate();
     const auto selected = m_app->selectionTitle();
-    setWindowTitle(selected.empty() ? programName : plainWindowTitle(selected) + " – " + programName);
+    const auto title = selected.empty() ? programName : plainWindowTitle(selected) + " – " + programName;
+    if (title != windowTitle()) m_app->lookAtDisk();
+    setWindowTitle(title);
     showDamage();
     showChange();
 }

@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -62,7 +63,7 @@ void addKeysOf(QTableWidget& table, const QMenu& menu, const QString& place)
 {
     for (const auto* action : menu.actions()) {
         if (action->menu() != nullptr) addKeysOf(table, *action->menu(), place);
-        if (action->shortcuts().isEmpty()) continue;
+        if (action->shortcut().isEmpty()) continue; // a desktop need not have a key for each
         addRow(
             table, {place, withoutMnemonic(action->text()), keyText(QKeySequence::listToString(action->shortcuts()))});
     }
@@ -100,7 +101,7 @@ void showShortcutsDialog(QWidget& window, const QMenuBar& menus)
     auto* layout = new QVBoxLayout(dialog);
     layout->addWidget(makeTable(menus, dialog));
     layout->addWidget(buttons);
-    dialog->resize(720, 560);
+    dialog->resize(QSize(720, 560).boundedTo(window.screen()->availableSize() * 0.9));
     dialog->open();
 }
 

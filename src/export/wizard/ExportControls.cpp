@@ -87,6 +87,9 @@ ExportControls controlsForFormat(const FormatInfo& format, bool isWholeFile)
     controls.recordDelimiterPopup = recordDelimiterPopup(format, options);
     controls.decimalSymbolTextField = text(options.decimalSymbol, ExportOption::DecimalSymbol);
     controls.encodingPopup = encodingPopup(format, options);
+    controls.byteOrderMarkCheckBox = box(options.hasByteOrderMark, ExportOption::ByteOrderMark);
+    controls.guardFormulasCheckBox = box(options.guardsFormulas, ExportOption::GuardFormulas);
+    controls.objectsFolderTextField = text(options.objectsFolder, ExportOption::Objects);
     controls.sqlFormatPopup = sqlFormatPopup(format, options);
     controls.schemaNameTextField = text(options.schemaName, ExportOption::Schema);
     controls.exportStructureCheckBox = box(options.exportStructure, ExportOption::Structure);
@@ -95,6 +98,14 @@ ExportControls controlsForFormat(const FormatInfo& format, bool isWholeFile)
     controls.includeIndexCheckBox = box(options.includeIndexes, ExportOption::Indexes);
     controls.exportDataCheckBox = box(options.exportData, ExportOption::Data);
     return controls;
+}
+
+void enableForStyle(const FormatInfo& format, ExportControls& controls)
+{
+    const bool isExact = controls.exactCheckBox.value;
+    controls.decimalSymbolTextField.isEnabled = format.has(ExportOption::DecimalSymbol, isExact);
+    controls.guardFormulasCheckBox.isEnabled = format.has(ExportOption::GuardFormulas, isExact);
+    controls.objectsFolderTextField.isEnabled = format.has(ExportOption::Objects, isExact);
 }
 
 void offerShownRows(bool hasSelectedRows, ExportControls& controls)
@@ -120,6 +131,10 @@ ExportOptions optionsFromControls(ExportFileType type, const ExportControls& con
     options.recordDelimiter = static_cast<RecordDelimiter>(controls.recordDelimiterPopup.selectedTag);
     options.decimalSymbol = controls.decimalSymbolTextField.value;
     options.encoding = controls.encodingPopup.selectedTag;
+    options.hasByteOrderMark = controls.byteOrderMarkCheckBox.value;
+    // What was chosen for the one style waits while the other is on.
+    options.guardsFormulas = controls.guardFormulasCheckBox.value && controls.guardFormulasCheckBox.isEnabled;
+    if (controls.objectsFolderTextField.isEnabled) options.objectsFolder = controls.objectsFolderTextField.value;
     options.sqlDialect = static_cast<SQLDialect>(controls.sqlFormatPopup.selectedTag);
     options.schemaName = controls.schemaNameTextField.value;
     options.exportStructure = controls.exportStructureCheckBox.value;

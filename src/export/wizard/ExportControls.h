@@ -55,8 +55,11 @@ struct ExportControls {
     Popup fieldDelimiterPopup;  // tags: FieldDelimiter
     Popup recordDelimiterPopup; // tags: RecordDelimiter
     TextField decimalSymbolTextField;
-    Popup encodingPopup;  // tags: identifiers of text encodings
-    Popup sqlFormatPopup; // tags: SQLDialect
+    Popup encodingPopup; // tags: identifiers of text encodings
+    CheckBox byteOrderMarkCheckBox;
+    CheckBox guardFormulasCheckBox;
+    TextField objectsFolderTextField; // "": no files of the objects
+    Popup sqlFormatPopup;             // tags: SQLDialect
     TextField schemaNameTextField;
     CheckBox exportStructureCheckBox;
     CheckBox includeDropTableCheckBox;
@@ -68,6 +71,9 @@ struct ExportControls {
 
 // The controls as a dialog for this format begins. `isWholeFile`: it is opened for all tables, not for one.
 [[nodiscard]] ExportControls controlsForFormat(const FormatInfo& format, bool isWholeFile);
+
+// Enables the options that have a meaning in the style that the controls say.
+void enableForStyle(const FormatInfo& format, ExportControls& controls);
 
 // Offers what the grid shows of the table beside all of it.
 void offerShownRows(bool hasSelectedRows, ExportControls& controls);

@@ -75,7 +75,7 @@ void ExportWizard::layOutControls()
     m_controls.exportPathTextField.value = m_bookmarkedFolder;
     updateExportSingleFileLabels();
     changeSQLFormat();
-    m_controls.decimalSymbolTextField.isEnabled = !m_controls.exactCheckBox.value;
+    enableForStyle(formatInfo(), m_controls);
     exportTableStructure();
 }
 
@@ -212,6 +212,15 @@ void ExportWizard::selectExportPath()
     enableOkButtonCheck();
 }
 
+void ExportWizard::selectObjectsFolder()
+{
+    const auto& folder = m_controls.objectsFolderTextField.value;
+    auto path = m_ports.filePanels.chooseFolder(folder.empty() ? outputFolder() : folder);
+    if (!path) return;
+    m_controls.objectsFolderTextField.value = std::move(*path);
+    m_view->controlsChanged();
+}
+
 bool ExportWizard::chooseExportFolder()
 {
     auto path = m_ports.filePanels.chooseFolder(m_controls.exportPathTextField.value);
@@ -257,7 +266,7 @@ void ExportWizard::changeExact()
     const bool isExact = m_controls.exactCheckBox.value;
     const auto options = defaultOptions(formatInfo(), isExact);
     m_controls.recordDelimiterPopup.selectedTag = static_cast<std::uint32_t>(options.recordDelimiter);
-    m_controls.decimalSymbolTextField.isEnabled = !isExact;
+    enableForStyle(formatInfo(), m_controls);
     if (isExact) m_controls.decimalSymbolTextField.value = options.decimalSymbol;
     if (!isExact) changeFieldDelimiter();
     m_view->controlsChanged();

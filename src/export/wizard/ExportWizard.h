@@ -116,6 +116,7 @@ public:
     void selectAll() { markAllTableEntriesAsSelected(true); }
     void deselectAll() { markAllTableEntriesAsSelected(false); }
     void selectExportPath();
+    void selectObjectsFolder();
     void exportSingleFile();
     void changeRows();
     void changeExact();

@@ -18,6 +18,8 @@ template <typename Type> struct Remembered {
 
 constexpr Remembered<CheckBox> boxes[] = {
     {"exact", &ExportControls::exactCheckBox},
+    {"byteOrderMark", &ExportControls::byteOrderMarkCheckBox},
+    {"guardFormulas", &ExportControls::guardFormulasCheckBox},
     {"header", &ExportControls::includeColumnHeaderCheckBox},
     {"structure", &ExportControls::exportStructureCheckBox},
     {"dropTable", &ExportControls::includeDropTableCheckBox},
@@ -33,6 +35,7 @@ constexpr Remembered<Popup> popups[] = {
 };
 constexpr Remembered<TextField> fields[] = {
     {"decimalSymbol", &ExportControls::decimalSymbolTextField},
+    {"objectsFolder", &ExportControls::objectsFolderTextField},
     {"schema", &ExportControls::schemaNameTextField},
 };
 
