@@ -274,6 +274,99 @@ TEST(ExactOnSQLite, EveryCellArrives) { checkAll(startSQLite); }
 TEST(ExactOnMariaDB, EveryCellArrives) { checkAll(startMariaDB); }
 TEST(ExactOnPostgreSQL, EveryCellArrives) { checkAll(startPostgreSQL); }
 
+// What a database says of its rules: one of these a line, in any order.
+//   Table.Column not null
+//   Table(Column,Column) unique
+//   Child(Column)Parent(Column)UD, with U and D for the changes that are passed on, "-" for those that are not
+//   Table next 5
+std::vector<std::string> rulesInModel(const TAdmMDBFile& file)
+{
+    std::vector<std::string> rules;
+    for (const auto& table : file.tables()) {
+        std::int64_t last = table->lastAutoNumber();
+        for (std::size_t c = 0; c < table->columns().size(); ++c) {
+            const auto& column = *table->columns()[c];
+            const bool isNumbered = column.isAutoNumber() && column.type() == ColumnType::LongInteger;
+            if (column.isPrimaryKey() || column.required() == true || isNumbered)
+                rules.push_back(table->name() + '.' + column.name() + " not null");
+            for (std::size_t row = 0; isNumbered && row < table->rows().rowCount(); ++row)
+                last = std::max<std::int64_t>(last, std::stoll(std::string(table->rows().text(row, c))));
+            if (isNumbered) rules.push_back(table->name() + " next " + std::to_string(last + 1));
+        }
+        for (const auto& index : table->indices()) {
+            std::vector<std::string> names;
+            for (const auto& key : index->keys())
+                names.push_back(key.name);
+            if (index->isUnique()) rules.push_back(table->name() + '(' + joined(names, ",") + ") unique");
+        }
+    }
+    for (const auto& relation : file.allForeignKeys())
+        if (relation->isEnforced() && file.findTable(relation->referencingTable()) != nullptr)
+            rules.push_back(relation->referencingTable() + '(' + joined(relation->referencingColumns(), ",") + ')'
+                + relation->referencedTable() + '(' + joined(relation->referencedColumns(), ",") + ')'
+                + (relation->onUpdateCascade() ? 'U' : '-') + (relation->onDeleteCascade() ? 'D' : '-'));
+    std::ranges::sort(rules);
+    rules.erase(std::unique(rules.begin(), rules.end()), rules.end());
+    return rules;
+}
+
+constexpr const char* rulesInMariaDB = R"(
+SELECT CONCAT(table_name, '.', column_name, ' not null') FROM information_schema.columns
+    WHERE table_schema = DATABASE() AND is_nullable = 'NO'
+UNION SELECT CONCAT(table_name, '(', GROUP_CONCAT(column_name ORDER BY seq_in_index), ') unique')
+    FROM information_schema.statistics WHERE table_schema = DATABASE() AND non_unique = 0 GROUP BY table_name, index_name
+UNION SELECT CONCAT(k.table_name, '(', GROUP_CONCAT(k.column_name ORDER BY ordinal_position), ')',
+        k.referenced_table_name, '(', GROUP_CONCAT(k.referenced_column_name ORDER BY ordinal_position), ')',
+        IF(r.update_rule = 'CASCADE', 'U', '-'), IF(r.delete_rule = 'CASCADE', 'D', '-'))
+    FROM information_schema.key_column_usage k JOIN information_schema.referential_constraints r
+        ON r.constraint_name = k.constraint_name AND r.constraint_schema = k.table_schema
+    WHERE k.table_schema = DATABASE() GROUP BY k.constraint_name
+UNION SELECT CONCAT(table_name, ' next ', auto_increment) FROM information_schema.tables
+    WHERE table_schema = DATABASE() AND auto_increment IS NOT NULL)";
+
+constexpr const char* rulesInPostgreSQL = R"(
+SELECT table_name || '.' || column_name || ' not null' FROM information_schema.columns
+    WHERE table_schema = 'public' AND is_nullable = 'NO'
+UNION SELECT t.relname || '(' || string_agg(a.attname, ',' ORDER BY k.place) || ') unique'
+    FROM pg_index i JOIN pg_class t ON t.oid = i.indrelid CROSS JOIN unnest(i.indkey) WITH ORDINALITY k(number, place)
+        JOIN pg_attribute a ON a.attrelid = t.oid AND a.attnum = k.number
+    WHERE i.indisunique AND t.relnamespace = 'public'::regnamespace GROUP BY i.indexrelid, t.relname
+UNION SELECT c.relname || '(' || string_agg(a.attname, ',' ORDER BY k.place) || ')' || p.relname || '('
+        || string_agg(b.attname, ',' ORDER BY k.place) || ')' || replace(replace(f.confupdtype::text, 'a', '-'), 'c', 'U')
+        || replace(replace(f.confdeltype::text, 'a', '-'), 'c', 'D')
+    FROM pg_constraint f JOIN pg_class c ON c.oid = f.conrelid JOIN pg_class p ON p.oid = f.confrelid
+        CROSS JOIN unnest(f.conkey, f.confkey) WITH ORDINALITY k(own, other, place)
+        JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum = k.own
+        JOIN pg_attribute b ON b.attrelid = p.oid AND b.attnum = k.other
+    WHERE f.contype = 'f' GROUP BY f.oid, c.relname, p.relname, f.confupdtype, f.confdeltype
+UNION SELECT table_name || ' next ' || nextval(pg_get_serial_sequence(quote_ident(table_name), column_name))
+    FROM information_schema.columns WHERE table_schema = 'public' AND is_identity = 'YES')";
+
+void expectSameRules(Start start, const char* statement)
+{
+    for (const auto& name : {"demo", "indexes-jet4.mdb"}) {
+        const auto server = start();
+        if (!server) GTEST_SKIP() << "not installed";
+        const DemoFile demo;
+        TAdmMDBFile real;
+        real.setFullPath(std::string(VELLUMO_SOURCE_DIR "/../shared/corpus/") + name);
+        const bool isDemo = name == std::string_view("demo");
+        if (!isDemo && !real.open()) continue; // where the real files are not at hand
+        const auto& file = isDemo ? demo.file() : real;
+        load(*server, file, name);
+        const auto result = server->query(statement);
+        EXPECT_EQ(result.status, 0) << result.err;
+        std::vector<std::string> rules;
+        for (std::size_t begin = 0, end = 0; (end = result.out.find('\n', begin)) != std::string::npos; begin = end + 1)
+            rules.push_back(result.out.substr(begin, end - begin));
+        std::ranges::sort(rules);
+        EXPECT_THAT(rules, testing::ElementsAreArray(rulesInModel(file))) << name;
+    }
+}
+
+TEST(ExactOnMariaDB, RulesAreThoseOfTheFile) { expectSameRules(startMariaDB, rulesInMariaDB); }
+TEST(ExactOnPostgreSQL, RulesAreThoseOfTheFile) { expectSameRules(startPostgreSQL, rulesInPostgreSQL); }
+
 // The file, and not a script that the shell makes one of.
 TEST(ExactOnSQLite, FileHoldsEveryCell)
 {
