@@ -37,7 +37,7 @@ TEST_F(FileListTest, readsAFileAgain)
     description.tables.push_back({.name = "Suppliers", .columns = {{.name = "New"}}});
     m_program.makeDatabase("Shop.mdb", description);
     m_program.clickTree("Orders");
-    EXPECT_TRUE(bar.isVisible());
+    EXPECT_TRUE(eventually([&] { return bar.isVisible(); }));
     m_program.clickTree("Suppliers");
     m_program.press(Qt::Key_F5);
     m_program.finishOpening();

@@ -373,8 +373,11 @@ TEST_F(MainWindowTest, keepsFilesThatComeWhileAMenuOrADialogIsOpen)
     };
     QTest::mouseClick(&m_program.find<QWidget>("jumpBarTable"), Qt::LeftButton);
     handOver("Menu.mdb");
+    QStringList titles;
+    QObject::connect(&m_program.window(), &QWidget::windowTitleChanged, [&](const QString& title) { titles << title; });
     m_program.choose("Suppliers");
-    EXPECT_THAT(m_program.treeText(), testing::HasSubstr("Suppliers  (10)*"));
+    EXPECT_EQ(titles.value(0), "Suppliers @Shop – Vellumo"); // the files may have come by now
+    QObject::disconnect(&m_program.window(), &QWidget::windowTitleChanged, nullptr, nullptr);
     const auto isListed = [&](const char* name) { return m_program.treeText().find(name) != std::string::npos; };
     EXPECT_TRUE(eventually([&] { return isListed("Menu*"); }));
 

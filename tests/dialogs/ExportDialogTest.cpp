@@ -214,6 +214,8 @@ TEST(ExportDialog, TheExactStyleBringsOptionsOfItsOwn)
     screen.box("exactCheckBox").click();
     EXPECT_TRUE(screen.box("guardFormulasCheckBox").isEnabled() && field.isEnabled());
     EXPECT_FALSE(screen.field("decimalSymbolTextField").isEnabled());
+    QTest::keyClick(screen.dialog.get(), Qt::Key_J, Qt::AltModifier);
+    EXPECT_EQ(screen.dialog->focusWidget(), &field);
     desk.panels.folder = desk.folder.path("none/more");
     screen.click("objectsFolderButton");
     EXPECT_EQ(field.text().toStdString(), desk.folder.path("none/more"));

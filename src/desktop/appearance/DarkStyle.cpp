@@ -76,4 +76,11 @@ void DarkStyle::drawPrimitive(
     QProxyStyle::drawPrimitive(element, &lighter, painter, widget);
 }
 
+// What cannot be chosen had a light shadow, which blurs it on dark ground.
+int DarkStyle::styleHint(
+    StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const
+{
+    return hint == SH_EtchDisabledText ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+}
+
 } // namespace vellumo

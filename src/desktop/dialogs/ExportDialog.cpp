@@ -45,14 +45,15 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override
     {
-        const auto width = std::max(widget()->sizeHint().width(), viewport()->width());
-        const bool isWrapped = widget()->hasHeightForWidth();
-        return {minimumSizeHint().width(), isWrapped ? widget()->heightForWidth(width) : widget()->sizeHint().height()};
+        const auto hint = widget()->sizeHint();
+        const auto width = std::max(hint.width(), viewport()->width());
+        return {
+            hint.width() + barWidth(), widget()->hasHeightForWidth() ? widget()->heightForWidth(width) : hint.height()};
     }
     [[nodiscard]] QSize minimumSizeHint() const override
     {
         constexpr int leastHeight = 160;
-        return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(), leastHeight};
+        return {widget()->minimumSizeHint().width() + barWidth(), leastHeight};
     }
 
 protected:
@@ -62,6 +63,9 @@ protected:
         if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
         return isFiltered;
     }
+
+private:
+    [[nodiscard]] int barWidth() const { return verticalScrollBar()->sizeHint().width(); }
 };
 
 } // namespace

@@ -18,6 +18,7 @@ ContentsText::ContentsText(VellumoAppDelegate& app, QWidget* parent)
 {
     m_text->setObjectName("contentsText");
     m_text->setAccessibleName(localizedText("SQL"));
+    m_text->setMinimumHeight(40); // as the lists beside it
     m_text->setReadOnly(true);
     m_text->setTabChangesFocus(true);
     m_text->setFrameShape(QFrame::NoFrame);

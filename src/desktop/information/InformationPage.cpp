@@ -103,6 +103,7 @@ InformationPage::InformationPage(InformationType type, VellumoAppDelegate& app, 
 
 QWidget* InformationPage::makeLists()
 {
+    constexpr int leastPartHeight = 40; // the pane fits on a small screen with all its parts
     auto* splitter = new QSplitter(Qt::Vertical, this);
     splitter->setChildrenCollapsible(false);
     m_names = new QListWidget(splitter);
@@ -113,8 +114,12 @@ QWidget* InformationPage::makeLists()
     splitter->addWidget(m_names);
     splitter->addWidget(m_properties);
     if (m_type == InformationType::Contents) splitter->addWidget(m_text = new ContentsText(m_app, splitter));
+    // Two or three properties, and the text of a query.
+    splitter->setSizes(m_text == nullptr ? QList{200, 300} : QList{300, 150, 300});
     splitter->setStretchFactor(0, 2);
-    splitter->setStretchFactor(1, 3);
+    splitter->setStretchFactor(1, m_text == nullptr ? 3 : 1);
+    for (QWidget* part : {static_cast<QWidget*>(m_names), static_cast<QWidget*>(m_properties)})
+        part->setMinimumHeight(leastPartHeight);
     connect(m_names, &QListWidget::currentRowChanged, this, [this](int row) {
         if (row >= 0) m_app.informationEntryDidChange(m_type, static_cast<std::size_t>(row));
     });

@@ -83,8 +83,9 @@ QTableWidget* makeTable(const QMenuBar& menus, QWidget* parent)
         if (action->menu() != nullptr) addKeysOf(*table, *action->menu(), withoutMnemonic(action->text()));
     for (const auto& [placeKey, keys, effectKey] : keysOfParts)
         addRow(*table, {localizedText(placeKey), localizedText(effectKey), keyText(keys)});
-    table->resizeColumnsToContents();
-    table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     return table;
 }
 
