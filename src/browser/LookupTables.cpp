@@ -47,8 +47,8 @@ struct LookupTables::Work {
 void LookupTables::Work::run(const std::shared_ptr<Work>& self, MainThread& mainThread)
 {
     auto nextTime = std::chrono::steady_clock::now();
-    self->columns = lookUpIfFit(*self->table, [&](std::uint64_t rowsDone) {
-        self->rowsDone = rowsDone;
+    self->columns = lookUpIfFit(*self->table, [&](std::uint64_t done) {
+        self->rowsDone = done;
         if (const auto now = std::chrono::steady_clock::now(); now >= nextTime) {
             nextTime = now + progressInterval;
             postProgress(self, mainThread);
