@@ -80,7 +80,7 @@ void Files::open(TAdmMDBFile& file, Once once, Done done)
 
 void Files::openAgain(const ItemId& id, Salvage salvage, std::function<void(TAdmMDBFile&)> begun, Done done)
 {
-    m_opener.enqueue([=, this] {
+    m_opener.enqueue([this, id, salvage, begun = std::move(begun), done = std::move(done)] {
         const auto listed = m_list.find(id).file;
         if (listed == nullptr || !listed->active() || isInUse(*listed)) return;
         const auto file = m_list.share(*listed);

@@ -40,10 +40,12 @@ Popup recordDelimiterPopup(const FormatInfo& format, const ExportOptions& option
 Popup encodingPopup(const FormatInfo& format, const ExportOptions& options)
 {
     std::vector<EncodingEntry> entries;
+    entries.reserve(availableTextEncodings().size());
     for (const auto& encoding : availableTextEncodings())
         entries.push_back(EncodingEntry::encodingEntryWithEncoding(encoding.identifier));
     std::ranges::sort(entries, SortEncoding);
     std::vector<PopupItem> items;
+    items.reserve(entries.size());
     for (auto& entry : entries)
         items.push_back({std::move(entry.encodingName), entry.encoding});
     return popupWith(std::move(items), options.encoding, format.has(ExportOption::Encoding));
