@@ -77,7 +77,9 @@ void printFindings(ExportReport& report, const ExportOptions& options)
     for (const auto& line : findingLines(findings.all()))
         printError(line);
     const bool hasRemedy = !options.isExact && exportFormat(options.fileType).has(ExportOption::Exact);
-    if (hasRemedy && !findings.all().empty()) printError(localized("--exact avoids this."));
+    const auto avoided = hasRemedy ? avoidedByExact(findings.all()) : Avoided::None;
+    if (avoided == Avoided::All) printError(localized("--exact avoids this."));
+    if (avoided == Avoided::Some) printError(localized("--exact avoids some of this."));
 }
 
 TemporaryFile::TemporaryFile()

@@ -165,4 +165,13 @@ std::vector<std::string> findingLines(const std::vector<ExportFinding>& findings
     return lines;
 }
 
+Avoided avoidedByExact(const std::vector<ExportFinding>& findings)
+{
+    const auto stays = std::ranges::count_if(findings, [](const ExportFinding& finding) {
+        return finding.kind == FindingKind::FilesLeftOut || finding.kind == FindingKind::RelationBroken;
+    });
+    if (stays == std::ssize(findings)) return Avoided::None;
+    return stays == 0 ? Avoided::All : Avoided::Some;
+}
+
 } // namespace vellumo

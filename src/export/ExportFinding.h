@@ -100,4 +100,8 @@ private:
 // The first findings as lines, then one that counts the rest.
 [[nodiscard]] std::vector<std::string> findingLines(const std::vector<ExportFinding>& findings);
 
+// How many of these findings of the classic style the exact style does not have.
+enum class Avoided : std::uint8_t { None, Some, All };
+[[nodiscard]] Avoided avoidedByExact(const std::vector<ExportFinding>& findings);
+
 } // namespace vellumo

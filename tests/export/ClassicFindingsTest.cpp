@@ -228,5 +228,15 @@ TEST(ClassicFindings, TellOfRelationsAndOfTheEncoding)
     }
 }
 
+TEST(ClassicFindings, SomeStayInTheExactStyle)
+{
+    const ExportFinding avoided{FindingKind::EmptyText, "T", "A", "", 1};
+    const ExportFinding files{FindingKind::FilesLeftOut, "T", "F", "", 2};
+    EXPECT_EQ(avoidedByExact({}), Avoided::None);
+    EXPECT_EQ(avoidedByExact({avoided}), Avoided::All);
+    EXPECT_EQ(avoidedByExact({avoided, files}), Avoided::Some);
+    EXPECT_EQ(avoidedByExact({files}), Avoided::None);
+}
+
 } // namespace
 } // namespace vellumo

@@ -144,8 +144,9 @@ std::vector<std::string> ExportWizard::findings()
     }
     addClassicFindings(m_exportFile, names, chosen, found);
     auto lines = findingLines(found.all());
-    if (!lines.empty() && formatInfo().has(ExportOption::Exact))
-        lines.push_back(localized("“Exact values” avoids this."));
+    const auto avoided = formatInfo().has(ExportOption::Exact) ? avoidedByExact(found.all()) : Avoided::None;
+    if (avoided == Avoided::All) lines.push_back(localized("“Exact values” avoids this."));
+    if (avoided == Avoided::Some) lines.push_back(localized("“Exact values” avoids some of this."));
     return lines;
 }
 
