@@ -80,14 +80,14 @@ void DataView::showInstead(const TAdmMDBTable* table)
 {
     const auto selected = m_selectedRows.first();
     const auto record = selected ? std::optional(recordAt(*selected)) : std::nullopt;
-    const auto shown = m_recordShown;
     const auto column = m_currentColumn;
+    const bool isCellShown = column && record && m_recordShown == *record;
     updateDataTableToShowMDBTable(table);
     reloadData();
     const auto position = record ? positionOfRecord(*record) : std::nullopt;
     selectRows(position ? RowSelection::ofRow(*position) : RowSelection());
     displayTextViewContent({});
-    if (shown && column && shown == record && position) displayCell(*column, *position);
+    if (isCellShown && position) displayCell(*column, *position);
 }
 
 void DataView::readLayout()
