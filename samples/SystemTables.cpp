@@ -201,6 +201,7 @@ TableDescription complexColumnsTable(const std::vector<ComplexColumnEntry>& colu
             column("ConceptualTableID", Long), column("ComplexID", Long)});
     table.indexes = {{.name = "IdxID", .columns = {{"ComplexID"}}, .primary = true}};
     std::vector<std::vector<Value>> rows;
+    rows.reserve(columns.size());
     for (const auto& entry : columns)
         rows.push_back({entry.column, signedLong(entry.templateTable), signedLong(entry.valueTable),
             signedLong(entry.table), static_cast<std::int64_t>(rows.size() + 1)});

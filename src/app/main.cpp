@@ -102,7 +102,6 @@ void translateQtTexts()
 struct Desktop {
     IniDefaults defaults{userSettingsPath()};
     XbelRecentDocuments recentDocuments{userXbelSettings()};
-    SystemFileFacts fileFacts;
     QtAlerts alerts;
     QtFilePanels filePanels;
     QtImageDecoder imageDecoder;
@@ -114,7 +113,9 @@ struct Desktop {
 
     DesktopPorts ports()
     {
-        return {alerts, defaults, fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recentDocuments,
+        // Never destroyed: a thread may wait for its answer to the end of the program.
+        static auto* const fileFacts = new SystemFileFacts;
+        return {alerts, defaults, *fileFacts, filePanels, imageDecoder, mainThread, pasteboard, recentDocuments,
             systemLog, workspace, fromQString(QDir::homePath()), &loadErrorWindow};
     }
 };

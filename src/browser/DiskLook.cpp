@@ -14,6 +14,12 @@ struct DiskLook::Asker {
     std::mutex mutex;
     DiskLook* look; // null when it has gone
     MainThread& mainThread;
+
+    [[nodiscard]] bool isAwaited()
+    {
+        const std::lock_guard lock(mutex);
+        return look != nullptr;
+    }
 };
 
 DiskLook::DiskLook(const FileFactsSource& source, MainThread& mainThread, Seen seen)
@@ -33,6 +39,7 @@ void DiskLook::begin(const std::string& path)
 {
     if (m_isAsking) return;
     const auto ask = [asker = m_asker, &source = m_source, path] {
+        if (!asker->isAwaited()) return;
         const auto facts = source.facts(path);
         const std::lock_guard lock(asker->mutex);
         if (asker->look == nullptr) return; // and with it, perhaps, the main thread

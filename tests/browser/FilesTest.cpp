@@ -7,8 +7,11 @@
 #include "support/FakeDesktop.h"
 #include "support/ModelBuilder.h"
 
+#include <atomic>
+#include <chrono>
 #include <future>
 #include <gmock/gmock.h>
+#include <thread>
 
 namespace vellumo {
 namespace {
@@ -80,14 +83,27 @@ TEST(Files, AFileInUseStaysWhateverTheDocumentsSay)
 // Does not answer until it is told to, as a file system that is gone.
 class SlowFacts : public FileFactsSource {
 public:
+    ~SlowFacts() override { EXPECT_TRUE(isSoon(m_answers, m_questions)); }
     std::optional<FileFacts> facts(const std::string&) const override
     {
+        ++m_questions;
         m_mayAnswer.wait();
+        ++m_answers;
         return FileFacts{5, {}, {}, {}};
     }
+    void waitForQuestions(int count) { EXPECT_TRUE(isSoon(m_questions, count)); }
     void answer() { m_answer.set_value(); }
 
 private:
+    static bool isSoon(const std::atomic<int>& count, int wanted)
+    {
+        for (int tries = 0; count != wanted && tries < 10'000; ++tries)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        return count == wanted;
+    }
+
+    mutable std::atomic<int> m_questions = 0;
+    mutable std::atomic<int> m_answers = 0;
     std::promise<void> m_answer;
     std::shared_future<void> m_mayAnswer{m_answer.get_future()};
 };
@@ -105,13 +121,15 @@ TEST(DiskLook, WaitsForNoFileSystem)
     {
         DiskLook hanging(slow, mainThread, note);
         hanging.begin("/d/A.mdb"); // and goes without an answer
+        slow.waitForQuestions(1);
     }
-    DiskLook forgetful(quick, mainThread, note);
+    DiskLook forgetful(slow, mainThread, note);
     forgetful.begin("/d/F.mdb");
     forgetful.forgetQuestion();
     DiskLook look(slow, mainThread, note);
     look.begin("/d/B.mdb");
     look.begin("/d/C.mdb"); // has no turn while B has no answer
+    slow.waitForQuestions(3);
     slow.answer();
     mainThread.runUntil([&] { return !seen.empty(); });
     look.begin("/d/D.mdb");
