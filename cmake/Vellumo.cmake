@@ -12,8 +12,9 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
 endif()
 if(VELLUMO_SANITIZE)
     # g++ 12 raises false alarms of this kind once the sanitizers have rewritten the code.
-    target_compile_options(vellumo_options INTERFACE -O1 -g1 -fsanitize=address,undefined -fno-sanitize-recover=all
+    target_compile_options(vellumo_options INTERFACE -g1 -fsanitize=address,undefined -fno-sanitize-recover=all
         -fno-omit-frame-pointer -Wno-maybe-uninitialized)
+    target_compile_options(vellumo_options INTERFACE $<$<NOT:$<BOOL:$<TARGET_PROPERTY:VELLUMO_IS_HARNESS>>>:-O1>)
     target_link_options(vellumo_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(VELLUMO_FUZZ)
@@ -97,6 +98,15 @@ function(vellumo_program target)
     target_link_libraries(${target} PRIVATE vellumo_options ${ARG_LINKS})
 endfunction()
 
+# vellumo_harness(<target>)
+#
+# A target of tests alone. It is not optimised: that would take longer than it ever runs. All of them are of one kind of
+# code (the one that Qt wants), so that what is compiled ahead serves them all.
+function(vellumo_harness target)
+    set_target_properties(${target} PROPERTIES VELLUMO_IS_HARNESS ON)
+    target_compile_options(${target} PRIVATE -O0 -fPIC)
+endfunction()
+
 # vellumo_test(<target> SOURCES ... LINKS ... [LABELS ...])
 #
 # A GoogleTest program whose cases ctest knows one by one. Tests see all folders.
@@ -107,7 +117,7 @@ function(vellumo_test target)
     target_include_directories(${target} PRIVATE ${VELLUMO_ALL_FOLDERS} ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(${target} PRIVATE
         VELLUMO_SOURCE_DIR="${PROJECT_SOURCE_DIR}" VELLUMO_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
-    # The test framework takes longer to read than most tests to compile.
-    target_precompile_headers(${target} PRIVATE <filesystem> <fstream> <gmock/gmock.h> <gtest/gtest.h>)
+    vellumo_harness(${target})
+    target_precompile_headers(${target} REUSE_FROM vellumo_test_support)
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 LABELS "${ARG_LABELS}")
 endfunction()
