@@ -4,9 +4,7 @@
 #include "export/files/Replacement.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <gsf/gsf.h>
-#include <unistd.h>
 
 namespace vellumo::biff8 {
 
@@ -53,13 +51,9 @@ std::unique_ptr<CompoundFileTarget> CompoundFileTarget::create(const std::string
     auto outputs = std::make_unique<Outputs>();
     outputs->replacement = Replacement::create(path);
     if (!outputs->replacement) return nullptr;
-    const int descriptor = outputs->replacement->takeDescriptor();
-    auto* const file = ::fdopen(descriptor, "w+b");
-    if (file == nullptr) {
-        ::close(descriptor);
-        return nullptr;
-    }
-    outputs->file.reset(gsf_output_stdio_new_FILE(outputs->replacement->part().c_str(), file, FALSE));
+    auto* const stream = outputs->replacement->takeStream();
+    if (stream == nullptr) return nullptr;
+    outputs->file.reset(gsf_output_stdio_new_FILE(outputs->replacement->part().c_str(), stream, FALSE));
     outputs->storage.reset(gsf_outfile_msole_new(outputs->file.get()));
     gsf_outfile_msole_set_class_id(GSF_OUTFILE_MSOLE(outputs->storage.get()), workbookClassId);
     outputs->stream.reset(gsf_outfile_new_child(outputs->storage.get(), "Workbook", FALSE));

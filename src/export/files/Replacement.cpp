@@ -119,6 +119,13 @@ bool Replacement::takeAfterOlderFile()
 
 int Replacement::takeDescriptor() { return std::exchange(m_descriptor, -1); }
 
+std::FILE* Replacement::takeStream()
+{
+    auto* const stream = ::fdopen(m_descriptor, "w+b");
+    if (stream != nullptr) m_descriptor = -1;
+    return stream;
+}
+
 void Replacement::makeRoom()
 {
     closeDescriptor();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,6 +26,8 @@ public:
     [[nodiscard]] const std::string& target() const { return m_target; } // links followed
     // For reading and writing. The caller closes it, once, before the end.
     [[nodiscard]] int takeDescriptor();
+    // The same as a stream of the C library; null and the reason in errno when there is none to be had.
+    [[nodiscard]] std::FILE* takeStream();
 
     // For a library that only takes names that are free: removes the empty file, and looks after the one that was made
     // in its stead. False when that cannot have the older file's mode.

@@ -4,10 +4,8 @@
 #include "export/files/Replacement.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <gsf/gsf.h>
 #include <map>
-#include <unistd.h>
 
 namespace vellumo::xlsx {
 
@@ -73,13 +71,9 @@ std::unique_ptr<PackageFile> PackageFile::create(const std::string& path)
     auto outputs = std::make_unique<Outputs>();
     outputs->replacement = Replacement::create(path);
     if (!outputs->replacement) return nullptr;
-    const int descriptor = outputs->replacement->takeDescriptor();
-    auto* const file = ::fdopen(descriptor, "w+b");
-    if (file == nullptr) {
-        ::close(descriptor);
-        return nullptr;
-    }
-    outputs->file.reset(gsf_output_stdio_new_FILE(outputs->replacement->part().c_str(), file, FALSE));
+    auto* const stream = outputs->replacement->takeStream();
+    if (stream == nullptr) return nullptr;
+    outputs->file.reset(gsf_output_stdio_new_FILE(outputs->replacement->part().c_str(), stream, FALSE));
     outputs->archive.reset(gsf_outfile_zip_new(outputs->file.get(), nullptr));
     if (!outputs->archive) return nullptr;
     return std::unique_ptr<PackageFile>(new PackageFile(std::move(outputs)));
