@@ -16,7 +16,7 @@ namespace vellumo {
 namespace {
 
 constexpr std::uint32_t rowCount = 1'000'000;
-constexpr int repetitions = 9;
+constexpr int repetitions = 5;
 
 double medianMs(
     const std::function<void()>& work, const std::function<void()>& prepare = [] {})
@@ -207,6 +207,6 @@ int main()
 {
     const auto table = vellumo::makeTable();
     vellumo::benchSearch(table->rows());
-    for (const std::size_t column : {0U, 1U, 2U, 5U, 6U})
+    for (const std::size_t column : {0U, 5U, 6U}) // texts, numbers, dates
         vellumo::benchSort(*table, column);
 }

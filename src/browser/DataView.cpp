@@ -16,12 +16,6 @@ namespace vellumo {
 
 namespace {
 
-// Runs of rows that a grid can mark without standing still; a sort can tear a large selection into very many.
-constexpr std::size_t mostSelectedRuns = 2000;
-
-// Bytes of a text that are looked at for what to mark in its cell.
-constexpr std::size_t longestMarkedText = 4096;
-
 std::string captionOf(const TAdmMDBColumn& column)
 {
     for (const auto& [property, value] : column.properties())
@@ -51,6 +45,10 @@ DataView::DataView(DataViewPort& port, const DesktopPorts& desktop, bool textVie
     , m_desktop(desktop)
     , m_layouts(desktop.defaults)
     , m_isTextViewShown(textViewShow)
+    , m_update(m_rows, desktop.mainThread, [this] { rowsDidCome(); })
+    , m_hitsUpdate(m_hits, desktop.mainThread, [this] {
+        if (m_rowsListener) m_rowsListener();
+    })
 {
     m_port.setTextViewShown(textViewShow);
 }
@@ -58,13 +56,13 @@ DataView::DataView(DataViewPort& port, const DesktopPorts& desktop, bool textVie
 void DataView::updateDataTableToShowMDBTable(const TAdmMDBTable* table)
 {
     if (table != m_rows.table()) {
-        m_rows.setTable(table);
+        m_update.setTable(table);
+        m_hitsUpdate.setTable(table);
         m_selectedRows = {};
         m_clickedRow = {};
         m_currentColumn = {};
         m_recordShown = {};
-        m_found.clear();
-        if (table != nullptr && !m_find.text.empty()) m_found = filterData(table->rows(), m_find);
+        m_awaited = {};
     }
     m_columns.clear();
     if (table != nullptr)
@@ -80,14 +78,24 @@ void DataView::showInstead(const TAdmMDBTable* table)
 {
     const auto selected = m_selectedRows.first();
     const auto record = selected ? std::optional(recordAt(*selected)) : std::nullopt;
-    const auto column = m_currentColumn;
-    const bool isCellShown = column && record && m_recordShown == *record;
+    const auto place =
+        record ? std::optional(Place{*record, m_recordShown == *record ? m_currentColumn : std::nullopt}) : m_awaited;
     updateDataTableToShowMDBTable(table);
     reloadData();
-    const auto position = record ? positionOfRecord(*record) : std::nullopt;
-    selectRows(position ? RowSelection::ofRow(*position) : RowSelection());
     displayTextViewContent({});
-    if (isCellShown && position) displayCell(*column, *position);
+    if (areRowsToCome())
+        m_awaited = place;
+    else if (place)
+        goTo(*place);
+    else
+        selectRows({});
+}
+
+void DataView::goTo(const Place& place)
+{
+    const auto position = positionOfRecord(place.record);
+    selectRows(position ? RowSelection::ofRow(*position) : RowSelection());
+    if (place.shownColumn && position) displayCell(*place.shownColumn, *position);
 }
 
 void DataView::readLayout()
@@ -120,132 +128,12 @@ GridValue DataView::valueOfRecord(std::size_t column, std::size_t record) const
     return vellumo::getValueForTableColumn(table(), column, record);
 }
 
-void DataView::reloadData()
-{
-    const auto before = m_selectedRows;
-    m_selectedRows.clipTo(numberOfRows());
-    m_port.gridRowsDidChange();
-    m_port.selectedRowsDidChange();
-    if (m_selectionListener && m_selectedRows != before) m_selectionListener();
-}
-
-// Whoever asks first finds the list anew, so that no place of the old one is taken for one of the new.
-std::size_t DataView::numberOfRows()
-{
-    if (m_rows.isCurrent()) return m_rows.lastRowCount();
-    const auto selected = recordsOf(m_selectedRows);
-    const auto clicked = m_clickedRow ? std::optional(recordAt(*m_clickedRow)) : std::nullopt;
-    const auto count = m_rows.rowCount();
-    m_selectedRows = rowsOf(selected);
-    if (m_selectedRows.ranges().size() > mostSelectedRuns)
-        m_selectedRows = rowShown() ? RowSelection::ofRow(*rowShown()) : RowSelection();
-    m_clickedRow = clicked ? positionOfRecord(*clicked) : std::nullopt;
-    if (m_recordShown && !rowShown()) displayTextViewContent({});
-    return count;
-}
-
-// Empty when no row is selected. A list that was never asked for has no rows.
-std::vector<bool> DataView::recordsOf(const RowSelection& rows) const
-{
-    auto known = rows;
-    known.clipTo(m_rows.lastRowCount());
-    if (known.isEmpty()) return {};
-    std::vector<bool> records(table()->rows().rowCount());
-    for (const auto& [first, last] : known.ranges())
-        for (auto row = first; row <= last; ++row)
-            records[recordAt(row)] = true;
-    return records;
-}
-
-RowSelection DataView::rowsOf(const std::vector<bool>& records) const
-{
-    std::vector<RowSelection::Range> ranges;
-    const auto count = records.empty() ? 0 : m_rows.lastRowCount();
-    for (std::size_t row = 0; row < count; ++row) {
-        if (!records[recordAt(row)]) continue;
-        if (ranges.empty() || ranges.back().last + 1 < row) ranges.push_back({row, row});
-        ranges.back().last = row;
-    }
-    return RowSelection(std::move(ranges));
-}
-
-std::optional<std::size_t> DataView::rowShown() const
-{
-    return m_recordShown ? positionOfRecord(*m_recordShown) : std::nullopt;
-}
-
 void DataView::orderDidChange()
 {
     for (std::size_t i = 0; i < m_columns.size(); ++i)
         setSortIndicator(i, table()->columns()[i]->sortOrder());
     m_port.sortIndicatorsDidChange();
     reloadData();
-}
-
-std::string DataView::placeholder()
-{
-    if (table() == nullptr) return localized("No tables selected");
-    if (numberOfRows() > 0) return {};
-    if (!hidesAllRows()) return localized("No records");
-    const auto& search = m_rows.search();
-    return localized("No records found") + '\n'
-        + localizedFormat(
-            "The search for “%@” (%@) hides every record of this table.", {search.text, searchRuleText(search)});
-}
-
-bool DataView::hidesAllRows() { return table() != nullptr && numberOfRows() == 0 && !table()->rows().empty(); }
-
-void DataView::setFind(SearchSettings settings)
-{
-    m_find = std::move(settings);
-    m_found.clear();
-    if (table() != nullptr && !m_find.text.empty()) m_found = filterData(table()->rows(), m_find);
-    m_port.gridRowsDidChange();
-    m_port.selectedRowsDidChange();
-}
-
-bool DataView::findNext(int step)
-{
-    const auto count = numberOfRows();
-    if (m_found.empty() || count == 0) return false;
-    std::vector<bool> isFound(table()->rows().rowCount());
-    for (const auto record : m_found)
-        isFound[record] = true;
-    auto row = m_selectedRows.first().value_or(step > 0 ? count - 1 : 0);
-    for (std::size_t i = 0; i < count; ++i) {
-        row = (step > 0 ? row + 1 : row + count - 1) % count;
-        if (!isFound[recordAt(row)]) continue;
-        setEditedColumn(columnOfHit(row), row);
-        return true;
-    }
-    return false;
-}
-
-// The first one that is displayed; the current one for a hit that lies too far behind in its text.
-std::size_t DataView::columnOfHit(std::size_t row) const
-{
-    for (const auto column : m_layout.order)
-        if (!hits(column, row).empty()) return column;
-    return currentColumn();
-}
-
-std::string DataView::searchText()
-{
-    if (table() == nullptr) return {};
-    const auto found = m_find.text.empty() ? numberOfRows() : m_found.size();
-    return searchResultText(shownSearch(), found, table()->rows().rowCount());
-}
-
-std::vector<TextRange> DataView::hits(std::size_t column, std::size_t row) const
-{
-    const auto& search = shownSearch();
-    if (search.text.empty()) return {};
-    const auto value = getValueForTableColumn(column, row);
-    const auto* text = std::get_if<std::string_view>(&value);
-    if (text == nullptr) return {};
-    const bool needsEnd = search.searchOption == SearchOption::Equals || search.searchOption == SearchOption::EndsWith;
-    if (text->size() > longestMarkedText && needsEnd) return {};
-    return hitsIn(text->substr(0, longestMarkedText), search);
 }
 
 GridValue DataView::getValueForTableColumn(std::size_t column, std::size_t row) const

@@ -5,6 +5,7 @@
 #include "browser/DesktopPorts.h"
 #include "browser/GridRows.h"
 #include "browser/GridValue.h"
+#include "browser/RowListUpdate.h"
 #include "browser/RowSelection.h"
 #include "browser/SearchHits.h"
 
@@ -83,7 +84,10 @@ struct IconClick {
 
 // One table's rows in a grid above a detail pane, without the widgets. Positions are rows of the grid (sorted and
 // searched), counted from 0. What is selected and what the detail pane shows are records: they stay the same whatever
-// order and search do to their places. Main thread only.
+// order and search do to their places.
+//
+// Rows whose search or order takes its time come later: until then the grid has those it had, of a new table none.
+// Main thread only.
 class DataView {
 public:
     static constexpr int leftArrowKey = 123;
@@ -95,6 +99,9 @@ public:
     void setSelectionListener(std::function<void()> listener) { m_selectionListener = std::move(listener); }
     // Called after a click on a header has changed the order of the table, which other views of it share.
     void setOrderListener(std::function<void()> listener) { m_orderListener = std::move(listener); }
+
+    // Called when such rows have come, or cannot come, and when what setFind looks for was found.
+    void setRowsListener(std::function<void()> listener) { m_rowsListener = std::move(listener); }
 
     // Shows a table, or nothing. The rows selected stay selected when it is the table shown already.
     void updateDataTableToShowMDBTable(const TAdmMDBTable* table);
@@ -110,13 +117,16 @@ public:
     // Selects the next (`step` 1) or the previous (-1) record that agrees, round and round, and shows the cell that
     // does. False when there is none.
     bool findNext(int step);
-    // How many records agree with the search, or with what setFind looks for; "" while nothing is searched.
+    // How many records agree with the search, or with what setFind looks for, or what the rows wait for; "" otherwise.
     [[nodiscard]] std::string searchText();
     // The parts of a cell's text for which it was found. Of a long text only the beginning is looked at.
     [[nodiscard]] std::vector<TextRange> hits(std::size_t column, std::size_t row) const;
     // Brings the row list up to date. Selected records that the search hides are dropped, and when it hides the one
     // that is shown below, the detail pane is emptied.
     void reloadData();
+    // Whether rows are still to come, and waiting for them.
+    [[nodiscard]] bool areRowsToCome() const;
+    void awaitRows();
     // The order of the table was changed elsewhere: headers and rows follow.
     void orderDidChange();
 
@@ -191,9 +201,19 @@ public:
     }
 
 private:
+    // A cell of a record, to come back to when the rows are there.
+    struct Place {
+        std::size_t record;
+        std::optional<std::size_t> shownColumn;
+    };
+
+    void rowsDidCome();
+    void goTo(const Place& place);
+    [[nodiscard]] std::size_t countHits();
     [[nodiscard]] RowSelection rowsToCopy() const;
     [[nodiscard]] std::string copiedText(const RowSelection& rows) const;
-    [[nodiscard]] const SearchSettings& shownSearch() const { return m_find.text.empty() ? m_rows.search() : m_find; }
+    [[nodiscard]] const SearchSettings& shownSearch() const { return isFinding() ? m_hits.search() : m_rows.search(); }
+    [[nodiscard]] bool isFinding() const { return !m_hits.search().text.empty(); }
     [[nodiscard]] std::size_t columnOfHit(std::size_t row) const;
     void readLayout();
     void applySortOrder(std::size_t clickedColumn);
@@ -204,9 +224,10 @@ private:
     DesktopPorts m_desktop;
     std::function<void()> m_selectionListener;
     std::function<void()> m_orderListener;
+    std::function<void()> m_rowsListener;
     GridRows m_rows;
-    SearchSettings m_find;
-    std::vector<std::uint32_t> m_found; // the records that agree with m_find
+    GridRows m_hits{GridRows::Order::Stored}; // the records that agree with what setFind looks for
+    std::optional<Place> m_awaited;           // where to go when the rows come
     std::vector<GridColumn> m_columns;
     ColumnLayouts m_layouts;
     ColumnLayout m_layout; // of m_columns
@@ -217,6 +238,8 @@ private:
     DetailContent m_detail;
     bool m_areCaptionsShown = false;
     bool m_isTextViewShown;
+    RowListUpdate m_update; // these two last: what they tell needs the rest
+    RowListUpdate m_hitsUpdate;
 };
 
 } // namespace vellumo

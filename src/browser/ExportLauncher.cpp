@@ -19,6 +19,7 @@ struct Session {
 ShownTable tableShownBy(DataView& view)
 {
     ShownTable shown;
+    view.awaitRows(); // those of the search and order that the user sees asked for
     shown.columns = view.columnLayout().order;
     const auto count = view.numberOfRows();
     shown.rows.reserve(count);

@@ -18,107 +18,80 @@ void GridRows::setTable(const TAdmMDBTable* table)
 {
     m_table = table;
     m_orders.clear();
-    m_found.clear();
-    m_rows.clear();
+    m_list.reset();
     m_positions.clear();
-    m_isStoredOrder = true;
-    m_builtSort.reset();
-    m_builtSearch = {};
-}
-
-bool GridRows::isCurrent() const
-{
-    return m_table == nullptr || (m_builtSort == currentSort() && m_builtSearch == m_search);
 }
 
 std::size_t GridRows::rowCount()
 {
     if (!isCurrent()) {
-        updateFound();
-        rebuild(currentSort());
+        auto made = task();
+        made.run();
+        take(std::move(made));
     }
     return lastRowCount();
 }
 
-std::size_t GridRows::lastRowCount() const
+RowWish GridRows::wish() const
 {
-    if (m_table == nullptr || !m_builtSort) return 0;
-    return m_isStoredOrder ? m_table->rows().rowCount() : m_rows.size();
+    RowWish wish{m_search};
+    const auto& columns = m_table->columns();
+    const auto sorted =
+        std::find_if(columns.begin(), columns.end(), [](const auto& column) { return column->sortOrder() != 0; });
+    if (m_order == Order::Stored || sorted == columns.end()) return wish;
+    wish.column = static_cast<std::size_t>(sorted - columns.begin());
+    wish.direction = (*sorted)->sortOrder() > 0 ? 1 : -1;
+    return wish;
 }
 
-std::uint32_t GridRows::rowAt(std::size_t position) const
+RowListTask GridRows::task() const
 {
-    return m_isStoredOrder ? static_cast<std::uint32_t>(position) : m_rows[position];
+    RowListTask task{&m_table->rows(), SortKind::Text, m_list, nullptr, {wish(), nullptr, nullptr}};
+    const auto& wish = task.list.wish;
+    if (wish.direction == 0) return task;
+    task.sortKind = factsOf(m_table->columns()[wish.column]->type()).sortKind;
+    if (const auto known = findOrder(wish.column); known != m_orders.end()) task.order = known->order;
+    return task;
+}
+
+void GridRows::take(RowListTask task)
+{
+    m_list = std::move(task.list);
+    m_positions.clear();
+    if (task.order) keepOrder({m_list->wish.column, std::move(task.order)});
+}
+
+GridRows::Orders::const_iterator GridRows::findOrder(std::size_t column) const
+{
+    return std::ranges::find(m_orders, column, &ColumnOrder::column);
+}
+
+void GridRows::keepOrder(ColumnOrder order)
+{
+    if (const auto known = findOrder(order.column); known != m_orders.end())
+        m_orders.erase(known);
+    else if (m_orders.size() == keptOrders)
+        m_orders.pop_back();
+    m_orders.insert(m_orders.begin(), std::move(order));
+}
+
+std::size_t GridRows::lastRowCount() const
+{
+    if (m_table == nullptr || !m_list) return 0;
+    return m_list->rows ? m_list->rows->size() : m_table->rows().rowCount();
 }
 
 std::optional<std::size_t> GridRows::positionOfRow(std::size_t row) const
 {
-    if (m_table == nullptr || row >= m_table->rows().rowCount()) return std::nullopt;
-    if (m_isStoredOrder) return row;
+    if (m_table == nullptr || !m_list || row >= m_table->rows().rowCount()) return std::nullopt;
+    if (!m_list->rows) return row;
     if (m_positions.empty()) {
         m_positions.assign(m_table->rows().rowCount(), 0);
-        for (std::size_t i = 0; i < m_rows.size(); ++i)
-            m_positions[m_rows[i]] = static_cast<std::uint32_t>(i + 1);
+        for (std::size_t i = 0; i < m_list->rows->size(); ++i)
+            m_positions[(*m_list->rows)[i]] = static_cast<std::uint32_t>(i + 1);
     }
     if (m_positions[row] == 0) return std::nullopt;
     return m_positions[row] - 1;
-}
-
-GridRows::Sort GridRows::currentSort() const
-{
-    const auto& columns = m_table->columns();
-    const auto sorted =
-        std::find_if(columns.begin(), columns.end(), [](const auto& column) { return column->sortOrder() != 0; });
-    if (sorted == columns.end()) return {};
-    return {static_cast<std::size_t>(sorted - columns.begin()), (*sorted)->sortOrder() > 0 ? 1 : -1};
-}
-
-void GridRows::updateFound()
-{
-    if (m_search == m_builtSearch) return;
-    const auto& rows = m_table->rows();
-    if (m_search.text.empty()) {
-        m_found.clear();
-    } else if (!m_builtSearch.text.empty() && isNarrower(m_search, m_builtSearch)) {
-        m_found = filterData(rows, m_search, m_found);
-    } else {
-        m_found = filterData(rows, m_search);
-    }
-    m_builtSearch = m_search;
-}
-
-void GridRows::rebuild(Sort sort)
-{
-    m_positions.clear();
-    m_rows.clear();
-    m_builtSort = sort;
-    const bool isSearching = !m_builtSearch.text.empty();
-    m_isStoredOrder = sort.direction == 0 && !isSearching;
-    if (m_isStoredOrder) return;
-    if (sort.direction == 0) {
-        m_rows = m_found;
-        return;
-    }
-    m_rows = orderOf(sort.column).rows(sort.direction);
-    if (!isSearching) return;
-    std::vector<bool> isFound(m_rows.size());
-    for (const auto row : m_found)
-        isFound[row] = true;
-    std::erase_if(m_rows, [&](std::uint32_t row) { return !isFound[row]; });
-}
-
-const RowOrder& GridRows::orderOf(std::size_t column)
-{
-    const auto known = std::find_if(
-        m_orders.begin(), m_orders.end(), [&](const ColumnOrder& order) { return order.column == column; });
-    if (known != m_orders.end()) {
-        std::rotate(m_orders.begin(), known, known + 1);
-        return m_orders.front().order;
-    }
-    if (m_orders.size() == keptOrders) m_orders.pop_back();
-    const auto kind = factsOf(m_table->columns()[column]->type()).sortKind;
-    m_orders.insert(m_orders.begin(), {column, RowOrder(m_table->rows(), column, kind)});
-    return m_orders.front().order;
 }
 
 } // namespace vellumo

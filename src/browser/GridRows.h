@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "browser/RecordSearch.h"
-#include "browser/RowOrder.h"
+#include "browser/RowList.h"
 
 #include <optional>
 
@@ -15,6 +14,13 @@ class TAdmMDBTable;
 // rows from 0; a row number is that of the table's row store. Main thread only.
 class GridRows {
 public:
+    enum class Order { Sorted, Stored }; // Stored: whatever the table's sort column
+
+    explicit GridRows(Order order = Order::Sorted)
+        : m_order(order)
+    {
+    }
+
     // The table to show, or null for none. Forgets everything about the one before; call it also when a table's rows
     // have been replaced, and with null before the table goes away.
     void setTable(const TAdmMDBTable* table);
@@ -25,51 +31,44 @@ public:
     [[nodiscard]] const SearchSettings& search() const { return m_search; }
 
     // Whether rowCount() would leave the list as it is.
-    [[nodiscard]] bool isCurrent() const;
+    [[nodiscard]] bool isCurrent() const { return m_table == nullptr || (m_list && m_list->wish == wish()); }
     // Length of the list. Rebuilds it first if the search or the columns' sortOrder have changed since; costs a look at
     // the columns otherwise.
     std::size_t rowCount();
 
+    // The same in two steps, between which the list may be made elsewhere. While there is a table.
+    [[nodiscard]] RowWish wish() const;
+    [[nodiscard]] RowListTask task() const;
+    void take(RowListTask task);
+
     // The list as the last rowCount() left it.
     [[nodiscard]] std::size_t lastRowCount() const;
     // `position` is below that count. O(1).
-    [[nodiscard]] std::uint32_t rowAt(std::size_t position) const;
+    [[nodiscard]] std::uint32_t rowAt(std::size_t position) const
+    {
+        return m_list->rows ? (*m_list->rows)[position] : static_cast<std::uint32_t>(position);
+    }
     // Where a record stands in that list; nullopt when the search hides it. O(1) but for the first call after the list
     // was rebuilt, which costs O(rows).
     [[nodiscard]] std::optional<std::size_t> positionOfRow(std::size_t row) const;
 
 private:
-    struct Sort {
-        std::size_t column = 0;
-        int direction = 0; // 1 ascending, -1 descending, 0 stored order
-
-        bool operator==(const Sort&) const = default;
-    };
     struct ColumnOrder {
         std::size_t column;
-        RowOrder order;
+        std::shared_ptr<const RowOrder> order;
     };
+    using Orders = std::vector<ColumnOrder>;
 
-    [[nodiscard]] Sort currentSort() const;
-    void updateFound();
-    void rebuild(Sort sort);
-    [[nodiscard]] const RowOrder& orderOf(std::size_t column);
+    [[nodiscard]] Orders::const_iterator findOrder(std::size_t column) const;
+    void keepOrder(ColumnOrder order);
 
+    Order m_order;
     const TAdmMDBTable* m_table = nullptr;
     SearchSettings m_search;
-
-    // What the list below was built for; nullopt when there is none yet.
-    std::optional<Sort> m_builtSort;
-    SearchSettings m_builtSearch;
-    // Records that the search finds, ascending; unused while the search text is empty.
-    std::vector<std::uint32_t> m_found;
-    // The list; unused while it would be the stored order of all rows.
-    std::vector<std::uint32_t> m_rows;
-    bool m_isStoredOrder = true;
+    std::optional<RowList> m_list; // nullopt when there is none yet
     // Position + 1 of each row of the table, 0 for a hidden one; empty until someone asks.
     mutable std::vector<std::uint32_t> m_positions;
-    // The columns sorted last, the latest first.
-    std::vector<ColumnOrder> m_orders;
+    Orders m_orders; // the columns sorted last, the latest first
 };
 
 } // namespace vellumo

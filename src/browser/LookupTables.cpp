@@ -4,9 +4,6 @@
 #include "model/LookupTexts.h"
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <system_error>
 #include <utility>
 
 namespace vellumo {
@@ -15,7 +12,6 @@ namespace {
 
 // So many rows take no longer than people notice.
 constexpr std::uint64_t rowsAtOnce = 20000;
-constexpr std::chrono::milliseconds progressInterval(40);
 
 // nullopt: stopped, or there is too little memory.
 std::optional<ShownColumns> lookUpIfFit(const TAdmMDBTable& table, const LookupObserver& observer)
@@ -28,46 +24,6 @@ std::optional<ShownColumns> lookUpIfFit(const TAdmMDBTable& table, const LookupO
 }
 
 } // namespace
-
-// What the thread and the main thread share.
-struct LookupTables::Work {
-    const TAdmMDBTable* table;
-    std::uint64_t rowsExpected;
-    std::optional<ShownColumns> columns{}; // the thread's alone until it posts its end
-    std::atomic<bool> isStopped = false;
-    std::atomic<bool> isProgressPosted = false; // the next one waits until the main thread has seen the last
-    std::atomic<std::uint64_t> rowsDone = 0;
-    LookupTables* tables; // main thread only; null when nobody waits any more
-
-    static void run(const std::shared_ptr<Work>& self, MainThread& mainThread);
-    static void postProgress(const std::shared_ptr<Work>& self, MainThread& mainThread);
-};
-
-// On the thread.
-void LookupTables::Work::run(const std::shared_ptr<Work>& self, MainThread& mainThread)
-{
-    auto nextTime = std::chrono::steady_clock::now();
-    self->columns = lookUpIfFit(*self->table, [&](std::uint64_t done) {
-        self->rowsDone = done;
-        if (const auto now = std::chrono::steady_clock::now(); now >= nextTime) {
-            nextTime = now + progressInterval;
-            postProgress(self, mainThread);
-        }
-        return !self->isStopped;
-    });
-    mainThread.post([self] {
-        if (self->tables != nullptr) self->tables->finish();
-    });
-}
-
-void LookupTables::Work::postProgress(const std::shared_ptr<Work>& self, MainThread& mainThread)
-{
-    if (self->isProgressPosted.exchange(true)) return;
-    mainThread.post([self] {
-        self->isProgressPosted = false;
-        if (self->tables != nullptr) self->tables->m_listener.lookupDidProgress(self->rowsDone, self->rowsExpected);
-    });
-}
 
 const TAdmMDBTable* LookupTables::find(const TAdmMDBTable& table)
 {
@@ -87,7 +43,7 @@ const TAdmMDBTable* LookupTables::find(const TAdmMDBTable& table)
 
 void LookupTables::beginNext()
 {
-    while (!m_work && !m_waiting.empty()) {
+    while (!isBusy() && !m_waiting.empty()) {
         const auto* table = m_waiting.front();
         m_waiting.pop_front();
         begin(*table);
@@ -96,50 +52,44 @@ void LookupTables::beginNext()
 
 void LookupTables::begin(const TAdmMDBTable& table)
 {
-    m_work = std::make_shared<Work>();
-    m_work->table = &table;
-    m_work->rowsExpected = lookupRowCount(table);
-    m_work->tables = this;
-    try {
-        m_worker = std::thread([work = m_work, &mainThread = m_mainThread] { Work::run(work, mainThread); });
-    } catch (const std::system_error&) { // there are too many already
-        m_work.reset();
-        return m_listener.lookupDidFail(table);
-    }
+    const auto columns = std::make_shared<std::optional<ShownColumns>>();
+    const auto work = [&table, columns, expected = lookupRowCount(table)](BackgroundWork::Control& control) {
+        *columns = lookUpIfFit(table, [&](std::uint64_t done) { return control.progress(done, expected); });
+    };
+    const bool hasBegun = m_work.begin(
+        work, [this, columns](bool) { finish(std::move(*columns)); },
+        [this](std::uint64_t done, std::uint64_t expected) { m_listener.lookupDidProgress(done, expected); });
+    if (!hasBegun) return m_listener.lookupDidFail(table);
+    m_lookedUp = &table;
     m_listener.lookupDidBegin(table);
 }
 
-// On the main thread: the thread's last act was to post this.
-void LookupTables::finish()
+void LookupTables::finish(std::optional<ShownColumns> columns)
 {
-    m_worker.join();
-    const auto work = std::exchange(m_work, nullptr);
+    const auto& table = *std::exchange(m_lookedUp, nullptr);
     m_listener.lookupDidEnd();
-    auto& place = m_tables[work->table];
-    if (work->columns) place = tableWithLookupTexts(*work->table, std::move(*work->columns));
+    auto& place = m_tables[&table];
+    if (columns) place = tableWithLookupTexts(table, std::move(*columns));
     if (place)
-        m_listener.lookupDidFind(*work->table);
-    else if (!work->columns)
-        m_listener.lookupDidFail(*work->table);
+        m_listener.lookupDidFind(table);
+    else if (!columns)
+        m_listener.lookupDidFail(table);
     beginNext();
 }
 
 void LookupTables::giveUp()
 {
-    if (!m_work) return;
-    m_work->isStopped = true;
-    m_work->tables = nullptr;
-    m_worker.join();
-    m_work.reset();
+    m_work.giveUp();
+    m_lookedUp = nullptr;
+    m_listener.lookupDidEnd();
 }
 
 void LookupTables::forget(const TAdmMDBFile& file)
 {
     std::erase_if(m_waiting, [&](const TAdmMDBTable* table) { return table->file() == &file; });
     std::erase_if(m_tables, [&](const auto& entry) { return entry.first->file() == &file; });
-    if (!m_work || m_work->table->file() != &file) return;
+    if (!isBusy() || m_lookedUp->file() != &file) return;
     giveUp();
-    m_listener.lookupDidEnd();
     beginNext();
 }
 
@@ -147,9 +97,7 @@ void LookupTables::forgetAll()
 {
     m_waiting.clear();
     m_tables.clear();
-    if (!m_work) return;
-    giveUp();
-    m_listener.lookupDidEnd();
+    if (isBusy()) giveUp();
 }
 
 } // namespace vellumo

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "browser/BackgroundWork.h"
+#include "model/LookupTexts.h"
 #include "model/TAdmMDBFile.h"
-#include "platform/MainThread.h"
 
 #include <deque>
-#include <functional>
 #include <map>
 #include <memory>
-#include <thread>
+#include <optional>
 
 namespace vellumo {
 
@@ -33,35 +33,29 @@ public:
     // Both outlive it.
     LookupTables(LookupListener& listener, MainThread& mainThread)
         : m_listener(listener)
-        , m_mainThread(mainThread)
+        , m_work(mainThread)
     {
     }
-    ~LookupTables() { giveUp(); }
-    LookupTables(const LookupTables&) = delete;
-    LookupTables& operator=(const LookupTables&) = delete;
 
     // The table itself when it has no lookups that can be resolved, and until they are. What comes lives until its file
     // is forgotten.
     [[nodiscard]] const TAdmMDBTable* find(const TAdmMDBTable& table);
-    [[nodiscard]] bool isBusy() const { return m_work != nullptr; }
+    [[nodiscard]] bool isBusy() const { return m_lookedUp != nullptr; }
     // The tables of the file are about to go. Waits for the thread if it reads them, which takes a moment at most.
     void forget(const TAdmMDBFile& file);
     void forgetAll();
 
 private:
-    struct Work;
-
     void begin(const TAdmMDBTable& table);
     void beginNext();
-    void finish();
+    void finish(std::optional<ShownColumns> columns);
     void giveUp();
 
     LookupListener& m_listener;
-    MainThread& m_mainThread;
     std::map<const TAdmMDBTable*, std::unique_ptr<TAdmMDBTable>> m_tables; // null: nothing else is shown
     std::deque<const TAdmMDBTable*> m_waiting;
-    std::shared_ptr<Work> m_work; // null while nothing is looked up; shared with the thread
-    std::thread m_worker;
+    const TAdmMDBTable* m_lookedUp = nullptr; // null while nothing is
+    BackgroundWork m_work;
 };
 
 } // namespace vellumo

@@ -54,13 +54,13 @@ std::vector<std::uint32_t> allRows(std::size_t count)
 
 } // namespace
 
-std::vector<std::uint32_t> filterData(const RowStore& rows, const SearchSettings& settings)
+std::vector<std::uint32_t> filterData(const RowStore& rows, const SearchSettings& settings, const std::stop_token& stop)
 {
     if (settings.text.empty()) return allRows(rows.rowCount());
     TextMatcher matcher(settings);
     std::vector<std::uint8_t> marks;
     std::vector<std::uint32_t> found;
-    for (std::size_t i = 0; i < rows.groups().size(); ++i) {
+    for (std::size_t i = 0; i < rows.groups().size() && !stop.stop_requested(); ++i) {
         const auto& group = rows.groups()[i];
         const RowRange all{0, group.rowCount};
         markGroup(group, {&all, 1}, matcher, marks);
@@ -70,15 +70,15 @@ std::vector<std::uint32_t> filterData(const RowStore& rows, const SearchSettings
     return found;
 }
 
-std::vector<std::uint32_t> filterData(
-    const RowStore& rows, const SearchSettings& settings, std::span<const std::uint32_t> candidates)
+std::vector<std::uint32_t> filterData(const RowStore& rows, const SearchSettings& settings,
+    std::span<const std::uint32_t> candidates, const std::stop_token& stop)
 {
     if (settings.text.empty()) return {candidates.begin(), candidates.end()};
     TextMatcher matcher(settings);
     std::vector<std::uint8_t> marks;
     std::vector<std::uint32_t> found;
     auto next = candidates.begin();
-    for (std::size_t i = 0; i < rows.groups().size() && next != candidates.end(); ++i) {
+    for (std::size_t i = 0; i < rows.groups().size() && next != candidates.end() && !stop.stop_requested(); ++i) {
         const auto firstRow = rows.firstRow(i);
         const auto end = std::lower_bound(next, candidates.end(), firstRow + rows.groups()[i].rowCount);
         const std::span<const std::uint32_t> inGroup(next, end);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <span>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -24,12 +25,14 @@ struct SearchSettings {
 
 // The numbers of the records in which at least one text value agrees with the settings, ascending; all records when the
 // text is empty. Null and object cells never agree. With case ignored two texts are compared in their full Unicode case
-// folding, so "STRASSE" finds "Straße" and "k" finds the Kelvin sign; with case honoured byte by byte.
-[[nodiscard]] std::vector<std::uint32_t> filterData(const RowStore& rows, const SearchSettings& settings);
+// folding, so "STRASSE" finds "Straße" and "k" finds the Kelvin sign; with case honoured byte by byte. When it is
+// stopped, those found until then.
+[[nodiscard]] std::vector<std::uint32_t> filterData(
+    const RowStore& rows, const SearchSettings& settings, const std::stop_token& stop = {});
 
 // The same, looking only at the records `candidates` (ascending numbers).
-[[nodiscard]] std::vector<std::uint32_t> filterData(
-    const RowStore& rows, const SearchSettings& settings, std::span<const std::uint32_t> candidates);
+[[nodiscard]] std::vector<std::uint32_t> filterData(const RowStore& rows, const SearchSettings& settings,
+    std::span<const std::uint32_t> candidates, const std::stop_token& stop = {});
 
 // True when every record that agrees with `next` also agrees with `previous`, so that only the records found for
 // `previous` need a look.

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vellumo {
@@ -19,9 +20,10 @@ class RowStore;
 class KeySorter {
 public:
     // The store outlives the sorter.
-    KeySorter(const RowStore& rows, std::size_t column, SortKind kind);
+    KeySorter(const RowStore& rows, std::size_t column, SortKind kind, std::stop_token stop);
 
     // `order`: all row numbers, nulls first. `groupStarts`: where each run of equal values starts in it, ascending.
+    // Nothing of use when it was stopped.
     void sort(std::vector<std::uint32_t>& order, std::vector<std::uint32_t>& groupStarts);
 
 private:
@@ -36,6 +38,7 @@ private:
     [[nodiscard]] std::string_view key(std::uint32_t row) const;
     [[nodiscard]] std::uint64_t headOf(std::uint32_t row, std::size_t depth) const;
     void sortFrom(std::span<Entry> entries, std::size_t depth);
+    void sortByHeads(std::span<Entry> entries) const;
     void sortEqualHeads(std::span<Entry> entries, std::size_t depth);
     void sortByWholeTexts(std::span<Entry> entries);
     [[nodiscard]] int compareTexts(std::uint32_t left, std::uint32_t right) const;
@@ -44,6 +47,7 @@ private:
     const RowStore& m_rows;
     std::size_t m_column;
     SortKind m_kind;
+    std::stop_token m_stop;
     std::string m_keys;                            // one after the other in row order
     std::vector<std::uint64_t> m_keyEnds;          // one a row
     std::vector<Entry> m_entries;                  // one a row that is not null
@@ -56,13 +60,16 @@ namespace {
 // Longer keys are cut, and texts whose keys agree so far compared as a whole: bounds the memory that long memos take.
 constexpr std::size_t longestKey = 1024;
 constexpr std::size_t headSize = 8;
+// What is sorted in one go, between two looks whether to stop.
+constexpr std::size_t entriesAtOnce = 1 << 16;
 
 } // namespace
 
-KeySorter::KeySorter(const RowStore& rows, std::size_t column, SortKind kind)
+KeySorter::KeySorter(const RowStore& rows, std::size_t column, SortKind kind, std::stop_token stop)
     : m_rows(rows)
     , m_column(column)
     , m_kind(kind)
+    , m_stop(std::move(stop))
 {
     m_keyEnds.reserve(rows.rowCount());
     m_entries.reserve(rows.rowCount());
@@ -101,6 +108,7 @@ void KeySorter::collectTexts()
 {
     std::uint32_t row = 0;
     for (const auto& group : m_rows.groups()) {
+        if (m_stop.stop_requested()) return;
         const auto& chunk = group.texts[m_column];
         for (std::uint32_t i = 0; i < group.rowCount; ++i)
             addKey(row++, chunk.text(i));
@@ -142,11 +150,11 @@ std::uint64_t KeySorter::headOf(std::uint32_t row, std::size_t depth) const
 
 void KeySorter::sortFrom(std::span<Entry> entries, std::size_t depth)
 {
+    if (m_stop.stop_requested()) return;
     for (auto& entry : entries)
         entry.head = headOf(entry.row, depth);
-    std::sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
-        return left.head != right.head ? left.head < right.head : left.row < right.row;
-    });
+    sortByHeads(entries);
+    if (m_stop.stop_requested()) return;
     for (std::size_t start = 0; start < entries.size();) {
         auto end = start + 1;
         while (end < entries.size() && entries[end].head == entries[start].head)
@@ -154,6 +162,19 @@ void KeySorter::sortFrom(std::span<Entry> entries, std::size_t depth)
         sortEqualHeads(entries.subspan(start, end - start), depth);
         start = end;
     }
+}
+
+void KeySorter::sortByHeads(std::span<Entry> entries) const
+{
+    const auto isBefore = [](const Entry& left, const Entry& right) {
+        return left.head != right.head ? left.head < right.head : left.row < right.row;
+    };
+    if (m_stop.stop_requested()) return;
+    if (entries.size() <= entriesAtOnce) return std::sort(entries.begin(), entries.end(), isBefore);
+    const auto half = entries.size() / 2;
+    std::nth_element(entries.begin(), entries.begin() + static_cast<std::ptrdiff_t>(half), entries.end(), isBefore);
+    sortByHeads(entries.first(half));
+    sortByHeads(entries.subspan(half));
 }
 
 // `entries` agree up to and including the eight bytes at `depth`, and stand in stored order.
@@ -186,7 +207,7 @@ int KeySorter::compareTexts(std::uint32_t left, std::uint32_t right) const
 {
     const auto leftText = m_rows.text(left, m_column);
     const auto rightText = m_rows.text(right, m_column);
-    if (leftText == rightText) return 0;
+    if (leftText == rightText || m_stop.stop_requested()) return 0;
     std::string leftKey;
     std::string rightKey;
     appendSortKey(m_kind, leftText, leftKey);
@@ -201,9 +222,9 @@ void KeySorter::finish(std::span<const Entry> equal)
         m_order->push_back(entry.row);
 }
 
-RowOrder::RowOrder(const RowStore& rows, std::size_t column, SortKind kind)
+RowOrder::RowOrder(const RowStore& rows, std::size_t column, SortKind kind, std::stop_token stop)
 {
-    KeySorter sorter(rows, column, kind);
+    KeySorter sorter(rows, column, kind, std::move(stop));
     sorter.sort(m_rows, m_groupStarts);
 }
 

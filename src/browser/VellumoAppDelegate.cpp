@@ -29,6 +29,7 @@ VellumoAppDelegate::VellumoAppDelegate(MainWindowView& mainWindow, const Desktop
     m_openQuestions.setChoiceListener([this] { m_view.partDidChange(WindowPart::Settings); });
     m_dataView.setSelectionListener([this] { updateStatusBarForRecordSelection(); });
     m_dataView.setOrderListener([this] { orderDidChange(m_dataView); });
+    m_dataView.setRowsListener([this] { rowsDidCome(); });
 }
 
 void VellumoAppDelegate::applicationDidFinishLaunching()
@@ -176,6 +177,7 @@ std::string VellumoAppDelegate::selectionTitle() const
 void VellumoAppDelegate::setStatusText(std::string text)
 {
     m_statusText = std::move(text);
+    m_isStatusOfRecords = false;
     m_view.partDidChange(WindowPart::StatusText);
 }
 
@@ -200,6 +202,15 @@ void VellumoAppDelegate::updateStatusBarForRecordSelection()
 {
     const auto& rows = m_dataView.selectedRows();
     setStatusText(statusForRecords(m_dataView.numberOfRows(), rows.count(), rows.first().value_or(0)));
+    m_isStatusOfRecords = true;
+}
+
+void VellumoAppDelegate::rowsDidCome()
+{
+    if (m_isStatusOfRecords)
+        updateStatusBarForRecordSelection();
+    else
+        m_view.partDidChange(WindowPart::StatusText);
 }
 
 // View toggles
@@ -396,6 +407,7 @@ void VellumoAppDelegate::OpenTableInNewWindow(TAdmMDBTable& table)
 
 void VellumoAppDelegate::orderDidChange(const DataView& by)
 {
+    m_view.partDidChange(WindowPart::StatusText); // what the rows wait for
     const auto follow = [&by](DataView& view) {
         if (&view != &by && view.table() == by.table()) view.orderDidChange();
     };

@@ -258,6 +258,7 @@ private:
     void fileSearchDidChange(std::string text);
     void dataSearchDidChange(std::string text);
     void reloadForSearch();
+    void rowsDidCome();
     void searchRuleDidChange();
     void recordVisit(const TreeItem& table);
     [[nodiscard]] TreeItem exportTarget();
@@ -282,6 +283,7 @@ private:
     bool m_isExportWaiting = false; // for its file to be opened
     SearchSettings m_search;
     std::string m_statusText;
+    bool m_isStatusOfRecords = false;
     bool m_isPlaceholderShown = false;
 };
 

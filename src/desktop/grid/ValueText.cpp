@@ -24,8 +24,9 @@ bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0
 // Where a step ends that begins at `start`: between two letters, and not inside of a line end.
 std::size_t endOfStep(std::string_view value, std::size_t start)
 {
-    if (value.size() - start <= ValueText::stepBytes) return value.size();
-    auto end = start + ValueText::stepBytes;
+    const auto step = start == 0 ? ValueText::firstBytes : ValueText::stepBytes;
+    if (value.size() - start <= step) return value.size();
+    auto end = start + step;
     while (end > start + 1 && isContinuation(value[end]))
         --end;
     return value[end - 1] == '\r' && value[end] == '\n' ? end + 1 : end;

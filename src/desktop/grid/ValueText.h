@@ -16,8 +16,10 @@ class ValueText : public QPlainTextEdit {
     Q_OBJECT
 
 public:
-    // Bytes of a value that are shown at first, and that are added in one step later.
-    static constexpr std::size_t stepBytes = 64 * 1024;
+    // Bytes of a value that are shown at first, and that are added in one step later: so few that the window answers
+    // in between, whatever lines they make.
+    static constexpr std::size_t firstBytes = 64 * 1024;
+    static constexpr std::size_t stepBytes = 16 * 1024;
     // Characters of a line that is broken.
     static constexpr qsizetype longestLine = 2000;
 

@@ -104,10 +104,12 @@ void TableWindow::attach()
         m_window.jumpBar(), [this](const TreeItem& item) { m_window.jumpBarDidSelectItem(item); });
     m_editActions = std::make_unique<EditActions>(makeEditActions(*this, m_window.dataView()));
     m_findLine->setDataView(m_window.dataView());
-    m_window.dataView().setSelectionListener([this] {
+    const auto follow = [this] {
         m_editActions->update(m_window.dataView());
         m_findLine->recordsDidChange();
-    });
+    };
+    m_window.dataView().setSelectionListener(follow);
+    m_window.dataView().setRowsListener(follow);
 }
 
 DataViewPort& TableWindow::dataView() { return *m_ui->dataView; }
