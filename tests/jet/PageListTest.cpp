@@ -102,6 +102,38 @@ TEST(PageList, MapsMayLieInTheBufferThatIsReadInto)
     EXPECT_EQ(readPageList(pages.read(2, buffer).last(13), pages, buffer).beyondEnd, 4U);
 }
 
+std::string definitionPage(const PageFormat& format, std::uint32_t next)
+{
+    auto page = "\2\1\0\0"s + u32(next);
+    page.resize(format.size);
+    return page;
+}
+
+TEST(PageSurvey, TellsOwnersAndFirstPagesOfDefinitions)
+{
+    MemoryPages pages(jet3Pages, 12);
+    pages.content[2] = definitionPage(jet3Pages, 9); // its further pages lie before and behind others
+    pages.content[3] = definitionPage(jet3Pages, 0);
+    pages.content[4] = dataPage(jet3Pages, 2, {});
+    pages.content[5] = dataPage(jet3Pages, 3, {});
+    pages.content[6] = definitionPage(jet3Pages, 0);
+    pages.content[7] = dataPage(jet3Pages, 2, {});
+    pages.content[8] = std::string(jet3Pages.size, '\0');
+    pages.content[9] = definitionPage(jet3Pages, 6);
+    PageMarks leftOut(12);
+    const auto goesOn = [] { return true; };
+    auto survey = surveyPages(pages, leftOut, goesOn).value();
+    EXPECT_THAT(survey.definitions, testing::ElementsAre(2, 3));
+    const std::map<std::uint32_t, std::vector<std::uint32_t>> all = {{2, {4, 7}}, {3, {5}}};
+    EXPECT_EQ(survey.dataPages, all);
+    leftOut[3] = leftOut[4] = leftOut[2] = true;
+    survey = surveyPages(pages, leftOut, goesOn).value();
+    EXPECT_THAT(survey.definitions, testing::ElementsAre(9)) << "no page leads to it that was looked at";
+    EXPECT_THAT(survey.dataPages.at(2), testing::ElementsAre(7));
+    MemoryPages many(jet3Pages, 5000);
+    EXPECT_FALSE(surveyPages(many, PageMarks(5000), [] { return false; }));
+}
+
 // The map of the free pages is the first row of page 1.
 TEST(FreePages, AreThoseOfTheMapAndAllBehindIt)
 {
