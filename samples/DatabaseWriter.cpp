@@ -86,7 +86,8 @@ private:
         page[0x9E] = '0';
     }
 
-    // Page 1: the map of free pages and an empty one. No page of a written file is free.
+    // Page 1: the map of free pages and an empty one. No page of a written file is free, which only the large form of a
+    // map can say of files of any size: it names no page of bits.
     void writeFreePages()
     {
         const Bytes emptyMap(m_description.version == JetVersion::Jet3 ? 133 : 69);
@@ -99,6 +100,7 @@ private:
         putNumber<std::uint16_t>(&page[header], 2);
         putNumber<std::uint16_t>(&page[header + 2], static_cast<std::uint16_t>(page.size() - emptyMap.size()));
         putNumber<std::uint16_t>(&page[header + 4], static_cast<std::uint16_t>(page.size() - 2 * emptyMap.size()));
+        page[page.size() - emptyMap.size()] = 1;
         m_file.write(mapPage, page);
     }
 

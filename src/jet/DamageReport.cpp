@@ -22,12 +22,16 @@ constexpr KindFacts kinds[] = {
     {DamageKind::Catalogue, "catalogue", messageKey("A part of the list of tables cannot be read."),
         messageKey("%ld entries of the list of tables cannot be read.")},
     {DamageKind::Table, "table", messageKey("The table cannot be read: its definition is damaged."), nullptr},
+    {DamageKind::LostTable, "lostTable", messageKey("The list of tables lacks a table that is in the file."),
+        messageKey("The list of tables lacks %ld tables that are in the file.")},
     {DamageKind::Definition, "definition", messageKey("A part of the definition cannot be read."), nullptr},
     {DamageKind::Properties, "properties", messageKey("Some properties cannot be read."), nullptr},
     {DamageKind::Relations, "relations", messageKey("Some relations cannot be read."), nullptr},
     {DamageKind::Queries, "queries", messageKey("A part of the saved queries cannot be read."),
         messageKey("Parts of %ld saved queries cannot be read.")},
     {DamageKind::PageList, "pageList", messageKey("The list of the table's pages cannot be read."), nullptr},
+    {DamageKind::LostPage, "lostPage", messageKey("The list of the table's pages lacks a page of its rows."),
+        messageKey("The list of the table's pages lacks %ld pages of its rows.")},
     {DamageKind::Page, "page", messageKey("A page of rows cannot be read."),
         messageKey("%ld pages of rows cannot be read.")},
     {DamageKind::Row, "row", messageKey("A row cannot be read."), messageKey("%ld rows cannot be read.")},
@@ -124,7 +128,7 @@ std::string damageSummary(const DamageReport& report, std::size_t tableCount)
     if (report.empty()) return {};
     std::string text;
     const auto add = [&](const std::string& part) { text += text.empty() ? part : ", " + part; };
-    const auto lostTables = report.total(DamageKind::Table);
+    const auto lostTables = report.total(DamageKind::Table) + report.total(DamageKind::LostTable);
     if (report.total(DamageKind::Catalogue) != 0) add(localized("The list of tables is damaged"));
     if (lostTables != 0)
         add(localizedFormat("%ld of %ld tables could not be read", {lostTables, lostTables + tableCount}));

@@ -19,11 +19,13 @@ enum class DamageKind : std::uint8_t {
     File,        // the file ends early, or changed while it was read: 1
     Catalogue,   // the list of tables, or a part of it: entries lost as far as known, at least 1
     Table,       // a table whose definition cannot be read; it is missing as a whole: 1
+    LostTable,   // tables that are in the file and that the catalogue lacks; the place is that of the definition
     Definition,  // a part of a definition that rows do not need, such as its indexes: 1
     Properties,  // the properties of a table and its columns, or a part of them: 1
     Relations,   // the relations of the file, or a part of them: relations lost as far as known, at least 1
     Queries,     // saved queries of which a part cannot be read, as far as it is known how many
     PageList,    // the list of a table's pages: 1
+    LostPage,    // pages that hold rows of the table, or of the column's values, and that its list lacks
     Page,        // pages that should hold rows of the table and do not, or cannot be read
     Row,         // rows that stand on a page and cannot be made out
     MissingRows, // rows that the table says it has, or an index knows, beyond all that was found or told by Row

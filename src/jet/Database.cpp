@@ -16,7 +16,6 @@ namespace vellumo::jet {
 
 namespace {
 
-constexpr std::uint32_t catalogPage = 2;
 constexpr std::uint32_t typeMask = 0x7F;       // of a catalogue entry; forms and the like have negative types
 constexpr std::uint32_t pageMask = 0x00FFFFFF; // of its Id
 
@@ -32,6 +31,15 @@ DecodedObject rawObject(ByteSpan stored, bool isWhole)
     const auto bytes = std::as_bytes(stored);
     const ObjectFacts facts{.state = isWhole ? ObjectState::Whole : ObjectState::Damaged};
     return {std::make_shared<TAdmBlobData>(std::vector<std::byte>(bytes.begin(), bytes.end()), std::string(), facts)};
+}
+
+// By the page of the definition to which they lead.
+std::map<std::uint32_t, const CatalogEntry*> entriesByPage(const std::vector<CatalogEntry>& entries)
+{
+    std::map<std::uint32_t, const CatalogEntry*> byPage;
+    for (const auto& entry : entries)
+        if (entry.isTable() || entry.id == entry.page) byPage.emplace(entry.page, &entry);
+    return byPage;
 }
 
 void keepColumns(TableDef& table, const std::vector<std::string_view>& names)
@@ -286,23 +294,10 @@ void Database::fillGaps(PageList& list, std::uint32_t definitionPage)
     std::ranges::sort(list.pages);
 }
 
-const Database::Survey& Database::survey()
+const PageSurvey& Database::survey()
 {
-    if (m_survey) return *m_survey;
-    auto& survey = m_survey.emplace();
-    std::set<std::uint32_t> continuations;
-    for (std::uint32_t number = 1; number < m_pages->count(); ++number) {
-        const auto page = m_pages->read(number, m_buffer);
-        if (isDataPage(page)) {
-            survey.dataPages[ownerOf(page)].push_back(number);
-        } else if (!page.empty() && page[0] == DefinitionPageType) {
-            survey.definitions.insert(number);
-            continuations.insert(load32(&page[ownerOffset])); // where a data page names its owner, the next page
-        }
-    }
-    for (const auto page : continuations)
-        survey.definitions.erase(page);
-    return survey;
+    if (!m_survey) m_survey = surveyPages(*m_pages, PageMarks(m_pages->count()), [] { return true; });
+    return *m_survey;
 }
 
 const std::vector<std::uint32_t>& Database::pagesOwnedBy(std::uint32_t definitionPage)
@@ -311,6 +306,63 @@ const std::vector<std::uint32_t>& Database::pagesOwnedBy(std::uint32_t definitio
     const auto& owned = survey().dataPages;
     const auto found = owned.find(definitionPage);
     return found == owned.end() ? none : found->second;
+}
+
+std::optional<Strays> Database::findStrays(
+    const std::vector<CatalogEntry>& entries, const TablesByPage& read, const std::function<bool()>& goesOn)
+{
+    auto leftOut = freePages(*m_pages);
+    for (const auto& [definition, table] : read) {
+        if (!listsItsOwn(*table)) continue;
+        for (const auto page : table->dataPages.pages)
+            leftOut[page] = true;
+    }
+    const auto found = surveyPages(*m_pages, leftOut, goesOn);
+    if (!found) return std::nullopt;
+    const auto entryOf = entriesByPage(entries);
+    Strays strays;
+    for (const auto page : found->definitions)
+        if (!entryOf.contains(page)) addLostTable(page, strays);
+    const auto isLost = [&](std::uint32_t page) {
+        return std::ranges::binary_search(strays.tables, page) || std::ranges::binary_search(strays.systemTables, page);
+    };
+    for (const auto& [owner, pages] : found->dataPages) {
+        if (owner == noOwner || owner == longValueOwner || owner == freeMapPage) continue;
+        if (const auto entry = entryOf.find(owner); entry != entryOf.end())
+            addUnlisted(*entry->second, pages, read, strays);
+        else if (!isLost(owner))
+            strays.ownerless.insert(strays.ownerless.end(), pages.begin(), pages.end());
+    }
+    return strays;
+}
+
+// By the first page, which is enough where two definitions have changed places.
+bool Database::listsItsOwn(const TableDef& table)
+{
+    if (table.dataPages.pages.empty()) return false;
+    const auto page = m_pages->read(table.dataPages.pages.front(), m_buffer);
+    return isDataPage(page) && ownerOf(page) == table.definitionPage;
+}
+
+void Database::addLostTable(std::uint32_t page, Strays& strays)
+{
+    const auto bytes = m_pages->read(page, m_buffer);
+    if (bytes.empty()) return;
+    if (const auto isSystem = isSystemDefinition(bytes, m_pages->format().isJet3))
+        (*isSystem ? strays.systemTables : strays.tables).push_back(page);
+}
+
+// `pages` name the table of the entry. When its definition cannot be read, that is told.
+void Database::addUnlisted(
+    const CatalogEntry& entry, const std::vector<std::uint32_t>& pages, const TablesByPage& read, Strays& strays)
+{
+    const auto known = read.find(entry.page);
+    DamageReport unwanted;
+    const auto table = known == read.end() ? readTableAt(entry.page, unwanted) : std::nullopt;
+    if (known == read.end() && !table) return;
+    const auto& listed = table ? table->dataPages.pages : known->second->dataPages.pages;
+    for (const auto page : pages)
+        if (!std::ranges::binary_search(listed, page)) strays.unlisted.push_back({&entry, page});
 }
 
 std::vector<std::uint32_t> Database::unlistedPages(const TableDef& table)

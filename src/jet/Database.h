@@ -2,6 +2,7 @@
 #pragma once
 
 #include "jet/PageSource.h"
+#include "jet/PageSurvey.h"
 #include "jet/TableReader.h"
 #include "jet/UnicodeText.h"
 #include "rows/RowStore.h"
@@ -11,6 +12,8 @@
 #include <set>
 
 namespace vellumo::jet {
+
+constexpr std::uint32_t catalogPage = 2; // the first of the catalogue's definition
 
 // A named object of the database: table, query, form and so on.
 struct CatalogEntry {
@@ -43,6 +46,20 @@ struct RelationPart {
     static constexpr std::int32_t notEnforced = 2;
     static constexpr std::int32_t cascadeUpdates = 0x100;
     static constexpr std::int32_t cascadeDeletes = 0x1000;
+};
+
+using TablesByPage = std::map<std::uint32_t, const TableDef*>; // by the first page of their definition
+
+// What lies in a file though nothing leads to it.
+struct Strays {
+    struct Page {
+        const CatalogEntry* entry; // of its table
+        std::uint32_t number;
+    };
+    std::vector<Page> unlisted; // pages of rows that the list of their table lacks
+    // First pages of definitions to which no entry leads: of users' tables and of the system's.
+    std::vector<std::uint32_t> tables, systemTables;
+    std::vector<std::uint32_t> ownerless; // pages of rows whose table is none
 };
 
 // A system table with all its rows; object cells as they are stored.
@@ -88,6 +105,11 @@ public:
     // Rows of the table that its indexes know and its pages do not have, as pointers, each once.
     [[nodiscard]] std::vector<std::uint32_t> rowsOnlyInIndexes(const TableDef& table, DamageReport& damage);
 
+    // Looks at the pages that are not free, but for those that the tables of `read` list: whoever reads their rows
+    // looks at those. `entries`: the whole catalogue, which outlives what is returned. nullopt when `goesOn`, which is
+    // asked now and then, says no.
+    [[nodiscard]] std::optional<Strays> findStrays(
+        const std::vector<CatalogEntry>& entries, const TablesByPage& read, const std::function<bool()>& goesOn);
     // The pages of a table that its own list does not name, as far as they name the table.
     [[nodiscard]] std::vector<std::uint32_t> unlistedPages(const TableDef& table);
     // Tables of users whose definition lies in the file though none of the entries leads to it, with all the pages that
@@ -103,12 +125,12 @@ private:
     void readDataPages(TableDef& table, DamageReport& damage);
     void unwrapCalculated(TableDef& table) const;
     void fillGaps(PageList& list, std::uint32_t definitionPage);
-    // The pages as they describe themselves; the first call reads the whole file.
-    struct Survey {
-        std::map<std::uint32_t, std::vector<std::uint32_t>> dataPages; // by owner, ascending
-        std::set<std::uint32_t> definitions;                           // first pages of definitions
-    };
-    [[nodiscard]] const Survey& survey();
+    // Of all pages; the first call reads the whole file.
+    [[nodiscard]] const PageSurvey& survey();
+    [[nodiscard]] bool listsItsOwn(const TableDef& table);
+    void addLostTable(std::uint32_t page, Strays& strays);
+    void addUnlisted(
+        const CatalogEntry& entry, const std::vector<std::uint32_t>& pages, const TablesByPage& read, Strays& strays);
     [[nodiscard]] bool hasRow(const TableDef& table, std::uint32_t pointer);
     [[nodiscard]] const std::vector<std::uint32_t>& pagesOwnedBy(std::uint32_t definitionPage);
     [[nodiscard]] std::optional<TableDef> readCatalogDefinition(DamageReport& damage);
@@ -121,7 +143,7 @@ private:
     CodePage m_codePage;
     LongValue::Budget m_longValueBudget;
     PageBuffer m_buffer;
-    std::optional<Survey> m_survey;
+    std::optional<PageSurvey> m_survey;
 };
 
 // Adds the rows that a table states beyond those found, `damage` being the table's own: rows told one by one are not

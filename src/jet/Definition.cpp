@@ -38,7 +38,7 @@ namespace {
 // Offsets and sizes in a definition, bytes. The two versions differ in unused fields only.
 struct Layout {
     std::size_t rowCount;
-    std::size_t kind;        // systemKind, or another letter
+    std::size_t kind;        // systemKind or userKind
     std::size_t columnLimit; // highest column number + 1
     std::size_t columnCount;
     std::size_t logicalIndexCount;
@@ -72,6 +72,7 @@ constexpr std::size_t pageHeaderSize = 8;
 constexpr std::size_t nextPageOffset = 4;
 
 constexpr std::uint8_t systemKind = 'S';
+constexpr std::uint8_t userKind = 'N';
 constexpr int relationType = 2; // of a logical index
 constexpr std::uint8_t fixedFlag = 0x01;
 constexpr std::uint8_t autoNumberFlag = 0x04;
@@ -294,6 +295,12 @@ DefinitionBytes readDefinition(Pages& pages, PageBuffer& buffer, std::uint32_t f
     }
     definition.isComplete = next == 0 && !bytes.empty();
     return definition;
+}
+
+std::optional<bool> isSystemDefinition(ByteSpan page, bool isJet3)
+{
+    const auto kind = page[(isJet3 ? jet3 : jet4).kind];
+    return kind == systemKind || kind == userKind ? std::optional(kind == systemKind) : std::nullopt;
 }
 
 std::optional<ParsedDefinition> parseDefinition(ByteSpan bytes, bool isJet3, const NameDecoder& decodeName)

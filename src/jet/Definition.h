@@ -113,6 +113,10 @@ struct DefinitionBytes {
 };
 [[nodiscard]] DefinitionBytes readDefinition(Pages& pages, PageBuffer& buffer, std::uint32_t firstPage);
 
+// Whether the table is one that the system keeps for itself, as the first page of its definition says; nullopt when it
+// does not say: then that page is no first one.
+[[nodiscard]] std::optional<bool> isSystemDefinition(ByteSpan page, bool isJet3);
+
 // Decodes a name of the file's version.
 using NameDecoder = std::function<std::string(ByteSpan)>;
 

@@ -42,7 +42,8 @@ void collectPages(ByteSpan bitmap, std::uint64_t first, std::uint32_t pageCount,
     }
 }
 
-constexpr std::uint8_t inlineMap = 0;    // u8 0, u32 first page, bitmap
+constexpr std::uint8_t inlineMap = 0; // u8 0, u32 first page, bitmap
+constexpr std::size_t inlineMapHeader = 5;
 constexpr std::uint8_t referenceMap = 1; // u8 1, u32 numbers of bitmap pages; 0 where none of those pages is used
 constexpr std::size_t bitmapPageHeader = 4;
 
@@ -69,11 +70,17 @@ void readReferenceMap(ByteSpan map, Pages& pages, PageBuffer& buffer, PageList& 
 
 } // namespace
 
+std::optional<std::uint64_t> endOfInlineMap(ByteSpan map)
+{
+    if (map.size() < inlineMapHeader || map[0] != inlineMap) return std::nullopt;
+    return load32(&map[1]) + std::uint64_t{8} * (map.size() - inlineMapHeader);
+}
+
 PageList readPageList(ByteSpan map, Pages& pages, PageBuffer& buffer)
 {
     PageList list;
-    if (map.size() >= 5 && map[0] == inlineMap) {
-        collectPages(map.subspan(5), load32(&map[1]), pages.count(), list);
+    if (endOfInlineMap(map)) {
+        collectPages(map.subspan(inlineMapHeader), load32(&map[1]), pages.count(), list);
     } else if (map.size() >= 5 && map[0] == referenceMap) {
         const std::vector<std::uint8_t> copy(map.begin(), map.end()); // the buffer of the map may be the one read into
         readReferenceMap(copy, pages, buffer, list);

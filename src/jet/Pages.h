@@ -28,8 +28,11 @@ enum PageType : std::uint8_t {
     IndexLeafType = 4,
     BitmapPageType = 5,
 };
-// In the first 8 bytes of a data page: u32 definition page of the table that owns it, or the mark of long values.
+// In the first 8 bytes of a data page: u32 definition page of the table that owns it, or the mark of long values, or
+// nothing on a page of usage maps.
 constexpr std::size_t ownerOffset = 4;
+constexpr std::uint32_t noOwner = 0;
+constexpr std::uint32_t freeMapPage = 1;             // has itself for its owner
 constexpr std::uint32_t longValueOwner = 0x4C41564C; // "LVAL"
 
 // Memory for one page; keeps what was read last.
@@ -82,5 +85,7 @@ struct PageList {
 
 // `map`: the bytes of the row that is the map.
 [[nodiscard]] PageList readPageList(ByteSpan map, Pages& pages, PageBuffer& buffer);
+// The page behind the last one for which the map has a bit; nullopt for one that keeps its bits on pages of their own.
+[[nodiscard]] std::optional<std::uint64_t> endOfInlineMap(ByteSpan map);
 
 } // namespace vellumo::jet

@@ -64,6 +64,18 @@ const jet::ComplexColumn* ComplexColumnsLoader::find(const jet::TableDef& table,
     return found == m_columns.end() ? nullptr : &*found;
 }
 
+const jet::ColumnDef* ComplexColumnsLoader::columnOf(const jet::TableDef& table, const jet::CatalogEntry& entry) const
+{
+    const auto hasItsValues = [&](const jet::ColumnDef& column) {
+        const auto* known = column.complexId != 0 ? find(table, column) : nullptr;
+        return known != nullptr && known->valueTable == entry.id;
+    };
+    const auto found = std::ranges::find_if(table.columns, hasItsValues);
+    if (found != table.columns.end()) return &*found;
+    const auto history = std::ranges::find_if(table.histories, hasItsValues, &jet::HistoryDef::column);
+    return history == table.histories.end() ? nullptr : &history->column;
+}
+
 void ComplexColumnsLoader::mark(jet::TableDef& table) const
 {
     if (!m_database.isNewerFormat()) return;

@@ -17,6 +17,8 @@ public:
 
     // Whether the entry is a table of values that a column leads to.
     [[nodiscard]] bool isValueTable(const jet::CatalogEntry& entry) const;
+    // The column of the table that has its values in the table of the entry; null when that is none of it.
+    [[nodiscard]] const jet::ColumnDef* columnOf(const jet::TableDef& table, const jet::CatalogEntry& entry) const;
     // Tells the table's columns of several values what kind of values they have. For the definition of every table,
     // before its rows are read or its columns shown.
     void mark(jet::TableDef& table) const;

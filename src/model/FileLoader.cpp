@@ -33,6 +33,7 @@ bool FileLoader::load()
     const auto catalog = m_database.readCatalog(m_damage);
     m_complexColumns.emplace(m_database, m_rows, catalog);
     readDefinitions(catalog);
+    if (!tellStrays(catalog)) return false;
     if (m_options.salvage != Salvage::None) addSalvage(catalog);
     m_file.setContents(readContents(m_database, catalog, m_damage));
     if (!readAllRows()) return false;
@@ -97,6 +98,44 @@ std::unique_ptr<TAdmMDBTable> FileLoader::newTable(const jet::TableDef& def)
     return table;
 }
 
+// Whatever the file holds and does not lead to would be missing without a word. False when the observer stopped it.
+bool FileLoader::tellStrays(const std::vector<jet::CatalogEntry>& catalog)
+{
+    jet::TablesByPage read;
+    for (const auto& item : m_pending)
+        read.emplace(item.def.definitionPage, &item.def);
+    const auto strays =
+        m_database.findStrays(catalog, read, [&] { return !m_options.observer || m_options.observer(0, 0); });
+    if (!strays) return false;
+    for (const auto& page : strays->unlisted)
+        m_damage.add(recordOf(page));
+    for (const auto page : strays->ownerless)
+        m_damage.add({.kind = DamageKind::Page, .page = page});
+    for (const auto page : strays->tables)
+        m_damage.add({.kind = DamageKind::LostTable, .page = page});
+    // Nobody sees such a table as one.
+    if (m_damage.total(DamageKind::Catalogue) != 0) return true;
+    for (const auto page : strays->systemTables)
+        m_damage.add({.kind = DamageKind::Catalogue, .page = page});
+    return true;
+}
+
+// A page of the catalogue is a part of it, and one of a hidden table of values concerns the column that has these.
+DamageRecord FileLoader::recordOf(const jet::Strays::Page& page) const
+{
+    const auto& entry = *page.entry;
+    if (entry.page == jet::catalogPage) return {.kind = DamageKind::Catalogue, .page = page.number};
+    DamageRecord record{.kind = DamageKind::LostPage, .table = entry.name, .page = page.number};
+    for (const auto& item : m_pending) {
+        if (item.def.definitionPage == entry.page) record.table = item.table->name();
+        const auto* column = m_complexColumns->columnOf(item.def, entry);
+        if (column == nullptr) continue;
+        record.table = item.table->name();
+        record.column = column->name;
+    }
+    return record;
+}
+
 // Rows that were lost or deleted are never mixed into those of a table that can be read.
 void FileLoader::addSalvage(const std::vector<jet::CatalogEntry>& catalog)
 {
@@ -137,7 +176,7 @@ void FileLoader::addSalvaged(jet::TableDef def, const std::string& name, TableOr
 // Looking in vain is no find, except for a whole table that the catalogue has lost.
 void FileLoader::dropEmptySalvage()
 {
-    const bool isCatalogueDamaged = m_damage.total(DamageKind::Catalogue) != 0;
+    const bool isCatalogueDamaged = m_damage.total(DamageKind::Catalogue) + m_damage.total(DamageKind::LostTable) != 0;
     std::erase_if(m_pending, [&](const PendingTable& item) {
         const bool mayBeWhole = isCatalogueDamaged && item.table->origin() == TableOrigin::Recovered;
         return item.table->origin() != TableOrigin::Catalogue && item.table->rows().empty() && !mayBeWhole;

@@ -32,6 +32,8 @@ private:
     [[nodiscard]] bool isListed(const jet::CatalogEntry& entry) const;
     void addUserTable(const jet::CatalogEntry& entry);
     [[nodiscard]] std::unique_ptr<TAdmMDBTable> newTable(const jet::TableDef& def);
+    [[nodiscard]] bool tellStrays(const std::vector<jet::CatalogEntry>& catalog);
+    [[nodiscard]] DamageRecord recordOf(const jet::Strays::Page& page) const;
     void addSalvage(const std::vector<jet::CatalogEntry>& catalog);
     void addSalvaged(jet::TableDef def, const std::string& name, TableOrigin origin);
     void dropEmptySalvage();

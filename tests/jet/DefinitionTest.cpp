@@ -218,16 +218,20 @@ TEST(Definition, GoesOnOnFurtherPages)
             {"another type on the first page", [](auto& pages) { pages.content[5][0] = '\1'; }, false, false},
             {"goes round", [](auto& pages) { pages.content[9].replace(4, 4, u32(5)); }, false, true},
             {"goes on out of the file", [](auto& pages) { pages.content[9].replace(4, 4, u32(100)); }, false, true},
+            {"goes on where it is", [](auto& pages) { pages.content[9].replace(4, 4, u32(9)); }, false, true},
             {"ends early", [](auto& pages) { pages.content[5].replace(4, 4, u32(0)); }, true, false},
         };
-        for (const auto& test : cases) {
-            MemoryPages pages(*format);
+        for (std::size_t i = 0; i < 2 * std::size(cases); ++i) {
+            const auto& test = cases[i / 2];
+            MemoryPages pages(*format, i % 2 == 0 ? 100 : 10'000);
             putDefinition(pages, bytes, {5, 9});
             test.damage(pages);
             PageBuffer buffer;
             const auto definition = readDefinition(pages, buffer, 5);
             EXPECT_EQ(definition.isComplete, test.isComplete) << test.name;
-            EXPECT_LE(pages.reads, (1U << 20) / (format->size - 8) + 1) << test.name;
+            EXPECT_FALSE(readDefinition(pages, buffer, 0).isComplete) << "page 0 is none";
+            EXPECT_LE(pages.reads, std::min<std::size_t>(pages.count(), (1U << 20) / (format->size - 8) + 1))
+                << test.name;
             const auto parsed = parse(textOf(definition.bytes), format->isJet3);
             ASSERT_EQ(parsed.has_value(), test.isThere) << test.name;
             EXPECT_TRUE(!parsed || parsed->table.columns.back().name == "A column of number 99") << test.name;

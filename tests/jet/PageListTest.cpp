@@ -2,6 +2,7 @@
 #include "jet/Pages.h"
 
 #include "jet/PageBuilder.h"
+#include "jet/PageSurvey.h"
 
 #include <gmock/gmock.h>
 
@@ -99,6 +100,69 @@ TEST(PageList, MapsMayLieInTheBufferThatIsReadInto)
     const auto row = pages.read(2, buffer).last(13);
     EXPECT_THAT(readPageList(row, pages, buffer).pages, testing::ElementsAre(8));
     EXPECT_EQ(readPageList(pages.read(2, buffer).last(13), pages, buffer).beyondEnd, 4U);
+}
+
+std::string definitionPage(const PageFormat& format, std::uint32_t next)
+{
+    auto page = "\2\1\0\0"s + u32(next);
+    page.resize(format.size);
+    return page;
+}
+
+TEST(PageSurvey, TellsOwnersAndFirstPagesOfDefinitions)
+{
+    MemoryPages pages(jet3Pages, 12);
+    pages.content[2] = definitionPage(jet3Pages, 9); // its further pages lie before and behind others
+    pages.content[3] = definitionPage(jet3Pages, 0);
+    pages.content[4] = dataPage(jet3Pages, 2, {});
+    pages.content[5] = dataPage(jet3Pages, 3, {});
+    pages.content[6] = definitionPage(jet3Pages, 0);
+    pages.content[7] = dataPage(jet3Pages, 2, {});
+    pages.content[8] = std::string(jet3Pages.size, '\0');
+    pages.content[9] = definitionPage(jet3Pages, 6);
+    PageMarks leftOut(12);
+    const auto goesOn = [] { return true; };
+    auto survey = surveyPages(pages, leftOut, goesOn).value();
+    EXPECT_THAT(survey.definitions, testing::ElementsAre(2, 3));
+    const std::map<std::uint32_t, std::vector<std::uint32_t>> all = {{2, {4, 7}}, {3, {5}}};
+    EXPECT_EQ(survey.dataPages, all);
+    leftOut[3] = leftOut[4] = leftOut[2] = true;
+    survey = surveyPages(pages, leftOut, goesOn).value();
+    EXPECT_THAT(survey.definitions, testing::ElementsAre(9)) << "no page leads to it that was looked at";
+    EXPECT_THAT(survey.dataPages.at(2), testing::ElementsAre(7));
+    MemoryPages many(jet3Pages, 5000);
+    EXPECT_FALSE(surveyPages(many, PageMarks(5000), [] { return false; }));
+}
+
+// The map of the free pages is the first row of page 1.
+TEST(FreePages, AreThoseOfTheMapAndAllBehindIt)
+{
+    const auto none = std::vector<std::uint32_t>();
+    const struct {
+        const char* name;
+        StoredRow map;
+        std::vector<std::uint32_t> free; // of 24 pages
+    } cases[] = {
+        {"a bit a page, and the file is longer", {"\0\0\0\0\0\x30\x80"s}, {4, 5, 15, 16, 17, 18, 19, 20, 21, 22, 23}},
+        {"bits behind the end", {"\0\x10\0\0\0\x81\xFF"s}, {16, 23}},
+        {"large, of no bitmap", {"\1"s + u32(0)}, none},
+        {"large", {"\1"s + u32(3)}, {8}},
+        {"deleted", {"\0\0\0\0\0\x30\x80"s, deletedRow}, none},
+        {"of no known form", {"\2\0\0\0\0\x30"s}, none},
+        {"too short", {"\0\0"s}, none},
+    };
+    for (const auto& test : cases) {
+        MemoryPages pages(jet4Pages, 24);
+        pages.content[1] = dataPage(jet4Pages, 1, {test.map});
+        pages.content[3] = bitmapPage(jet4Pages);
+        std::vector<std::uint32_t> found;
+        const auto free = freePages(pages);
+        for (std::uint32_t page = 1; page < 24; ++page)
+            if (free[page]) found.push_back(page);
+        EXPECT_EQ(found, test.free) << test.name;
+    }
+    MemoryPages pages(jet4Pages, 24);
+    EXPECT_THAT(freePages(pages), testing::Each(false)) << "no page 1";
 }
 
 } // namespace

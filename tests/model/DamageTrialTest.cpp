@@ -96,8 +96,10 @@ const TAdmMDBTable* counterpart(const TAdmMDBTable& table, const TAdmMDBFile& so
     return nullptr;
 }
 
-bool isTold(const DamageReport& report, const std::string& table)
+// What belongs to a table that is missing as a whole is told without its name.
+bool isTold(const DamageReport& report, const std::string& table, bool isMissing)
 {
+    if (isMissing && report.total(DamageKind::LostTable) + report.total(DamageKind::Page, "") > 0) return true;
     return report.concerns(table) || report.total(DamageKind::File) > 0 || report.total(DamageKind::Catalogue) > 0;
 }
 
@@ -109,7 +111,7 @@ void compare(const TAdmMDBFile& sound, const TAdmMDBFile& damaged, bool compares
         const auto loss = lossOf(*table, other, comparesCells);
         if (loss.empty()) continue;
         ++tally.losses;
-        if (isTold(damaged.damage(), other != nullptr ? other->name() : table->name()))
+        if (isTold(damaged.damage(), other != nullptr ? other->name() : table->name(), other == nullptr))
             ++tally.told;
         else
             findings.push_back(what + ": " + loss + " of " + table->name());

@@ -71,8 +71,11 @@ struct ExactDialectFacts {
     const ExactLongBytes* longBytes; // null: a literal holds any
     bool takesHugeValues;            // false: statements of more than 16 MiB only when it is configured so
     int fractionDigits;              // of seconds, that it keeps
-    int keptDigits; // of decimal numbers that become binary ones; 0: all. Those of more are `digitsType`
-    std::string_view digitsType;
+    int keptDigits;       // of decimal numbers that become binary ones; 0: all. Those of more are `digitsType`
+    int declaredDigits;   // the most that a decimal type can state, on both sides of the point; 0: any
+    int declaredDecimals; // and behind it. Columns that need more are `floatingType`, or without one `digitsType`
+    std::string_view floatingType; // of decimal numbers, each with a point of its own; "" for none
+    std::string_view digitsType;   // a text
 
     // Indexes and relations.
     bool repeatsNullsInUnique; // false: `nullFilter` keeps them out of a unique index

@@ -16,6 +16,25 @@ constexpr std::size_t longestDeclaredBytes = 2000;
 constexpr std::size_t usualBytes = 510; // the most that Access gives a binary column
 constexpr int usualPrecision = 28;
 
+int scaleOf(const TAdmMDBColumn& column, const ColumnSurvey& survey)
+{
+    return std::max(column.scale(), survey.decimals);
+}
+
+// No number has too many digits, but those of a calculation begin and end at different places.
+bool exceedsDeclaration(const TAdmMDBColumn& column, const ColumnSurvey& survey, const ExactDialectFacts& facts)
+{
+    const auto scale = scaleOf(column, survey);
+    return facts.declaredDigits != 0 && exactKind(column.type()) == ExactKind::Decimal
+        && (survey.wholeDigits + scale > facts.declaredDigits || scale > facts.declaredDecimals);
+}
+
+bool becomesDigits(const TAdmMDBColumn& column, const ColumnSurvey& survey, const ExactDialectFacts& facts)
+{
+    return (facts.keptDigits != 0 && survey.significantDigits > facts.keptDigits)
+        || (facts.floatingType.empty() && exceedsDeclaration(column, survey, facts));
+}
+
 // An expression without "=" in front and blanks around.
 std::string_view bareExpression(std::string_view text)
 {
@@ -159,10 +178,10 @@ std::string ExactSchema::declaredType(const TAdmMDBColumn& column, const ColumnS
         size = std::max(usualBytes, survey.longestBytes);
         if (size > longestDeclaredBytes) type = ColumnType::Ole;
     }
-    if (kind == ExactKind::Decimal && m_facts.keptDigits != 0 && survey.significantDigits > m_facts.keptDigits)
-        return std::string(m_facts.digitsType);
+    if (becomesDigits(column, survey, m_facts)) return std::string(m_facts.digitsType);
+    if (exceedsDeclaration(column, survey, m_facts)) return std::string(m_facts.floatingType);
     // A calculated column states none, and each of its values has one of its own.
-    const auto scale = std::max(column.scale(), survey.decimals);
+    const auto scale = scaleOf(column, survey);
     const auto precision =
         std::max(column.precision() > 0 ? column.precision() : usualPrecision, survey.wholeDigits + scale);
     return fillTemplate(exactType(type, m_facts.dialect),
@@ -225,7 +244,7 @@ void ExactSchema::noteValues(const TAdmMDBColumn& column, const ColumnSurvey& su
     if (!literals.hasEmptyText) note(ExactLoss::EmptyTextAsNull, table, column.name(), survey.emptyTexts);
     if (!m_facts.takesHugeValues) note(ExactLoss::TooLong, table, column.name(), survey.hugeValues);
     if (m_facts.fractionDigits < 7) note(ExactLoss::FractionRounded, table, column.name(), survey.seventhDigits);
-    if (m_facts.keptDigits != 0 && survey.significantDigits > m_facts.keptDigits)
+    if (becomesDigits(column, survey, m_facts))
         note(ExactLoss::DigitsAsText, table, column.name(), column.table()->rows().rowCount() - survey.nulls);
 }
 

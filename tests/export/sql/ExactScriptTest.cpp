@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/sql/ExactDialects.h"
 #include "export/sql/ExactNames.h"
+#include "export/sql/ExactSchema.h"
 #include "export/sql/SQLDialectFacts.h"
 #include "export/sql/SQLExportFixture.h"
 
@@ -160,6 +161,41 @@ TEST_F(ExactScript, RulesHoldForTheRowsOrAreLeftOut)
         for (const auto& part : test.absent)
             EXPECT_THAT(script, Not(HasSubstr(part))) << static_cast<int>(test.server);
     }
+}
+
+// Each of a calculation's results has its point somewhere else: together they need more digits than a type may state.
+TEST_F(ExactScript, NumbersOfFarApartPointsKeepTheirDigits)
+{
+    const std::string large(29, '9');
+    const auto small = "0." + std::string(27, '0') + '1';
+    const auto fileOf = [&](const std::string& most) {
+        return makeFile("/nowhere/a.mdb", makeTable("T", {{"N", "Numeric"}}, {{most}, {"-" + small}, {null}}));
+    };
+    const struct {
+        ServerType server;
+        std::string type;
+        std::string value; // format
+        std::size_t texts;
+    } cases[] = {
+        {ServerType::MySQL, "`N` decimal(57,28)\n", "(%)", 0},
+        {ServerType::PostgreSQL, "\"N\" numeric(57,28)\n", "(%)", 0},
+        {ServerType::Oracle, "\"N\" NUMBER\n", "(%)", 0},
+        {ServerType::SQLServer, "[N] varchar(80)\n", "('%')", 2},
+    };
+    const auto file = fileOf(large);
+    for (const auto& test : cases) {
+        const auto script = scriptOf(*file, test.server);
+        EXPECT_THAT(script, HasSubstr(test.type)) << static_cast<int>(test.server);
+        for (const auto& number : {large, "-" + small})
+            EXPECT_THAT(script, HasSubstr(std::string(test.value).replace(test.value.find('%'), 1, number)));
+        const ExactSchema schema(exactDialectFacts(test.server), *file, {file->tables()[0].get()}, {});
+        ASSERT_EQ(schema.notes().size(), test.texts == 0 ? 0U : 1U) << static_cast<int>(test.server);
+        if (test.texts == 0) continue;
+        EXPECT_EQ(schema.notes()[0].loss, ExactLoss::DigitsAsText);
+        EXPECT_EQ(schema.notes()[0].count, test.texts);
+    }
+    EXPECT_THAT(scriptOf(*fileOf(std::string(10, '9')), ServerType::SQLServer), HasSubstr("[N] decimal(38,28)"));
+    EXPECT_THAT(scriptOf(*fileOf(std::string(11, '9')), ServerType::SQLServer), HasSubstr("[N] varchar(80)"));
 }
 
 } // namespace
