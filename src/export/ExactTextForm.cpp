@@ -31,16 +31,39 @@ ExactTextForm::ExactTextForm(ExportJob& job, const TAdmMDBTable& table, EncodedF
 void ExactTextForm::enter(const RowGroup& group, std::size_t firstRow)
 {
     m_cells.clear();
-    for (std::size_t c = 0; c < columnCount(); ++c)
-        m_cells.emplace_back(m_table.columns()[c]->type(), group, c);
+    for (std::size_t c = 0; c < columnCount(); ++c) {
+        const auto& cells = m_cells.emplace_back(m_table.columns()[c]->type(), group, c);
+        m_columns[c].texts = cells.areTexts() && standAsTheyAre(cells) ? &cells.texts() : nullptr;
+    }
     m_firstRow = firstRow;
 }
 
-// Damaged objects have lines of their own in every report.
-void ExactTextForm::tellUnreadable(ExactCell& cell, std::size_t column)
+void ExactTextForm::addCells(std::uint32_t row)
 {
-    if (cell.kind != ExactKind::Object) addFinding(FindingKind::Unreadable, column);
-    cell.state = ExactState::Null;
+    for (std::size_t c = 0; c < m_columns.size(); ++c) {
+        const auto& column = m_columns[c];
+        const auto value = column.texts == nullptr ? std::string_view() : column.texts->text(row);
+        if (column.texts == nullptr)
+            addCell(c, row);
+        else if (value.empty())
+            text() += column.null;
+        else
+            text().append(column.textStart).append(value).append(column.textEnd);
+    }
+}
+
+// A value that could not be read is a finding, and null; damaged objects have lines of their own in every report.
+void ExactTextForm::addCell(std::size_t column, std::uint32_t row)
+{
+    const auto cell = m_cells[column].at(row);
+    if (cell.state == ExactState::Unreadable && cell.kind != ExactKind::Object)
+        addFinding(FindingKind::Unreadable, column);
+    if (!cell.hasValue()) {
+        text() += m_columns[column].null;
+        return;
+    }
+    text() += m_columns[column].start;
+    addValue(cell, column, row);
 }
 
 void ExactTextForm::addFinding(FindingKind kind, std::size_t column)
