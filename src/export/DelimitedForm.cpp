@@ -13,7 +13,7 @@ namespace {
 
 bool hasSpecials(std::string_view text, char delimiter)
 {
-    return hasByte(text, [delimiter = static_cast<std::uint8_t>(delimiter)](std::uint8_t byte) -> std::uint8_t {
+    return hasByte(text, [delimiter = static_cast<std::uint8_t>(delimiter)](auto byte) {
         return (byte == '"') | (byte == '\r') | (byte == '\n') | (byte == delimiter);
     });
 }
@@ -34,7 +34,9 @@ DelimitedForm::DelimitedForm(ExportJob& job, const TAdmMDBTable& table, EncodedF
 {
     for (std::size_t c = 0; c < columnCount(); ++c) {
         const std::string start(c == 0 ? "" : m_delimiter);
-        addColumn({start, start, start, ""});
+        const bool isQuoted = m_delimiter == " " && exactKind(table.columns()[c]->type()) == ExactKind::Date;
+        const std::string quote(isQuoted ? "\"" : "");
+        addColumn({start, start, start + quote, quote});
     }
 }
 
@@ -58,10 +60,7 @@ bool DelimitedForm::standAsTheyAre(const ExactCells& cells) const
 {
     const auto& texts = cells.texts();
     switch (cells.kind()) {
-    case ExactKind::Boolean:
-    case ExactKind::Date:
-    case ExactKind::Guid:
-    case ExactKind::Object: return false;
+    case ExactKind::Guid: return false;
     case ExactKind::Text:
         if (m_guardsFormulas) return false;
         [[fallthrough]];

@@ -15,6 +15,7 @@ public:
 
 private:
     [[nodiscard]] bool standAsTheyAre(const ExactCells& cells) const override;
+    [[nodiscard]] char dateSeparator() const override { return ' '; }
     void addValue(const ExactCell& cell, std::size_t column, std::uint32_t row) override;
     void addObject(const ExactCell& cell, std::size_t column, std::uint32_t row);
     void addText(std::string_view field);

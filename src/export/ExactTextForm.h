@@ -35,15 +35,18 @@ protected:
     struct Column {
         std::string start; // in front of each value
         std::string null;  // in the place of that and a value
-        // Around the values of a column that stand as their texts do, in the place of the start.
+        // Around the values of a group that are written by their texts alone, in the place of the start.
         std::string textStart;
         std::string textEnd;
-        const TextChunk* texts = nullptr; // of the group, where they do
+        TextForm form = TextForm::None;
+        const TextChunk* texts = nullptr; // of the group
     };
     // Once for each column, in their order.
     void addColumn(Column column) { m_columns.push_back(std::move(column)); }
-    // Whether the texts of these cells, of which each is a value, or null where it is empty, may be written as they are.
+    // Whether the texts of these cells may be written as they are.
     [[nodiscard]] virtual bool standAsTheyAre(const ExactCells& cells) const = 0;
+    // Between a date and its time of day.
+    [[nodiscard]] virtual char dateSeparator() const { return 'T'; }
     // Writes a value behind the column's start.
     virtual void addValue(const ExactCell& cell, std::size_t column, std::uint32_t row) = 0;
     // Writes the cells of the group's row.
@@ -61,6 +64,8 @@ protected:
     void addBase64(std::span<const std::byte> bytes);
 
 private:
+    [[nodiscard]] TextForm formOf(const ExactCells& cells) const;
+    void addText(const Column& column, std::string_view text);
     void addCell(std::size_t column, std::uint32_t row);
 
     ExportJob& m_job;

@@ -12,7 +12,7 @@ namespace vellumo {
 
 namespace {
 
-constexpr auto mustBeEscaped = [](std::uint8_t byte) -> std::uint8_t {
+constexpr auto mustBeEscaped = [](auto byte) {
     return (byte == '"') | (byte == '\\') | (byte < 0x20);
 };
 
@@ -47,10 +47,11 @@ void appendString(std::string_view value, TextBuffer& out)
     out += '"';
 }
 
-// As JSON has them: others would lose digits.
-bool isNumber(ExactKind kind)
+// Other numbers would lose digits.
+bool isString(ExactKind kind)
 {
-    return kind == ExactKind::Integer || kind == ExactKind::Single || kind == ExactKind::Double;
+    return kind != ExactKind::Boolean && kind != ExactKind::Integer && kind != ExactKind::Single
+        && kind != ExactKind::Double;
 }
 
 } // namespace
@@ -63,7 +64,7 @@ JSONForm::JSONForm(ExportJob& job, const TAdmMDBTable& table, EncodedFile& out)
         key += c == 0 ? '{' : ',';
         appendString(table.columns()[c]->name(), key);
         const auto start = std::string(key.view()) + ':';
-        const bool isQuoted = !isNumber(exactKind(table.columns()[c]->type()));
+        const bool isQuoted = isString(exactKind(table.columns()[c]->type()));
         addColumn({start, start + "null", start + (isQuoted ? "\"" : ""), isQuoted ? "\"" : ""});
     }
 }

@@ -45,10 +45,10 @@ std::uint8_t classesOf(std::string_view text)
     return classes;
 }
 
-constexpr auto isControl = [](std::uint8_t byte) -> std::uint8_t {
+constexpr auto isControl = [](auto byte) {
     return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r');
 };
-constexpr auto isLetter = [](std::uint8_t byte) -> std::uint8_t { return byte >= 'A'; };
+constexpr auto isLetter = [](auto byte) { return byte >= 'A'; };
 
 // Whether some text among these bytes has one of the traits that a byte tells.
 bool mayHave(std::string_view bytes, CellTraits traits)

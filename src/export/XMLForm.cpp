@@ -60,8 +60,8 @@ bool isNoncharacter(std::string_view text)
 // Whether there may be a character among these bytes that is not written as it is.
 bool mayHaveSpecials(std::string_view bytes)
 {
-    return hasByte(bytes, [](std::uint8_t byte) -> std::uint8_t {
-        const std::uint8_t isControl = (byte < 0x20) & (byte != '\n') & (byte != '\t');
+    return hasByte(bytes, [](auto byte) {
+        const auto isControl = (byte < 0x20) & (byte != '\n') & (byte != '\t');
         return isControl | (byte == '&') | (byte == '<') | (byte == '>') | (byte == 0xEF);
     });
 }

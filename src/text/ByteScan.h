@@ -3,29 +3,40 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <iterator>
 #include <string_view>
 
 namespace vellumo {
 
-// Whether some byte of the blocks of that length is one; what is shorter than a block is left in `bytes`.
-template <std::size_t Length, typename IsOne>
-[[nodiscard]] bool hasByteInBlocks(std::string_view& bytes, const IsOne& isOne)
+// So many bytes, which are compared in one step.
+template <std::size_t Length> using ByteBlock __attribute__((vector_size(Length))) = std::uint8_t;
+
+// Of at least that many bytes. The last block may have some of the one before in it.
+template <std::size_t Length, typename IsOne> [[nodiscard]] bool hasByteInBlocks(std::string_view bytes, IsOne isOne)
 {
-    for (; bytes.size() >= Length; bytes.remove_prefix(Length)) {
-        const char* block = bytes.data();
-        std::uint8_t found = 0;
-        for (std::size_t i = 0; i < Length; ++i)
-            found |= isOne(static_cast<std::uint8_t>(block[i]));
-        if (found != 0) return true;
-    }
-    return false;
+    const auto isIn = [&](const char* start) {
+        ByteBlock<Length> block;
+        std::memcpy(&block, start, Length);
+        const auto found = isOne(block);
+        std::uint64_t words[Length / sizeof(std::uint64_t)];
+        std::memcpy(words, &found, Length);
+        return (words[0] | words[std::size(words) - 1]) != 0;
+    };
+    for (; bytes.size() > Length; bytes.remove_prefix(Length))
+        if (isIn(bytes.data())) return true;
+    return isIn(bytes.data() + bytes.size() - Length);
 }
 
-// Whether some byte is one of these: `isOne(std::uint8_t)` is not 0 then. Many bytes are looked at in one step, as long
-// as there is no branch in `isOne`: "&" and "|" in place of "&&" and "||".
-template <typename IsOne> [[nodiscard]] bool hasByte(std::string_view bytes, const IsOne& isOne)
+// Whether some byte is one of these: isOne(byte) is not 0 then. It is called with blocks of bytes, too, of which it
+// tells the same one by one: made of comparisons, "&" and "|" alone.
+template <typename IsOne> [[nodiscard]] bool hasByte(std::string_view bytes, IsOne isOne)
 {
-    return hasByteInBlocks<64>(bytes, isOne) || hasByteInBlocks<8>(bytes, isOne) || hasByteInBlocks<1>(bytes, isOne);
+    if (bytes.size() >= 16) return hasByteInBlocks<16>(bytes, isOne);
+    if (bytes.size() >= 8) return hasByteInBlocks<8>(bytes, isOne);
+    for (const char byte : bytes)
+        if (isOne(static_cast<std::uint8_t>(byte))) return true;
+    return false;
 }
 
 } // namespace vellumo

@@ -29,14 +29,13 @@ public:
     // The first `count` bytes of the room now belong to the text.
     void commit(std::size_t count) { m_size += count; }
 
-    TextBuffer& append(std::string_view piece)
+    // One behind the other.
+    template <typename... Pieces> void append(const Pieces&... pieces) { appendViews(std::string_view(pieces)...); }
+    TextBuffer& operator+=(std::string_view piece)
     {
-        if (piece.empty()) return *this; // which may be no bytes anywhere
-        std::memcpy(room(piece.size()), piece.data(), piece.size());
-        commit(piece.size());
+        append(piece);
         return *this;
     }
-    TextBuffer& operator+=(std::string_view piece) { return append(piece); }
     TextBuffer& operator+=(char byte)
     {
         *room(1) = byte;
@@ -45,6 +44,30 @@ public:
     }
 
 private:
+    template <typename... Views> void appendViews(Views... pieces)
+    {
+        char* const start = room((pieces.size() + ...));
+        char* end = start;
+        ((end = copied(pieces, end)), ...);
+        commit(static_cast<std::size_t>(end - start));
+    }
+    // The first and the last bytes of a short piece, which may be the same ones: no loop and no call.
+    template <std::size_t Count> static char* copiedEnds(std::string_view piece, char* to)
+    {
+        std::memcpy(to, piece.data(), Count);
+        std::memcpy(to + piece.size() - Count, piece.data() + piece.size() - Count, Count);
+        return to + piece.size();
+    }
+    static char* copied(std::string_view piece, char* to)
+    {
+        if (piece.size() > 32) return static_cast<char*>(std::memcpy(to, piece.data(), piece.size())) + piece.size();
+        if (piece.size() >= 16) return copiedEnds<16>(piece, to);
+        if (piece.size() >= 8) return copiedEnds<8>(piece, to);
+        if (piece.size() >= 4) return copiedEnds<4>(piece, to);
+        if (piece.size() >= 2) return copiedEnds<2>(piece, to);
+        if (!piece.empty()) *to++ = piece.front();
+        return to;
+    }
     void grow(std::size_t count)
     {
         constexpr std::size_t smallest = 1024;

@@ -65,6 +65,15 @@ struct ExactCell {
     void appendBytes(std::string& out) const;
 };
 
+// How the cells of a column in a group become text, when not one by one: by their texts alone, each of which is a value,
+// or null where it is empty.
+enum class TextForm : std::uint8_t {
+    None,
+    AsItIs,
+    Date,    // "MM/dd/yyyy HH:mm:ss"
+    Boolean, // "0" or "1"
+};
+
 // The cells of one column in one group of rows. Neither may go before the object does.
 class ExactCells {
 public:

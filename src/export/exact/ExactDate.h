@@ -24,6 +24,11 @@ using ISODateText = std::array<char, 27>;
 // The date as "yyyy-mm-dd hh:mm:ss", with `separator` in place of the blank, then a point and 3 or 7 digits where there
 // is a fraction: made in `place`. Of what is no date the text as it stands.
 [[nodiscard]] std::string_view isoDate(const ExactCell& cell, char separator, ISODateText& place);
+// The same of a text that tells all of the date.
+[[nodiscard]] inline std::string_view isoDate(std::string_view text, char separator, ISODateText& place)
+{
+    return isoDate(ExactCell{ExactState::Value, ExactKind::Date, text}, separator, place);
+}
 // The same, appended to a std::string or a TextBuffer.
 template <typename Out> void appendISODate(const ExactCell& cell, char separator, Out& out)
 {

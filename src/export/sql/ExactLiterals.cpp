@@ -8,14 +8,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <string>
 
 namespace vellumo {
 
 namespace {
 
-constexpr auto isOther = [](std::uint8_t byte) -> std::uint8_t { return byte >= 0x80; };
-constexpr auto isDelicate = [](std::uint8_t byte) -> std::uint8_t {
+constexpr auto isOther = [](auto byte) { return byte >= 0x80; };
+constexpr auto isDelicate = [](auto byte) {
     return (byte < 0x20) | (byte == '\'') | (byte == '\\') | (byte == '$');
 };
 
@@ -23,13 +24,17 @@ constexpr auto isDelicate = [](std::uint8_t byte) -> std::uint8_t {
 // a fixed length, which are done in a few steps.
 std::size_t writeASCII(std::string_view text, char* out)
 {
-    constexpr std::size_t blockBytes = 16;
     std::size_t done = 0;
-    for (; done + blockBytes <= text.size() && !hasByte(text.substr(done, blockBytes), isOther); done += blockBytes)
-        for (std::size_t i = done; i < done + blockBytes; ++i) {
-            out[2 * i] = text[i];
-            out[2 * i + 1] = 0;
-        }
+    for (; done + 16 <= text.size() && !hasByte(text.substr(done, 16), isOther); done += 16) {
+        ByteBlock<16> block;
+        std::memcpy(&block, text.data() + done, 16);
+        const auto low = __builtin_shufflevector(
+            block, ByteBlock<16>{}, 0, 16, 1, 16, 2, 16, 3, 16, 4, 16, 5, 16, 6, 16, 7, 16);
+        const auto high = __builtin_shufflevector(
+            block, ByteBlock<16>{}, 8, 16, 9, 16, 10, 16, 11, 16, 12, 16, 13, 16, 14, 16, 15, 16);
+        std::memcpy(out + 2 * done, &low, 16);
+        std::memcpy(out + 2 * done + 16, &high, 16);
+    }
     for (; done < text.size() && static_cast<unsigned char>(text[done]) < 0x80; ++done) {
         out[2 * done] = text[done];
         out[2 * done + 1] = 0;
@@ -85,7 +90,7 @@ void appendEscaped(TextBuffer& out, std::string_view text, const Escapes& escape
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto& escape = escapes[static_cast<unsigned char>(text[i])];
         if (escape.empty()) continue;
-        out.append(text.substr(start, i - start)).append(escape);
+        out.append(text.substr(start, i - start), escape);
         start = i + 1;
     }
     out.append(text.substr(start));
@@ -99,7 +104,7 @@ constexpr Escapes makeEscapes(std::initializer_list<std::pair<char, std::string_
     return escapes;
 }
 
-constexpr auto isControlByte = [](std::uint8_t byte) -> std::uint8_t { return (byte < 0x20) & (byte != '\t'); };
+constexpr auto isControlByte = [](auto byte) { return (byte < 0x20) & (byte != '\t'); };
 
 bool isControl(char character) { return isControlByte(static_cast<std::uint8_t>(character)) != 0; }
 
@@ -147,7 +152,7 @@ constexpr std::size_t mostControlRuns = 100;
 void appendCodes(TextBuffer& out, std::string_view controls)
 {
     for (std::size_t i = 0; i < controls.size(); ++i)
-        out.append(i == 0 ? "" : ",").append(std::to_string(static_cast<unsigned char>(controls[i])));
+        out.append(i == 0 ? "" : ",", std::to_string(static_cast<unsigned char>(controls[i])));
 }
 
 } // namespace
@@ -191,7 +196,7 @@ void sqliteText(TextBuffer& out, std::string_view text)
             link = "||";
         },
         [&](std::string_view controls) {
-            out.append(link).append("char(");
+            out.append(link, "char(");
             appendCodes(out, controls);
             out += ')';
             link = "||";
@@ -238,7 +243,7 @@ void sqlServerText(TextBuffer& out, std::string_view text)
         },
         [&](std::string_view controls) {
             for (const char control : controls)
-                out.append("+NCHAR(").append(std::to_string(static_cast<unsigned char>(control))).append(")");
+                out.append("+NCHAR(", std::to_string(static_cast<unsigned char>(control)), ")");
         });
 }
 
@@ -267,7 +272,7 @@ void oracleText(TextBuffer& out, std::string_view text)
         [&](std::string_view run) {
             for (; !run.empty(); link = "||\n") {
                 const auto piece = firstCharacters(run, mostCharacters);
-                out.append(link).append(isLong ? "TO_CLOB(" : "");
+                out.append(link, isLong ? "TO_CLOB(" : "");
                 appendQuoted(out, piece);
                 out.append(isLong ? ")" : "");
                 run.remove_prefix(piece.size());
@@ -275,7 +280,7 @@ void oracleText(TextBuffer& out, std::string_view text)
         },
         [&](std::string_view controls) {
             for (const char control : controls) {
-                out.append(link).append("CHR(").append(std::to_string(static_cast<unsigned char>(control))).append(")");
+                out.append(link, "CHR(", std::to_string(static_cast<unsigned char>(control)), ")");
                 link = "||";
             }
         });

@@ -81,6 +81,9 @@ ExactRows::Column ExactRows::columnFor(const ExactColumn& column, std::string_vi
         made.end = quote;
     } else if (made.append == &ExactRows::appendReal) {
         made.end = literals.doubleEnd;
+    } else if (made.append == &ExactRows::appendDate) {
+        made.start += literals.dateStart;
+        made.end = quote;
     }
     return made;
 }
@@ -109,15 +112,22 @@ void ExactRows::beginGroup(const RowGroup& group, std::size_t firstRow)
     m_cells.clear();
     for (std::size_t c = 0; c < m_columns.size(); ++c) {
         const auto& cells = m_cells.emplace_back(m_table.columns[c].column->type(), group, c);
-        m_columns[c].texts = standAsTheyAre(cells, m_columns[c].append) ? &cells.texts() : nullptr;
+        m_columns[c].form = formOf(cells, m_columns[c].append);
+        m_columns[c].texts = &cells.texts();
     }
     m_firstRow = firstRow;
+}
+
+TextForm ExactRows::formOf(const ExactCells& cells, Append append) const
+{
+    if (!cells.areTexts()) return TextForm::None;
+    if (append == &ExactRows::appendDate) return TextForm::Date;
+    return standAsTheyAre(cells, append) ? TextForm::AsItIs : TextForm::None;
 }
 
 // Whether that would append the texts of all cells, but for what stands around them.
 bool ExactRows::standAsTheyAre(const ExactCells& cells, Append append) const
 {
-    if (!cells.areTexts()) return false;
     const auto& literals = m_facts.literals;
     const auto bytes = cells.texts().bytes();
     if (append == &ExactRows::appendText) return isPlainText(bytes);
@@ -135,18 +145,27 @@ void ExactRows::addRow(std::uint32_t row)
     m_script += '(';
     m_row = row;
     for (const auto& column : m_columns) {
-        const auto text = column.texts == nullptr ? std::string_view() : column.texts->text(row);
-        if (column.texts == nullptr || text.size() > column.longest)
+        const auto text = column.form == TextForm::None ? std::string_view() : column.texts->text(row);
+        if (column.form == TextForm::None || text.size() > column.longest)
             addCell(static_cast<std::size_t>(&column - m_columns.data()), row);
-        else if (text.empty())
-            m_script += column.null;
         else
-            m_script.append(column.start).append(text).append(column.end);
+            addText(column, text);
     }
     m_script += ')';
     ++m_rowsInStatement;
     if (m_rowsInStatement > 1 && m_script.size() - m_statementStart > m_facts.bytesInStatement) splitBefore(before);
     if (m_rowsInStatement >= m_facts.rowsInStatement) endStatement();
+}
+
+void ExactRows::addText(const Column& column, std::string_view text)
+{
+    ISODateText place;
+    if (text.empty()) {
+        m_script += column.null;
+        return;
+    }
+    if (column.form == TextForm::Date) text = isoDate(text, ' ', place);
+    m_script.append(column.start, text, column.end);
 }
 
 void ExactRows::addCell(std::size_t column, std::uint32_t row)
@@ -167,7 +186,7 @@ void ExactRows::splitBefore(std::size_t place)
     const std::string row(m_script.view().substr(place + 2));
     m_script.cutAt(place);
     endStatement();
-    m_script.append(m_start).append(row);
+    m_script.append(m_start, row);
     m_rowsInStatement = 1;
 }
 
@@ -281,7 +300,7 @@ void ExactRows::appendText(const ExactCell& cell)
 {
     const auto& literals = m_facts.literals;
     if (cell.text.size() <= literals.longestPlain && isPlainText(cell.text))
-        m_script.append(literals.plainStart).append(cell.text).append(quote);
+        m_script.append(literals.plainStart, cell.text, quote);
     else
         literals.text(m_script, cell.text);
 }

@@ -39,12 +39,16 @@ private:
         std::string_view end;
         std::string null;
         std::size_t longest = 0; // bytes of texts that are written so
-        const TextChunk* texts = nullptr; // of the group
+        // Of the group.
+        TextForm form = TextForm::None;
+        const TextChunk* texts = nullptr;
     };
 
     [[nodiscard]] Column columnFor(const ExactColumn& column, std::string_view separator) const;
     [[nodiscard]] Append appendFor(const ExactColumn& column) const;
+    [[nodiscard]] TextForm formOf(const ExactCells& cells, Append append) const;
     [[nodiscard]] bool standAsTheyAre(const ExactCells& cells, Append append) const;
+    void addText(const Column& column, std::string_view text);
     void addCell(std::size_t column, std::uint32_t row);
     void appendBare(const ExactCell& cell);
     void appendBoolean(const ExactCell& cell);
