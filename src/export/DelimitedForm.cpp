@@ -3,18 +3,19 @@
 
 #include "embedded/TAdmBlobData.h"
 #include "export/exact/ExactDate.h"
-#include "export/files/QuotedText.h"
 #include "model/TAdmMDBTable.h"
+#include "text/ByteScan.h"
+#include "text/QuotedText.h"
 
 namespace vellumo {
 
 namespace {
 
-bool holds(std::string_view text, char what) { return text.find(what) != std::string_view::npos; }
-
-bool hasSpecials(std::string_view text, std::string_view delimiter)
+bool hasSpecials(std::string_view text, char delimiter)
 {
-    return holds(text, '"') || holds(text, '\r') || holds(text, '\n') || holds(text, delimiter.front());
+    return hasByte(text, [delimiter = static_cast<std::uint8_t>(delimiter)](auto byte) {
+        return (byte == '"') | (byte == '\r') | (byte == '\n') | (byte == delimiter);
+    });
 }
 
 // A blank at an end is taken off by some readers, and a line of a backslash and a point ends the data for others.
@@ -29,8 +30,14 @@ DelimitedForm::DelimitedForm(ExportJob& job, const TAdmMDBTable& table, EncodedF
     : ExactTextForm(job, table, out)
     , m_delimiter(fieldDelimiterText(job.options().fieldDelimiter))
     , m_lineEnd(recordDelimiterText(job.options().recordDelimiter))
-    , m_mayNeedQuotes(table.columns().size())
+    , m_guardsFormulas(job.options().guardsFormulas)
 {
+    for (std::size_t c = 0; c < columnCount(); ++c) {
+        const std::string start(c == 0 ? "" : m_delimiter);
+        const bool isQuoted = m_delimiter == " " && exactKind(table.columns()[c]->type()) == ExactKind::Date;
+        const std::string quote(isQuoted ? "\"" : "");
+        addColumn({start, start, start + quote, quote});
+    }
 }
 
 void DelimitedForm::begin()
@@ -38,28 +45,35 @@ void DelimitedForm::begin()
     if (!job().options().includeColumnHeader) return;
     for (std::size_t c = 0; c < columnCount(); ++c) {
         if (c > 0) text() += m_delimiter;
-        addText(table().columns()[c]->name(), true);
+        addText(table().columns()[c]->name());
     }
     text() += m_lineEnd;
-}
-
-void DelimitedForm::enter(const RowGroup& group, std::size_t firstRow)
-{
-    ExactTextForm::enter(group, firstRow);
-    for (std::size_t c = 0; c < columnCount(); ++c)
-        m_mayNeedQuotes[c] = group.texts[c].notes() != nullptr || hasSpecials(group.texts[c].bytes(), m_delimiter);
 }
 
 void DelimitedForm::addRecord(std::uint32_t row)
 {
-    for (std::size_t c = 0; c < columnCount(); ++c) {
-        if (c > 0) text() += m_delimiter;
-        if (const auto field = cell(c, row); field.hasValue()) addField(field, c, row);
-    }
+    addCells(row);
     text() += m_lineEnd;
 }
 
-void DelimitedForm::addField(const ExactCell& cell, std::size_t column, std::uint32_t row)
+bool DelimitedForm::standAsTheyAre(const ExactCells& cells) const
+{
+    const auto& texts = cells.texts();
+    switch (cells.kind()) {
+    case ExactKind::Guid: return false;
+    case ExactKind::Text:
+        if (m_guardsFormulas) return false;
+        [[fallthrough]];
+    case ExactKind::Binary: break;
+    default: return true;
+    }
+    if (hasSpecials(texts.bytes(), m_delimiter.front())) return false;
+    for (std::uint32_t row = 0; row < texts.rowCount(); ++row)
+        if (const auto text = texts.text(row); !text.empty() && hasDelicateEnds(text)) return false;
+    return true;
+}
+
+void DelimitedForm::addValue(const ExactCell& cell, std::size_t column, std::uint32_t row)
 {
     switch (cell.kind) {
     case ExactKind::Boolean: text() += cell.boolean() ? "true" : "false"; break;
@@ -72,9 +86,9 @@ void DelimitedForm::addField(const ExactCell& cell, std::size_t column, std::uin
     }
     case ExactKind::Guid: text() += cell.guid(); break;
     case ExactKind::Text:
-        if (job().options().guardsFormulas) return addGuarded(cell.text, column);
+        if (m_guardsFormulas) return addGuarded(cell.text, column);
         [[fallthrough]];
-    case ExactKind::Binary: addText(cell.text, m_mayNeedQuotes[column]); break;
+    case ExactKind::Binary: addText(cell.text); break;
     case ExactKind::Object: addObject(cell, column, row); break;
     default: text() += cell.text;
     }
@@ -82,14 +96,14 @@ void DelimitedForm::addField(const ExactCell& cell, std::size_t column, std::uin
 
 void DelimitedForm::addObject(const ExactCell& cell, std::size_t column, std::uint32_t row)
 {
-    if (const auto path = objectPath(cell, column, row)) return addText(*path, true);
-    if (cell.object->data().empty()) return addText({}, true);
+    if (const auto path = objectPath(cell, column, row)) return addText(*path);
+    if (cell.object->data().empty()) return addText({});
     addBase64(cell.object->data());
 }
 
-void DelimitedForm::addText(std::string_view field, bool mayNeedQuotes)
+void DelimitedForm::addText(std::string_view field)
 {
-    if (hasDelicateEnds(field) || (mayNeedQuotes && hasSpecials(field, m_delimiter)))
+    if (hasDelicateEnds(field) || hasSpecials(field, m_delimiter.front()))
         appendQuoted(field, text());
     else
         text() += field;
@@ -99,10 +113,10 @@ void DelimitedForm::addGuarded(std::string_view field, std::size_t column)
 {
     constexpr std::string_view beginsOfFormulas = "=+-@\t\r";
     const bool isFormula = !field.empty() && beginsOfFormulas.find(field.front()) != std::string_view::npos;
-    if (!isFormula) return addText(field, m_mayNeedQuotes[column]);
+    if (!isFormula) return addText(field);
     addFinding(FindingKind::FormulaGuarded, column);
     m_guarded.assign(1, '\'').append(field);
-    addText(m_guarded, true);
+    addText(m_guarded);
 }
 
 } // namespace vellumo

@@ -11,18 +11,19 @@ class DelimitedForm : public ExactTextForm {
 public:
     DelimitedForm(ExportJob& job, const TAdmMDBTable& table, EncodedFile& out);
     void begin() override;
-    void enter(const RowGroup& group, std::size_t firstRow) override;
     void addRecord(std::uint32_t row) override;
 
 private:
-    void addField(const ExactCell& cell, std::size_t column, std::uint32_t row);
+    [[nodiscard]] bool standAsTheyAre(const ExactCells& cells) const override;
+    [[nodiscard]] char dateSeparator() const override { return ' '; }
+    void addValue(const ExactCell& cell, std::size_t column, std::uint32_t row) override;
     void addObject(const ExactCell& cell, std::size_t column, std::uint32_t row);
-    void addText(std::string_view field, bool mayNeedQuotes);
+    void addText(std::string_view field);
     void addGuarded(std::string_view field, std::size_t column);
 
     std::string_view m_delimiter;
     std::string_view m_lineEnd;
-    std::vector<bool> m_mayNeedQuotes; // one a column of the group
+    bool m_guardsFormulas;
     std::string m_guarded;
 };
 

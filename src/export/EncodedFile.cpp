@@ -22,16 +22,16 @@ void EncodedFile::reset()
 void EncodedFile::passOn()
 {
     if (!m_isUTF8) m_isRepresentable = convert() && m_isRepresentable;
-    m_file.write(m_isUTF8 ? m_text : m_bytes);
+    m_file.write(m_isUTF8 ? m_text.view() : std::string_view(m_bytes));
     m_text.clear();
     m_bytes.clear();
 }
 
 bool EncodedFile::convert()
 {
-    if (m_encoder.append(m_text, m_bytes)) return true;
+    if (m_encoder.append(m_text.view(), m_bytes)) return true;
     if (!m_escapes) return false;
-    for (std::string_view rest = m_text; !rest.empty();) {
+    for (std::string_view rest = m_text.view(); !rest.empty();) {
         const auto character = firstCharacter(rest);
         rest.remove_prefix(character.size());
         if (m_encoder.append(character, m_bytes)) continue;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "export/files/OutputFile.h"
+#include "text/TextBuffer.h"
 #include "text/TextEncoding.h"
 
 namespace vellumo {
@@ -18,7 +19,7 @@ public:
     void reset();
 
     // UTF-8, to be appended to.
-    [[nodiscard]] std::string& text() { return m_text; }
+    [[nodiscard]] TextBuffer& text() { return m_text; }
     // The text so far ends with a whole record. False when the encoding does not have all characters of this one or of
     // one before.
     [[nodiscard]] bool endRecord()
@@ -30,7 +31,8 @@ public:
     void passOn();
 
 private:
-    static constexpr std::size_t enough = std::size_t{64} << 10;
+    // Not less than what the file takes without a copy.
+    static constexpr std::size_t enough = std::size_t{256} << 10;
 
     [[nodiscard]] bool convert();
 
@@ -39,7 +41,7 @@ private:
     bool m_escapes;
     bool m_isUTF8;
     bool m_isRepresentable = true;
-    std::string m_text;
+    TextBuffer m_text;
     std::string m_bytes;
 };
 

@@ -49,7 +49,7 @@ private:
     ExactSchema m_schema;
     ExactStatements m_statements;
     OutputFile m_file;
-    std::string m_utf16;                      // of a piece of the script
+    TextBuffer m_utf16;                       // of a piece of the script
     std::vector<const ExactTable*> m_written; // so far, in order
 };
 
@@ -58,7 +58,7 @@ void ExactScriptExport::write(std::string_view text)
     if (!m_facts.isUTF16) return m_file.write(text);
     m_utf16.clear();
     appendUTF16(m_utf16, text);
-    m_file.write(m_utf16);
+    m_file.write(m_utf16.view());
 }
 
 void ExactScriptExport::beginScript()

@@ -5,6 +5,7 @@
 #include "export/DelimitedForm.h"
 #include "export/JSONForm.h"
 #include "export/XMLForm.h"
+#include "export/exact/ExactDate.h"
 #include "model/TAdmMDBTable.h"
 #include "text/Base64.h"
 
@@ -31,16 +32,56 @@ ExactTextForm::ExactTextForm(ExportJob& job, const TAdmMDBTable& table, EncodedF
 void ExactTextForm::enter(const RowGroup& group, std::size_t firstRow)
 {
     m_cells.clear();
-    for (std::size_t c = 0; c < columnCount(); ++c)
-        m_cells.emplace_back(m_table.columns()[c]->type(), group, c);
+    for (std::size_t c = 0; c < columnCount(); ++c) {
+        const auto& cells = m_cells.emplace_back(m_table.columns()[c]->type(), group, c);
+        m_columns[c].form = formOf(cells);
+        m_columns[c].texts = &cells.texts();
+    }
     m_firstRow = firstRow;
 }
 
-// Damaged objects have lines of their own in every report.
-void ExactTextForm::tellUnreadable(ExactCell& cell, std::size_t column)
+TextForm ExactTextForm::formOf(const ExactCells& cells) const
 {
-    if (cell.kind != ExactKind::Object) addFinding(FindingKind::Unreadable, column);
-    cell.state = ExactState::Null;
+    if (!cells.areTexts()) return TextForm::None;
+    if (cells.kind() == ExactKind::Date) return TextForm::Date;
+    if (cells.kind() == ExactKind::Boolean) return TextForm::Boolean;
+    return standAsTheyAre(cells) ? TextForm::AsItIs : TextForm::None;
+}
+
+void ExactTextForm::addCells(std::uint32_t row)
+{
+    for (std::size_t c = 0; c < m_columns.size(); ++c) {
+        if (m_columns[c].form == TextForm::None)
+            addCell(c, row);
+        else
+            addText(m_columns[c], m_columns[c].texts->text(row));
+    }
+}
+
+void ExactTextForm::addText(const Column& column, std::string_view value)
+{
+    ISODateText place;
+    if (value.empty()) {
+        text() += column.null;
+        return;
+    }
+    if (column.form == TextForm::Boolean) value = value == "1" ? "true" : "false";
+    if (column.form == TextForm::Date) value = isoDate(value, dateSeparator(), place);
+    text().append(column.textStart, value, column.textEnd);
+}
+
+// A value that could not be read is a finding, and null; damaged objects have lines of their own in every report.
+void ExactTextForm::addCell(std::size_t column, std::uint32_t row)
+{
+    const auto cell = m_cells[column].at(row);
+    if (cell.state == ExactState::Unreadable && cell.kind != ExactKind::Object)
+        addFinding(FindingKind::Unreadable, column);
+    if (!cell.hasValue()) {
+        text() += m_columns[column].null;
+        return;
+    }
+    text() += m_columns[column].start;
+    addValue(cell, column, row);
 }
 
 void ExactTextForm::addFinding(FindingKind kind, std::size_t column)

@@ -31,17 +31,31 @@ public:
     virtual void addRecord(std::uint32_t row) = 0;
 
 protected:
+    // How a column is written.
+    struct Column {
+        std::string start; // in front of each value
+        std::string null;  // in the place of that and a value
+        // Around the values of a group that are written by their texts alone, in the place of the start.
+        std::string textStart;
+        std::string textEnd;
+        TextForm form = TextForm::None;
+        const TextChunk* texts = nullptr; // of the group
+    };
+    // Once for each column, in their order.
+    void addColumn(Column column) { m_columns.push_back(std::move(column)); }
+    // Whether the texts of these cells may be written as they are.
+    [[nodiscard]] virtual bool standAsTheyAre(const ExactCells& cells) const = 0;
+    // Between a date and its time of day.
+    [[nodiscard]] virtual char dateSeparator() const { return 'T'; }
+    // Writes a value behind the column's start.
+    virtual void addValue(const ExactCell& cell, std::size_t column, std::uint32_t row) = 0;
+    // Writes the cells of the group's row.
+    void addCells(std::uint32_t row);
+
     [[nodiscard]] ExportJob& job() { return m_job; }
     [[nodiscard]] const TAdmMDBTable& table() const { return m_table; }
-    [[nodiscard]] std::string& text() { return m_out.text(); }
+    [[nodiscard]] TextBuffer& text() { return m_out.text(); }
     [[nodiscard]] std::size_t columnCount() const { return m_table.columns().size(); }
-    // The cell of the group's row; a value that could not be read is a finding, and null from here on.
-    [[nodiscard]] ExactCell cell(std::size_t column, std::uint32_t row)
-    {
-        auto cell = m_cells[column].at(row);
-        if (cell.state == ExactState::Unreadable) tellUnreadable(cell, column);
-        return cell;
-    }
     void addFinding(FindingKind kind, std::size_t column);
 
     // Makes the cell's object a file beside the export, where those are wanted; its path, "" for an object without
@@ -50,11 +64,14 @@ protected:
     void addBase64(std::span<const std::byte> bytes);
 
 private:
-    void tellUnreadable(ExactCell& cell, std::size_t column);
+    [[nodiscard]] TextForm formOf(const ExactCells& cells) const;
+    void addText(const Column& column, std::string_view text);
+    void addCell(std::size_t column, std::uint32_t row);
 
     ExportJob& m_job;
     const TAdmMDBTable& m_table;
     EncodedFile& m_out;
+    std::vector<Column> m_columns;
     std::vector<ExactCells> m_cells;
     std::size_t m_firstRow = 0;
 };

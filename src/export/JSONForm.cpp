@@ -4,6 +4,7 @@
 #include "embedded/TAdmBlobData.h"
 #include "export/exact/ExactDate.h"
 #include "model/TAdmMDBTable.h"
+#include "text/ByteScan.h"
 
 #include <algorithm>
 
@@ -11,9 +12,11 @@ namespace vellumo {
 
 namespace {
 
-bool mustBeEscaped(char c) { return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20; }
+constexpr auto mustBeEscaped = [](auto byte) {
+    return (byte == '"') | (byte == '\\') | (byte < 0x20);
+};
 
-void appendEscape(char c, std::string& out)
+void appendEscape(char c, TextBuffer& out)
 {
     switch (c) {
     case '"': out += "\\\""; break;
@@ -30,17 +33,25 @@ void appendEscape(char c, std::string& out)
     }
 }
 
-void appendString(std::string_view value, std::string& out)
+void appendString(std::string_view value, TextBuffer& out)
 {
     out += '"';
-    while (true) {
-        const auto* special = std::ranges::find_if(value, mustBeEscaped);
-        out.append(value.begin(), special);
-        if (special == value.end()) break;
+    while (hasByte(value, mustBeEscaped)) {
+        const auto* special =
+            std::ranges::find_if(value, [](char c) { return mustBeEscaped(static_cast<std::uint8_t>(c)) != 0; });
+        out += {value.begin(), special};
         appendEscape(*special, out);
         value = {special + 1, value.end()};
     }
+    out += value;
     out += '"';
+}
+
+// Other numbers would lose digits.
+bool isString(ExactKind kind)
+{
+    return kind != ExactKind::Boolean && kind != ExactKind::Integer && kind != ExactKind::Single
+        && kind != ExactKind::Double;
 }
 
 } // namespace
@@ -48,23 +59,34 @@ void appendString(std::string_view value, std::string& out)
 JSONForm::JSONForm(ExportJob& job, const TAdmMDBTable& table, EncodedFile& out)
     : ExactTextForm(job, table, out)
 {
-    for (const auto& column : table.columns()) {
-        auto& key = m_keys.emplace_back(m_keys.empty() ? "{" : ",");
-        appendString(column->name(), key);
-        key += ':';
+    for (std::size_t c = 0; c < columnCount(); ++c) {
+        TextBuffer key;
+        key += c == 0 ? '{' : ',';
+        appendString(table.columns()[c]->name(), key);
+        const auto start = std::string(key.view()) + ':';
+        const bool isQuoted = isString(exactKind(table.columns()[c]->type()));
+        addColumn({start, start + "null", start + (isQuoted ? "\"" : ""), isQuoted ? "\"" : ""});
     }
 }
 
 void JSONForm::addRecord(std::uint32_t row)
 {
-    for (std::size_t c = 0; c < columnCount(); ++c) {
-        text() += m_keys[c];
-        if (const auto value = cell(c, row); value.hasValue())
-            addValue(value, c, row);
-        else
-            text() += "null";
+    addCells(row);
+    text() += columnCount() == 0 ? "{}\n" : "}\n";
+}
+
+bool JSONForm::standAsTheyAre(const ExactCells& cells) const
+{
+    const auto bytes = cells.texts().bytes();
+    switch (cells.kind()) {
+    case ExactKind::Integer:
+    case ExactKind::BigInteger:
+    case ExactKind::Decimal: return true;
+    case ExactKind::Single:
+    case ExactKind::Double: return bytes.find('n') == bytes.npos && bytes.find("-0") == bytes.npos;
+    case ExactKind::Text: return !hasByte(bytes, mustBeEscaped);
+    default: return false;
     }
-    text() += m_keys.empty() ? "{}\n" : "}\n";
 }
 
 void JSONForm::addValue(const ExactCell& cell, std::size_t column, std::uint32_t row)

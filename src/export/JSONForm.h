@@ -12,11 +12,11 @@ public:
     void addRecord(std::uint32_t row) override;
 
 private:
-    void addValue(const ExactCell& cell, std::size_t column, std::uint32_t row);
+    [[nodiscard]] bool standAsTheyAre(const ExactCells& cells) const override;
+    void addValue(const ExactCell& cell, std::size_t column, std::uint32_t row) override;
     void addReal(const ExactCell& cell, std::size_t column);
     void addObject(const ExactCell& cell, std::size_t column, std::uint32_t row);
 
-    std::vector<std::string> m_keys; // with what stands in front of the value
     std::string m_bytes;
 };
 

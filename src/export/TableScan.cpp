@@ -3,6 +3,7 @@
 
 #include "embedded/TAdmBlobData.h"
 #include "export/objects/ObjectCells.h"
+#include "text/ByteScan.h"
 #include "text/CaseFold.h"
 #include "text/UTF8.h"
 
@@ -44,25 +45,10 @@ std::uint8_t classesOf(std::string_view text)
     return classes;
 }
 
-// Whether some byte is one of these. In blocks of a fixed length and without a branch, so that many bytes are looked at
-// in one step, as long as `isOne` has no branch in it.
-template <typename IsOne> bool hasByte(std::string_view bytes, IsOne isOne)
-{
-    constexpr std::size_t blockBytes = 64;
-    for (; bytes.size() >= blockBytes; bytes.remove_prefix(blockBytes)) {
-        const char* block = bytes.data();
-        std::uint8_t found = 0;
-        for (std::size_t i = 0; i < blockBytes; ++i)
-            found |= isOne(static_cast<std::uint8_t>(block[i]));
-        if (found != 0) return true;
-    }
-    return std::ranges::any_of(bytes, [&](char c) { return isOne(static_cast<std::uint8_t>(c)) != 0; });
-}
-
-constexpr auto isControl = [](std::uint8_t byte) -> std::uint8_t {
+constexpr auto isControl = [](auto byte) {
     return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r');
 };
-constexpr auto isLetter = [](std::uint8_t byte) -> std::uint8_t { return byte >= 'A'; };
+constexpr auto isLetter = [](auto byte) { return byte >= 'A'; };
 
 // Whether some text among these bytes has one of the traits that a byte tells.
 bool mayHave(std::string_view bytes, CellTraits traits)

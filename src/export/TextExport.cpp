@@ -3,7 +3,7 @@
 #include "export/ExportJob.h"
 #include "export/TextFrame.h"
 #include "export/files/OutputFile.h"
-#include "export/files/QuotedText.h"
+#include "text/QuotedText.h"
 #include "model/TAdmMDBTable.h"
 #include "text/TextEncoding.h"
 

@@ -2,7 +2,7 @@
 #include "export/TextFrame.h"
 
 #include "export/ExportOptions.h"
-#include "export/files/QuotedText.h"
+#include "text/QuotedText.h"
 #include "model/TAdmMDBTable.h"
 #include "text/Format.h"
 

@@ -4,6 +4,7 @@
 #include "embedded/TAdmBlobData.h"
 #include "export/exact/ExactDate.h"
 #include "model/TAdmMDBTable.h"
+#include "text/ByteScan.h"
 #include "text/Format.h"
 #include "text/UTF8.h"
 
@@ -59,21 +60,25 @@ bool isNoncharacter(std::string_view text)
 // Whether there may be a character among these bytes that is not written as it is.
 bool mayHaveSpecials(std::string_view bytes)
 {
-    return std::ranges::any_of(bytes, [](char c) { return useOf(c) != ByteUse::Plain || c == '\xEF'; });
+    return hasByte(bytes, [](auto byte) {
+        const auto isControl = (byte < 0x20) & (byte != '\n') & (byte != '\t');
+        return isControl | (byte == '&') | (byte == '<') | (byte == '>') | (byte == 0xEF);
+    });
 }
 
 bool isForbidden(std::string_view text)
 {
+    if (!mayHaveSpecials(text)) return false;
     for (std::size_t i = 0; i < text.size(); ++i)
         if (useOf(text[i]) == ByteUse::Forbidden || (text[i] == '\xEF' && isNoncharacter(text.substr(i)))) return true;
     return false;
 }
 
-void appendEscaped(std::string_view value, std::string& out)
+void appendEscaped(std::string_view value, TextBuffer& out)
 {
     for (auto rest = value; !rest.empty();) {
         const auto* special = std::ranges::find(rest, ByteUse::Escaped, useOf);
-        out.append(rest.begin(), special);
+        out += {rest.begin(), special};
         if (special == rest.end()) return;
         switch (*special) {
         case '&': out += "&amp;"; break;
@@ -119,8 +124,9 @@ XMLForm::XMLForm(ExportJob& job, const TAdmMDBTable& table, EncodedFile& out)
 {
     for (const auto& column : table.columns()) {
         const auto name = xmlName(column->name(), out.encoder());
-        m_starts.push_back("\t<" + name);
+        const auto start = "\t<" + name;
         m_ends.push_back("</" + name + ">\n");
+        addColumn({start, start + " xsi:nil=\"true\"/>\n", start + '>', m_ends.back()});
     }
 }
 
@@ -133,42 +139,41 @@ void XMLForm::begin()
 
 void XMLForm::end() { text() += "</RECORDS>\n"; }
 
-void XMLForm::enter(const RowGroup& group, std::size_t firstRow)
-{
-    ExactTextForm::enter(group, firstRow);
-    m_mayNeedEscapes.clear();
-    for (const auto& chunk : group.texts)
-        m_mayNeedEscapes.push_back(chunk.notes() != nullptr || mayHaveSpecials(chunk.bytes()));
-}
-
 void XMLForm::addRecord(std::uint32_t row)
 {
     text() += "<RECORD>\n";
-    for (std::size_t c = 0; c < columnCount(); ++c) {
-        text() += m_starts[c];
-        if (const auto value = cell(c, row); value.hasValue())
-            addElement(value, c, row);
-        else
-            text() += " xsi:nil=\"true\"/>\n";
-    }
+    addCells(row);
     text() += "</RECORD>\n";
 }
 
-// From behind the name on.
-void XMLForm::addElement(const ExactCell& cell, std::size_t column, std::uint32_t row)
+bool XMLForm::standAsTheyAre(const ExactCells& cells) const
 {
-    if (cell.kind == ExactKind::Text && m_mayNeedEscapes[column] && isForbidden(cell.text)) {
+    const auto bytes = cells.texts().bytes();
+    switch (cells.kind()) {
+    case ExactKind::Integer:
+    case ExactKind::BigInteger:
+    case ExactKind::Decimal: return true;
+    case ExactKind::Single:
+    case ExactKind::Double: return bytes.find('n') == bytes.npos;
+    case ExactKind::Text: return !mayHaveSpecials(bytes);
+    default: return false;
+    }
+}
+
+void XMLForm::addValue(const ExactCell& cell, std::size_t column, std::uint32_t row)
+{
+    if (cell.kind == ExactKind::Text && isForbidden(cell.text)) {
         addFinding(FindingKind::TextEncoded, column);
         text() += " encoding=\"base64\">";
         addBase64(std::as_bytes(std::span(cell.text)));
     } else {
         text() += '>';
-        addValue(cell, column, row);
+        addContent(cell, column, row);
     }
     text() += m_ends[column];
 }
 
-void XMLForm::addValue(const ExactCell& cell, std::size_t column, std::uint32_t row)
+void XMLForm::addContent(const ExactCell& cell, std::size_t column, std::uint32_t row)
 {
     switch (cell.kind) {
     case ExactKind::Boolean: text() += cell.boolean() ? "true" : "false"; break;
@@ -176,12 +181,7 @@ void XMLForm::addValue(const ExactCell& cell, std::size_t column, std::uint32_t 
     case ExactKind::Double: text() += realText(cell); break;
     case ExactKind::Date: appendISODate(cell, 'T', text()); break;
     case ExactKind::Guid: text() += cell.guid(); break;
-    case ExactKind::Text:
-        if (m_mayNeedEscapes[column])
-            appendEscaped(cell.text, text());
-        else
-            text() += cell.text;
-        break;
+    case ExactKind::Text: appendEscaped(cell.text, text()); break;
     case ExactKind::Binary:
         m_bytes.clear();
         cell.appendBytes(m_bytes);

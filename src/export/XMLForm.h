@@ -10,17 +10,16 @@ class XMLForm : public ExactTextForm {
 public:
     XMLForm(ExportJob& job, const TAdmMDBTable& table, EncodedFile& out);
     void begin() override;
-    void enter(const RowGroup& group, std::size_t firstRow) override;
     void addRecord(std::uint32_t row) override;
     void end() override;
 
 private:
-    void addElement(const ExactCell& cell, std::size_t column, std::uint32_t row);
-    void addValue(const ExactCell& cell, std::size_t column, std::uint32_t row);
+    [[nodiscard]] bool standAsTheyAre(const ExactCells& cells) const override;
+    // From behind the name in the tag on.
+    void addValue(const ExactCell& cell, std::size_t column, std::uint32_t row) override;
+    void addContent(const ExactCell& cell, std::size_t column, std::uint32_t row);
 
-    std::vector<std::string> m_starts; // of the elements, one a column, but for the end of the first tag
-    std::vector<std::string> m_ends;
-    std::vector<bool> m_mayNeedEscapes; // one a column of the group
+    std::vector<std::string> m_ends; // of the elements, one a column
     std::string m_bytes;
 };
 

@@ -72,16 +72,15 @@ std::string_view ExactCell::guid() const
 
 int ExactCell::significantDigits() const
 {
-    int count = 0;
-    int zeros = 0; // since the last other digit
-    bool isFraction = false;
-    for (const char c : text) {
-        if (c == '.') isFraction = true;
-        if (c < '0' || c > '9' || (c == '0' && count == 0)) continue;
-        ++count;
-        zeros = c == '0' && isFraction ? zeros + 1 : 0;
-    }
-    return count - zeros;
+    const auto isOtherDigit = [](char c) { return c >= '1' && c <= '9'; };
+    const auto* const first = std::ranges::find_if(text, isOtherDigit);
+    if (first == text.end()) return 0;
+    const auto* const point = std::ranges::find(text, '.');
+    auto last = text.end() - 1;
+    while (last > point && !isOtherDigit(*last))
+        --last;
+    const bool isPointInside = first < point && point < text.end();
+    return static_cast<int>(last - first) + (isPointInside ? 0 : 1);
 }
 
 void ExactCell::appendBytes(std::string& out) const

@@ -65,14 +65,28 @@ struct ExactCell {
     void appendBytes(std::string& out) const;
 };
 
+// How the cells of a column in a group become text, when not one by one: by their texts alone, each of which is a value,
+// or null where it is empty.
+enum class TextForm : std::uint8_t {
+    None,
+    AsItIs,
+    Date,    // "MM/dd/yyyy HH:mm:ss"
+    Boolean, // "0" or "1"
+};
+
 // The cells of one column in one group of rows. Neither may go before the object does.
 class ExactCells {
 public:
     ExactCells(ColumnType type, const RowGroup& group, std::size_t column);
 
     [[nodiscard]] ExactKind kind() const { return m_kind; }
-    // Every cell's value is told by its text alone. Never of objects.
-    [[nodiscard]] bool areTexts() const { return m_kind != ExactKind::Object && m_texts->notes() == nullptr; }
+    // Every cell has the value that its text tells, or is null where that is empty. Looks at all texts. Never of objects.
+    [[nodiscard]] bool areTexts() const
+    {
+        if (m_kind == ExactKind::Object || m_texts->notes() != nullptr) return false;
+        return m_kind == ExactKind::Text || m_texts->bytes().find(unreadableStart) == std::string_view::npos;
+    }
+    [[nodiscard]] const TextChunk& texts() const { return *m_texts; }
     // `row` counts from the group's first; any order.
     [[nodiscard]] ExactCell at(std::uint32_t row)
     {
@@ -85,9 +99,10 @@ public:
 
 private:
     // What cannot be read stands as U+FFFD; no value but a text begins with a letter beyond ASCII.
+    static constexpr char unreadableStart = '\xEF';
     [[nodiscard]] bool isReadable(std::string_view text) const
     {
-        return m_kind == ExactKind::Text || text.front() != '\xEF';
+        return m_kind == ExactKind::Text || text.front() != unreadableStart;
     }
     [[nodiscard]] ExactCell objectAt(std::uint32_t row) const;
     [[nodiscard]] ExactCell notedAt(std::uint32_t row, std::string_view text);

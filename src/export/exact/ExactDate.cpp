@@ -4,7 +4,6 @@
 #include <charconv>
 #include <chrono>
 #include <fmt/format.h>
-#include <iterator>
 
 namespace vellumo {
 
@@ -75,11 +74,11 @@ std::optional<ExactDate> dateOf(const ExactCell& cell)
     return date;
 }
 
-void appendISODate(const ExactCell& cell, char separator, std::string& out)
+std::string_view isoDate(const ExactCell& cell, char separator, ISODateText& place)
 {
+    char* iso = place.data();
     const auto text = cell.text;
     if (text.size() == plainLength && cell.milliseconds == 0) {
-        char iso[plainLength];
         text.copy(iso, 4, 6);
         iso[4] = '-';
         text.copy(iso + 5, 2, 0);
@@ -87,20 +86,17 @@ void appendISODate(const ExactCell& cell, char separator, std::string& out)
         text.copy(iso + 8, 2, 3);
         iso[10] = separator;
         text.copy(iso + 11, 8, 11);
-        out.append(iso, plainLength);
-        return;
+        return {iso, plainLength};
     }
     const auto date = dateOf(cell);
-    if (!date) {
-        out += text;
-        return;
-    }
-    fmt::format_to(std::back_inserter(out), "{:04}-{:02}-{:02}{}{:02}:{:02}:{:02}", date->year, date->month, date->day,
+    if (!date) return text;
+    char* end = fmt::format_to(iso, "{:04}-{:02}-{:02}{}{:02}:{:02}:{:02}", date->year, date->month, date->day,
         separator, date->second / 3600, date->second / 60 % 60, date->second % 60);
     if (date->fraction % unitsPerMillisecond != 0)
-        fmt::format_to(std::back_inserter(out), ".{:07}", date->fraction);
+        end = fmt::format_to(end, ".{:07}", date->fraction);
     else if (date->fraction != 0)
-        fmt::format_to(std::back_inserter(out), ".{:03}", date->fraction / unitsPerMillisecond);
+        end = fmt::format_to(end, ".{:03}", date->fraction / unitsPerMillisecond);
+    return {iso, static_cast<std::size_t>(end - iso)};
 }
 
 double dateSerial(const ExactDate& date)

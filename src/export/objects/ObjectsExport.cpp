@@ -2,7 +2,7 @@
 #include "export/objects/ObjectsExport.h"
 
 #include "embedded/TAdmBlobData.h"
-#include "export/files/QuotedText.h"
+#include "text/QuotedText.h"
 #include "export/objects/ObjectFile.h"
 #include "jet/Crypto.h"
 #include "text/Format.h"

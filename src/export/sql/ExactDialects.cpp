@@ -8,6 +8,7 @@ namespace vellumo {
 namespace {
 
 constexpr std::size_t mebibyte = std::size_t{1} << 20;
+constexpr std::size_t anyLength = SIZE_MAX;
 
 constexpr ExactDialectFacts mySQL = {
     .dialect = ServerType::MySQL,
@@ -68,6 +69,8 @@ constexpr ExactDialectFacts mySQL = {
     .untrustedRelation = "",
     .beforeRelations = "SET foreign_key_checks = 1;\n",
     .literals = {.text = exactLiterals::mySQLText,
+        .plainStart = "'",
+        .longestPlain = anyLength,
         .bytes = exactLiterals::quotedHex,
         .no = "0",
         .yes = "1",
@@ -143,6 +146,8 @@ constexpr ExactDialectFacts postgreSQL = {
     .untrustedRelation = " NOT VALID",
     .beforeRelations = "",
     .literals = {.text = exactLiterals::postgreSQLText,
+        .plainStart = "'",
+        .longestPlain = anyLength,
         .bytes = exactLiterals::escapedHex,
         .no = "false",
         .yes = "true",
@@ -227,6 +232,8 @@ constexpr ExactDialectFacts oracle = {
     .untrustedRelation = " ENABLE NOVALIDATE",
     .beforeRelations = "",
     .literals = {.text = exactLiterals::oracleText,
+        .plainStart = "'",
+        .longestPlain = 1000,
         .bytes = exactLiterals::calledHex,
         .no = "0",
         .yes = "1",
@@ -303,6 +310,8 @@ constexpr ExactDialectFacts sqlite = {
     .untrustedRelation = "",
     .beforeRelations = "",
     .literals = {.text = exactLiterals::sqliteText,
+        .plainStart = "'",
+        .longestPlain = anyLength,
         .bytes = exactLiterals::quotedHex,
         .no = "0",
         .yes = "1",
@@ -385,6 +394,8 @@ constexpr ExactDialectFacts sqlServer = {
     .untrustedRelation = "",
     .beforeRelations = "",
     .literals = {.text = exactLiterals::sqlServerText,
+        .plainStart = "N'",
+        .longestPlain = anyLength,
         .bytes = exactLiterals::hexadecimal,
         .no = "0",
         .yes = "1",

@@ -1,30 +1,39 @@
 // SPDX-License-Identifier: MIT
 #include "export/sql/ExactLiterals.h"
 
+#include "text/ByteScan.h"
 #include "text/Format.h"
+#include "text/QuotedText.h"
 #include "text/UTF8.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <string>
 
 namespace vellumo {
 
 namespace {
 
-// Most of a script is ASCII: the length of the run of it at the start of `text`, which is written to `out`.
+constexpr auto isOther = [](auto byte) { return byte >= 0x80; };
+constexpr auto isDelicate = [](auto byte) {
+    return (byte < 0x20) | (byte == '\'') | (byte == '\\') | (byte == '$');
+};
+
+// Most of a script is ASCII: the length of the run of it at the start of `text`, which is written to `out`. In blocks of
+// a fixed length, which are done in a few steps.
 std::size_t writeASCII(std::string_view text, char* out)
 {
-    constexpr std::uint64_t highBits = 0x8080'8080'8080'8080;
-    std::uint64_t block; // done in one step
     std::size_t done = 0;
-    for (; done + sizeof block <= text.size(); done += sizeof block) {
-        std::memcpy(&block, text.data() + done, sizeof block);
-        if ((block & highBits) != 0) break;
-        for (std::size_t i = done; i < done + sizeof block; ++i) {
-            out[2 * i] = text[i];
-            out[2 * i + 1] = 0;
-        }
+    for (; done + 16 <= text.size() && !hasByte(text.substr(done, 16), isOther); done += 16) {
+        ByteBlock<16> block;
+        std::memcpy(&block, text.data() + done, 16);
+        const auto low = __builtin_shufflevector(
+            block, ByteBlock<16>{}, 0, 16, 1, 16, 2, 16, 3, 16, 4, 16, 5, 16, 6, 16, 7, 16);
+        const auto high = __builtin_shufflevector(
+            block, ByteBlock<16>{}, 8, 16, 9, 16, 10, 16, 11, 16, 12, 16, 13, 16, 14, 16, 15, 16);
+        std::memcpy(out + 2 * done, &low, 16);
+        std::memcpy(out + 2 * done + 16, &high, 16);
     }
     for (; done < text.size() && static_cast<unsigned char>(text[done]) < 0x80; ++done) {
         out[2 * done] = text[done];
@@ -35,12 +44,13 @@ std::size_t writeASCII(std::string_view text, char* out)
 
 } // namespace
 
+bool isPlainText(std::string_view bytes) { return !hasByte(bytes, isDelicate); }
+
 // No character has more than two bytes there for each that it has in UTF-8.
-void appendUTF16(std::string& out, std::string_view text)
+void appendUTF16(TextBuffer& out, std::string_view text)
 {
-    const auto start = out.size();
-    out.resize(start + 2 * text.size());
-    char* end = out.data() + start;
+    char* const start = out.room(2 * text.size());
+    char* end = start;
     const auto unit = [&](std::uint32_t value) {
         *end++ = static_cast<char>(value & 0xFF);
         *end++ = static_cast<char>(value >> 8);
@@ -60,7 +70,7 @@ void appendUTF16(std::string& out, std::string_view text)
         unit(0xD800 + ((code - 0x10000) >> 10));
         unit(0xDC00 + (code & 0x3FF));
     }
-    out.resize(static_cast<std::size_t>(end - out.data()));
+    out.commit(static_cast<std::size_t>(end - start));
 }
 
 } // namespace vellumo
@@ -74,16 +84,16 @@ constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 // What each character becomes inside a literal; an empty entry stays as it is.
 using Escapes = std::array<std::string_view, 256>;
 
-void appendEscaped(std::string& out, std::string_view text, const Escapes& escapes)
+void appendEscaped(TextBuffer& out, std::string_view text, const Escapes& escapes)
 {
     std::size_t start = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto& escape = escapes[static_cast<unsigned char>(text[i])];
         if (escape.empty()) continue;
-        out.append(text, start, i - start).append(escape);
+        out.append(text.substr(start, i - start), escape);
         start = i + 1;
     }
-    out.append(text, start);
+    out.append(text.substr(start));
 }
 
 constexpr Escapes makeEscapes(std::initializer_list<std::pair<char, std::string_view>> list)
@@ -94,23 +104,24 @@ constexpr Escapes makeEscapes(std::initializer_list<std::pair<char, std::string_
     return escapes;
 }
 
-bool isControl(char character) { return static_cast<unsigned char>(character) < 0x20 && character != '\t'; }
+constexpr auto isControlByte = [](auto byte) { return (byte < 0x20) & (byte != '\t'); };
 
-bool hasControl(std::string_view text) { return std::ranges::any_of(text, isControl); }
+bool isControl(char character) { return isControlByte(static_cast<std::uint8_t>(character)) != 0; }
 
-void appendQuoted(std::string& out, std::string_view text)
+bool hasControl(std::string_view text) { return hasByte(text, isControlByte); }
+
+void appendQuoted(TextBuffer& out, std::string_view text)
 {
-    static constexpr auto escapes = makeEscapes({{'\'', "''"}});
     out += '\'';
-    appendEscaped(out, text, escapes);
+    appendReplaced(text, '\'', "''", out);
     out += '\'';
 }
 
-void appendHex(std::string& out, std::span<const std::byte> bytes)
+void appendHex(TextBuffer& out, std::span<const std::byte> bytes)
 {
-    const auto start = out.size();
-    out.resize(start + 2 * bytes.size());
-    toHex(out.data() + start, 2 * bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    const auto length = 2 * bytes.size();
+    toHex(out.room(length), length, reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    out.commit(length);
 }
 
 // Calls `run` with each stretch of a text without control characters and `control` with each stretch of them, as long
@@ -138,15 +149,15 @@ std::size_t controlRuns(std::string_view text)
 constexpr std::size_t mostControlRuns = 100;
 
 // Codes in the parentheses of a call.
-void appendCodes(std::string& out, std::string_view controls)
+void appendCodes(TextBuffer& out, std::string_view controls)
 {
     for (std::size_t i = 0; i < controls.size(); ++i)
-        out.append(i == 0 ? "" : ",").append(std::to_string(static_cast<unsigned char>(controls[i])));
+        out.append(i == 0 ? "" : ",", std::to_string(static_cast<unsigned char>(controls[i])));
 }
 
 } // namespace
 
-void mySQLText(std::string& out, std::string_view text)
+void mySQLText(TextBuffer& out, std::string_view text)
 {
     static constexpr auto escapes =
         makeEscapes({{'\'', "''"}, {'\\', "\\\\"}, {'\r', "\\r"}, {'\n', "\\n"}, {'\0', "\\0"}, {'\x1A', "\\Z"}});
@@ -156,7 +167,7 @@ void mySQLText(std::string& out, std::string_view text)
 }
 
 // The plain form where it will do: a backslash is a character of its own there.
-void postgreSQLText(std::string& out, std::string_view text)
+void postgreSQLText(TextBuffer& out, std::string_view text)
 {
     static constexpr auto escapes = makeEscapes(
         {{'\'', "''"}, {'\\', "\\\\"}, {'\r', "\\r"}, {'\n', "\\n"}, {'\x1A', "\\x1a"}, {'\0', replacementCharacter}});
@@ -166,7 +177,7 @@ void postgreSQLText(std::string& out, std::string_view text)
     out += '\'';
 }
 
-void sqliteText(std::string& out, std::string_view text)
+void sqliteText(TextBuffer& out, std::string_view text)
 {
     const auto isUnsafe = [](char c) { return c == '\r' || c == '\0' || c == '\x1A'; };
     if (std::ranges::none_of(text, isUnsafe)) return appendQuoted(out, text);
@@ -185,7 +196,7 @@ void sqliteText(std::string& out, std::string_view text)
             link = "||";
         },
         [&](std::string_view controls) {
-            out.append(link).append("char(");
+            out.append(link, "char(");
             appendCodes(out, controls);
             out += ')';
             link = "||";
@@ -195,7 +206,7 @@ void sqliteText(std::string& out, std::string_view text)
 namespace {
 
 // "$(" in a script begins a variable of the tool.
-void appendNationalRun(std::string& out, std::string_view run)
+void appendNationalRun(TextBuffer& out, std::string_view run)
 {
     for (bool isFirst = true; isFirst || !run.empty(); isFirst = false) {
         const auto found = run.find("$(");
@@ -208,17 +219,17 @@ void appendNationalRun(std::string& out, std::string_view run)
 
 } // namespace
 
-void sqlServerText(std::string& out, std::string_view text)
+void sqlServerText(TextBuffer& out, std::string_view text)
 {
     if (!hasControl(text) && text.find("$(") == text.npos) {
         out += 'N';
         return appendQuoted(out, text);
     }
     if (controlRuns(text) > mostControlRuns) {
-        std::string units;
+        TextBuffer units;
         appendUTF16(units, text);
         out += "CAST(0x";
-        appendHex(out, std::as_bytes(std::span(units)));
+        appendHex(out, std::as_bytes(std::span(units.view())));
         out += " AS nvarchar(max))";
         return;
     }
@@ -232,7 +243,7 @@ void sqlServerText(std::string& out, std::string_view text)
         },
         [&](std::string_view controls) {
             for (const char control : controls)
-                out.append("+NCHAR(").append(std::to_string(static_cast<unsigned char>(control))).append(")");
+                out.append("+NCHAR(", std::to_string(static_cast<unsigned char>(control)), ")");
         });
 }
 
@@ -250,7 +261,7 @@ std::string_view firstCharacters(std::string_view text, std::size_t count)
 } // namespace
 
 // A literal holds 4000 bytes at most, and a line of a script fewer than 2500 characters.
-void oracleText(std::string& out, std::string_view text)
+void oracleText(TextBuffer& out, std::string_view text)
 {
     constexpr std::size_t mostCharacters = 1000;
     if (text.size() <= mostCharacters && !hasControl(text)) return appendQuoted(out, text);
@@ -261,7 +272,7 @@ void oracleText(std::string& out, std::string_view text)
         [&](std::string_view run) {
             for (; !run.empty(); link = "||\n") {
                 const auto piece = firstCharacters(run, mostCharacters);
-                out.append(link).append(isLong ? "TO_CLOB(" : "");
+                out.append(link, isLong ? "TO_CLOB(" : "");
                 appendQuoted(out, piece);
                 out.append(isLong ? ")" : "");
                 run.remove_prefix(piece.size());
@@ -269,34 +280,34 @@ void oracleText(std::string& out, std::string_view text)
         },
         [&](std::string_view controls) {
             for (const char control : controls) {
-                out.append(link).append("CHR(").append(std::to_string(static_cast<unsigned char>(control))).append(")");
+                out.append(link, "CHR(", std::to_string(static_cast<unsigned char>(control)), ")");
                 link = "||";
             }
         });
 }
 
-void quotedHex(std::string& out, std::span<const std::byte> bytes)
+void quotedHex(TextBuffer& out, std::span<const std::byte> bytes)
 {
     out += "x'";
     appendHex(out, bytes);
     out += '\'';
 }
 
-void escapedHex(std::string& out, std::span<const std::byte> bytes)
+void escapedHex(TextBuffer& out, std::span<const std::byte> bytes)
 {
     out += "'\\x";
     appendHex(out, bytes);
     out += '\'';
 }
 
-void calledHex(std::string& out, std::span<const std::byte> bytes)
+void calledHex(TextBuffer& out, std::span<const std::byte> bytes)
 {
     out += "HEXTORAW('";
     appendHex(out, bytes);
     out += "')";
 }
 
-void hexadecimal(std::string& out, std::span<const std::byte> bytes)
+void hexadecimal(TextBuffer& out, std::span<const std::byte> bytes)
 {
     out += "0x";
     appendHex(out, bytes);

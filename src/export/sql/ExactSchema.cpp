@@ -79,9 +79,9 @@ std::optional<std::string> quotedText(std::string_view expression)
 
 std::string textLiteral(std::string_view text, const ExactDialectFacts& facts)
 {
-    std::string literal;
+    TextBuffer literal;
     facts.literals.text(literal, text);
-    return literal;
+    return std::string(literal.view());
 }
 
 // nullopt for an expression that says the same nowhere else, or that no server knows.

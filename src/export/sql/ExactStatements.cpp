@@ -36,9 +36,9 @@ std::string ExactStatements::qualified(const ExactTable& table) const
 
 std::string ExactStatements::literal(std::string_view text) const
 {
-    std::string out;
+    TextBuffer out;
     m_facts.literals.text(out, text);
-    return out;
+    return std::string(out.view());
 }
 
 // What all templates of a table may ask for. The name as a literal is that which the server finds the table by.

@@ -34,9 +34,9 @@ TEST(ExactLiterals, TextsGetThroughEachTool)
     };
     for (const auto& test : cases)
         for (std::size_t i = 0; i < std::size(servers); ++i) {
-            std::string literal;
+            TextBuffer literal;
             exactDialectFacts(servers[i]).literals.text(literal, test.text);
-            EXPECT_EQ(literal, test.literals[i]) << i;
+            EXPECT_EQ(literal.view(), test.literals[i]) << i;
         }
 }
 
@@ -47,9 +47,9 @@ TEST(ExactLiterals, LongTexts)
     for (int i = 0; i < 101; ++i)
         breaks += "é\r";
     const auto literalOf = [](ServerType server, std::string_view text) {
-        std::string literal;
+        TextBuffer literal;
         exactDialectFacts(server).literals.text(literal, text);
-        return literal;
+        return std::string(literal.view());
     };
     EXPECT_THAT(literalOf(ServerType::SQLite, breaks), testing::StartsWith("CAST(x'c3a90dc3a90d"));
     EXPECT_THAT(literalOf(ServerType::SQLServer, breaks), testing::StartsWith("CAST(0xe9000d00e9000d00"));
