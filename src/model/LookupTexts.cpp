@@ -79,12 +79,12 @@ LookupProperties propertiesOf(const TAdmMDBColumn& column)
     return found;
 }
 
-std::string textOf(const TAdmMDBTable& table, const SourceColumn& column, std::size_t row)
+std::string textOf(const SourceColumn& column, std::size_t row)
 {
     std::string text;
-    for (const auto& term : column) {
+    for (const auto& term : column.terms) {
         if (const auto* place = std::get_if<std::size_t>(&term))
-            text += table.rows().text(row, *place);
+            text += column.table->rows().text(row, *place);
         else
             text += std::get<std::string>(term);
     }
@@ -99,9 +99,11 @@ bool isTableSource(const LookupProperties& properties)
 // How a column is looked up, which is told before a row is read.
 struct LookupPlan {
     LookupState state = LookupState::None;
-    std::optional<SourceTable> source{}; // nullopt: the column's own list
-    std::size_t bound = 0;               // columns of the source
-    std::size_t shown = 0;
+    SourceColumn bound{}; // of one row of a table with `shown`; without a table: the column's own list
+    SourceColumn shown{};
+    bool isLimited = false; // rows of the table may not be meant
+
+    [[nodiscard]] const TAdmMDBTable* table() const { return bound.table; }
 };
 
 LookupPlan planOf(const TAdmMDBColumn& column)
@@ -117,9 +119,14 @@ LookupPlan planOf(const TAdmMDBColumn& column)
     }
     const auto* table = column.table();
     if (!isTableSource(properties) || table == nullptr) return {LookupState::Unresolved};
-    auto source = sourceTable(*table->file(), properties.source);
+    auto source = rowSource(*table->file(), properties.source);
     if (!source || std::max(properties.boundColumn, *shown) >= source->columns.size()) return {LookupState::Unresolved};
-    return {LookupState::Resolved, std::move(source), properties.boundColumn, *shown};
+    auto& boundColumn = source->columns[properties.boundColumn];
+    auto& shownColumn = source->columns[*shown];
+    const bool areOfOneRow =
+        boundColumn.table != nullptr && shownColumn.table != nullptr && boundColumn.place == shownColumn.place;
+    if (!areOfOneRow) return {LookupState::Unresolved};
+    return {LookupState::Resolved, std::move(boundColumn), std::move(shownColumn), source->isLimited};
 }
 
 // Counts the rows, and asks now and then whether to go on.
@@ -141,13 +148,17 @@ private:
     std::uint64_t m_rowsDone = 0;
 };
 
+// The first row of a key is the one that shows. Where it may be one that is not meant, a key with different texts has
+// none, and what is stored stays.
 std::optional<TextsByStored> textsOfTable(const LookupPlan& plan, Progress& progress)
 {
-    const auto& source = *plan.source;
     TextsByStored texts;
-    for (std::size_t row = 0; row < source.table->rows().rowCount(); ++row) {
-        auto stored = textOf(*source.table, source.columns[plan.bound], row);
-        if (!stored.empty()) texts.emplace(std::move(stored), textOf(*source.table, source.columns[plan.shown], row));
+    for (std::size_t row = 0; row < plan.table()->rows().rowCount(); ++row) {
+        if (auto stored = textOf(plan.bound, row); !stored.empty()) {
+            auto shown = textOf(plan.shown, row);
+            const auto [place, isNew] = texts.try_emplace(std::move(stored), shown);
+            if (!isNew && plan.isLimited && place->second != shown) place->second.clear();
+        }
         if (!progress.advance()) return std::nullopt;
     }
     return texts;
@@ -185,7 +196,7 @@ std::optional<TextsByStored> textsOfGroups(
 // nullopt: stopped.
 std::optional<Lookup> lookupOf(const TAdmMDBColumn& column, const LookupPlan& plan, Progress& progress)
 {
-    if (!plan.source) return Lookup{jet::LookupList(column.properties())};
+    if (plan.table() == nullptr) return Lookup{jet::LookupList(column.properties())};
     auto texts = textsOfTable(plan, progress);
     if (texts && column.type() == ColumnType::MultipleValues)
         texts = column.storedValues() ? textsOfGroups(*column.storedValues(), *texts, progress) : TextsByStored();
@@ -324,7 +335,7 @@ std::uint64_t lookupRowCount(const TAdmMDBTable& table)
         const auto plan = planOf(*column);
         if (plan.state != LookupState::Resolved) continue;
         count += table.rows().rowCount();
-        if (plan.source) count += plan.source->table->rows().rowCount();
+        if (plan.table() != nullptr) count += plan.table()->rows().rowCount();
     }
     return count;
 }

@@ -8,20 +8,25 @@
 
 namespace vellumo {
 
-// The table that the rows of a lookup come from, as far as it can be told without running anything.
+// What the rows of a lookup come from, as far as it can be told without running anything.
 
 // A column of a table, or a text that stands in every row.
 using SourceTerm = std::variant<std::size_t, std::string>;
-// Terms that are put together to one text.
-using SourceColumn = std::vector<SourceTerm>;
 
-struct SourceTable {
-    const TAdmMDBTable* table = nullptr; // never null
-    std::vector<SourceColumn> columns{};
+struct SourceColumn {
+    const TAdmMDBTable* table = nullptr; // null: the column takes more than a look into one table of the file
+    std::size_t place = 0; // where the table is named: only columns of one place are of one row, as it may be joined
+                           // with itself
+    std::vector<SourceTerm> terms{}; // put together to one text
 };
 
-// What `source` names: a table, a query, or SQL. nullopt for what takes more than looking into one table of the file:
-// conditions, joins, groups, functions.
-[[nodiscard]] std::optional<SourceTable> sourceTable(const TAdmMDBFile& file, std::string_view source);
+struct RowSource {
+    std::vector<SourceColumn> columns{};
+    bool isLimited = false; // rows of the tables may not be among its own
+};
+
+// What `source` names: a table, a query, or SQL. nullopt for what takes more than looking into tables: unions, groups,
+// other statements.
+[[nodiscard]] std::optional<RowSource> rowSource(const TAdmMDBFile& file, std::string_view source);
 
 } // namespace vellumo
