@@ -294,12 +294,13 @@ WantedTraits classicTraits(const ExportOptions& options)
     const auto target = targetOf(options);
     const bool needsLetters =
         exportFormat(options.fileType).has(ExportOption::Encoding) && options.encoding != encodingUTF8;
-    const CellTraits ofAll = (options.decimalSymbol == "." ? 0 : bitOf(Fraction) | bitOf(Filled))
-        | (needsLetters ? bitOf(OtherLetters) : 0) | ((target & AnySQL) != 0 ? bitOf(Empty) : 0);
-    return [target, ofAll](ColumnType type) {
+    const CellTraits ofAll =
+        (options.decimalSymbol == "." ? 0 : bitOf(Fraction) | bitOf(Filled)) | (needsLetters ? bitOf(OtherLetters) : 0);
+    return [target, ofAll](const TAdmMDBColumn& column) {
         CellTraits traits = ofAll;
+        if ((target & AnySQL) != 0 && column.allowZeroLength() == false) traits |= bitOf(Empty);
         for (const auto& rule : rules)
-            if ((rule.targets & target) != 0 && (rule.types & typeBit(type)) != 0) traits |= bitOf(rule.trait);
+            if ((rule.targets & target) != 0 && (rule.types & typeBit(column.type())) != 0) traits |= bitOf(rule.trait);
         return traits;
     };
 }

@@ -12,9 +12,7 @@ namespace vellumo {
 
 namespace {
 
-constexpr auto mustBeEscaped = [](auto byte) {
-    return (byte == '"') | (byte == '\\') | (byte < 0x20);
-};
+constexpr auto mustBeEscaped = [](auto byte) { return (byte == '"') | (byte == '\\') | (byte < 0x20); };
 
 void appendEscape(char c, TextBuffer& out)
 {

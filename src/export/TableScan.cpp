@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -45,9 +46,7 @@ std::uint8_t classesOf(std::string_view text)
     return classes;
 }
 
-constexpr auto isControl = [](auto byte) {
-    return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r');
-};
+constexpr auto isControl = [](auto byte) { return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r'); };
 constexpr auto isLetter = [](auto byte) { return byte >= 'A'; };
 
 // Whether some text among these bytes has one of the traits that a byte tells.
@@ -87,10 +86,15 @@ NumberShape shapeOf(std::string_view text, bool mayHaveExponent)
     }
     if (text.starts_with('-')) text.remove_prefix(1);
     const auto isOtherDigit = [](char c) { return c >= '1' && c <= '9'; };
-    const auto point = static_cast<int>(std::min(text.find('.'), text.size()));
-    const auto begin = static_cast<int>(std::ranges::find_if(text, isOtherDigit) - text.begin());
-    if (begin == static_cast<int>(text.size())) return {};
-    const auto end = static_cast<int>(text.rend() - std::find_if(text.rbegin(), text.rend(), isOtherDigit));
+    const auto size = static_cast<int>(text.size());
+    const auto point = static_cast<int>(std::ranges::find(text, '.') - text.begin());
+    int begin = 0;
+    while (begin < size && !isOtherDigit(text[static_cast<std::size_t>(begin)]))
+        ++begin;
+    if (begin == size) return {};
+    int end = size;
+    while (!isOtherDigit(text[static_cast<std::size_t>(end) - 1]))
+        --end;
     // Places of digits: the point is none.
     const auto first = begin > point ? begin - 1 : begin;
     const auto last = end > point ? end - 1 : end;
@@ -111,6 +115,7 @@ constexpr CellTraits textTraits =
     lengthTraits | bitOf(Backslash) | bitOf(CarriageReturn) | bitOf(Markup) | bitOf(Control) | bitOf(OtherLetters);
 constexpr CellTraits numberTraits = bitOf(SixDigits) | bitOf(FifteenDigits) | bitOf(Fraction) | bitOf(TwoDecimals)
     | bitOf(TenDigits) | bitOf(ThirteenDigits) | bitOf(BeyondSingle) | bitOf(NotANumber);
+constexpr CellTraits emptyTraits = bitOf(Empty) | bitOf(Filled);
 constexpr CellTraits noteTraits = bitOf(Milliseconds) | bitOf(EmptyText) | bitOf(Zeros);
 constexpr CellTraits dateTraits = bitOf(Seconds) | bitOf(BeyondSmallDates);
 
@@ -142,7 +147,7 @@ public:
     {
         CellTraits all = 0;
         for (const auto& column : table.columns()) {
-            m_traits.push_back(wanted(column->type()));
+            m_traits.push_back(wanted(*column));
             all |= m_traits.back();
         }
         m_isLetter.resize((all & bitOf(OtherLetters)) != 0 ? 0x110000 : 0);
@@ -184,9 +189,9 @@ void TableScanner::scanChunk(const TextChunk& chunk, std::size_t column)
     auto& counts = m_scan.columns[column];
     const auto type = m_table.columns()[column]->type();
     if (chunk.notes() != nullptr) scanNotes(chunk, type, counts);
-    if ((m_traits[column] & ~noteTraits) == 0) return;
-    const auto longest = scanLengths(chunk, counts);
     const auto traits = m_traits[column] & traitsOf(type);
+    const bool needsLengths = ((m_traits[column] & emptyTraits) | (traits & (lengthTraits | numberTraits))) != 0;
+    const auto longest = needsLengths ? scanLengths(chunk, counts) : 0;
     if ((traits & textTraits) != 0) scanTexts(chunk, traits, longest, counts);
     if ((traits & numberTraits) != 0) scanNumbers(chunk, traits, longest, counts);
     if ((traits & dateTraits) != 0)
@@ -194,20 +199,32 @@ void TableScanner::scanChunk(const TextChunk& chunk, std::size_t column)
             scanDate(chunk.text(row), counts);
 }
 
-// The length of the longest text.
+// The length of the longest text. Four texts a step, as far as that goes.
 std::size_t TableScanner::scanLengths(const TextChunk& chunk, ColumnScan& counts)
 {
-    std::uint32_t start = 0;
-    std::uint32_t longest = 0;
-    std::uint32_t empty = 0;
-    for (const auto end : chunk.ends()) {
-        empty += end == start ? 1 : 0;
-        longest = std::max(longest, end - start);
-        start = end;
+    constexpr std::size_t step = 4;
+    using Lengths = std::uint32_t __attribute__((vector_size(step * sizeof(std::uint32_t))));
+    const auto ends = chunk.ends();
+    Lengths longest{ends.empty() ? 0 : ends[0]};
+    Lengths empty{longest[0] == 0 ? 1U : 0U};
+    std::size_t row = 1;
+    for (; row + step <= ends.size(); row += step) {
+        Lengths starts;
+        Lengths lengths;
+        std::memcpy(&starts, ends.data() + row - 1, sizeof starts);
+        std::memcpy(&lengths, ends.data() + row, sizeof lengths);
+        lengths -= starts;
+        longest = lengths > longest ? lengths : longest;
+        empty += lengths == 0 ? 1 : 0;
     }
-    counts[Empty] += empty;
-    counts[Filled] += chunk.rowCount() - empty;
-    return longest;
+    for (; row < ends.size(); ++row) {
+        longest[0] = std::max(longest[0], ends[row] - ends[row - 1]);
+        empty[0] += ends[row] == ends[row - 1] ? 1 : 0;
+    }
+    const auto emptyCount = empty[0] + empty[1] + empty[2] + empty[3];
+    counts[Empty] += emptyCount;
+    counts[Filled] += chunk.rowCount() - emptyCount;
+    return std::max({longest[0], longest[1], longest[2], longest[3]});
 }
 
 void TableScanner::scanNotes(const TextChunk& chunk, ColumnType type, ColumnScan& counts)
@@ -273,11 +290,13 @@ void TableScanner::scanNumber(std::string_view text, bool mayHaveLetters, Column
     }
     const auto shape = shapeOf(text, mayHaveLetters);
     const bool isBeyondSingle = shape.whole > 39 || (shape.whole == 39 && std::abs(valueOf(text)) > maximumSingle);
-    const std::pair<bool, CellTrait> traits[] = {{shape.significant > 6, SixDigits},
-        {shape.significant > 15, FifteenDigits}, {shape.decimals > 0, Fraction}, {shape.decimals > 2, TwoDecimals},
-        {shape.whole > 10, TenDigits}, {shape.whole > 13, ThirteenDigits}, {isBeyondSingle, BeyondSingle}};
-    for (const auto& [has, trait] : traits)
-        counts[trait] += has ? 1 : 0;
+    counts[SixDigits] += shape.significant > 6 ? 1 : 0;
+    counts[FifteenDigits] += shape.significant > 15 ? 1 : 0;
+    counts[Fraction] += shape.decimals > 0 ? 1 : 0;
+    counts[TwoDecimals] += shape.decimals > 2 ? 1 : 0;
+    counts[TenDigits] += shape.whole > 10 ? 1 : 0;
+    counts[ThirteenDigits] += shape.whole > 13 ? 1 : 0;
+    counts[BeyondSingle] += isBeyondSingle ? 1 : 0;
 }
 
 // "MM/dd/yyyy HH:mm:ss".

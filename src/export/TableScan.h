@@ -45,9 +45,9 @@ inline constexpr std::size_t cellTraits = static_cast<std::size_t>(CellTrait::Ze
 using CellTraits = std::uint32_t;
 constexpr CellTraits bitOf(CellTrait trait) { return CellTraits{1} << static_cast<unsigned>(trait); }
 
-// Those that are to be counted in the columns of a type.
-using WantedTraits = std::function<CellTraits(ColumnType)>;
-inline CellTraits allTraits(ColumnType) { return ~CellTraits{0}; }
+// Those that are to be counted in a column.
+using WantedTraits = std::function<CellTraits(const TAdmMDBColumn&)>;
+inline CellTraits allTraits(const TAdmMDBColumn&) { return ~CellTraits{0}; }
 
 // How many cells of a column have a trait.
 struct ColumnScan {

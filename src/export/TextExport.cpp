@@ -3,8 +3,8 @@
 #include "export/ExportJob.h"
 #include "export/TextFrame.h"
 #include "export/files/OutputFile.h"
-#include "text/QuotedText.h"
 #include "model/TAdmMDBTable.h"
+#include "text/QuotedText.h"
 #include "text/TextEncoding.h"
 
 #include <optional>

@@ -2,9 +2,9 @@
 #include "export/TextFrame.h"
 
 #include "export/ExportOptions.h"
-#include "text/QuotedText.h"
 #include "model/TAdmMDBTable.h"
 #include "text/Format.h"
+#include "text/QuotedText.h"
 
 namespace vellumo {
 

@@ -7,8 +7,7 @@
 namespace vellumo {
 
 // `text` with `replacement` in the place of every `what`.
-template <typename Out>
-void appendReplaced(std::string_view text, char what, std::string_view replacement, Out& out)
+template <typename Out> void appendReplaced(std::string_view text, char what, std::string_view replacement, Out& out)
 {
     for (auto found = text.find(what); found != std::string_view::npos; found = text.find(what)) {
         out += text.substr(0, found);

@@ -65,8 +65,8 @@ struct ExactCell {
     void appendBytes(std::string& out) const;
 };
 
-// How the cells of a column in a group become text, when not one by one: by their texts alone, each of which is a value,
-// or null where it is empty.
+// How the cells of a column in a group become text, when not one by one: by their texts alone, each of which is a
+// value, or null where it is empty.
 enum class TextForm : std::uint8_t {
     None,
     AsItIs,
@@ -80,7 +80,8 @@ public:
     ExactCells(ColumnType type, const RowGroup& group, std::size_t column);
 
     [[nodiscard]] ExactKind kind() const { return m_kind; }
-    // Every cell has the value that its text tells, or is null where that is empty. Looks at all texts. Never of objects.
+    // Every cell has the value that its text tells, or is null where that is empty. Looks at all texts. Never of
+    // objects.
     [[nodiscard]] bool areTexts() const
     {
         if (m_kind == ExactKind::Object || m_texts->notes() != nullptr) return false;

@@ -2,11 +2,11 @@
 #include "export/objects/ObjectsExport.h"
 
 #include "embedded/TAdmBlobData.h"
-#include "text/QuotedText.h"
 #include "export/objects/ObjectFile.h"
 #include "jet/Crypto.h"
 #include "text/Format.h"
 #include "text/Messages.h"
+#include "text/QuotedText.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -16,20 +16,18 @@ namespace vellumo {
 namespace {
 
 constexpr auto isOther = [](auto byte) { return byte >= 0x80; };
-constexpr auto isDelicate = [](auto byte) {
-    return (byte < 0x20) | (byte == '\'') | (byte == '\\') | (byte == '$');
-};
+constexpr auto isDelicate = [](auto byte) { return (byte < 0x20) | (byte == '\'') | (byte == '\\') | (byte == '$'); };
 
-// Most of a script is ASCII: the length of the run of it at the start of `text`, which is written to `out`. In blocks of
-// a fixed length, which are done in a few steps.
+// Most of a script is ASCII: the length of the run of it at the start of `text`, which is written to `out`. In blocks
+// of a fixed length, which are done in a few steps.
 std::size_t writeASCII(std::string_view text, char* out)
 {
     std::size_t done = 0;
     for (; done + 16 <= text.size() && !hasByte(text.substr(done, 16), isOther); done += 16) {
         ByteBlock<16> block;
         std::memcpy(&block, text.data() + done, 16);
-        const auto low = __builtin_shufflevector(
-            block, ByteBlock<16>{}, 0, 16, 1, 16, 2, 16, 3, 16, 4, 16, 5, 16, 6, 16, 7, 16);
+        const auto low =
+            __builtin_shufflevector(block, ByteBlock<16>{}, 0, 16, 1, 16, 2, 16, 3, 16, 4, 16, 5, 16, 6, 16, 7, 16);
         const auto high = __builtin_shufflevector(
             block, ByteBlock<16>{}, 8, 16, 9, 16, 10, 16, 11, 16, 12, 16, 13, 16, 14, 16, 15, 16);
         std::memcpy(out + 2 * done, &low, 16);
