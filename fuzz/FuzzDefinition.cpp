@@ -6,6 +6,7 @@
 #include "jet/Definition.h"
 #include "jet/IndexReader.h"
 #include "jet/Limits.h"
+#include "jet/PageSurvey.h"
 
 #include <set>
 
@@ -94,6 +95,21 @@ void checkPages(test::MemoryPages& pages)
     }
 }
 
+// A page is either a definition's or a table's, once, and none that is left out.
+void checkSurvey(test::MemoryPages& pages)
+{
+    const auto free = freePages(pages);
+    require(free.size() == pages.count());
+    const auto survey = surveyPages(pages, free, [] { return true; });
+    require(survey.has_value());
+    std::set<std::uint32_t> met(survey->definitions.begin(), survey->definitions.end());
+    for (const auto& [owner, owned] : survey->dataPages)
+        for (const auto page : owned)
+            require(met.insert(page).second);
+    for (const auto page : met)
+        require(page > 0 && page < pages.count() && !free[page]);
+}
+
 } // namespace
 
 // The first byte tells the version. The others are a definition, then the pages of a file with one on page 1.
@@ -106,5 +122,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     test::MemoryPages pages(format, pageCountOf(bytes.size(), format));
     putPages(bytes, pages);
     checkPages(pages);
+    checkSurvey(pages);
     return 0;
 }

@@ -216,6 +216,16 @@ std::vector<Seed> rows()
     return seeds;
 }
 
+std::vector<Seed> selects()
+{
+    return {seedOf("plain", "SELECT DISTINCTROW ID, [Last Name] & ', ' & t.First AS Name FROM [T x] AS t ORDER BY 2;"),
+        seedOf("joins",
+            "SELECT TOP 5 PERCENT a.*, Len(b.x) FROM (a INNER JOIN b ON (a.i = b.i)) LEFT JOIN c d ON d.i = b.i"),
+        seedOf("long",
+            "PARAMETERS p Long; SELECT K FROM T, U WHERE K IN (SELECT 1 FROM V UNION SELECT 2 FROM W) GROUP BY K "
+            "HAVING Max(L) > p WITH OWNERACCESS OPTION;")};
+}
+
 std::vector<Seed> properties()
 {
     const auto chunk = [](unsigned kind, const std::string& body) { return u32(body.size() + 6) + u16(kind) + body; };
@@ -295,7 +305,8 @@ int main(int argc, char** argv)
     const std::filesystem::path folder = argv[1];
     if (writeAll(folder / "ole_field", cells()) && writeAll(folder / "compound_file", compoundFiles())
         && writeAll(folder / "definition", definitions()) && writeAll(folder / "rows", rows())
-        && writeAll(folder / "properties", properties()) && writeAll(folder / "cipher", ciphers()))
+        && writeAll(folder / "properties", properties()) && writeAll(folder / "cipher", ciphers())
+        && writeAll(folder / "select", selects()))
         return 0;
     std::fputs("make_seeds: cannot write the seeds\n", stderr);
     return 1;
