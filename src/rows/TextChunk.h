@@ -23,7 +23,10 @@ public:
     using Number = std::int32_t;
 
     // The number of zeros that a negative number says.
-    [[nodiscard]] static constexpr std::size_t zerosBehind(Number number) { return static_cast<std::size_t>(~number); }
+    [[nodiscard]] static constexpr std::size_t zerosBehind(Number number)
+    {
+        return static_cast<std::uint32_t>(~number);
+    }
 
     // nullopt for a row whose text tells all.
     [[nodiscard]] std::optional<Number> at(std::uint32_t row) const;
