@@ -54,7 +54,8 @@ ExportReport exportWithProgress(
         bar.show(index, entries.size());
     };
     ConsoleLog log;
-    return runExport(file, entries, options, interruptFlag(), {progress, log});
+    const auto rows = [&](std::size_t done, std::size_t total) { bar.show(done, total); };
+    return runExport(file, entries, options, interruptFlag(), {progress, log, nullptr, rows});
 }
 
 std::optional<ExportReport> printExport(

@@ -161,6 +161,7 @@ void ExactScriptExport::writeRows(const ExactTable& table)
             return m_job.objectFile(*table.table, column, row, object);
         });
     for (std::size_t group = 0; group < store.groups().size(); ++group) {
+        m_job.beginRows(*table.table, store.firstRow(group));
         rows.beginGroup(store.groups()[group], store.firstRow(group));
         for (std::uint32_t row = 0; row < store.groups()[group].rowCount && !m_job.terminated(); ++row)
             rows.addRow(row);

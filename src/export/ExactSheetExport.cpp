@@ -246,6 +246,7 @@ bool TableSheets::addSheet()
 
 bool TableSheets::writeGroup(const RowGroup& group, std::size_t firstRow)
 {
+    m_job.beginRows(m_table, firstRow);
     std::vector<ExactCells> cells;
     for (std::size_t c = 0; c < m_layout.size(); ++c)
         cells.emplace_back(m_table.columns()[c]->type(), group, c);

@@ -75,6 +75,7 @@ bool ExactTextWriter::writeTable(const TAdmMDBTable& table)
     form->begin();
     if (!m_out.endRecord()) return false;
     for (const auto& group : table.rows().groups()) {
+        m_job.beginRows(table, m_row);
         form->enter(group, m_row);
         if (!writeGroup(*form, group)) return false;
         if (m_job.terminated() || m_out.file().failed()) return true;

@@ -108,6 +108,7 @@ bool ExportJob::openObjectFolder()
 {
     m_objects = std::make_unique<ObjectFolder>(m_file, m_options.objectsFolder);
     const bool isOpen = m_objects->open();
+    if (isOpen) m_report.objectFolder = m_options.objectsFolder;
     takeObjectFailures();
     return isOpen;
 }
@@ -130,6 +131,7 @@ void ExportJob::finishObjectFolder()
 
 void ExportJob::takeObjectFailures()
 {
+    m_report.objectFileCount = m_objects->report().written;
     const auto& failures = m_objects->report().failures;
     for (; m_objectFailures < failures.size(); ++m_objectFailures)
         outputFailed({"%@", {failures[m_objectFailures]}});
@@ -160,6 +162,11 @@ void ExportJob::stepFailed(ExportReason reason)
 void ExportJob::outputFailed(ExportReason reason)
 {
     m_report.failures.push_back({ExportFailure::Kind::Output, "", std::move(reason)});
+}
+
+void ExportJob::beginRows(const TAdmMDBTable& table, std::size_t row)
+{
+    if (m_listener.rows && m_entries.size() == 1) m_listener.rows(row, table.rows().rowCount());
 }
 
 } // namespace vellumo

@@ -34,6 +34,8 @@ struct ExportListener {
     std::function<void(std::size_t index)> progress;
     SystemLog& systemLog;
     LoadErrorWindow* loadErrorWindow = nullptr; // the SQLite library cannot be used; null: standard error
+    // Of a run that exports one table: so many of its rows are written. Now and then; null: nobody wants to know.
+    std::function<void(std::size_t done, std::size_t total)> rows = nullptr;
 };
 
 // What a writer sees of an export, and where it reports to. Belongs to the writer's thread while that runs; the file is
@@ -58,6 +60,8 @@ public:
     [[nodiscard]] const std::atomic<bool>& stopFlag() const { return m_stop; }
 
     void updateProgress(std::size_t index) { m_listener.progress(index); }
+    // To be told by writers with each group of rows: its first one.
+    void beginRows(const TAdmMDBTable& table, std::size_t row);
 
     // The table of this name, as much of it as its entry wants; null when the file has none. Lives as long as the job.
     [[nodiscard]] const TAdmMDBTable* findTable(std::string_view name);

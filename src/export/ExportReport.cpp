@@ -27,6 +27,13 @@ std::string countSentence(std::size_t count)
                       : localizedFormat("%d tables exported successfully.", {count});
 }
 
+std::string objectSentence(const ExportReport& report)
+{
+    return report.objectFileCount == 1
+        ? localizedFormat("1 object file written to %@.", {report.objectFolder})
+        : localizedFormat("%ld object files written to %@.", {report.objectFileCount, report.objectFolder});
+}
+
 void addFailures(const std::vector<ExportFailure>& failures, std::string& body)
 {
     constexpr std::size_t shownLines = 10;
@@ -86,6 +93,7 @@ std::string failureText(const ExportFailure& failure)
 ExportReportTexts exportReportTexts(const ExportReport& report)
 {
     auto body = countSentence(report.doneCount());
+    if (!report.objectFolder.empty()) addLine(objectSentence(report), body);
     addFailures(report.failures, body);
     for (const auto& line : findingLines(report.findings.all()))
         addLine(line, body);

@@ -55,6 +55,8 @@ struct ExportReport {
     std::vector<Table> tables;           // in the order of the export
     std::vector<ExportFailure> failures; // in the order in which they came
     bool isStopped = false;              // by the user
+    std::string objectFolder;            // where objects became files of their own; "" where they did not
+    std::size_t objectFileCount = 0;     // in it
     ExportFindings findings;             // what the target could not take as the file holds it
     // What the tables had lost before they came to be exported, and with them, as lines (localised).
     std::vector<std::string> leftOutObjects;
@@ -72,8 +74,8 @@ struct ExportReport {
 // The report as a person reads it (localised).
 struct ExportReportTexts {
     std::string title;
-    // What was exported, the first ten failures, the first ten findings, what the file had lost; lines, none at its
-    // end.
+    // What was exported, and to where its objects, the first ten failures, the first ten findings, what the file had
+    // lost; lines, none at its end.
     std::string body;
 };
 [[nodiscard]] ExportReportTexts exportReportTexts(const ExportReport& report);

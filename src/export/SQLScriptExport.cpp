@@ -202,7 +202,9 @@ void SQLScriptExport::writeIndexesBehindTable(const TAdmMDBTable& table)
 void SQLScriptExport::writeRows(const TAdmMDBTable& table)
 {
     auto writer = rowWriter(table);
-    for (const auto& group : table.rows().groups()) {
+    for (std::size_t g = 0; g < table.rows().groups().size(); ++g) {
+        const auto& group = table.rows().groups()[g];
+        m_job.beginRows(table, table.rows().firstRow(g));
         writer.beginGroup(group);
         for (std::uint32_t row = 0; row < group.rowCount && !m_job.terminated(); ++row)
             writer.writeRow(m_file, row);

@@ -110,6 +110,7 @@ bool SQLiteTarget::insertGroup(const TAdmMDBTable& table, std::size_t group, SQL
 {
     const auto& source = table.rows().groups()[group];
     const auto firstRow = table.rows().firstRow(group);
+    m_job.beginRows(table, firstRow);
     rows.beginGroup(source, firstRow);
     for (std::uint32_t row = 0; row < source.rowCount && !m_job.terminated(); ++row) {
         if (rows.insert(row)) continue;

@@ -111,9 +111,12 @@ void TableSheets::writeHeader()
 
 void TableSheets::writeRows()
 {
-    for (const auto& group : m_table.rows().groups())
-        for (std::uint32_t row = 0; row < group.rowCount; ++row)
-            if (m_job.terminated() || !writeRow(group, row)) return;
+    const auto& rows = m_table.rows();
+    for (std::size_t g = 0; g < rows.groups().size(); ++g) {
+        m_job.beginRows(m_table, rows.firstRow(g));
+        for (std::uint32_t row = 0; row < rows.groups()[g].rowCount; ++row)
+            if (m_job.terminated() || !writeRow(rows.groups()[g], row)) return;
+    }
 }
 
 bool TableSheets::writeRow(const RowGroup& group, std::uint32_t row)

@@ -129,6 +129,7 @@ bool TextFileWriter::writeRows(const TAdmMDBTable& table, const std::vector<Text
         gaps.push_back(std::move(*gap));
     }
     for (std::size_t i = 0; i < table.rows().groups().size(); ++i) {
+        m_job.beginRows(table, table.rows().firstRow(i));
         if (!writeGroup(table.rows().groups()[i], table, gaps)) {
             m_refusedPlace.row += table.rows().firstRow(i);
             return false;

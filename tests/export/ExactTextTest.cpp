@@ -180,7 +180,10 @@ TEST(ExactText, ObjectsBecomeFilesBeside)
         auto options = defaultOptions(exportFormat(type), true);
         options.path = folder.path();
         options.objectsFolder = folder.path("objects");
-        EXPECT_TRUE(run(*file, options).report.isDone());
+        const auto report = run(*file, options).report;
+        EXPECT_TRUE(report.isDone());
+        EXPECT_THAT(exportReportTexts(report).body,
+            testing::HasSubstr("\n2 object files written to " + options.objectsFolder + '.'));
     }
     EXPECT_EQ(folder.read("A,B.csv"), "ID,Pic\r\n1,\"A,B/Pic/1.bmp\"\r\n2,\r\n3,\"\"\r\n4,\r\n5,\"A,B/Pic/5\"\r\n");
     EXPECT_EQ(folder.read("A,B.jsonl"),

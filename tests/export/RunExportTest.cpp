@@ -153,6 +153,40 @@ TEST(RunExport, NamesTheRowOfTheTable)
     EXPECT_EQ(report.failures[0].reason.cause.row, 2U);
 }
 
+// Two groups of rows, of two and of one; with a second table nobody is told of rows.
+TEST(RunExport, TellsTheRowsOfAnOnlyTable)
+{
+    auto table = smallTable("T");
+    auto store = table->emptyRows();
+    RowGroupBuilder group(store.kinds());
+    for (const bool isLast : {false, true, true}) {
+        group.addText(0, "x");
+        group.endRow();
+        if (isLast) store.append(group.take());
+    }
+    table->setRows(std::move(store));
+    const auto file = makeFile("/data/Shop.mdb", std::move(table), smallTable("U"));
+    for (const auto& format : exportFormats())
+        for (const bool isExact : {false, true})
+            for (const bool isOnly : {true, false}) {
+                const TempFolder folder;
+                auto options = defaultOptions(format, isExact || format.isAlwaysExact);
+                options.path = format.output == ExportOutput::File ? folder.path("file") : folder.path();
+                std::vector<ExportEntry> tables;
+                for (const auto* name : {"T", "U"})
+                    tables.push_back(ExportEntry::exportEntryWithTableName(name, format.type));
+                tables[0].selected = true;
+                tables[1].selected = !isOnly;
+                FakeSystemLog log;
+                std::vector<std::pair<std::size_t, std::size_t>> told;
+                const auto tell = [&](std::size_t done, std::size_t total) { told.emplace_back(done, total); };
+                EXPECT_TRUE(
+                    runExport(*file, tables, options, false, {[](std::size_t) {}, log, nullptr, tell}).isDone());
+                const std::vector<std::pair<std::size_t, std::size_t>> rows = {{0, 3}, {2, 3}};
+                EXPECT_EQ(told, isOnly ? rows : decltype(rows)()) << format.name << isExact;
+            }
+}
+
 TEST(RunExport, MakesOneFolderAndLeavesNoEmptyOne)
 {
     const TempFolder folder;

@@ -26,6 +26,8 @@ ExportProgressDialog::ExportProgressDialog(std::shared_ptr<ExportWizard> wizard,
     layOut();
     const auto isSelected = std::ranges::count(m_wizard->tableEntries(), true, &ExportEntry::selected);
     m_progressIndicator->setRange(0, static_cast<int>(isSelected));
+    m_progressIndicator->setAccessibleName(
+        isSelected == 1 ? localizedText("Rows exported") : localizedText("Tables exported"));
     connect(m_stopButton, &QPushButton::clicked, this, &ExportProgressDialog::reject);
     connect(&m_second, &QTimer::timeout, this, &ExportProgressDialog::showElapsedTime);
     m_second.start(1000);
@@ -42,7 +44,6 @@ void ExportProgressDialog::layOut()
     m_progressLabel->setTextFormat(Qt::PlainText);
     m_progressLabel->setWordWrap(true);
     m_progressIndicator->setObjectName("progressIndicator");
-    m_progressIndicator->setAccessibleName(localizedText("Tables exported"));
     m_stopButton->setObjectName("stopButton");
     m_stopButton->setDefault(true);
     auto* foot = new QHBoxLayout;
@@ -55,7 +56,7 @@ void ExportProgressDialog::layOut()
     setMinimumWidth(fontMetrics().averageCharWidth() * 64);
 }
 
-// One long table keeps the bar where it is; the seconds show that work goes on.
+// A long table among others keeps the bar where it is; the seconds show that work goes on.
 void ExportProgressDialog::showElapsedTime()
 {
     const auto seconds = m_elapsed.elapsed() / 1000;

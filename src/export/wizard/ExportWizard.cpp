@@ -343,8 +343,11 @@ ExportReport ExportWizard::exportTables(const ExportOptions& options)
     const auto progress = [this](std::size_t index) {
         m_ports.mainThread.performAndWait([&] { updateProgressPanel(index); });
     };
-    return runExport(
-        m_exportFile, m_tableEntries, options, m_terminate, {progress, m_ports.systemLog, m_ports.loadErrorWindow});
+    const auto rows = [this](std::size_t done, std::size_t total) {
+        m_ports.mainThread.performAndWait([&] { updateRowProgress(done, total); });
+    };
+    return runExport(m_exportFile, m_tableEntries, options, m_terminate,
+        {progress, m_ports.systemLog, m_ports.loadErrorWindow, rows});
 }
 
 void ExportWizard::updateProgressPanel(std::size_t index)
@@ -353,6 +356,14 @@ void ExportWizard::updateProgressPanel(std::size_t index)
     if (index >= count) return;
     m_progress.label = exportProgressText(m_tableEntries[index].tableName, index, count);
     m_progress.value = index;
+    m_view->progressChanged();
+}
+
+// The label stays.
+void ExportWizard::updateRowProgress(std::size_t done, std::size_t total)
+{
+    m_progress.value = done;
+    m_progress.maximum = total;
     m_view->progressChanged();
 }
 

@@ -57,6 +57,7 @@ struct ShownTable {
 
 struct ExportProgress {
     std::string label; // localised
+    // In tables; once the only table is being written, in its rows.
     std::size_t value = 0;
     std::size_t maximum = 0;
 };
@@ -151,6 +152,7 @@ private:
     [[nodiscard]] const FormatInfo& formatInfo() const { return exportFormat(m_exportFileType); }
     [[nodiscard]] ExportReport exportTables(const ExportOptions& options);
     void updateProgressPanel(std::size_t index);
+    void updateRowProgress(std::size_t done, std::size_t total);
     void exportThreadFinished(ExportReport report);
 
     TAdmMDBFile& m_exportFile;
