@@ -4,6 +4,7 @@
 #include "support/ProgramRun.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -62,6 +63,7 @@ std::vector<Source> corpus(const TempFolder& folder)
 TEST(ExactCells, AreTheSameForEveryReader)
 {
     if (run({python, "-c", "import openpyxl, xlrd"}).status != 0) GTEST_SKIP() << "openpyxl or xlrd is not installed";
+    if (run({python, "-c", "import pandas"}).status != 0) std::puts("pandas is not installed: a witness less");
     const TempFolder folder;
     auto sources = corpus(folder);
     for (const auto& [name, database] : {std::pair("extremes", extremes()), {"demo", samples::demoDatabase()}}) {

@@ -6,6 +6,8 @@
 import base64, csv, datetime, decimal, json, math, re, sqlite3, struct, subprocess, sys
 import xml.etree.ElementTree as ET
 import openpyxl, xlrd
+try: import pandas
+except ImportError: pandas = None # a witness less
 
 cli, file, folder, *options = sys.argv[1:]
 Decimal, moment = decimal.Decimal, datetime.datetime
@@ -51,6 +53,13 @@ def read_jsonl(path, kinds):
     parse = dict(PARSE, bool=lambda v: {True: True, False: False}[v])
     rows = [json.loads(line).values() for line in open(path, newline='\n', encoding='utf-8')]
     return [[None if v is None else parse[k](v) for k, v in zip(kinds, r)] for r in rows]
+
+# None and a number that is none are one to it, and a column of integers with a null has floating-point numbers.
+def read_pandas(path, kinds):
+    frame = pandas.read_json(path, lines=True, dtype=False, convert_axes=False, convert_dates=False, precise_float=True)
+    parse = dict(PARSE, bool=bool)
+    columns = [frame.iloc[:, i].tolist() for i in range(frame.shape[1])]
+    return [[None if v is None or v != v else parse[k](v) for k, v in zip(kinds, r)] for r in zip(*columns)]
 
 def read_xml(path, kinds):
     def value(element, kind):
@@ -161,6 +170,7 @@ for table in json_of('info', file)['tables']:
     path = lambda form: folder + '/' + name.replace('/', '_') + '.' + form
     rows = read_jsonl(path('jsonl'), kinds)
     compare('csv', name, names, kinds, rows, read_csv(path('csv'), kinds))
+    if pandas and rows: compare('pandas', name, names, kinds, rows, read_pandas(path('jsonl'), kinds))
     compare('xml', name, names, kinds, rows, read_xml(path('xml'), kinds))
     compare('sqlite', name, names, kinds, ordered(rows), read_sqlite(folder + '/all.sqlite', name, kinds))
     for reader, others in (('xls', read_xls(path('xls'))), ('xlsx', read_xlsx(path('xlsx')))):
