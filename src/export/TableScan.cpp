@@ -116,7 +116,6 @@ constexpr CellTraits textTraits =
 constexpr CellTraits numberTraits = bitOf(SixDigits) | bitOf(FifteenDigits) | bitOf(Fraction) | bitOf(TwoDecimals)
     | bitOf(TenDigits) | bitOf(ThirteenDigits) | bitOf(BeyondSingle) | bitOf(NotANumber);
 constexpr CellTraits emptyTraits = bitOf(Empty) | bitOf(Filled);
-constexpr CellTraits noteTraits = bitOf(Milliseconds) | bitOf(EmptyText) | bitOf(Zeros);
 constexpr CellTraits dateTraits = bitOf(Seconds) | bitOf(BeyondSmallDates);
 
 // Those that a text of this type can have.
