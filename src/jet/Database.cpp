@@ -42,6 +42,20 @@ std::map<std::uint32_t, const CatalogEntry*> entriesByPage(const std::vector<Cat
     return byPage;
 }
 
+// Whether it is kept out of sight by flags of which some are never set. People hide their tables too, by the others.
+bool hasImpossibleFlags(const CatalogEntry& entry)
+{
+    constexpr std::uint32_t neverSet = 0x1FF00000;
+    return entry.isSystemTable() && (entry.flags & neverSet) != 0 && !entry.name.starts_with("MSys");
+}
+
+// The ids of what is no table have flags.
+bool mayBeTable(const CatalogEntry& entry)
+{
+    return entry.id == entry.page
+        && std::ranges::find(CatalogEntry::linkedTypes, entry.type) == std::end(CatalogEntry::linkedTypes);
+}
+
 void keepColumns(TableDef& table, const std::vector<std::string_view>& names)
 {
     std::erase_if(
@@ -166,9 +180,7 @@ std::vector<CatalogEntry> Database::entriesOf(const TableDef& objects, const Row
 
 bool Database::hidesTable(const CatalogEntry& entry)
 {
-    // The ids of what is no table have flags.
-    if (entry.type == CatalogEntry::tableType || entry.id != entry.page) return false;
-    if (std::ranges::find(CatalogEntry::linkedTypes, entry.type) != std::end(CatalogEntry::linkedTypes)) return false;
+    if (entry.isTable() ? !hasImpossibleFlags(entry) : !mayBeTable(entry)) return false;
     DamageReport unwanted;
     const auto table = readTableAt(entry.page, unwanted);
     return table && !table->isSystem;

@@ -86,7 +86,8 @@ public:
 
     // Every named object in the order of the catalogue; empty when it cannot be read.
     [[nodiscard]] std::vector<CatalogEntry> readCatalog(DamageReport& damage);
-    // Whether the entry is no table's though it leads to the definition of a user's table: its type is damaged.
+    // Whether the entry is none of a user's table though it leads to the definition of one: its type or its flags are
+    // damaged.
     [[nodiscard]] bool hidesTable(const CatalogEntry& entry);
     // The definition of a table with its columns in stored order, their properties, its indexes and its pages. nullopt
     // when it cannot be read.

@@ -46,8 +46,8 @@ protected:
         std::swap_ranges(&bytes[at(one)], &bytes[at(one)] + pageSize(), &bytes[at(other)]);
     }
 
-    // As a database does it: the entry's row is marked, and the catalogue states one row less.
-    void deleteEntry(std::string_view name)
+    // Calls `change` with where the row of an entry begins, and where its place stands.
+    template <typename Change> void changeEntry(std::string_view name, const Change& change)
     {
         const auto countAt = isJet3() ? 8 : 12;
         std::string wide;
@@ -60,12 +60,24 @@ protected:
                 const auto entry = page + countAt + 2 + 2 * row;
                 const auto start = number(entry) & 0x1FFF;
                 const auto stored = bytes.substr(page + start, end - start);
-                if (stored.find(name) != stored.npos || stored.find(wide) != stored.npos)
-                    bytes[entry + 1] = static_cast<char>(bytes[entry + 1] | 0xC0);
+                if (stored.find(name) != stored.npos || stored.find(wide) != stored.npos) change(page + start, entry);
                 end = start;
             }
         }
+    }
+    // As a database does it: the entry's row is marked, and the catalogue states one row less.
+    void deleteEntry(std::string_view name)
+    {
+        changeEntry(name,
+            [&](std::size_t, std::size_t place) { bytes[place + 1] = static_cast<char>(bytes[place + 1] | 0xC0); });
         --bytes[at(samples::objectsPage) + (isJet3() ? 12 : 16)];
+    }
+    void setFlags(std::string_view name, std::string_view flags)
+    {
+        constexpr std::size_t flagsAt = 26; // in the fixed part, behind the number of columns
+        changeEntry(name, [&](std::size_t row, std::size_t) {
+            bytes.replace(row + (isJet3() ? 1 : 2) + flagsAt, flags.size(), flags);
+        });
     }
     // The map of the free pages, in the form that holds its bits itself.
     void markFree(std::initializer_list<std::size_t> pages)
@@ -132,6 +144,14 @@ TEST_P(StrayPages, OfATableWithoutEntryAndDefinition)
     deleteEntry("Full");
     clearPage(definition);
     EXPECT_THAT(told(), testing::ElementsAre(page(data) + "A page of rows cannot be read."));
+}
+
+TEST_P(StrayPages, OfATableThatIsHiddenByChance)
+{
+    setFlags("Full", "\xA6\x76\x93\x81");
+    EXPECT_THAT(told(), testing::ElementsAre(page(definition) + "A part of the list of tables cannot be read."));
+    setFlags("Full", "\2\0\0\x80"s); // as people hide tables
+    EXPECT_THAT(told(), testing::ElementsAre());
 }
 
 TEST_P(StrayPages, OfTablesOfTheSystem)
