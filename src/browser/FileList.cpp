@@ -120,23 +120,25 @@ void FileList::sortByLastOpenDate()
 
 void FileList::sortByName() { vellumo::sortByName(m_recentFiles); }
 
-void FileList::lookAt(TAdmMDBFile& file)
+std::optional<FileFacts> FileList::lookAt(TAdmMDBFile& file)
 {
-    if (takeFacts(file, m_facts))
+    const auto facts = takeFacts(file, m_facts);
+    if (facts)
         m_missing.erase(&file);
     else
         m_missing.insert(&file);
+    return facts;
 }
 
-bool takeFacts(TAdmMDBFile& file, const FileFactsSource& source)
+std::optional<FileFacts> takeFacts(TAdmMDBFile& file, const FileFactsSource& source)
 {
     const auto facts = source.facts(file.fullPath());
-    if (!facts) return false;
+    if (!facts) return facts;
     file.setSize(facts->size);
     file.setCreateDate(facts->created);
     file.setModifyDate(facts->modified);
     file.setLastOpenDate(facts->accessed);
-    return true;
+    return facts;
 }
 
 } // namespace vellumo

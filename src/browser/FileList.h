@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -13,8 +14,9 @@
 
 namespace vellumo {
 
-// Takes over size and dates of the file at its path. False when that cannot be looked at; it stays as it is then.
-bool takeFacts(TAdmMDBFile& file, const FileFactsSource& source);
+// Takes over size and dates of the file at its path, and tells them. nullopt when that cannot be looked at; it stays as
+// it is then.
+std::optional<FileFacts> takeFacts(TAdmMDBFile& file, const FileFactsSource& source);
 
 // The files that the user has brought in, open or not, in display order. Closing a file and telling others that it goes
 // is the caller's business.
@@ -67,8 +69,8 @@ public:
     void sortByLastOpenDate();
     void sortByName();
 
-    // Takes fresh facts for an entry.
-    void lookAt(TAdmMDBFile& file);
+    // Takes fresh facts for an entry, and tells them.
+    std::optional<FileFacts> lookAt(TAdmMDBFile& file);
 
 private:
     const FileFactsSource& m_facts;

@@ -10,7 +10,6 @@ Files::Files(MainWindowView& view, const DesktopPorts& desktop, Hooks hooks)
     : m_view(view)
     , m_hooks(std::move(hooks))
     , m_list(desktop.fileFacts)
-    , m_facts(desktop.fileFacts)
     , m_diskLook(desktop.fileFacts, desktop.mainThread,
           [this](const std::string& path, const std::optional<FileFacts>& facts) {
               m_seenFacts[path] = facts;
@@ -95,8 +94,7 @@ void Files::read(const std::shared_ptr<TAdmMDBFile>& file, const Once& once, con
 {
     // Before the first page is read: a change that comes while it is read counts.
     if (!file->active()) {
-        m_list.lookAt(*file);
-        m_readFacts[file.get()] = m_facts.facts(file->fullPath());
+        m_readFacts[file.get()] = m_list.lookAt(*file);
         m_seenFacts.erase(file->fullPath());
         m_diskLook.forgetQuestion();
     }

@@ -90,7 +90,6 @@ private:
     Hooks m_hooks;
     FileList m_list;
     FileList::Files m_dropped;
-    const FileFactsSource& m_facts;
     std::map<const TAdmMDBFile*, std::optional<FileFacts>> m_readFacts; // as they were before a file was read
     std::map<std::string, std::optional<FileFacts>> m_seenFacts;        // as they were seen since, by path
     DiskLook m_diskLook;

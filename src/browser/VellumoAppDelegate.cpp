@@ -407,11 +407,11 @@ void VellumoAppDelegate::OpenTableInNewWindow(TAdmMDBTable& table)
 
 void VellumoAppDelegate::orderDidChange(const DataView& by)
 {
-    m_view.partDidChange(WindowPart::StatusText); // what the rows wait for
     const auto follow = [&by](DataView& view) {
         if (&view != &by && view.table() == by.table()) view.orderDidChange();
     };
     follow(m_dataView);
+    m_view.partDidChange(WindowPart::StatusText); // it says what the rows wait for
     if (!m_childWinManager) return;
     for (const auto& window : m_childWinManager->childWins())
         follow(window->dataView());

@@ -59,6 +59,17 @@ std::string localizedFormat(const char* key, std::initializer_list<FormatArg> ar
     return format(localized(key), args);
 }
 
+namespace {
+
+// The translation says what stands between a number and its tenths.
+std::string withTenths(const char* key, double number)
+{
+    const auto text = fmt::format("{:.1f}", number);
+    return localizedFormat(key, {text.substr(0, text.find('.')), text.substr(text.find('.') + 1)});
+}
+
+} // namespace
+
 std::string formatComputerFileSize(std::uint64_t bytes)
 {
     constexpr double unit = 1.0 / 1024;
@@ -67,8 +78,8 @@ std::string formatComputerFileSize(std::uint64_t bytes)
     const auto kilobytes = static_cast<double>(wholeKilobytes);
     if (kilobytes <= largestShown) return fmt::format("{:.0f} KB", kilobytes);
     const auto megabytes = kilobytes * unit;
-    if (megabytes <= largestShown) return fmt::format("{:.1f} MB", megabytes);
-    return fmt::format("{:.1f} GB", megabytes * unit);
+    return megabytes <= largestShown ? withTenths(messageKey("%@.%@ MB"), megabytes)
+                                     : withTenths(messageKey("%@.%@ GB"), megabytes * unit);
 }
 
 std::size_t toHex(char* out, std::size_t outCapacity, const std::uint8_t* in, std::size_t count)

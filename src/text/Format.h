@@ -49,8 +49,8 @@ private:
 // The same for a key of the message table.
 [[nodiscard]] std::string localizedFormat(const char* key, std::initializer_list<FormatArg> args);
 
-// A file size for people: "12 KB", "1.5 MB", "2.0 GB". Units are binary and kilobytes are rounded up, so that a file
-// that is not empty never shows 0 KB.
+// A file size for people: "12 KB", "1.5 MB", "2.0 GB", with the decimal symbol of their language. Units are binary and
+// kilobytes are rounded up, so that a file that is not empty never shows 0 KB.
 [[nodiscard]] std::string formatComputerFileSize(std::uint64_t bytes);
 
 // Writes the lower-case hexadecimal text of `count` bytes at `in` to `out`, high digit first, without a terminator,

@@ -80,6 +80,34 @@ TEST(Files, AFileInUseStaysWhateverTheDocumentsSay)
     EXPECT_TRUE(kept.expired());
 }
 
+class CountedFacts : public FakeFileFacts {
+public:
+    std::optional<FileFacts> facts(const std::string& path) const override
+    {
+        ++questions;
+        return FakeFileFacts::facts(path);
+    }
+    mutable int questions = 0;
+};
+
+TEST(Files, DiskIsAskedOnceForAFileThatIsOpened)
+{
+    FakeWindow window;
+    FakeDesktop<CountedFacts> desktop;
+    Files files(window, desktop.ports,
+        {[](TAdmMDBFile&) {}, [](TAdmMDBFile&) {}, [](const TAdmMDBFile&) { return false; },
+            [](const TAdmMDBFile&) { return OpenOptions(); }});
+    files.reconcile({"/d/F.mdb"});
+    desktop.fileFacts.byPath["/d/F.mdb"] = {7, {}, {}, {}};
+    auto& file = *files.list().recentFiles().front();
+    desktop.fileFacts.questions = 0;
+    bool isDone = false;
+    files.open(file, [&](TAdmMDBFile&, OpenResult) { isDone = true; });
+    desktop.mainThread.runUntil([&] { return isDone; });
+    EXPECT_EQ(desktop.fileFacts.questions, 1);
+    EXPECT_EQ(file.size(), 7U);
+}
+
 // Does not answer until it is told to, as a file system that is gone.
 class SlowFacts : public FileFactsSource {
 public:

@@ -351,6 +351,10 @@ TEST_F(Program, ValuesDoNotDependOnTheEnvironment)
     ASSERT_TRUE(samples::cutFile(m_out.path("jet3.mdb"), std::filesystem::file_size(m_out.path("jet3.mdb")) - 100));
     EXPECT_EQ(run(json, "", speakGerman).out, run(json).out);
     EXPECT_THAT(run(json).out, HasSubstr("\"text\": \"The file ends early"));
+    std::filesystem::resize_file(m_out.path("jet3.mdb"), 3 << 19);
+    EXPECT_THAT(run({info[0], info[1]}, "", speakGerman).out, HasSubstr("1,5 MB"));
+    const std::vector<std::string> fileJson = {"info", m_out.path("jet3.mdb"), "--json"};
+    EXPECT_EQ(run(fileJson, "", speakGerman).out, run(fileJson).out);
 }
 
 TEST_F(Program, ChecksAFile)

@@ -2,6 +2,7 @@
 #include "Program.h"
 
 #include "desktop/QtText.h"
+#include "desktop/window/WindowLayout.h"
 
 #include <QDialog>
 #include <QLabel>
@@ -345,6 +346,24 @@ TEST_F(MainWindowTest, remembersViewsAndFilesForTheNextStart)
     EXPECT_FALSE(m_program.find<QWidget>("InfoView_File").isVisible());
     EXPECT_TRUE(m_program.find<QWidget>("bottomTextView").isVisible());
     EXPECT_NE(m_program.menuItem("Show Information View"), nullptr);
+}
+
+TEST(WindowLayout, windowComesBackWithinItsScreen)
+{
+    QWidget window; // where and as large as it was on another screen
+    const auto room = window.screen()->availableGeometry();
+    for (const auto& place : {room.adjusted(60, 40, 300, 200), room.translated(-500, room.height() - 40),
+             QRect(room.left() - 50, room.top() - 50, 300, 200), QRect(room.right(), room.bottom(), 300, 200)}) {
+        window.setGeometry(place);
+        boundToScreen(window);
+        EXPECT_TRUE(room.contains(window.geometry())) << place.width();
+        EXPECT_GT(window.geometry().top(), room.top()) << "for the title bar";
+        EXPECT_EQ(window.width(), std::min(place.width(), room.width()));
+    }
+    const QRect fitting(room.left() + 40, room.top() + 60, 300, 200);
+    window.setGeometry(fitting);
+    boundToScreen(window);
+    EXPECT_EQ(window.geometry(), fitting);
 }
 
 TEST_F(MainWindowTest, keepsFilesThatComeWhileAnExportDialogIsOpen)

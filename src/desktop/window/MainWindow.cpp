@@ -211,7 +211,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
 void MainWindow::restoreState()
 {
     // What was never stored leaves everything as it is.
-    restoreGeometry(storedLayout(m_defaults, geometryKey));
+    if (restoreGeometry(storedLayout(m_defaults, geometryKey))) boundToScreen(*this);
     m_columns->restoreState(storedLayout(m_defaults, columnsKey));
     m_leftColumn->restoreState(storedLayout(m_defaults, leftColumnKey));
     m_dataView->restoreLayout(m_defaults.string(dataViewKey).value_or(""));

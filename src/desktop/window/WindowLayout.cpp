@@ -3,8 +3,11 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QScreen>
+#include <QStyle>
 #include <QWidget>
 
+#include <algorithm>
 #include <utility>
 
 namespace vellumo {
@@ -17,6 +20,18 @@ QByteArray storedLayout(const Defaults& defaults, std::string_view key)
 void storeLayout(Defaults& defaults, std::string_view key, const QByteArray& state)
 {
     defaults.setString(key, state.toBase64().toStdString());
+}
+
+void boundToScreen(QWidget& window)
+{
+    if (window.isMaximized() || window.isFullScreen()) return; // the desktop sees to it
+    const auto titleBar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    const auto room = window.screen()->availableGeometry().adjusted(0, titleBar, 0, 0);
+    auto place = window.geometry();
+    place.setSize(place.size().boundedTo(room.size()));
+    place.moveLeft(std::clamp(place.left(), room.left(), room.left() + room.width() - place.width()));
+    place.moveTop(std::clamp(place.top(), room.top(), room.top() + room.height() - place.height()));
+    if (place != window.geometry()) window.setGeometry(place);
 }
 
 namespace {
