@@ -209,6 +209,25 @@ TEST_F(XbelRecentDocumentsTest, KeepsForThisRunWhatMayNotBeWritten)
     }
 }
 
+// In a process of its own: the settings' descriptions are read once.
+TEST_F(XbelRecentDocumentsTest, AGnomeDesktopThatRemembersNothingIsHeard)
+{
+    folder.write("privacy.gschema.xml",
+        R"(<schemalist><schema id="org.gnome.desktop.privacy" path="/org/gnome/desktop/privacy/">
+           <key name="remember-recent-files" type="b"><default>false</default></key></schema></schemalist>)");
+    if (std::system(("glib-compile-schemas '" + folder.path() + "'").c_str()) != 0)
+        GTEST_SKIP() << "there is no schema compiler";
+    const auto child = ::fork();
+    if (child == 0) {
+        ::setenv("GSETTINGS_SCHEMA_DIR", folder.path().c_str(), 1);
+        ::setenv("GSETTINGS_BACKEND", "memory", 1);
+        std::_Exit(userRecentFilesPolicy().remembers ? 1 : 0);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+}
+
 TEST_F(XbelRecentDocumentsTest, DoesNotWriteWhileAnotherProgramHoldsTheLock)
 {
     XbelRecentDocuments documents(settings());

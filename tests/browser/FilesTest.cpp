@@ -53,6 +53,17 @@ TEST(Selection, FindsWhatItNamesAndNothingThatHasGone)
     EXPECT_EQ(selection.item(), TreeItem());
 }
 
+TEST(FileList, TellsFilesOfOneNameApart)
+{
+    FakeFileFacts facts;
+    FileList list(facts);
+    const auto& first = list.createNewMDBFile("/d/F.mdb", false);
+    const auto& second = list.createNewMDBFile("/e/F.mdb", false);
+    EXPECT_EQ(list.findByFolderAndName("/d/F.accdb"), &first);
+    EXPECT_EQ(list.findByFolderAndName("/e/F.mdb"), &second);
+    EXPECT_EQ(list.findByFolderAndName("/f/F.mdb"), nullptr);
+}
+
 TEST(Files, AFileInUseStaysWhateverTheDocumentsSay)
 {
     FakeWindow window;

@@ -37,5 +37,11 @@ TEST(SearchHits, AreThePartsForWhichATextIsFound)
     }
 }
 
+TEST(SearchHits, TheRuleIsNamed)
+{
+    EXPECT_EQ(searchRuleText({"a", SearchOption::EndsWith, true}), "Ends With, ignore case");
+    EXPECT_EQ(searchRuleText({"a", SearchOption::Contains, false}), "Contains, match case");
+}
+
 } // namespace
 } // namespace vellumo

@@ -117,6 +117,8 @@ TEST(ClassicFindings, TellWhatIsLostAndNothingElse)
             "T.C: 1 date loses its seconds."},
         {"XLS", to(XLS), "DateTime", "01/01/2000 10:00:30", null, asText},
         {"XLS", to(XLS), "Boolean", "1", null, asText},
+        {"CSV", to(CSV), "DateTime", noted("01/01/2000 10:00:30", 250), "01/01/2000 10:00:30",
+            "T.C: 1 date loses its fraction of a second."},
         {"XLS", to(XLS), "BigInt", "9007199254740993", null, asText},
         {"MySQL", to(SQL), "Attachment", files, plain,
             "T.C: Of a cell with several files the first is written, 1 is left out."},

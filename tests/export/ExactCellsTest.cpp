@@ -49,6 +49,24 @@ TEST(ExactCells, TellNullEmptyAndUnreadableApart)
     }
 }
 
+TEST(ExactCells, ANoteConcernsItsRowAlone)
+{
+    RowGroupBuilder rows({CellKind::Text});
+    for (const std::string_view text : {"01/01/2000 00:00:00", "\uFFFD", "", "01/02/2000 00:00:00"}) {
+        rows.text(0).append(text);
+        if (text.starts_with("01/01")) rows.text(0).note(250);
+        rows.text(0).endText();
+        rows.endRow();
+    }
+    const auto group = rows.take();
+    ExactCells cells(ColumnType::DateTime, group, 0);
+    EXPECT_EQ(cells.at(0).milliseconds, 250);
+    EXPECT_EQ(cells.at(1).state, ExactState::Unreadable);
+    EXPECT_EQ(cells.at(2).state, ExactState::Null);
+    EXPECT_EQ(cells.at(3).state, ExactState::Value);
+    EXPECT_EQ(cells.at(3).milliseconds, 0);
+}
+
 TEST(ExactCells, DatesHaveTheirMilliseconds)
 {
     const struct {

@@ -144,7 +144,7 @@ TEST(ExportWizard, SingleFileAndPath)
     }
 }
 
-TEST(ExportWizard, TheDelimiterOfATextFileLeavesTheDecimalSymbol)
+TEST(ExportWizard, ADecimalSymbolOutlivesTheDelimiterAndNotTheExactStyle)
 {
     ExportDesktop desktop;
     const auto file = shop();
@@ -152,6 +152,10 @@ TEST(ExportWizard, TheDelimiterOfATextFileLeavesTheDecimalSymbol)
     wizard.controls().fieldDelimiterPopup.selectedTag = 1;
     wizard.changeFieldDelimiter();
     EXPECT_EQ(wizard.controls().decimalSymbolTextField.value, ".");
+    wizard.controls().decimalSymbolTextField.value = ",";
+    wizard.controls().exactCheckBox.value = true;
+    wizard.changeExact();
+    EXPECT_EQ(wizard.controls().decimalSymbolTextField.value, ".") << "exact numbers have a point";
 }
 
 TEST(ExportWizard, OkRemembersAFolderButNotAFile)
