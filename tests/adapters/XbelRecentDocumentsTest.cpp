@@ -3,6 +3,7 @@
 
 #include "adapters/Files.h"
 #include "adapters/LockFile.h"
+#include "platform/DatabasePath.h"
 #include "support/TempFolder.h"
 
 #include <functional>
@@ -114,6 +115,8 @@ TEST_F(XbelRecentDocumentsTest, FindsTheFileOfAPathWithoutExtension)
         documents.note(folder.path(noted));
         EXPECT_THAT(documents.paths(), ElementsAre(folder.path(listed))) << noted;
     }
+    EXPECT_EQ(completedDatabasePath(folder.path("One")), folder.path("One.MDB"));
+    EXPECT_EQ(completedDatabasePath(folder.path("Both.")), folder.path("Both.")) << "either may be meant";
     // One that was noted before the file was there.
     documents.clear();
     documents.note(folder.path("Later."));

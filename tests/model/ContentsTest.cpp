@@ -171,6 +171,11 @@ TEST(Contents, AreReadFromTheSystemTables)
                               {.name = "Form B", .type = -32768}, {.name = "form a", .type = -32768},
                               {.name = "Module", .type = -32761}, {.name = "Macro", .type = -32766},
                               {.name = "File", .type = 6, .database = "c:\\x.mdb", .foreignName = "T"},
+                              {.name = "Locked",
+                                  .type = 6,
+                                  .database = "c:\\y.mdb",
+                                  .connect = "PWD=geheim",
+                                  .foreignName = "T"},
                               {.name = "Sheet",
                                   .type = 6,
                                   .database = "c:\\x.xls",
@@ -188,6 +193,7 @@ TEST(Contents, AreReadFromTheSystemTables)
         EXPECT_EQ(file.tables().size(), 1U);
         EXPECT_EQ(listed(file.contents()),
             "Q1=select: SELECT b, a\nFROM [T x];\nq2=select: SELECT b, a\nFROM [T x];\nFile=Access: T in c:\\x.mdb\n"
+            "Locked=Access: T in PWD=***;DATABASE=c:\\y.mdb\n"
             "Server=ODBC: dbo.S in DSN=x;PWD=*** ID*=Long Integer Name=Text\n"
             "Sheet=Excel 12.0: Sheet1$ in Excel 12.0;HDR=YES;PWD=***;DATABASE=c:\\x.xls\n"
             "form a=form 2023-03-15T12:00:00\nForm B=form 2023-03-15T12:00:00\n"
