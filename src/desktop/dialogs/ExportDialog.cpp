@@ -121,6 +121,7 @@ void ExportDialog::setUpTableList()
     auto* view = m_ui->tableSelectionTableView;
     view->setModel(m_tables);
     auto* header = view->horizontalHeader();
+    header->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter); // as what stands below
     header->setSectionResizeMode(ExportTableModel::Selected, QHeaderView::ResizeToContents);
     header->setSectionResizeMode(ExportTableModel::TableName, QHeaderView::Stretch);
     header->setSectionResizeMode(ExportTableModel::FileName, QHeaderView::Stretch);
