@@ -25,7 +25,7 @@ struct ColumnLayout {
 class ColumnLayouts {
 public:
     static constexpr const char* defaultsKey = "columnLayouts";
-    static constexpr std::size_t mostBytes = 64 * 1024;
+    static constexpr std::size_t mostBytes = std::size_t{64} * 1024;
 
     // `defaults` outlives the layouts.
     explicit ColumnLayouts(Defaults& defaults)

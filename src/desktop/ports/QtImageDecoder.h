@@ -30,7 +30,7 @@ inline std::shared_ptr<const Image> imageFrom(const QImage& picture)
 // Borrows the pixels: the image must outlive the result and its copies.
 inline QImage borrowedQImage(const Image& image)
 {
-    return {image.rgba.data(), image.width, image.height, image.width * 4, QImage::Format_RGBA8888};
+    return {image.rgba.data(), image.width, image.height, qsizetype{4} * image.width, QImage::Format_RGBA8888};
 }
 
 // PNG, JPEG, GIF, BMP, TIFF and ICO, told apart by their content alone. Neither a picture above 256 MiB of pixels nor a
