@@ -84,7 +84,7 @@ std::string ExportJob::outputPath(const ExportEntry& entry) const
 
 std::string ExportJob::singleFilePath() const { return unlessSource(m_options.path); }
 
-std::string ExportJob::unlessSource(std::string path) const { return isSource(path) ? std::string() : path; }
+std::string ExportJob::unlessSource(const std::string& path) const { return isSource(path) ? std::string() : path; }
 
 bool ExportJob::isSource(const std::string& path) const { return isDatabase(path, m_file.fullPath()); }
 

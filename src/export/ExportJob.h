@@ -114,7 +114,7 @@ private:
     [[nodiscard]] ExportCause causeAt(std::string path, int systemError) const;
     [[nodiscard]] const ExportEntry* findEntry(std::string_view tableName) const;
     [[nodiscard]] bool isSource(const std::string& path) const;
-    [[nodiscard]] std::string unlessSource(std::string path) const;
+    [[nodiscard]] std::string unlessSource(const std::string& path) const;
 
     const TAdmMDBFile& m_file;
     std::vector<ExportEntry> m_entries;

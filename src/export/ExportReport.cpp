@@ -81,7 +81,7 @@ std::size_t ExportReport::doneCount() const
 
 std::string failureText(const ExportFailure& failure)
 {
-    const auto reason = failure.reason.text();
+    auto reason = failure.reason.text();
     switch (failure.kind) {
     case ExportFailure::Kind::Table: return format("<%@> %@: %@", {failure.table, localized("Failed"), reason});
     case ExportFailure::Kind::Step: return format("%@: %@", {localized("Failed"), reason});
