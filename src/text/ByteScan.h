@@ -12,7 +12,7 @@ namespace vellumo {
 // So many bytes, which are compared in one step.
 template <std::size_t Length> using ByteBlock __attribute__((vector_size(Length))) = std::uint8_t;
 
-// Of at least that many bytes. The last block may have some of the one before in it.
+// Of at least that many bytes, 8 or 16. The last block may have some of the one before in it.
 template <std::size_t Length, typename IsOne> [[nodiscard]] bool hasByteInBlocks(std::string_view bytes, IsOne isOne)
 {
     const auto isIn = [&](const char* start) {
@@ -21,6 +21,7 @@ template <std::size_t Length, typename IsOne> [[nodiscard]] bool hasByteInBlocks
         const auto found = isOne(block);
         std::uint64_t words[Length / sizeof(std::uint64_t)];
         std::memcpy(words, &found, Length);
+        static_assert(std::size(words) <= 2, "those between the first and the last would be passed over");
         return (words[0] | words[std::size(words) - 1]) != 0;
     };
     for (; bytes.size() > Length; bytes.remove_prefix(Length))
