@@ -101,9 +101,10 @@ endfunction()
 # vellumo_harness(<target>)
 #
 # A target of tests alone. It is not optimised: that would take longer than it ever runs. All of them are of one kind of
-# code (the one that Qt wants), so that what is compiled ahead serves them all.
+# code (the one that Qt wants), so that what is compiled ahead serves them all. Its sources, which share few headers that
+# are not compiled ahead and many names of helpers, are compiled one by one.
 function(vellumo_harness target)
-    set_target_properties(${target} PROPERTIES VELLUMO_IS_HARNESS ON)
+    set_target_properties(${target} PROPERTIES VELLUMO_IS_HARNESS ON UNITY_BUILD OFF)
     target_compile_options(${target} PRIVATE -O0 -fPIC)
 endfunction()
 

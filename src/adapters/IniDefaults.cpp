@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "adapters/IniDefaults.h"
 
+#include "adapters/GlibOwned.h"
 #include "adapters/LockFile.h"
 #include "adapters/PrivateFile.h"
 
@@ -15,11 +16,6 @@ constexpr const char* group = "General";
 constexpr const char* versionKey = "version";
 constexpr int version = 1;
 constexpr std::chrono::milliseconds lockPatience{1000};
-
-struct Free {
-    void operator()(char* text) const { g_free(text); }
-};
-using GlibText = std::unique_ptr<char, Free>;
 
 } // namespace
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "adapters/PrivateFile.h"
 
+#include "adapters/GlibOwned.h"
+
 #include <filesystem>
 #include <glib.h>
 #include <glib/gstdio.h>
-#include <memory>
 
 namespace vellumo {
 
@@ -13,7 +14,7 @@ std::optional<std::string> readSmallFile(const std::string& path)
     char* text = nullptr;
     gsize length = 0;
     if (g_file_get_contents(path.c_str(), &text, &length, nullptr) == FALSE) return std::nullopt;
-    const std::unique_ptr<char, decltype(&g_free)> owner(text, g_free);
+    const GlibText owner(text);
     return std::string(text, length);
 }
 

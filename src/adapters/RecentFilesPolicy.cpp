@@ -1,29 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "adapters/RecentFilesPolicy.h"
 
+#include "adapters/GlibOwned.h"
+
 #include <fmt/format.h>
 #include <gio/gio.h>
-#include <memory>
 
 namespace vellumo {
 
 namespace {
-
-template <auto release> struct Release {
-    template <typename T> void operator()(T* object) const { release(object); }
-};
 
 bool gnomeRemembers()
 {
     // Asking for a schema or a key that is not installed would end the program.
     auto* source = g_settings_schema_source_get_default();
     if (source == nullptr) return true;
-    const std::unique_ptr<GSettingsSchema, Release<g_settings_schema_unref>> schema(
+    const GlibOwned<GSettingsSchema, g_settings_schema_unref> schema(
         g_settings_schema_source_lookup(source, "org.gnome.desktop.privacy", TRUE));
     constexpr const char* key = "remember-recent-files";
     if (!schema || g_settings_schema_has_key(schema.get(), key) == FALSE) return true;
-    const std::unique_ptr<GSettings, Release<g_object_unref>> settings(
-        g_settings_new_full(schema.get(), nullptr, nullptr));
+    const GlibOwned<GSettings, g_object_unref> settings(g_settings_new_full(schema.get(), nullptr, nullptr));
     return g_settings_get_boolean(settings.get(), key) != FALSE;
 }
 
@@ -41,7 +37,7 @@ bool kdeSwitch(GKeyFile* file, const char* key, bool whenMissing)
 RecentFilesPolicy readRecentFilesPolicy(const std::string& kdeGlobalsPath)
 {
     RecentFilesPolicy policy;
-    const std::unique_ptr<GKeyFile, Release<g_key_file_free>> file(g_key_file_new());
+    const GlibOwned<GKeyFile, g_key_file_free> file(g_key_file_new());
     // A file that is missing or damaged says nothing.
     g_key_file_load_from_file(file.get(), kdeGlobalsPath.c_str(), G_KEY_FILE_NONE, nullptr);
     policy.remembers = kdeSwitch(file.get(), "UseRecent", true);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "adapters/XbelRecentDocuments.h"
 
+#include "adapters/GlibOwned.h"
 #include "adapters/LockFile.h"
 #include "adapters/PrivateFile.h"
 #include "platform/DatabasePath.h"
@@ -114,12 +115,7 @@ namespace {
 constexpr const char* mimeType = "application/vnd.ms-access";
 constexpr const char* documentGroup = "Database"; // one of the groups that KDE's programs know
 
-template <auto release> struct Release {
-    template <typename T> void operator()(T* object) const { release(object); }
-};
-using Bookmarks = std::unique_ptr<GBookmarkFile, Release<g_bookmark_file_free>>;
-using GlibText = std::unique_ptr<char, Release<g_free>>;
-using GlibTexts = std::unique_ptr<char*, Release<g_strfreev>>;
+using Bookmarks = GlibOwned<GBookmarkFile, g_bookmark_file_free>;
 
 // Null when the library does not take the text as it is.
 Bookmarks parse(std::string_view text)

@@ -87,15 +87,15 @@ constexpr std::size_t zlibHeaderSize = 2;
 constexpr std::size_t extensionOffset = 12;
 enum : std::uint32_t { plain = 0, packed = 1 };
 
-struct Content {
+struct AttachedContent {
     Unpacked unpacked{};
     Bytes bytes{};
     bool isWhole = false; // as long as it should be
 };
 
-Content packedContent(Bytes stream, std::size_t length, UnpackBudget& budget)
+AttachedContent packedContent(Bytes stream, std::size_t length, UnpackBudget& budget)
 {
-    Content content;
+    AttachedContent content;
     const auto deflated = stream.subspan(std::min(zlibHeaderSize, stream.size()));
     content.unpacked = unpack({std::min(length, deflated.size() * limits::bestDeflateRatio), deflated}, budget);
     content.bytes = content.unpacked.record;
@@ -103,15 +103,15 @@ Content packedContent(Bytes stream, std::size_t length, UnpackBudget& budget)
     return content;
 }
 
-Content plainContent(Bytes stored, std::size_t length)
+AttachedContent plainContent(Bytes stored, std::size_t length)
 {
-    Content content;
+    AttachedContent content;
     content.bytes = stored.first(std::min(length, stored.size()));
     content.isWhole = content.bytes.size() == length;
     return content;
 }
 
-std::optional<Content> contentOf(Bytes stored, UnpackBudget& budget)
+std::optional<AttachedContent> contentOf(Bytes stored, UnpackBudget& budget)
 {
     if (stored.size() < headerSize) return std::nullopt;
     const std::size_t length = u32At(stored, 4);

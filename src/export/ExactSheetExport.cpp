@@ -16,7 +16,7 @@ namespace vellumo {
 
 namespace {
 
-using Kind = SheetValue::Kind;
+using CellKind = SheetValue::Kind;
 using xlsx::ColumnLayout;
 
 // A workbook that rows go to, from the top, each from the left.
@@ -72,10 +72,10 @@ bool XlsxBook::add(std::size_t column, const SheetValue& value)
 {
     auto& cells = m_workbook->cells();
     switch (value.kind) {
-    case Kind::Blank: return false;
-    case Kind::Boolean: return cells.addBoolean(column, value.text == "1"), false;
-    case Kind::Text: return cells.addText(column, value.text);
-    case Kind::Number: break;
+    case CellKind::Blank: return false;
+    case CellKind::Boolean: return cells.addBoolean(column, value.text == "1"), false;
+    case CellKind::Text: return cells.addText(column, value.text);
+    case CellKind::Number: break;
     }
     if (!value.text.empty()) return cells.addNumber(column, value.text, value.format), false;
     char digits[32];
@@ -127,7 +127,7 @@ bool XlsBook::addSheet(std::string_view name, std::span<const ColumnLayout> colu
     }
     if (!hasHeader) return true;
     for (std::size_t c = 0; c < columns.size(); ++c)
-        add(c, {Kind::Text, CellFormat::General, columns[c].title, 0, true});
+        add(c, {CellKind::Text, CellFormat::General, columns[c].title, 0, true});
     endRow();
     return true;
 }
@@ -142,12 +142,12 @@ bool XlsBook::add(std::size_t column, const SheetValue& value)
 biff8::CellStatus XlsBook::put(std::uint16_t row, std::uint16_t column, const SheetValue& value)
 {
     switch (value.kind) {
-    case Kind::Blank: return biff8::CellStatus::Ok;
-    case Kind::Boolean: return m_workbook.setBoolean(row, column, value.text == "1");
-    case Kind::Text:
+    case CellKind::Blank: return biff8::CellStatus::Ok;
+    case CellKind::Boolean: return m_workbook.setBoolean(row, column, value.text == "1");
+    case CellKind::Text:
         return value.isTemporary ? m_workbook.setOwnText(row, column, std::string(value.text))
                                  : m_workbook.setText(row, column, value.text);
-    case Kind::Number: break;
+    case CellKind::Number: break;
     }
     auto number = value.number;
     std::from_chars(value.text.data(), value.text.data() + value.text.size(), number);

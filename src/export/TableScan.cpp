@@ -46,7 +46,9 @@ std::uint8_t classesOf(std::string_view text)
     return classes;
 }
 
-constexpr auto isControl = [](auto byte) { return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r'); };
+constexpr auto isControlByte = [](auto byte) {
+    return (byte < 0x20) & (byte != '\t') & (byte != '\n') & (byte != '\r');
+};
 constexpr auto isLetter = [](auto byte) { return byte >= 'A'; };
 
 // Whether some text among these bytes has one of the traits that a byte tells.
@@ -58,7 +60,7 @@ bool mayHave(std::string_view bytes, CellTraits traits)
     };
     return holds(Backslash, "\\") || holds(CarriageReturn, "\r") || holds(Markup, "&<")
         || ((traits & bitOf(OtherLetters)) != 0 && !isAscii(bytes))
-        || ((traits & bitOf(Control)) != 0 && hasByte(bytes, isControl));
+        || ((traits & bitOf(Control)) != 0 && hasByte(bytes, isControlByte));
 }
 
 std::size_t utf16Units(std::string_view text)

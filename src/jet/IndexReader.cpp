@@ -17,14 +17,14 @@ namespace vellumo::jet {
 
 namespace {
 
-struct Layout {
+struct EntryLayout {
     std::size_t tailPage;
     std::size_t prefixLength;
     std::size_t bitmap;
     std::size_t entries;
 };
-constexpr Layout jet3{16, 20, 22, 248};
-constexpr Layout jet4{20, 24, 27, 480};
+constexpr EntryLayout jet3Entries{16, 20, 22, 248};
+constexpr EntryLayout jet4Entries{20, 24, 27, 480};
 
 constexpr std::size_t pointerSize = 4;
 
@@ -38,7 +38,7 @@ public:
     Walk(Pages& pages, std::uint32_t definitionPage)
         : m_pages(pages)
         , m_definitionPage(definitionPage)
-        , m_layout(pages.format().isJet3 ? jet3 : jet4)
+        , m_layout(pages.format().isJet3 ? jet3Entries : jet4Entries)
     {
     }
 
@@ -95,7 +95,7 @@ private:
 
     Pages& m_pages;
     std::uint32_t m_definitionPage;
-    const Layout& m_layout;
+    const EntryLayout& m_layout;
     PageBuffer m_buffer;
     std::vector<std::uint8_t> m_entry;
     std::vector<std::uint32_t> m_open;

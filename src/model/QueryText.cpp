@@ -36,15 +36,10 @@ constexpr int appendedValues = 0x8000;
 // In a crosstab query the flag of a column tells what it is for.
 enum CrosstabUse { Transformed, Pivoted, Listed };
 
-bool isNameByte(unsigned char c)
-{
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c >= 0x80;
-}
-
 // One part of a name; one that has brackets keeps them.
 std::string bracketedPart(std::string_view part)
 {
-    const bool isPlain = std::ranges::all_of(part, [](char c) { return isNameByte(static_cast<unsigned char>(c)); });
+    const bool isPlain = std::ranges::all_of(part, isNameByte);
     return isPlain || part == "*" || part.starts_with('[') ? std::string(part) : '[' + std::string(part) + ']';
 }
 

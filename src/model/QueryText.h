@@ -27,6 +27,14 @@ struct QueryText {
     bool isWhole = true; // false: a part is missing or makes no sense; `sql` has what the others say
 };
 
+// Of what a name in the text of a query may consist without brackets.
+[[nodiscard]] constexpr bool isNameByte(char c)
+{
+    const auto letter = static_cast<unsigned char>(c | 0x20);
+    const auto byte = static_cast<unsigned char>(c);
+    return (letter >= 'a' && letter <= 'z') || (byte >= '0' && byte <= '9') || byte == '_' || byte >= 0x80;
+}
+
 // Parts in any order. `catalogFlags` are those of the query's entry in the catalogue, which tell the kind again.
 [[nodiscard]] QueryText queryText(std::vector<QueryPart> parts, std::uint32_t catalogFlags);
 

@@ -17,8 +17,6 @@ std::string_view withoutBlanks(std::string_view text)
     return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
-bool isSameName(std::string_view left, std::string_view right) { return foldCase(left) == foldCase(right); }
-
 // Far beyond what anybody chooses from; queries over queries would multiply.
 constexpr int mostLevels = 16;
 constexpr std::size_t mostTables = 64;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "model/SelectStatement.h"
 
+#include "model/QueryText.h"
 #include "text/CaseFold.h"
 
 #include <algorithm>
@@ -10,8 +11,6 @@ namespace vellumo {
 namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
-
-bool isSameName(std::string_view left, std::string_view right) { return foldCase(left) == foldCase(right); }
 
 // Takes a text in quotes off the front; a quote inside stands twice.
 std::string takeQuoted(std::string_view& text)
@@ -75,13 +74,6 @@ private:
     std::string_view m_rest;
     Token m_next;
 };
-
-bool isNameByte(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte == '_'
-        || byte >= 0x80;
-}
 
 void Tokens::advance()
 {

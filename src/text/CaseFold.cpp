@@ -192,4 +192,6 @@ std::string foldCase(std::string_view text)
     return folded;
 }
 
+bool isSameName(std::string_view left, std::string_view right) { return foldCase(left) == foldCase(right); }
+
 } // namespace vellumo

@@ -12,6 +12,9 @@ namespace vellumo {
 
 [[nodiscard]] std::string foldCase(std::string_view text);
 
+// They differ in letter case alone, as the names of Access are compared.
+[[nodiscard]] bool isSameName(std::string_view left, std::string_view right);
+
 // In lower case, in which texts keep more of their differences: "ß" is not "ss".
 [[nodiscard]] std::string lowerCase(std::string_view text);
 

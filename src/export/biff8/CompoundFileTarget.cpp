@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/biff8/CompoundFileTarget.h"
 
+#include "export/files/GObjectRef.h"
 #include "export/files/Replacement.h"
 
 #include <cerrno>
@@ -9,11 +10,6 @@
 namespace vellumo::biff8 {
 
 namespace {
-
-struct Unref {
-    void operator()(void* object) const { g_object_unref(object); }
-};
-template <typename T> using Ref = std::unique_ptr<T, Unref>;
 
 // What readers recognise an Excel workbook by.
 constexpr guint8 workbookClassId[16] = {
@@ -24,9 +20,9 @@ constexpr guint8 workbookClassId[16] = {
 // The file, the storage in it, the stream in that. Closing the storage closes the file.
 struct CompoundFileTarget::Outputs {
     std::unique_ptr<Replacement> replacement;
-    Ref<GsfOutput> file;
-    Ref<GsfOutfile> storage;
-    Ref<GsfOutput> stream;
+    GObjectRef<GsfOutput> file;
+    GObjectRef<GsfOutfile> storage;
+    GObjectRef<GsfOutput> stream;
 
     // The library keeps an error of the file (a full disk, for example) to itself until it is asked.
     [[nodiscard]] bool isSound() const { return gsf_output_error(file.get()) == nullptr; }

@@ -163,7 +163,7 @@ void StringTable::truncate(std::uint32_t count, std::uint64_t size)
 
 namespace {
 
-constexpr std::size_t headerSize = 4;
+constexpr std::size_t recordHeaderSize = 4;
 constexpr std::uint16_t sharedStringsId = 0x00FC;
 constexpr std::uint16_t continueId = 0x003C;
 
@@ -177,7 +177,7 @@ public:
         : m_out(out)
         , m_perBucket(std::max<std::uint32_t>(stringCount / 128 + 1, 8))
     {
-        m_record.reserve(headerSize + maximumRecordData);
+        m_record.reserve(recordHeaderSize + maximumRecordData);
         begin(sharedStringsId);
     }
 
@@ -196,7 +196,7 @@ private:
     void beginString(std::size_t units, bool isWide, std::size_t firstCharacterSize);
     void addNarrow(std::string_view characters);
     void addWide(std::u16string_view units);
-    [[nodiscard]] std::size_t room() const { return headerSize + maximumRecordData - m_record.size(); }
+    [[nodiscard]] std::size_t room() const { return recordHeaderSize + maximumRecordData - m_record.size(); }
 
     RecordStream& m_out;
     std::uint32_t m_perBucket; // strings for each entry of the index
@@ -209,7 +209,7 @@ void StringRecords::begin(std::uint16_t id) { appendRecord(m_record, id); }
 
 void StringRecords::endRecord()
 {
-    const auto size = static_cast<std::uint16_t>(m_record.size() - headerSize);
+    const auto size = static_cast<std::uint16_t>(m_record.size() - recordHeaderSize);
     std::memcpy(m_record.data() + 2, &size, sizeof size);
     m_out.write(m_record);
     m_record.clear();

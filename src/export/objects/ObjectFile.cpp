@@ -22,7 +22,7 @@ constexpr std::size_t longestPart = 120; // bytes
 std::string_view stem(std::string_view name, std::string_view extension)
 {
     const auto dot = name.rfind('.');
-    const bool isSame = dot != std::string_view::npos && foldCase(name.substr(dot + 1)) == foldCase(extension);
+    const bool isSame = dot != std::string_view::npos && isSameName(name.substr(dot + 1), extension);
     return isSame ? name.substr(0, dot) : name;
 }
 

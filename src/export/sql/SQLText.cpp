@@ -54,14 +54,14 @@ std::string encodeSqlBlobValue(std::span<const std::byte> bytes)
 
 namespace {
 
-constexpr std::string_view form = "dd/dd/dddd dd:dd:dd"; // d: any digit
+constexpr std::string_view dateForm = "dd/dd/dddd dd:dd:dd"; // d: any digit
 
 bool hasForm(std::string_view cell)
 {
-    if (cell.size() != form.size()) return false;
-    for (std::size_t i = 0; i < form.size(); ++i) {
+    if (cell.size() != dateForm.size()) return false;
+    for (std::size_t i = 0; i < dateForm.size(); ++i) {
         const bool isDigit = cell[i] >= '0' && cell[i] <= '9';
-        if (form[i] == 'd' ? !isDigit : cell[i] != form[i]) return false;
+        if (dateForm[i] == 'd' ? !isDigit : cell[i] != dateForm[i]) return false;
     }
     return true;
 }

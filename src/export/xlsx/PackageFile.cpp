@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/xlsx/PackageFile.h"
 
+#include "export/files/GObjectRef.h"
 #include "export/files/Replacement.h"
 
 #include <cerrno>
@@ -11,11 +12,6 @@ namespace vellumo::xlsx {
 
 namespace {
 
-struct Unref {
-    void operator()(void* object) const { g_object_unref(object); }
-};
-template <typename T> using Ref = std::unique_ptr<T, Unref>;
-
 // The sheets' XML repeats itself so much that more work makes it hardly smaller.
 constexpr int deflateLevel = 1;
 
@@ -24,10 +20,10 @@ constexpr int deflateLevel = 1;
 // The file, the archive in it, the folders and the member in that. Closing the archive closes the file.
 struct PackageFile::Outputs {
     std::unique_ptr<Replacement> replacement;
-    Ref<GsfOutput> file;
-    Ref<GsfOutfile> archive;
-    std::map<std::string, Ref<GsfOutput>> folders; // by path
-    Ref<GsfOutput> member;
+    GObjectRef<GsfOutput> file;
+    GObjectRef<GsfOutfile> archive;
+    std::map<std::string, GObjectRef<GsfOutput>> folders; // by path
+    GObjectRef<GsfOutput> member;
     bool hasFailed = false;
 
     // The library keeps an error of the file (a full disk, for example) to itself until it is asked.
