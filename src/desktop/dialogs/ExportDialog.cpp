@@ -23,7 +23,8 @@ namespace {
 
 constexpr double largestPart = 0.9; // of the screen
 
-// A widget that has a row of the form goes with its label, and leaves no gap.
+// A widget that has a row of the form goes with its label, and leaves no gap. None of these wraps its text: the form
+// (of Qt 6.4) writes behind its memory where such a row is hidden.
 void setShown(QFormLayout& form, QWidget* widget, bool isShown)
 {
     if (form.indexOf(widget) >= 0)
@@ -354,8 +355,6 @@ void ExportDialog::showHints()
     const auto hints = m_wizard->hints();
     for (const auto& [label, place] : m_hintLabels)
         label->show(hints, place);
-    for (auto* hint : {m_ui->contentsHint, m_ui->objectsHint})
-        m_ui->optionsLayout->setRowVisible(hint, !hint->text().isEmpty());
     m_ui->exportPathTextField->setAccessibleDescription(m_ui->pathHint->text());
     QStringList missing;
     for (const auto& hint : hints)
