@@ -86,10 +86,11 @@ bool XlsxBook::add(std::size_t column, const SheetValue& value)
 
 class XlsBook : public SheetBook {
 public:
-    XlsBook(std::string path, const std::atomic<bool>& stop)
+    XlsBook(std::string path, const ExportJob& job)
         : m_path(std::move(path))
-        , m_stop(stop)
+        , m_stop(job.stopFlag())
     {
+        m_workbook.setWatcher(job.cellWatcher());
     }
     std::uint32_t maximumRows() const override { return 65536; }
     bool addSheet(std::string_view name, std::span<const ColumnLayout> columns, bool hasHeader) override;
@@ -165,9 +166,11 @@ bool XlsBook::giveUpTableIfFull()
 std::unique_ptr<SheetBook> openBook(const ExportJob& job, const std::string& path)
 {
     if (job.options().fileType == ExportFileType::XLS)
-        return Replacement::create(path) ? std::make_unique<XlsBook>(path, job.stopFlag()) : nullptr;
+        return Replacement::create(path) ? std::make_unique<XlsBook>(path, job) : nullptr;
     auto workbook = xlsx::XlsxWorkbook::create(path);
-    return workbook ? std::make_unique<XlsxBook>(std::move(workbook)) : nullptr;
+    if (!workbook) return nullptr;
+    workbook->cells().setWatcher(job.cellWatcher());
+    return std::make_unique<XlsxBook>(std::move(workbook));
 }
 
 // Titles, and widths for them and for the first values.

@@ -16,9 +16,10 @@ ExcelExport::ExcelExport(SystemLog& systemLog)
 {
 }
 
-ExcelExport::ExcelExport(SystemLog& systemLog, std::uint64_t streamLimit)
+ExcelExport::ExcelExport(SystemLog& systemLog, std::uint64_t streamLimit, CellWatcher watcher)
     : m_systemLog(systemLog)
     , m_streamLimit(streamLimit)
+    , m_watcher(std::move(watcher))
 {
 }
 
@@ -27,7 +28,10 @@ ExcelExport::~ExcelExport() = default;
 bool ExcelExport::addSheet(std::string_view name)
 {
     if (name.empty()) return false;
-    if (!m_workbook) m_workbook = std::make_unique<biff8::Workbook>(m_streamLimit);
+    if (!m_workbook) {
+        m_workbook = std::make_unique<biff8::Workbook>(m_streamLimit);
+        m_workbook->setWatcher(m_watcher);
+    }
     if (m_workbook->addSheet(name)) return true;
     if (!m_workbook->hasRoomForSheet()) m_isFull = true;
     return false;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "export/biff8/CellWatcher.h"
+
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -24,8 +26,8 @@ enum class CellStatus;
 class ExcelExport {
 public:
     explicit ExcelExport(SystemLog& systemLog);
-    // With workbooks whose stream has at most that many bytes.
-    ExcelExport(SystemLog& systemLog, std::uint64_t streamLimit);
+    // With workbooks whose stream has at most that many bytes, and that tell `watcher` of their cells.
+    ExcelExport(SystemLog& systemLog, std::uint64_t streamLimit, CellWatcher watcher = nullptr);
     ~ExcelExport();
     ExcelExport(const ExcelExport&) = delete;
     ExcelExport& operator=(const ExcelExport&) = delete;
@@ -60,6 +62,7 @@ private:
 
     SystemLog& m_systemLog;
     std::uint64_t m_streamLimit;
+    CellWatcher m_watcher;
     std::unique_ptr<biff8::Workbook> m_workbook;
     bool m_isFull = false;
 };

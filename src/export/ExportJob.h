@@ -19,6 +19,7 @@ class SystemLog;
 class TAdmBlobData;
 class TAdmMDBFile;
 class TAdmMDBTable;
+struct WrittenCell;
 
 // Reasons that writers share.
 namespace exportReason {
@@ -36,6 +37,8 @@ struct ExportListener {
     LoadErrorWindow* loadErrorWindow = nullptr; // the SQLite library cannot be used; null: standard error
     // Of a run that exports one table: so many of its rows are written. Now and then; null: nobody wants to know.
     std::function<void(std::size_t done, std::size_t total)> rows = nullptr;
+    // A cell was put into a workbook; null: nobody wants to know.
+    std::function<void(const WrittenCell& cell)> cells = nullptr;
 };
 
 // What a writer sees of an export, and where it reports to. Belongs to the writer's thread while that runs; the file is
@@ -54,6 +57,8 @@ public:
     [[nodiscard]] const ExportOptions& options() const { return m_options; }
     [[nodiscard]] SystemLog& systemLog() const { return m_listener.systemLog; }
     [[nodiscard]] LoadErrorWindow& loadErrorWindow() const;
+    // For workbooks, which tell it.
+    [[nodiscard]] const std::function<void(const WrittenCell& cell)>& cellWatcher() const { return m_listener.cells; }
 
     // The user asked to stop. Cheap enough to be polled between two cells.
     [[nodiscard]] bool terminated() const { return m_stop.load(std::memory_order_relaxed); }

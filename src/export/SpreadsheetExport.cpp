@@ -158,7 +158,7 @@ class SpreadsheetExport {
 public:
     SpreadsheetExport(ExportJob& job, std::uint64_t streamLimit)
         : m_job(job)
-        , m_excel(job.systemLog(), streamLimit)
+        , m_excel(job.systemLog(), streamLimit, job.cellWatcher())
         , m_isSingleFile(job.options().isSingleFile)
     {
     }

@@ -7,10 +7,11 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTableView>
+#include <QTableWidget>
 #include <gmock/gmock.h>
 
 namespace vellumo {
@@ -238,6 +239,25 @@ TEST(ExportDialog, WarnsOfAnEncodingThatCutsTexts)
     QTest::keyClick(&encoding, Qt::Key_Down);
     EXPECT_EQ(encoding.currentIndex(), index);
     EXPECT_THAT(screen.hint("findingsLabel").toStdString(), testing::HasSubstr("will be cut"));
+}
+
+TEST(ExportDialog, APreviewOfColumnsIsATable)
+{
+    ExportDesk desk;
+    {
+        Screen screen(desk, SQLite);
+        const auto& table = child<QTableWidget>(*screen.dialog, "previewTable");
+        ASSERT_TRUE(eventually([&] { return table.isVisible(); }));
+        EXPECT_EQ(table.horizontalHeaderItem(1)->text(), "Name\nTEXT");
+        EXPECT_EQ(table.item(1, 1)->text(), "Bob");
+        EXPECT_EQ(screen.hint("previewHint"), "");
+        screen.click("deselectAllButton");
+        EXPECT_TRUE(eventually([&] { return !table.isVisible(); }));
+    }
+    Screen screen(desk, CSV);
+    const auto& text = child<QPlainTextEdit>(*screen.dialog, "previewText");
+    EXPECT_TRUE(eventually([&] { return text.toPlainText() == "\"Id\",\"Name\"\n1,\"Ann\"\n2,\"Bob\"\n"; }));
+    EXPECT_TRUE(text.isVisible());
 }
 
 TEST(ExportDialog, TheTableListIsWorkedWithTheKeyboard)

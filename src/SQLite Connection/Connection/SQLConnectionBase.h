@@ -26,6 +26,8 @@ public:
 
     // Runs one statement, connecting first when that is needed. True when it succeeded.
     bool queryString(const std::string& statement);
+    // The first row that it gave, as the socket tells it; none when it gave none.
+    [[nodiscard]] DBRow row() const { return m_socket ? m_socket->row() : DBRow(); }
     // Null when it is refused, or the server's library knows no such statements. Goes before the connection is closed.
     [[nodiscard]] std::unique_ptr<DBStatement> prepare(const std::string& statement);
     // Runs one that was prepared. True when it succeeded.

@@ -4,9 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vellumo {
 
@@ -29,6 +31,9 @@ public:
     [[nodiscard]] virtual int run() = 0;
 };
 
+// The values of a row as UTF-8 texts; nullopt: null.
+using DBRow = std::vector<std::optional<std::string>>;
+
 // One open database, of whatever server. Used by one thread at a time, but for `stopQuery`.
 class DBSocket {
 public:
@@ -40,6 +45,8 @@ public:
     // Runs the first statement of the text: 0 when it gave a row or is done, else the server's own code. Its result
     // stays until the next call.
     [[nodiscard]] virtual int runQuery(const std::string& statement) = 0;
+    // The first row of that result; none when it has no row, and where the server's library cannot read any.
+    [[nodiscard]] virtual DBRow row() const = 0;
     // Null when the statement is refused, or the socket cannot do without its text.
     [[nodiscard]] virtual std::unique_ptr<DBStatement> prepare(const std::string& statement) = 0;
     // Why the last step failed; "" when it did not.

@@ -69,6 +69,17 @@ int DynamicSQLiteAPISocket::runQuery(const std::string& statement)
     return 0;
 }
 
+DBRow DynamicSQLiteAPISocket::row() const
+{
+    if (!m_result || m_result->status() != SQLITE_ROW) return {};
+    DBRow values;
+    for (int c = 0; c < m_result->columnCount(); ++c) {
+        const auto text = m_result->text(c);
+        values.push_back(text.data() == nullptr ? std::nullopt : std::optional<std::string>(text));
+    }
+    return values;
+}
+
 std::unique_ptr<DBStatement> DynamicSQLiteAPISocket::prepare(const std::string& statement)
 {
     m_result.reset();

@@ -19,6 +19,7 @@ public:
 
     [[nodiscard]] bool connect() override;
     [[nodiscard]] int runQuery(const std::string& statement) override;
+    [[nodiscard]] DBRow row() const override;
     [[nodiscard]] std::unique_ptr<DBStatement> prepare(const std::string& statement) override;
     [[nodiscard]] std::string getLastErrorMessage() const override;
     [[nodiscard]] bool isFileBroken() const override;

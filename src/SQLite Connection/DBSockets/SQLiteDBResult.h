@@ -20,7 +20,8 @@ public:
     [[nodiscard]] int status() const { return m_status; }
 
     [[nodiscard]] virtual int columnCount() const = 0;
-    // A value of the row as UTF-8 text, "" for NULL and for a column that is not there. Valid as long as the result.
+    // A value of the row as UTF-8 text; one without data, not only empty, for NULL and for a column that is not there.
+    // Valid as long as the result.
     [[nodiscard]] virtual std::string_view text(int column) const = 0;
 
 private:

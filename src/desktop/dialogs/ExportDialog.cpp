@@ -23,7 +23,8 @@ namespace {
 
 constexpr double largestPart = 0.9; // of the screen
 
-// A widget that has a row of the form goes with its label, and leaves no gap.
+// A widget that has a row of the form goes with its label, and leaves no gap. None of these wraps its text: the form
+// (of Qt 6.4) writes behind its memory where such a row is hidden.
 void setShown(QFormLayout& form, QWidget* widget, bool isShown)
 {
     if (form.indexOf(widget) >= 0)
@@ -138,16 +139,53 @@ void ExportDialog::setUpTableList()
 void ExportDialog::setUpPreview()
 {
     constexpr int delayMs = 150;
-    constexpr int tabInLetters = 16;
     m_ui->previewText->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_ui->previewText->setTabStopDistance(
-        tabInLetters * QFontMetricsF(m_ui->previewText->font()).horizontalAdvance(' '));
+    constexpr int longestColumn = 240;
+    m_ui->previewTable->setVisible(false);
+    m_ui->previewTable->horizontalHeader()->setMaximumSectionSize(longestColumn);
+    m_ui->previewTable->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+    m_ui->previewTable->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_previewTimer.setSingleShot(true);
     m_previewTimer.setInterval(delayMs);
     connect(&m_previewTimer, &QTimer::timeout, this, &ExportDialog::showPreview);
 }
 
-void ExportDialog::showPreview() { m_ui->previewText->setPlainText(toQString(m_wizard->preview())); }
+void ExportDialog::showPreview()
+{
+    const auto preview = m_wizard->preview();
+    const bool isTable = !preview.columns.empty();
+    m_ui->previewText->setPlainText(toQString(preview.text));
+    showPreviewTable(preview);
+    m_ui->previewText->setVisible(!isTable);
+    m_ui->previewTable->setVisible(isTable);
+    m_ui->previewLabel->setBuddy(isTable ? static_cast<QWidget*>(m_ui->previewTable) : m_ui->previewText);
+    QStringList remarks;
+    for (const auto& remark : preview.remarks)
+        remarks << toQString(remark);
+    m_ui->previewHint->setContent("information", remarks.join('\n'));
+    m_ui->previewHint->setVisible(!remarks.isEmpty());
+}
+
+// The names of the columns above their kinds; a null of a database as a word that is no value.
+void ExportDialog::showPreviewTable(const ExportPreview& preview)
+{
+    auto& table = *m_ui->previewTable;
+    table.clear();
+    table.setColumnCount(static_cast<int>(preview.columns.size()));
+    table.setRowCount(static_cast<int>(preview.rows.size()));
+    QStringList titles;
+    for (const auto& column : preview.columns)
+        titles << toQString(column.name + '\n' + column.kind);
+    table.setHorizontalHeaderLabels(titles);
+    for (int r = 0; r < table.rowCount(); ++r)
+        for (int c = 0; c < table.columnCount(); ++c) {
+            const auto& value = preview.rows[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)];
+            auto* item = new QTableWidgetItem(toQString(value.value_or("NULL")));
+            if (!value) item->setForeground(palette().color(QPalette::PlaceholderText));
+            table.setItem(r, c, item);
+        }
+    table.resizeColumnsToContents();
+}
 
 void ExportDialog::findingsChanged()
 {
@@ -317,8 +355,6 @@ void ExportDialog::showHints()
     const auto hints = m_wizard->hints();
     for (const auto& [label, place] : m_hintLabels)
         label->show(hints, place);
-    for (auto* hint : {m_ui->contentsHint, m_ui->objectsHint})
-        m_ui->optionsLayout->setRowVisible(hint, !hint->text().isEmpty());
     m_ui->exportPathTextField->setAccessibleDescription(m_ui->pathHint->text());
     QStringList missing;
     for (const auto& hint : hints)

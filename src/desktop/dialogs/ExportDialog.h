@@ -63,6 +63,7 @@ private:
     void showHints();
     void showFindings();
     void showPreview();
+    void showPreviewTable(const ExportPreview& preview);
     void growToOptions();
 
     std::shared_ptr<ExportWizard> m_wizard;

@@ -34,11 +34,12 @@ std::optional<std::uint32_t> packed(double number)
     return static_cast<std::uint32_t>(bits >> 32);
 }
 
+// Without the numbers that the format does not have.
+double heldNumber(double number) { return number == 0 || std::fpclassify(number) == FP_SUBNORMAL ? 0 : number; }
+
 Cell numberCell(std::uint16_t row, std::uint16_t column, double number)
 {
     if (!std::isfinite(number)) return {row, column, CellType::Error, 0, 0};
-    if (std::fpclassify(number) == FP_SUBNORMAL) number = 0;
-    // -0 is equal to the integer 0, and so becomes it.
     if (const auto value = packed(number)) return {row, column, CellType::Rk, *value, 0};
     return {row, column, CellType::Number, 0, number};
 }
@@ -125,7 +126,13 @@ CellStatus Workbook::setText(std::uint16_t row, std::uint16_t column, std::strin
     if (measure->needsRepair) text = m_ownTexts.emplace_back(repairedText(text));
     ++m_references;
     m_strings.add(text, stringSize, add(cell));
+    if (m_watcher) m_watcher({row, column, WrittenCell::Kind::Text, text});
     return CellStatus::Ok;
+}
+
+void Workbook::tellWatcher(const Cell& cell, WrittenCell::Kind kind, double number) const
+{
+    if (m_watcher) m_watcher({cell.row, cell.column, kind, {}, number, cell.format});
 }
 
 CellStatus Workbook::setOwnText(std::uint16_t row, std::uint16_t column, std::string text)
@@ -135,15 +142,22 @@ CellStatus Workbook::setOwnText(std::uint16_t row, std::uint16_t column, std::st
 
 CellStatus Workbook::setNumber(std::uint16_t row, std::uint16_t column, double number, CellFormat format)
 {
+    number = heldNumber(number);
     auto cell = numberCell(row, column, number);
     cell.format = format;
     m_hasFormats |= format != CellFormat::General;
-    return addUnlessRefused(cell);
+    const auto status = addUnlessRefused(cell);
+    const auto kind = cell.type == CellType::Error ? WrittenCell::Kind::Error : WrittenCell::Kind::Number;
+    if (status == CellStatus::Ok) tellWatcher(cell, kind, number);
+    return status;
 }
 
 CellStatus Workbook::setBoolean(std::uint16_t row, std::uint16_t column, bool value)
 {
-    return addUnlessRefused({row, column, CellType::Boolean, value ? 1U : 0U, 0});
+    const Cell cell{row, column, CellType::Boolean, value ? 1U : 0U, 0};
+    const auto status = addUnlessRefused(cell);
+    if (status == CellStatus::Ok) tellWatcher(cell, WrittenCell::Kind::Boolean, value ? 1 : 0);
+    return status;
 }
 
 CellStatus Workbook::setBlank(std::uint16_t row, std::uint16_t column)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "export/biff8/CellTape.h"
+#include "export/biff8/CellWatcher.h"
 #include "export/biff8/GlobalRecords.h"
 #include "export/biff8/SheetNames.h"
 #include "export/biff8/SheetRecords.h"
@@ -37,6 +38,9 @@ public:
     static constexpr std::size_t maximumSheets = 4112;
 
     explicit Workbook(std::uint64_t streamLimit = defaultStreamLimit);
+
+    // Null: nobody. In place of the one before.
+    void setWatcher(CellWatcher watcher) { m_watcher = std::move(watcher); }
 
     // Adds a sheet behind the others and makes it the one that cells go to. SheetNames tells how the name is repaired.
     // False, and nothing is changed, for an empty name, malformed UTF-8, a sheet too many, and a workbook without room
@@ -86,10 +90,12 @@ private:
     // The cell is placed well, and there is room for it.
     std::byte* add(const Cell& cell);
     [[nodiscard]] CellStatus addUnlessRefused(const Cell& cell);
+    void tellWatcher(const Cell& cell, WrittenCell::Kind kind, double number) const;
     [[nodiscard]] std::vector<SheetEntry> sheetEntries() const;
     void writeSheets(RecordStream& out, std::vector<SheetEntry>& entries) const;
 
     std::uint64_t m_streamLimit;
+    CellWatcher m_watcher;
     SheetNames m_names;
     std::vector<Sheet> m_sheets;
     CellTape m_cells;

@@ -5,7 +5,6 @@
 #include "export/ClassicFindings.h"
 #include "export/RunExport.h"
 #include "export/sql/SQLDialectFacts.h"
-#include "export/wizard/ExportPreview.h"
 #include "export/wizard/RememberedOptions.h"
 #include "model/TAdmMDBFile.h"
 #include "platform/Alerts.h"
@@ -150,10 +149,10 @@ std::vector<std::string> ExportWizard::findings()
     return lines;
 }
 
-std::string ExportWizard::preview() const
+ExportPreview ExportWizard::preview() const
 {
     const auto first = std::ranges::find(m_tableEntries, true, &ExportEntry::selected);
-    return first == m_tableEntries.end() ? std::string() : exportPreview(m_exportFile, *first, options());
+    return first == m_tableEntries.end() ? ExportPreview() : exportPreview(m_exportFile, *first, options());
 }
 
 std::vector<TableListColumn> ExportWizard::tableListColumns() const

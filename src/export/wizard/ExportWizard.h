@@ -2,6 +2,7 @@
 #pragma once
 
 #include "export/ExportHints.h"
+#include "export/ExportPreview.h"
 #include "export/ExportReport.h"
 #include "export/wizard/ExportControls.h"
 #include "export/wizard/TableScans.h"
@@ -99,8 +100,8 @@ public:
     // What the classic style will lose of the selected tables, as lines (localised), as far as the tables have been
     // looked at: begins to look where nobody has yet, and tells the view when there is more.
     [[nodiscard]] std::vector<std::string> findings();
-    // How the output of the first selected table begins, as exportPreview makes it; "" for none.
-    [[nodiscard]] std::string preview() const;
+    // How the output of the first selected table begins; nothing without one.
+    [[nodiscard]] ExportPreview preview() const;
 
     // Offers the rows and columns of the one table as the grid shows them; only where the wizard was opened for one.
     void offerShownTable(ShownTable shown);

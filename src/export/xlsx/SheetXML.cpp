@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <fmt/format.h>
 #include <iterator>
 
@@ -116,6 +117,7 @@ void SheetXML::addHeader(std::span<const ColumnLayout> columns)
         m_text += " t=\"inlineStr\"><is><t xml:space=\"preserve\">";
         appendCellText(columns[c].title, m_text);
         m_text += "</t></is></c>";
+        if (m_watcher) tellWatcher(c, WrittenCell::Kind::Text, columns[c].title);
     }
     endRow();
 }
@@ -141,12 +143,23 @@ void SheetXML::addNumber(std::size_t column, std::string_view digits, CellFormat
 {
     beginCell(column, format == CellFormat::General ? 0 : headerStyle + static_cast<unsigned>(format));
     ((m_text += "><v>") += digits) += "</v></c>";
+    if (!m_watcher) return;
+    double number = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    tellWatcher(column, WrittenCell::Kind::Number, {}, number, format);
+}
+
+void SheetXML::tellWatcher(
+    std::size_t column, WrittenCell::Kind kind, std::string_view text, double number, CellFormat format) const
+{
+    m_watcher({m_rowCount - 1, column, kind, text, number, format});
 }
 
 void SheetXML::addBoolean(std::size_t column, bool value)
 {
     beginCell(column, 0);
     m_text += value ? " t=\"b\"><v>1</v></c>" : " t=\"b\"><v>0</v></c>";
+    if (m_watcher) tellWatcher(column, WrittenCell::Kind::Boolean, {}, value ? 1 : 0);
 }
 
 bool SheetXML::addText(std::size_t column, std::string_view value)
@@ -156,6 +169,7 @@ bool SheetXML::addText(std::size_t column, std::string_view value)
     m_text += hasBlanks ? " t=\"inlineStr\"><is><t xml:space=\"preserve\">" : " t=\"inlineStr\"><is><t>";
     const bool hasEscapes = appendCellText(value, m_text);
     m_text += "</t></is></c>";
+    if (m_watcher) tellWatcher(column, WrittenCell::Kind::Text, value);
     return hasEscapes;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "export/biff8/CellFormats.h"
+#include "export/biff8/CellWatcher.h"
 
 #include <span>
 #include <string>
@@ -27,6 +27,9 @@ bool appendCellText(std::string_view text, std::string& out);
 // Collects the XML of one sheet after the other, cell by cell: rows from the top, cells from the left.
 class SheetXML {
 public:
+    // Null: nobody. In place of the one before.
+    void setWatcher(CellWatcher watcher) { m_watcher = std::move(watcher); }
+
     // What is to be written, to be taken from here.
     [[nodiscard]] std::string& text() { return m_text; }
 
@@ -51,7 +54,10 @@ private:
 
     void beginCell(std::size_t column, unsigned style);
     void addHeader(std::span<const ColumnLayout> columns);
+    void tellWatcher(std::size_t column, WrittenCell::Kind kind, std::string_view text, double number = 0,
+        CellFormat format = CellFormat::General) const;
 
+    CellWatcher m_watcher;
     std::string m_text;
     std::vector<std::string> m_cells; // `<c r="A` for each column
     std::string m_row;                // the number of the row, and a quote
