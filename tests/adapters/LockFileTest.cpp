@@ -62,7 +62,7 @@ TEST(LockFile, TakesOverWhatADeadProcessLeft)
         {"process runs", self + "\nadapters_tests\n" + host + "\n", false},
         {"another machine's", goneProcess() + "\nother\nelsewhere." + host + "\n", false},
         {"no owner", "", false},
-        {"no number", "x\nother\n" + host + "\n", false},
+        {"no number", "x\nother\n" + host + "\nid\nanother-boot\n", false},
         {"a number below one", "-1\nother\n" + host + "\n", false},
         {"cut short", goneProcess() + "\nother", false},
     };

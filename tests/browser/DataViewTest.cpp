@@ -185,6 +185,15 @@ TEST_F(DataViewTest, CopiesRowsAsLinesOfTabbedFields)
     EXPECT_EQ(pasteboard.texts.back(), "b c\ta\t\n") << "columns moved by the user";
 }
 
+TEST_F(DataViewTest, ArrowsLeadToTheFarColumn)
+{
+    show({{"1", "a", nullptr}});
+    view.setDisplayOrder({1, 0, 2});
+    EXPECT_FALSE(view.keyDown(125));
+    EXPECT_TRUE(view.keyDown(123) && view.keyDown(124));
+    EXPECT_THAT(port.events, testing::IsSupersetOf({"focus 2,0", "focus 1,0"}));
+}
+
 TEST_F(DataViewTest, GoesNowhereWithoutRows)
 {
     show({});

@@ -224,7 +224,9 @@ TEST_F(Opening, LookupTextsOfLargeTablesComeWhenTheyAreFound)
             row.values = {static_cast<std::int64_t>(index % 2 + 1)};
             return index < 50'000;
         }};
-    ASSERT_TRUE(samples::writeDatabase({.tables = {table}}, path).ok());
+    auto second = table;
+    second.name = "U";
+    ASSERT_TRUE(samples::writeDatabase({.tables = {table, second}}, path).ok());
     s.start();
     s.openByPanel({sales, path});
     auto& app = s.app();
@@ -236,7 +238,11 @@ TEST_F(Opening, LookupTextsOfLargeTablesComeWhenTheyAreFound)
     app.ToggleLookupTexts();
     EXPECT_TRUE(app.isLookingUp());
     EXPECT_EQ(cell(0, 0), "1");
+    s.click("More/U"); // waits for the first
+    EXPECT_EQ(cell(0, 0), "1");
     finish();
+    EXPECT_EQ(cell(0, 0), "Zoe");
+    s.click("More/T");
     EXPECT_EQ(cell(0, 0), "Zoe");
     EXPECT_EQ(child.getValueForTableColumn(0, 1), app.dataView().getValueForTableColumn(0, 1));
     EXPECT_EQ(cell(0, 49'999), "Ann");

@@ -83,6 +83,10 @@ TEST_F(Program, FileSizeLimitIsAFailedWrite)
         "Export finished.\n1 table exported successfully.\n<Large> Failed: Unable to write file. "
             + m_out.path("Large.csv") + ": File too large\n");
     EXPECT_FALSE(m_out.exists("Large.csv"));
+    // Half an array would pass for a whole one.
+    const auto array = run({"rows", "FILE", "Large", "--format", "json"}, "", setLimit);
+    EXPECT_EQ(array.status, 1);
+    EXPECT_EQ(array.out, "");
 }
 
 TEST_F(Program, LostOutputIsAFailure)

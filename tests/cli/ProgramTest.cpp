@@ -368,6 +368,17 @@ TEST_F(Program, ChecksAFile)
     EXPECT_EQ(result.status, 0);
 }
 
+TEST_F(Program, LooksForDeletedRowsOnlyWhenAsked)
+{
+    const auto path = m_out.path("x.mdb");
+    const samples::TableDescription table{.name = "T",
+        .columns = {{.name = "N", .type = samples::ColumnType::Long}},
+        .rows = samples::rowsOf({{.values = {1}}, {.values = {2}, .state = samples::RowState::Deleted}})};
+    ASSERT_TRUE(samples::writeDatabase({.tables = {table}}, path).ok());
+    EXPECT_EQ(run({"rows", path, "T (deleted)", "--salvage=deleted"}).out, "2\n");
+    EXPECT_EQ(run({"rows", path, "T (deleted)", "--salvage"}).status, 1);
+}
+
 // What a program leaves of a reader that goes away before it has written anything.
 TEST_F(Program, EndsQuietlyWithoutAReader)
 {

@@ -27,6 +27,7 @@ TEST(ProgressBar, LineFitsTheWidth)
         {"nothing expected", "Opening", 3, 0, 35, "Opening [                    ]   0%"},
         {"no more than 40 columns of bar", "A", 1, 1, 99, "A [########################################] 100%"},
         {"the shortest bar", "Opening", 1, 1, 25, "Opening [##########] 100%"},
+        {"no room for a label", "Opening", 1, 1, 18, " [##########] 100%"},
         {"label cut between characters", "\u00C4\u00D6\u00DC\u00E4\u00F6\u00FC", 1, 1, 20,
             "\u00C4\u00D6 [##########] 100%"},
         {"control characters", "a\033\nb", 1, 1, 31, "a\\u{1B}\\u{A}b [##########] 100%"},

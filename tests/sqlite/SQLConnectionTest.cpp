@@ -113,6 +113,8 @@ TEST_F(SQLConnectionTest, SocketKeepsAResultUntilItIsClosed)
     EXPECT_EQ(socket->result()->status(), 100);
     EXPECT_EQ(socket->result()->text(0), "held");
     EXPECT_EQ(socket->result()->text(1), "");
+    ASSERT_EQ(socket->runQuery("CREATE TABLE t (a)"), 0);
+    EXPECT_EQ(socket->getLastErrorMessage(), "") << "to be done is no error";
     socket->close();
     EXPECT_EQ(socket->getLastErrorMessage(), "No connection handler!");
     EXPECT_NE(socket->runQuery("SELECT 1"), 0);
