@@ -14,7 +14,7 @@ namespace vellumo {
 
 namespace {
 
-using Kind = ExportHint::Kind;
+using HintKind = ExportHint::Kind;
 using Place = ExportHint::Place;
 
 bool isUsableFileName(const std::string& name)
@@ -43,8 +43,8 @@ public:
     }
 
 private:
-    void add(Kind kind, Place place, std::string text) { m_hints.push_back({kind, place, std::move(text)}); }
-    void warn(Place place, std::string text) { add(Kind::Warning, place, std::move(text)); }
+    void add(HintKind kind, Place place, std::string text) { m_hints.push_back({kind, place, std::move(text)}); }
+    void warn(Place place, std::string text) { add(HintKind::Warning, place, std::move(text)); }
 
     void collectTables();
     void collectFileNames();
@@ -64,9 +64,9 @@ private:
 void Collector::collectTables()
 {
     if (m_tables.empty())
-        add(Kind::Missing, Place::Tables, localized("The file has no tables to export."));
+        add(HintKind::Missing, Place::Tables, localized("The file has no tables to export."));
     else if (std::ranges::none_of(m_tables, &ExportEntry::selected))
-        add(Kind::Missing, Place::Tables, localized("Select at least one table."));
+        add(HintKind::Missing, Place::Tables, localized("Select at least one table."));
 }
 
 void Collector::collectFileNames()
@@ -86,13 +86,13 @@ void Collector::collectFileNames()
 void Collector::collectContents()
 {
     if (!m_options.hasContents())
-        add(Kind::Missing, Place::Contents, localized("Select the structure, the rows or both."));
+        add(HintKind::Missing, Place::Contents, localized("Select the structure, the rows or both."));
 }
 
 void Collector::collectPath()
 {
     if (m_options.path.empty())
-        return add(Kind::Missing, Place::Path,
+        return add(HintKind::Missing, Place::Path,
             m_options.isSingleFile ? localized("Choose the file to export to.")
                                    : localized("Choose the folder to export to."));
     const auto folder = m_options.isSingleFile ? std::filesystem::path(m_options.path).parent_path()
@@ -105,16 +105,17 @@ bool Collector::collectFolder(Place place, const std::filesystem::path& folder, 
 {
     const auto shownFolder = folder.empty() ? std::filesystem::path(".") : folder;
     std::error_code error;
-    const auto told = [&](Kind kind, std::string text) { return add(kind, place, std::move(text)), false; };
+    const auto told = [&](HintKind kind, std::string text) { return add(kind, place, std::move(text)), false; };
     if (std::filesystem::is_directory(shownFolder, error)) {
         if (::access(shownFolder.c_str(), W_OK | X_OK) == 0) return true;
-        return told(Kind::Warning, localizedFormat("You may not create files in the folder “%@”.", {folder.string()}));
+        return told(
+            HintKind::Warning, localizedFormat("You may not create files in the folder “%@”.", {folder.string()}));
     }
     const auto parent =
         shownFolder.has_filename() ? shownFolder.parent_path() : shownFolder.parent_path().parent_path();
     if (isMade && std::filesystem::is_directory(parent, error) && !std::filesystem::exists(shownFolder, error))
-        return told(Kind::Note, localizedFormat("The folder “%@” will be made.", {folder.string()}));
-    return told(Kind::Warning, localizedFormat("There is no folder “%@”.", {folder.string()}));
+        return told(HintKind::Note, localizedFormat("The folder “%@” will be made.", {folder.string()}));
+    return told(HintKind::Warning, localizedFormat("There is no folder “%@”.", {folder.string()}));
 }
 
 std::vector<std::string> Collector::targetPaths() const

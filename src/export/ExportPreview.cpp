@@ -25,11 +25,11 @@ namespace vellumo {
 
 namespace {
 
-constexpr std::size_t shownRows = 10;
-constexpr std::size_t shownLines = 60;
-constexpr std::size_t shownBytes = 8'000;
+constexpr std::size_t previewRows = 10;
+constexpr std::size_t previewLines = 60;
+constexpr std::size_t previewBytes = 8'000;
 
-constexpr std::size_t shownBytesOfValue = 200;
+constexpr std::size_t previewBytesOfValue = 200;
 
 class NoLog : public SystemLog {
 public:
@@ -69,15 +69,15 @@ private:
 std::string beginning(std::string text)
 {
     std::size_t end = 0;
-    for (std::size_t line = 0; line < shownLines && end < text.size(); ++line)
+    for (std::size_t line = 0; line < previewLines && end < text.size(); ++line)
         end = std::min(text.find('\n', end), text.size() - 1) + 1;
-    return std::string(firstBytes(std::string_view(text).substr(0, end), shownBytes));
+    return std::string(firstBytes(std::string_view(text).substr(0, end), previewBytes));
 }
 
 std::string contentsOf(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
-    std::string text(shownBytes + 1, '\0');
+    std::string text(previewBytes + 1, '\0');
     file.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(file.gcount()));
     return text;
@@ -87,10 +87,10 @@ std::string contentsOf(const std::string& path)
 ExportEntry firstRowsOf(const TAdmMDBTable& table, ExportEntry entry)
 {
     if (!entry.choice.rows) {
-        entry.choice.rows.emplace(std::min(table.rows().rowCount(), shownRows));
+        entry.choice.rows.emplace(std::min(table.rows().rowCount(), previewRows));
         std::iota(entry.choice.rows->begin(), entry.choice.rows->end(), 0U);
     }
-    entry.choice.rows->resize(std::min(entry.choice.rows->size(), shownRows));
+    entry.choice.rows->resize(std::min(entry.choice.rows->size(), previewRows));
     entry.selected = true;
     return entry;
 }
@@ -189,8 +189,8 @@ void PreviewRun::shortenValues()
 {
     for (auto& row : m_preview.rows)
         for (auto& value : row)
-            if (value && value->size() > shownBytesOfValue)
-                value = std::string(firstBytes(*value, shownBytesOfValue)) + "…";
+            if (value && value->size() > previewBytesOfValue)
+                value = std::string(firstBytes(*value, previewBytesOfValue)) + "…";
 }
 
 } // namespace

@@ -13,18 +13,17 @@ namespace vellumo {
 
 namespace {
 
-using Kind = WrittenCell::Kind;
-
 bool isDate(CellFormat format) { return format == CellFormat::DateTime || format == CellFormat::DateTimeMilliseconds; }
 bool isTime(CellFormat format) { return format == CellFormat::Time || format == CellFormat::TimeMilliseconds; }
 
 const char* kindKey(const WrittenCell& cell)
 {
+    using enum WrittenCell::Kind;
     switch (cell.kind) {
-    case Kind::Text: return messageKey("text");
-    case Kind::Boolean: return messageKey("truth value");
-    case Kind::Error: return messageKey("error");
-    case Kind::Number: break;
+    case Text: return messageKey("text");
+    case Boolean: return messageKey("truth value");
+    case Error: return messageKey("error");
+    case Number: break;
     }
     if (isDate(cell.format)) return messageKey("date");
     if (isTime(cell.format)) return messageKey("time");
@@ -49,11 +48,12 @@ std::string dateText(double serial, CellFormat format)
 
 std::string shownValue(const WrittenCell& cell)
 {
+    using enum WrittenCell::Kind;
     switch (cell.kind) {
-    case Kind::Text: return std::string(cell.text);
-    case Kind::Boolean: return cell.number != 0 ? "TRUE" : "FALSE";
-    case Kind::Error: return "#NUM!";
-    case Kind::Number: break;
+    case Text: return std::string(cell.text);
+    case Boolean: return cell.number != 0 ? "TRUE" : "FALSE";
+    case Error: return "#NUM!";
+    case Number: break;
     }
     return isDate(cell.format) || isTime(cell.format) ? dateText(cell.number, cell.format)
                                                       : fmt::format("{}", cell.number);

@@ -11,7 +11,7 @@ namespace vellumo {
 
 namespace {
 
-using Kind = SheetValue::Kind;
+using SheetKind = SheetValue::Kind;
 
 constexpr std::size_t longestText = 32767;           // UTF-16 units
 constexpr int surestDigits = 15;                     // every number of so many has a double of its own
@@ -27,7 +27,7 @@ void SheetValues::addFinding(FindingKind kind, std::size_t column, std::string_v
     m_job.addFinding(kind, m_table.name(), m_table.columns()[column]->name(), 1, detail);
 }
 
-SheetValue SheetValues::temporary() const { return {Kind::Text, CellFormat::General, m_text, 0, true}; }
+SheetValue SheetValues::temporary() const { return {SheetKind::Text, CellFormat::General, m_text, 0, true}; }
 
 SheetValue SheetValues::of(const ExactCell& cell, std::size_t column, std::size_t row)
 {
@@ -36,17 +36,17 @@ SheetValue SheetValues::of(const ExactCell& cell, std::size_t column, std::size_
         addFinding(FindingKind::Unreadable, column);
     if (!cell.hasValue()) return {};
     switch (cell.kind) {
-    case ExactKind::Boolean: return {Kind::Boolean, CellFormat::General, cell.text};
-    case ExactKind::Integer: return {Kind::Number, CellFormat::General, cell.text};
+    case ExactKind::Boolean: return {SheetKind::Boolean, CellFormat::General, cell.text};
+    case ExactKind::Integer: return {SheetKind::Number, CellFormat::General, cell.text};
     case ExactKind::BigInteger: return numberOf(cell, column, CellFormat::General);
     case ExactKind::Decimal: return numberOf(cell, column, CellFormat::Decimal);
     case ExactKind::Single:
     case ExactKind::Double:
-        if (cell.isFinite()) return {Kind::Number, CellFormat::General, cell.text};
+        if (cell.isFinite()) return {SheetKind::Number, CellFormat::General, cell.text};
         addFinding(FindingKind::NotANumberAsText, column);
-        return {Kind::Text, CellFormat::General, cell.text};
+        return {SheetKind::Text, CellFormat::General, cell.text};
     case ExactKind::Date: return dateValue(cell, column);
-    case ExactKind::Guid: return {Kind::Text, CellFormat::General, cell.guid()};
+    case ExactKind::Guid: return {SheetKind::Text, CellFormat::General, cell.guid()};
     case ExactKind::Text: return textOf(cell.text, column);
     case ExactKind::Binary:
         if (cell.text.size() > longestText) return bytesLeftOut(cell.text.size() / 2, column);
@@ -58,9 +58,9 @@ SheetValue SheetValues::of(const ExactCell& cell, std::size_t column, std::size_
 
 SheetValue SheetValues::numberOf(const ExactCell& cell, std::size_t column, CellFormat format)
 {
-    if (cell.significantDigits() <= surestDigits) return {Kind::Number, format, cell.text};
+    if (cell.significantDigits() <= surestDigits) return {SheetKind::Number, format, cell.text};
     addFinding(FindingKind::DigitsAsText, column);
-    return {Kind::Text, CellFormat::General, cell.text};
+    return {SheetKind::Text, CellFormat::General, cell.text};
 }
 
 // The first day of Access is a time of day to a sheet.
@@ -71,9 +71,10 @@ SheetValue SheetValues::dateValue(const ExactCell& cell, std::size_t column)
         const auto serial = dateSerial(*date);
         const bool hasFraction = date->fraction != 0;
         if (serial >= firstSureDay)
-            return {Kind::Number, hasFraction ? CellFormat::DateTimeMilliseconds : CellFormat::DateTime, {}, serial};
+            return {
+                SheetKind::Number, hasFraction ? CellFormat::DateTimeMilliseconds : CellFormat::DateTime, {}, serial};
         if (serial >= 0 && serial < 1)
-            return {Kind::Number, hasFraction ? CellFormat::TimeMilliseconds : CellFormat::Time, {}, serial};
+            return {SheetKind::Number, hasFraction ? CellFormat::TimeMilliseconds : CellFormat::Time, {}, serial};
     }
     addFinding(FindingKind::DateAsText, column);
     m_text.clear();
@@ -87,7 +88,7 @@ SheetValue SheetValues::textOf(std::string_view text, std::size_t column)
         addFinding(FindingKind::EmptyText, column);
         return {};
     }
-    SheetValue value{Kind::Text, CellFormat::General, text};
+    SheetValue value{SheetKind::Text, CellFormat::General, text};
     const bool hasZeros = text.find('\0') != std::string_view::npos;
     const bool hasLineBreaks = holds(text, "\r\n");
     if (hasZeros || hasLineBreaks) {
