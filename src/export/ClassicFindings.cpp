@@ -2,7 +2,6 @@
 #include "export/ClassicFindings.h"
 
 #include "export/ExportFormat.h"
-#include "export/sql/ExactSurvey.h"
 #include "export/sql/SQLDialectFacts.h"
 #include "model/TAdmMDBFile.h"
 #include "text/TextEncoding.h"
@@ -327,29 +326,6 @@ void addClassicFindings(const TAdmMDBFile& file, std::span<const std::string> ta
             add(Kind::RelationEnforced);
         else if (!relation->onUpdateCascade() || !relation->onDeleteCascade())
             add(Kind::RelationSetsNull);
-    }
-}
-
-void addBrokenRelations(const TAdmMDBFile& file, std::span<const std::string> tables, const ExportOptions& options,
-    ExportFindings& findings)
-{
-    const auto target = targetOf(options);
-    if ((target & (AnyScript & ~AnySQLite)) == 0 || !options.includeForeignKeys || !options.exportStructure
-        || !options.exportData)
-        return;
-    const auto exported = [&](const std::string& name) {
-        return std::ranges::find(tables, name) == tables.end() ? nullptr : file.findTable(name);
-    };
-    const auto comparison = target == MySQL ? KeyComparison::IgnoringCase : KeyComparison::Exact;
-    for (const auto& relation : file.allForeignKeys()) {
-        const auto* child = exported(relation->referencingTable());
-        const auto* parent = exported(relation->referencedTable());
-        if (child == nullptr || parent == nullptr) continue;
-        const auto columns = columnIndexes(*child, relation->referencingColumns());
-        const auto referenced = columnIndexes(*parent, relation->referencedColumns());
-        if (!columns || !referenced || columns->size() != referenced->size()) continue;
-        if (const auto count = countOrphans(*child, *columns, *parent, *referenced, comparison); count > 0)
-            findings.add(Kind::RelationBroken, child->name(), relation->name(), count);
     }
 }
 

@@ -16,11 +16,9 @@ class TAdmMDBFile;
 void addClassicFindings(
     const TAdmMDBTable& table, const TableScan& scan, const ExportOptions& options, ExportFindings& findings);
 
-// Of these tables together: the encoding, and the relations between them.
+// Of these tables together: the encoding, and the relations between them but for those that rows break
+// (RelationFindings.h).
 void addClassicFindings(const TAdmMDBFile& file, std::span<const std::string> tables, const ExportOptions& options,
-    ExportFindings& findings);
-// Of the relations between them that rows break; looks at all keys of the tables, which takes its time.
-void addBrokenRelations(const TAdmMDBFile& file, std::span<const std::string> tables, const ExportOptions& options,
     ExportFindings& findings);
 
 } // namespace vellumo

@@ -4,6 +4,7 @@
 #include "export/ClassicFindings.h"
 #include "export/ExportFormat.h"
 #include "export/ExportReport.h"
+#include "export/RelationFindings.h"
 #include "export/objects/ObjectCells.h"
 #include "model/TAdmMDBFile.h"
 
@@ -86,7 +87,10 @@ void lookForFindings(ExportJob& job)
         addClassicFindings(*table, scan, options, job.report().findings);
     }
     addClassicFindings(job.file(), names, options, job.report().findings);
-    addBrokenRelations(job.file(), names, options, job.report().findings);
+    const auto scan = [&](const TAdmMDBForeignKey& relation) {
+        return scanRelation(job.file(), relation, job.stopFlag());
+    };
+    addBrokenRelations(job.file(), names, options, scan, job.report().findings);
 }
 
 // Without the objects that it refers to, an export would be less than it looks.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "export/ClassicFindings.h"
+#include "export/RelationFindings.h"
 
 #include "export/ExportFormat.h"
 #include "support/ModelBuilder.h"
@@ -44,7 +45,8 @@ std::vector<std::string> found(const TAdmMDBFile& file, const ExportOptions& opt
         addClassicFindings(*table, scanTable(*table, false, classicTraits(options)), options, findings);
     }
     addClassicFindings(file, names, options, findings);
-    addBrokenRelations(file, names, options, findings);
+    const auto scan = [&](const TAdmMDBForeignKey& relation) { return scanRelation(file, relation, false); };
+    addBrokenRelations(file, names, options, scan, findings);
     return findingLines(findings.all());
 }
 

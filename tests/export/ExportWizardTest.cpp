@@ -330,6 +330,30 @@ TEST(ExportWizard, TellsWhatWillBeLostAsTheOptionsChange)
     EXPECT_TRUE(wizard.findings().empty());
 }
 
+// Two children have a parent, one only in other letters, and one none.
+TEST(ExportWizard, TellsOfRowsThatBreakARelation)
+{
+    ExportDesktop desktop;
+    const auto file = makeFile("/data/Shop.mdb", makeTable("P", {{"Id", "Text"}}, {{"x"}, {"y"}}),
+        makeTable("C", {{"Of", "Text"}}, {{"x"}, {"x"}, {"Y"}, {"z"}, {null}}));
+    setRelations(*file, {{"R", "C", "P", {{"Of", "Id"}}, true, true}});
+    ExportWizard wizard(*file, nullptr, SQL, desktop.ports);
+    const auto one = testing::Contains("C.R: 1 record refers to one that is not there, so the relation fails.");
+    const auto two = testing::Contains("C.R: 2 records refer to ones that are not there, so the relation fails.");
+    static_cast<void>(wizard.findings());
+    desktop.mainThread.runUntil([&] { return testing::Matches(one)(wizard.findings()); }); // MySQL
+    wizard.controls().sqlFormatPopup.selectedTag = 2;                                      // PostgreSQL
+    EXPECT_THAT(wizard.findings(), two);
+    wizard.controls().exactCheckBox.value = true;
+    EXPECT_THAT(
+        wizard.findings(), ElementsAre("C: 2 rows break the relation R, which the server does not check or have."));
+    wizard.controls().includeForeignKeyCheckBox.value = false;
+    EXPECT_THAT(wizard.findings(), testing::IsEmpty());
+    wizard.controls().includeForeignKeyCheckBox.value = true;
+    wizard.setObjectValueForTableColumn(false, "selected", 0);
+    EXPECT_THAT(wizard.findings(), testing::IsEmpty());
+}
+
 TEST(ExportWizard, AnUnknownTypeStartsNothing)
 {
     ExportDesktop desktop;

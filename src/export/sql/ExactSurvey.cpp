@@ -161,10 +161,12 @@ private:
 // The keys of a table's rows, one after the other.
 class KeyReader {
 public:
-    KeyReader(const TAdmMDBTable& table, std::span<const std::size_t> columns, KeyComparison comparison)
+    KeyReader(const TAdmMDBTable& table, std::span<const std::size_t> columns, KeyComparison comparison,
+        const std::atomic<bool>* stop)
         : m_table(table)
         , m_columns(columns)
         , m_comparison(comparison)
+        , m_stop(stop)
     {
     }
 
@@ -172,6 +174,7 @@ public:
     template <typename Take> void forEach(Take take)
     {
         for (const auto& group : m_table.rows().groups()) {
+            if (m_stop != nullptr && *m_stop) return;
             std::vector<ExactCells> cells;
             for (const auto column : m_columns)
                 cells.emplace_back(m_table.columns()[column]->type(), group, column);
@@ -211,16 +214,17 @@ private:
     const TAdmMDBTable& m_table;
     std::span<const std::size_t> m_columns;
     KeyComparison m_comparison;
+    const std::atomic<bool>* m_stop; // null: there is none
     std::string m_key;
 };
 
 // Hashes of 64 bits in place of the keys: two of a million are the same by chance once in thirty million tables.
-std::vector<std::size_t> sortedKeys(
-    const TAdmMDBTable& table, std::span<const std::size_t> columns, KeyComparison comparison)
+std::vector<std::size_t> sortedKeys(const TAdmMDBTable& table, std::span<const std::size_t> columns,
+    KeyComparison comparison, const std::atomic<bool>* stop = nullptr)
 {
     std::vector<std::size_t> keys;
     keys.reserve(table.rows().rowCount());
-    KeyReader(table, columns, comparison).forEach([&](std::string_view key) {
+    KeyReader(table, columns, comparison, stop).forEach([&](std::string_view key) {
         keys.push_back(std::hash<std::string_view>()(key));
     });
     std::ranges::sort(keys);
@@ -286,11 +290,12 @@ std::size_t countRepeats(const TAdmMDBTable& table, std::span<const std::size_t>
 }
 
 std::size_t countOrphans(const TAdmMDBTable& table, std::span<const std::size_t> columns,
-    const TAdmMDBTable& referenced, std::span<const std::size_t> referencedColumns, KeyComparison comparison)
+    const TAdmMDBTable& referenced, std::span<const std::size_t> referencedColumns, KeyComparison comparison,
+    const std::atomic<bool>* stop)
 {
-    const auto keys = sortedKeys(referenced, referencedColumns, comparison);
+    const auto keys = sortedKeys(referenced, referencedColumns, comparison, stop);
     std::size_t count = 0;
-    KeyReader(table, columns, comparison).forEach([&](std::string_view key) {
+    KeyReader(table, columns, comparison, stop).forEach([&](std::string_view key) {
         count += std::ranges::binary_search(keys, std::hash<std::string_view>()(key)) ? 0 : 1;
     });
     return count;

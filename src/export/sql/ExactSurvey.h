@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -52,8 +53,10 @@ enum class KeyComparison {
 [[nodiscard]] std::size_t countRepeats(
     const TAdmMDBTable& table, std::span<const std::size_t> columns, KeyComparison comparison);
 
-// Rows whose key, without a null in it, is none of the referenced table's.
+// Rows whose key, without a null in it, is none of the referenced table's. Soon ends, with any number, once `stop`,
+// unless it is null, is raised.
 [[nodiscard]] std::size_t countOrphans(const TAdmMDBTable& table, std::span<const std::size_t> columns,
-    const TAdmMDBTable& referenced, std::span<const std::size_t> referencedColumns, KeyComparison comparison);
+    const TAdmMDBTable& referenced, std::span<const std::size_t> referencedColumns, KeyComparison comparison,
+    const std::atomic<bool>* stop = nullptr);
 
 } // namespace vellumo

@@ -121,16 +121,29 @@ void ExportWizard::lookAtTables()
     };
     want(true); // what is shown first
     want(false);
-    m_scans =
-        std::make_unique<TableScans>(std::move(wanted), m_ports.mainThread, [this] { m_view->findingsChanged(); });
+    const auto* relationsOf = formatInfo().has(ExportOption::ForeignKeys) ? &m_exportFile : nullptr;
+    m_scans = std::make_unique<TableScans>(
+        std::move(wanted), relationsOf, m_ports.mainThread, [this] { m_view->findingsChanged(); });
 }
 
 std::vector<std::string> ExportWizard::findings()
 {
     const auto chosen = options();
-    if (chosen.isExact) return {};
+    if (chosen.isExact && !formatInfo().has(ExportOption::ForeignKeys)) return {};
     if (!m_scans) lookAtTables();
     ExportFindings found;
+    if (!chosen.isExact) addClassicFindings(chosen, found);
+    addBrokenRelations(chosen, found);
+    auto lines = findingLines(found.all());
+    if (chosen.isExact || !formatInfo().has(ExportOption::Exact)) return lines;
+    const auto avoided = avoidedByExact(found.all());
+    if (avoided == Avoided::All) lines.push_back(localized("“Exact values” avoids this."));
+    if (avoided == Avoided::Some) lines.push_back(localized("“Exact values” avoids some of this."));
+    return lines;
+}
+
+void ExportWizard::addClassicFindings(const ExportOptions& chosen, ExportFindings& found) const
+{
     std::vector<std::string> names;
     for (const auto& entry : m_tableEntries) {
         const auto* scan = entry.selected ? m_scans->find(entry.tableName) : nullptr;
@@ -139,14 +152,19 @@ std::vector<std::string> ExportWizard::findings()
         if (table == nullptr) continue;
         const auto part =
             entry.choice.columns ? chosenTable(*table, {entry.choice.columns, std::vector<std::uint32_t>()}) : nullptr;
-        addClassicFindings(part ? *part : *table, *scan, chosen, found);
+        vellumo::addClassicFindings(part ? *part : *table, *scan, chosen, found);
     }
-    addClassicFindings(m_exportFile, names, chosen, found);
-    auto lines = findingLines(found.all());
-    const auto avoided = formatInfo().has(ExportOption::Exact) ? avoidedByExact(found.all()) : Avoided::None;
-    if (avoided == Avoided::All) lines.push_back(localized("“Exact values” avoids this."));
-    if (avoided == Avoided::Some) lines.push_back(localized("“Exact values” avoids some of this."));
-    return lines;
+    vellumo::addClassicFindings(m_exportFile, names, chosen, found);
+}
+
+// Not of a table of which only some rows are wanted: others may break the relation then.
+void ExportWizard::addBrokenRelations(const ExportOptions& chosen, ExportFindings& found) const
+{
+    std::vector<std::string> names;
+    for (const auto& entry : m_tableEntries)
+        if (entry.selected && !entry.choice.rows) names.push_back(entry.tableName);
+    const auto scanOf = [this](const TAdmMDBForeignKey& relation) { return m_scans->find(relation); };
+    vellumo::addBrokenRelations(m_exportFile, names, chosen, scanOf, found);
 }
 
 ExportPreview ExportWizard::preview() const

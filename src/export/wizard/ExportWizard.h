@@ -97,8 +97,9 @@ public:
     // What the controls say, and what the user is to know of it.
     [[nodiscard]] ExportOptions options() const { return optionsFromControls(m_exportFileType, m_controls); }
     [[nodiscard]] std::vector<ExportHint> hints() const;
-    // What the classic style will lose of the selected tables, as lines (localised), as far as the tables have been
-    // looked at: begins to look where nobody has yet, and tells the view when there is more.
+    // What the classic style will lose of the selected tables, and which relations rows break in either, as lines
+    // (localised), as far as the tables have been looked at: begins to look where nobody has yet, and tells the view
+    // when there is more.
     [[nodiscard]] std::vector<std::string> findings();
     // How the output of the first selected table begins; nothing without one.
     [[nodiscard]] ExportPreview preview() const;
@@ -142,6 +143,8 @@ public:
 private:
     void layOutControls();
     void lookAtTables();
+    void addClassicFindings(const ExportOptions& chosen, ExportFindings& found) const;
+    void addBrokenRelations(const ExportOptions& chosen, ExportFindings& found) const;
     void applyChoice();
     [[nodiscard]] TableChoice chosenOfShownTable() const;
     void markAllTableEntriesAsSelected(bool selected);

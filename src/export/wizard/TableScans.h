@@ -2,6 +2,7 @@
 #pragma once
 
 #include "export/ExportOptions.h"
+#include "export/RelationFindings.h"
 #include "export/TableScan.h"
 
 #include <functional>
@@ -14,15 +15,18 @@ namespace vellumo {
 
 class MainThread;
 
-// The scans of some tables, made one after the other on a thread of their own. Main thread only.
+// The scans of some tables, and then of all relations of a file, made one after the other on a thread of their own.
+// Main thread only.
 class TableScans {
 public:
     struct Wanted {
         const TAdmMDBTable* table;
         TableChoice choice;
     };
-    // The tables stay as they are, and all references valid, as long as the object. `changed` is called with each scan.
-    TableScans(std::vector<Wanted> tables, MainThread& mainThread, std::function<void()> changed);
+    // `relationsOf`: null for no relations. The file and the tables stay as they are, and all references valid, as long
+    // as the object. `changed` is called with each scan.
+    TableScans(std::vector<Wanted> tables, const TAdmMDBFile* relationsOf, MainThread& mainThread,
+        std::function<void()> changed);
     // Ends the thread.
     ~TableScans();
     TableScans(const TableScans&) = delete;
@@ -30,15 +34,20 @@ public:
 
     // Null while there is none.
     [[nodiscard]] const TableScan* find(std::string_view tableName) const;
+    // nullopt while there is none.
+    [[nodiscard]] std::optional<RelationScan> find(const TAdmMDBForeignKey& relation) const;
 
 private:
     // What the thread leaves on the main thread: it outlives the object where the object is gone by then.
     struct State {
         std::map<std::string, TableScan, std::less<>> scans; // by name of the table
+        std::map<const TAdmMDBForeignKey*, RelationScan> relations;
         std::function<void()> changed;
         bool isGone = false;
     };
-    void run(const std::vector<Wanted>& tables);
+    void run(const std::vector<Wanted>& tables, const TAdmMDBFile* relationsOf);
+    void scanTables(const std::vector<Wanted>& tables);
+    void scanRelations(const TAdmMDBFile& file);
 
     MainThread& m_mainThread;
     std::shared_ptr<State> m_state = std::make_shared<State>();
