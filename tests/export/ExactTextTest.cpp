@@ -94,6 +94,8 @@ std::vector<Case> otherCases()
                 + "<RECORD>\n\t<Yes>true</Yes>\n\t<D>-INF</D>\n\t<When>2014-03-05T21:07:00</When>\n\t<Bin>AP8=</Bin>\n"
                   "</RECORD>\n<RECORD>\n\t<Yes>false</Yes>\n\t<D>2.5</D>\n\t<When xsi:nil=\"true\"/>\n\t<Bin></Bin>\n"
                   "</RECORD>\n</RECORDS>\n"},
+        {"XML numbers that are none", XML, {{"D", "Double"}}, {{"nan"}, {"inf"}},
+            head + "<RECORD>\n\t<D>NaN</D>\n</RECORD>\n<RECORD>\n\t<D>INF</D>\n</RECORD>\n</RECORDS>\n"},
         {"XML names", XML,
             {{"Unit Price", "Text"}, {"1st", "Text"}, {"a_x0041_", "Text"}, {"Gr\u00F6\u00DFe\u2019", "Text"}},
             {{"1", "2", "3", "4"}},
