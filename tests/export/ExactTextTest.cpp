@@ -178,7 +178,7 @@ TEST(ExactText, ObjectsBecomeFilesBeside)
             {{"1", makeBlob("one", "bmp")}, {"2", nullptr}, {"3", makeBlob("", "")}, {"4", damaged},
                 {"5", makeBlob("five", "")}},
             2));
-    for (const auto type : {CSV, JSONLines}) {
+    for (const auto type : {CSV, JSONLines, ExportFileType::SQL}) {
         auto options = defaultOptions(exportFormat(type), true);
         options.path = folder.path();
         options.objectsFolder = folder.path("objects");
@@ -191,6 +191,7 @@ TEST(ExactText, ObjectsBecomeFilesBeside)
     EXPECT_EQ(folder.read("A,B.jsonl"),
         "{\"ID\":1,\"Pic\":\"A,B/Pic/1.bmp\"}\n{\"ID\":2,\"Pic\":null}\n{\"ID\":3,\"Pic\":\"\"}\n"
         "{\"ID\":4,\"Pic\":null}\n{\"ID\":5,\"Pic\":\"A,B/Pic/5\"}\n");
+    EXPECT_THAT(folder.read("A,B.sql").value_or(""), testing::HasSubstr("'A,B/Pic/1.bmp'"));
     EXPECT_EQ(folder.read("objects/A,B/Pic/1.bmp"), "one");
     const auto manifest = folder.read("objects/manifest.csv").value_or("");
     EXPECT_THAT(manifest, testing::HasSubstr("\r\n\"A,B\",Pic,5,\"A,B/Pic/5\",,,4,"));
