@@ -94,6 +94,8 @@ std::vector<Case> otherCases()
                 + "<RECORD>\n\t<Yes>true</Yes>\n\t<D>-INF</D>\n\t<When>2014-03-05T21:07:00</When>\n\t<Bin>AP8=</Bin>\n"
                   "</RECORD>\n<RECORD>\n\t<Yes>false</Yes>\n\t<D>2.5</D>\n\t<When xsi:nil=\"true\"/>\n\t<Bin></Bin>\n"
                   "</RECORD>\n</RECORDS>\n"},
+        {"XML numbers that are none", XML, {{"D", "Double"}}, {{"nan"}, {"inf"}},
+            head + "<RECORD>\n\t<D>NaN</D>\n</RECORD>\n<RECORD>\n\t<D>INF</D>\n</RECORD>\n</RECORDS>\n"},
         {"XML names", XML,
             {{"Unit Price", "Text"}, {"1st", "Text"}, {"a_x0041_", "Text"}, {"Gr\u00F6\u00DFe\u2019", "Text"}},
             {{"1", "2", "3", "4"}},
@@ -176,7 +178,7 @@ TEST(ExactText, ObjectsBecomeFilesBeside)
             {{"1", makeBlob("one", "bmp")}, {"2", nullptr}, {"3", makeBlob("", "")}, {"4", damaged},
                 {"5", makeBlob("five", "")}},
             2));
-    for (const auto type : {CSV, JSONLines}) {
+    for (const auto type : {CSV, JSONLines, ExportFileType::SQL}) {
         auto options = defaultOptions(exportFormat(type), true);
         options.path = folder.path();
         options.objectsFolder = folder.path("objects");
@@ -189,6 +191,7 @@ TEST(ExactText, ObjectsBecomeFilesBeside)
     EXPECT_EQ(folder.read("A,B.jsonl"),
         "{\"ID\":1,\"Pic\":\"A,B/Pic/1.bmp\"}\n{\"ID\":2,\"Pic\":null}\n{\"ID\":3,\"Pic\":\"\"}\n"
         "{\"ID\":4,\"Pic\":null}\n{\"ID\":5,\"Pic\":\"A,B/Pic/5\"}\n");
+    EXPECT_THAT(folder.read("A,B.sql").value_or(""), testing::HasSubstr("'A,B/Pic/1.bmp'"));
     EXPECT_EQ(folder.read("objects/A,B/Pic/1.bmp"), "one");
     const auto manifest = folder.read("objects/manifest.csv").value_or("");
     EXPECT_THAT(manifest, testing::HasSubstr("\r\n\"A,B\",Pic,5,\"A,B/Pic/5\",,,4,"));

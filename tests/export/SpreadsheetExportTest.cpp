@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "export/ExcelExport.h"
+#include "export/ExportFormat.h"
 #include "export/biff8/BiffReader.h"
 #include "support/ExportRun.h"
 #include "support/FileSizeLimit.h"
@@ -8,6 +9,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <random>
 #include <unistd.h>
 
 namespace vellumo {
@@ -325,6 +327,21 @@ TEST(SpreadsheetExport, FullDiskIsTold)
     EXPECT_THAT(perTable.log, ElementsAre("<Large> Failed: Unable to write file. %/Large.xls: File too large"));
     EXPECT_EQ(perTable.successTableCount, 1);
     EXPECT_THAT(folder.names(), ElementsAre("Small.xls"));
+
+    // Texts that deflate leaves long: the table fails as soon as the disk does, and each table is told.
+    std::minstd_rand random;
+    for (auto& text : texts)
+        std::ranges::generate(text, [&] { return static_cast<char>('a' + random() % 26); });
+    const auto mixed = makeFile("/nowhere/Mixed.mdb", textTable("Large", texts), textTable("Small", {"x"}));
+    auto options = singleFile(folder.path("Mixed.xlsx"));
+    options.fileType = ExportFileType::XLSX;
+    {
+        const FileSizeLimit limit(60'000);
+        single = runWriter(exportExactSheets, *mixed, options);
+    }
+    EXPECT_THAT(single.log,
+        ElementsAre(testing::StartsWith("<Large> Failed: Unable to write file."), testing::StartsWith("<Small> ")));
+    EXPECT_FALSE(folder.exists("Mixed.xlsx"));
 
     const auto device = runWriter(exportXLSThread, *file, singleFile("/dev/full"));
     EXPECT_THAT(device.log, ElementsAre("Unable to write file. %: Invalid argument"));

@@ -73,7 +73,7 @@ TEST(Properties, OfADamagedValueEndWhereItBreaks)
         {"a name that is not in the list", good + column("B", property(1, 2, "\0"s)), true, false},
         {"a name as long as can be", "KKD\0"s + names({std::string(192, 'n'), "B"}) + column("A", property(1, 1, "\1")),
             true, true},
-        {"a name that is longer", "KKD\0"s + names({std::string(193, 'n'), "B"}) + column("A", property(1, 1, "\1")),
+        {"a name that is longer", "KKD\0"s + names({"B", std::string(193, 'n')}) + column("A", property(1, 0, "\1")),
             true, false},
         {"only a mark", "KKD\0"s, false, true},
         {"the other version's mark", "MR2\0"s + good.substr(4), false, false},

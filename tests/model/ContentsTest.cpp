@@ -83,6 +83,8 @@ TEST(QueryText, IsPutTogetherOfItsParts)
             0x80, QueryKind::Union, "SELECT a FROM b\nUNION\nSELECT c FROM d;"},
         {"union of everything", {{1, "", "", "", "", 9}, {5, "", "", "1", "SELECT 1"}, {5, "", "", "2", "SELECT 2"}},
             0x80, QueryKind::Union, "SELECT 1\nUNION ALL\nSELECT 2;"},
+        {"union with an empty half", {{1, "", "", "", "", 9}, {5, "", "", "1", "SELECT 1"}, {5, "", "", "2", ";"}},
+            0x80, QueryKind::Union, "SELECT 1\nUNION ALL\n;", false},
         {"derived table, and groups",
             {table("", "Q"), column("a"), {9, "", "", "", "a"}, {10, "", "", "", "Count(*)>1"}}, 0, QueryKind::Select,
             "SELECT a\nFROM  AS Q\nGROUP BY a\nHAVING Count(*)>1;", false},

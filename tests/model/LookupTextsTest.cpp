@@ -123,6 +123,9 @@ TEST_F(LookupTextsTest, AreFoundInListsTablesAndQueriesOfOneTable)
                 "SELECT DISTINCT ID, First FROM People WHERE First = 'x' OR ID IN (SELECT a FROM b UNION SELECT c FROM "
                 "d);"),
             Resolved, "Ann|-|Bo|3"},
+        {"parameters",
+            lookup("Table/Query", "PARAMETERS [Which?] Long; SELECT ID, First FROM People WHERE ID > [Which?];"),
+            Resolved, "Ann|-|Bo|3"},
         {"query over a query", lookup("Table/Query", "Some"), Resolved, both},
         {"statement over it", lookup("Table/Query", "SELECT TOP 5 PERCENT Key, Full & '!' FROM Some ORDER BY Full"),
             Resolved, "Lee, Ann!|-|, Bo!|3"},

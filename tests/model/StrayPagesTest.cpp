@@ -120,7 +120,20 @@ TEST_P(StrayPages, OfARowThatOnlyAnIndexKnows)
     bytes[firstPlace + 1] = static_cast<char>(bytes[firstPlace + 1] | 0xC0);
     --bytes[at(definition) + (isJet3() ? 12 : 16)];
     EXPECT_THAT(told(), testing::ElementsAre());
-    EXPECT_THAT(told({.checksIndexes = true}), testing::ElementsAre("Full: 1 row is missing."));
+    const auto missing = testing::ElementsAre("Full: 1 row is missing.");
+    EXPECT_THAT(told({.checksIndexes = true}), missing);
+
+    // The same leaf as the tail of a node that has no entries of its own.
+    std::size_t root = 0;
+    while (bytes[root] != 4 || number(root + 4) != definition)
+        root += pageSize();
+    const auto leaf = bytes.size() / pageSize();
+    bytes += bytes.substr(root, pageSize());
+    const std::size_t tailAt = isJet3() ? 16 : 20, entriesAt = isJet3() ? 248 : 480;
+    bytes.replace(root + tailAt, entriesAt - tailAt, entriesAt - tailAt, '\0');
+    bytes[root] = 3;
+    bytes[root + tailAt] = static_cast<char>(leaf);
+    EXPECT_THAT(told({.checksIndexes = true}), missing);
 }
 
 // The entry of the full table then leads to a definition that lists no pages.

@@ -134,5 +134,10 @@ TEST_F(DateTextTest, NamesTheDayByTheRoundedUtcDay)
     EXPECT_EQ(dateWithFinderFormat(std::nullopt, at(0)), "");
 }
 
+TEST(TerminalText, ANameKeepsOnlyTheCharactersThatAreSeen)
+{
+    EXPECT_EQ(withoutObeyed("a\x1B\xFF\u202E\u00E9"), "a\u00E9");
+}
+
 } // namespace
 } // namespace vellumo

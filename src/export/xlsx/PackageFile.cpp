@@ -89,6 +89,8 @@ bool PackageFile::noted(bool isDone)
 void PackageFile::beginMember(const std::string& name)
 {
     auto& out = *m_outputs;
+    // The library does not survive closing an archive with a member that it could not begin.
+    if (!out.isSound()) return;
     errno = 0;
     out.closeMember();
     const auto slash = name.rfind('/');

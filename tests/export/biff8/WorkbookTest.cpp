@@ -181,6 +181,18 @@ TEST(Workbook, SheetsStandWhereTheListSays)
     EXPECT_THAT(bytesPerUnit, ElementsAre(1, 1, 2));
 }
 
+TEST(Workbook, CellFormatsFollowFifteenStyles)
+{
+    auto workbook = workbookWithSheet();
+    std::string kinds;
+    for (const auto& record : recordsOf(streamOf(workbook)))
+        if (record.id == 0xE0) kinds += hex(record.data.substr(4, 2));
+    std::string styles;
+    for (int i = 0; i < 15; ++i)
+        styles += "f5ff";
+    EXPECT_EQ(kinds.substr(0, 64), styles + "0100");
+}
+
 TEST(Workbook, TextsAreStoredOnce)
 {
     auto workbook = workbookWithSheet();
@@ -213,6 +225,7 @@ TEST(Workbook, TextsThatReadersDoNotSurviveAreRepaired)
     } cases[] = {
         {"line breaks and controls stay", "a\r\n\tb\x01", Ok, "'a\r\n\tb\x01'"},
         {"zero", "a\0b"s, Ok, "'a�b'"},
+        {"zero among eight letters", "abcd\0efgh"s, Ok, "'abcd�efgh'"},
         {"lone surrogate", "a\xED\xA0\x80z", Ok, "'a�z'"},
         {"empty", "", Ok, "''"},
         {"cut off character", "a\xC3", CellStatus::BadText, nullptr},

@@ -133,6 +133,7 @@ TEST_F(ExactScript, RulesHoldForTheRowsOrAreLeftOut)
                 "`Name` varchar(50) DEFAULT ('x') COMMENT 'It''s\\r\\nit' CHECK (octet_length(`Name`) > 0)",
                 "`When` datetime(3)", "`Share` decimal(28,4)", "ALTER TABLE `Parents` AUTO_INCREMENT = 8;",
                 "'2014-05-03 21:07:00.250'", "CREATE UNIQUE INDEX `Name` ON `Parents` (`Name` DESC);",
+                "CREATE INDEX `PrimaryKey` ON `Children` (`Nr`);", // repeats a number
                 "-- left out: relation Broken", "REFERENCES `Parents` (`ID`) ON UPDATE CASCADE;"},
             {"PRIMARY KEY (`Nr`)", "`Broken`"}},
         {ServerType::PostgreSQL,
