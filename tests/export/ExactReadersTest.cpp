@@ -41,7 +41,7 @@ const std::vector<std::string> texts = {"plain", "=1+1", "00501", "'quoted", " b
     "cr\rhere", "<&>]]>", "éÿЖ本😀", "TRUE", "1/2", "-", "{}", "#N/A", "a\\b"};
 
 // All of it in the format, under the folder.
-ExportReport write(ExportFileType type, const TempFolder& folder)
+ExportReport write(ExportFileType type, const TempFolder& folder, bool hasTitles = true)
 {
     std::vector<Row> rows;
     for (const auto& text : texts)
@@ -50,6 +50,7 @@ ExportReport write(ExportFileType type, const TempFolder& folder)
         makeTable("Some Texts", {{"No", "Long Integer"}, {"Text & more", "Memo/Hyperlink"}}, rows, 5),
         makeTable("Empty \u07CA", {{"ID", "Long Integer"}}));
     auto options = defaultOptions(exportFormat(type), true);
+    options.includeColumnHeader = hasTitles;
     options.isSingleFile = exportFormat(type).hasSingleFileMode();
     options.path =
         options.isSingleFile ? folder.path("Shop." + std::string(exportFormat(type).extension)) : folder.path();
@@ -182,6 +183,18 @@ TEST(ExactReaders, OpenpyxlAndXlrdReadTheWorkbooks)
                 "Types.When: 1 date that a sheet has no number for was written as a text."}));
     }
     readWithPython(folder, sheetReaders);
+}
+
+TEST(ExactReaders, ASheetWithoutTitlesHasNoFilter)
+{
+    if (run({python, "-c", ""}).status != 0) GTEST_SKIP() << "Python is not installed";
+    TempFolder folder;
+    EXPECT_TRUE(write(ExportFileType::XLSX, folder, false).isDone());
+    readWithPython(folder, R"(
+import zipfile
+with zipfile.ZipFile(folder + '/Shop.xlsx') as book:
+    assert not any(b'ilter' in book.read(name) for name in book.namelist())
+)");
 }
 
 TEST(ExactReaders, GnumericAndLibreOfficeReadTheTexts)

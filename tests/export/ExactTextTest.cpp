@@ -13,8 +13,6 @@ namespace {
 
 using namespace std::string_literals;
 using namespace test;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr auto CSV = ExportFileType::CSV;
 constexpr auto XML = ExportFileType::XML;

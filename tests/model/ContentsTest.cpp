@@ -220,5 +220,22 @@ TEST(Contents, QueriesThatCannotBeReadAreListedAllTheSame)
     EXPECT_EQ(file.damage().total(DamageKind::Queries), 2U);
 }
 
+// An older password has 20 bytes from 0x42 on; none encrypts anything.
+TEST(Contents, TheBytesOfAnOlderPasswordAreItsOwn)
+{
+    const test::TempFolder folder;
+    const auto path = folder.path("a.mdb");
+    ASSERT_EQ(samples::writeDatabase({.version = samples::JetVersion::Jet3}, path).error, "");
+    auto bytes = folder.read("a.mdb").value();
+    for (const std::size_t last : {0x42 + 20, 0x42 + 19}) {
+        bytes[last] = static_cast<char>(bytes[last] ^ 1);
+        folder.write("a.mdb", bytes);
+        TAdmMDBFile file;
+        file.setFullPath(path);
+        ASSERT_TRUE(file.open());
+        EXPECT_EQ(file.format().hasIdlePassword, last < 0x42 + 20);
+    }
+}
+
 } // namespace
 } // namespace vellumo

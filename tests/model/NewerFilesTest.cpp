@@ -129,6 +129,21 @@ TEST_F(NewerFiles, WhatAccessKeepsForItselfIsNotListed)
     EXPECT_EQ(newer->indices()[0]->name(), "PrimaryKey");
 }
 
+TEST_F(NewerFiles, AWishToStopIsHeardWhateverIsBeingRead)
+{
+    write(samples::newerDatabase());
+    int asked = 0, stopAt = 0;
+    const OpenOptions options{
+        .observer = [&](auto, auto) { return ++asked != stopAt; }, .readerCount = 1, .newerFormats = true};
+    open(options);
+    for (const int last = asked; stopAt < last;) {
+        file.close();
+        asked = 0;
+        ++stopAt;
+        EXPECT_FALSE(file.open(options)) << stopAt;
+    }
+}
+
 // Each change of a sound file, and all that is told of it.
 TEST_F(NewerFiles, DamagedValuesAreTold)
 {

@@ -8,7 +8,6 @@
 namespace vellumo::test {
 namespace {
 
-using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
 
