@@ -195,9 +195,10 @@ std::vector<ColumnLayout> layoutOf(const TAdmMDBTable& table)
 // The rows of one table, on as many sheets as they take.
 class TableSheets {
 public:
-    TableSheets(SheetBook& book, ExportJob& job, const TAdmMDBTable& table)
+    TableSheets(SheetBook& book, ExportJob& job, const ExportEntry& entry, const TAdmMDBTable& table)
         : m_book(book)
         , m_job(job)
+        , m_entry(entry)
         , m_table(table)
         , m_values(job, table)
         , m_layout(layoutOf(table))
@@ -211,9 +212,11 @@ private:
     [[nodiscard]] bool writeGroup(const RowGroup& group, std::size_t firstRow);
     void writeRow(std::vector<ExactCells>& cells, std::uint32_t row, std::size_t firstRow);
     [[nodiscard]] bool fail(ExportReason reason);
+    [[nodiscard]] bool failWriting();
 
     SheetBook& m_book;
     ExportJob& m_job;
+    const ExportEntry& m_entry;
     const TAdmMDBTable& m_table;
     SheetValues m_values;
     std::vector<ColumnLayout> m_layout;
@@ -225,6 +228,11 @@ bool TableSheets::fail(ExportReason reason)
 {
     m_job.tableFailed(m_table.name(), std::move(reason));
     return false;
+}
+
+bool TableSheets::failWriting()
+{
+    return fail({exportReason::cannotWrite, {}, m_job.outputCause(m_entry, m_book.error())});
 }
 
 bool TableSheets::write()
@@ -243,6 +251,7 @@ bool TableSheets::addSheet()
     const auto name = ++m_sheetCount == 1 ? m_table.name() : format("%@ (%d)", {m_table.name(), m_sheetCount});
     m_rowsLeft = m_book.maximumRows() - (hasHeader ? 1 : 0);
     if (m_book.addSheet(name, m_layout, hasHeader)) return true;
+    if (m_book.failed()) return failWriting();
     if (m_book.giveUpTableIfFull()) return fail({messageKey("Workbook exceeded size limit.")});
     return fail({messageKey("Unable to create spreadsheet %@."), {name}});
 }
@@ -258,7 +267,7 @@ bool TableSheets::writeGroup(const RowGroup& group, std::size_t firstRow)
         if (m_rowsLeft == 0 && !addSheet()) return false;
         --m_rowsLeft;
         writeRow(cells, row, firstRow);
-        if (m_book.failed()) return fail({exportReason::cannotWrite, {}, {.systemError = m_book.error()}});
+        if (m_book.failed()) return failWriting();
         if (m_book.giveUpTableIfFull()) return fail({messageKey("Workbook exceeded size limit.")});
     }
     return true;
@@ -278,8 +287,8 @@ void exportToOneFile(ExportJob& job)
     const auto book = openBook(job, job.singleFilePath());
     if (!book) return job.outputFailed({exportReason::cannotCreate, {}, job.singleFileCause(errno)});
     std::vector<std::string> written;
-    job.forEachTable([&](const ExportEntry&, const TAdmMDBTable& table) {
-        if (TableSheets(*book, job, table).write()) written.push_back(table.name());
+    job.forEachTable([&](const ExportEntry& entry, const TAdmMDBTable& table) {
+        if (TableSheets(*book, job, entry, table).write()) written.push_back(table.name());
     });
     // A stopped run leaves no file. What went wrong with each table is told already, and a file with none of them would
     // pass for an export.
@@ -295,7 +304,7 @@ void exportToFile(ExportJob& job, const ExportEntry& entry, const TAdmMDBTable& 
 {
     const auto book = openBook(job, job.outputPath(entry));
     if (!book) return job.tableFailed(table.name(), {exportReason::cannotCreate, {}, job.outputCause(entry, errno)});
-    if (!TableSheets(*book, job, table).write()) return;
+    if (!TableSheets(*book, job, entry, table).write()) return;
     if (book->finish()) return job.tableDone(table.name());
     if (job.terminated()) return job.tableFailed(table.name(), {exportReason::terminated});
     job.tableFailed(table.name(), {exportReason::cannotWrite, {}, job.outputCause(entry, book->error())});
