@@ -101,19 +101,22 @@ endfunction()
 # vellumo_harness(<target>)
 #
 # A target of tests alone. It is not optimised: that would take longer than it ever runs. All of them are of one kind of
-# code (the one that Qt wants), so that what is compiled ahead serves them all. Its sources, which share few headers that
-# are not compiled ahead and many names of helpers, are compiled one by one.
+# code (the one that Qt wants), so that what is compiled ahead serves them all.
 function(vellumo_harness target)
-    set_target_properties(${target} PROPERTIES VELLUMO_IS_HARNESS ON UNITY_BUILD OFF)
+    set_target_properties(${target} PROPERTIES VELLUMO_IS_HARNESS ON)
     target_compile_options(${target} PRIVATE -O0 -fPIC)
 endfunction()
 
-# vellumo_test(<target> SOURCES ... LINKS ... [LABELS ...])
+# vellumo_test(<target> SOURCES ... LINKS ... [LABELS ...] [APART])
 #
-# A GoogleTest program whose cases ctest knows one by one. Tests see all folders.
+# A GoogleTest program whose cases ctest knows one by one. Tests see all folders. APART: its sources are always compiled
+# one by one, as they have helpers of the same names, or fixtures that nobody else may see.
 function(vellumo_test target)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;LABELS" ${ARGN})
+    cmake_parse_arguments(ARG "APART" "" "SOURCES;LINKS;LABELS" ${ARGN})
     add_executable(${target} ${ARG_SOURCES})
+    if(ARG_APART)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)
+    endif()
     target_link_libraries(${target} PRIVATE vellumo_options ${ARG_LINKS} GTest::gmock GTest::gtest_main)
     target_include_directories(${target} PRIVATE ${VELLUMO_ALL_FOLDERS} ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(${target} PRIVATE

@@ -23,7 +23,7 @@ CommandResult run(std::vector<std::string> command) { return RunningProgram(std:
 samples::DatabaseDescription extremes()
 {
     using namespace samples;
-    using Type = ColumnType;
+    using Type = samples::ColumnType;
     DatabaseDescription database;
     auto& table = database.tables.emplace_back();
     table.name = "Extremes";

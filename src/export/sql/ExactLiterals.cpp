@@ -26,10 +26,11 @@ std::size_t writeASCII(std::string_view text, char* out)
     for (; done + 16 <= text.size() && !hasByte(text.substr(done, 16), isOther); done += 16) {
         ByteBlock<16> block;
         std::memcpy(&block, text.data() + done, 16);
-        const auto low =
-            __builtin_shufflevector(block, ByteBlock<16>{}, 0, 16, 1, 16, 2, 16, 3, 16, 4, 16, 5, 16, 6, 16, 7, 16);
-        const auto high = __builtin_shufflevector(
-            block, ByteBlock<16>{}, 8, 16, 9, 16, 10, 16, 11, 16, 12, 16, 13, 16, 14, 16, 15, 16);
+        // Interleaved with zeros: of this pattern the compiler makes one instruction each.
+        const ByteBlock<16> zeros{};
+        const auto low = __builtin_shufflevector(block, zeros, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
+        const auto high =
+            __builtin_shufflevector(block, zeros, 8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
         std::memcpy(out + 2 * done, &low, 16);
         std::memcpy(out + 2 * done + 16, &high, 16);
     }
