@@ -163,6 +163,14 @@ TEST_F(ExactScript, RulesHoldForTheRowsOrAreLeftOut)
     }
 }
 
+TEST_F(ExactScript, DatesDifferInTheirMilliseconds)
+{
+    auto table = makeTable("T", {{"W", "DateTime"}}, {{"05/03/2014 21:07:00"}, {noted("05/03/2014 21:07:00", 250)}});
+    setIndices(*table, {{"I", {"W"}, true}});
+    EXPECT_THAT(scriptOf(*makeFile("/nowhere/a.mdb", std::move(table)), ServerType::MySQL),
+        HasSubstr("CREATE UNIQUE INDEX `I`"));
+}
+
 // Each of a calculation's results has its point somewhere else: together they need more digits than a type may state.
 TEST_F(ExactScript, NumbersOfFarApartPointsKeepTheirDigits)
 {
