@@ -61,6 +61,12 @@ protected:
             .referencedTable = "People",
             .referencedColumns = {"ID"},
             .enforced = false}};
+        database.relations.push_back({.name = "S",
+            .table = "People",
+            .columns = {"ID"},
+            .referencedTable = "Uses",
+            .referencedColumns = {"Who"},
+            .enforced = false});
         database.otherEntries = {
             {.name = "Names",
                 .query = {{.attribute = 5, .name1 = "People"}, {.attribute = 6, .expression = "People.ID"},
@@ -249,7 +255,8 @@ TEST_F(LookupTextsTest, ACopyOfAFileIsOneOfTextsWithoutTheirKeys)
         told += lookupNoteText(note) + '\n';
     EXPECT_EQ(told,
         "Uses: the index ByWho is left out, because of its lookup texts.\n"
-        "Uses: the relation R is left out, because of its lookup texts.\n");
+        "Uses: the relation R is left out, because of its lookup texts.\n"
+        "People: the relation S is left out, because of its lookup texts.\n");
     const auto* uses = copy->findTable("Uses");
     EXPECT_EQ(uses->file(), copy.get());
     EXPECT_EQ(uses->columns()[0]->type(), vellumo::ColumnType::Text);
