@@ -21,8 +21,6 @@ namespace {
 using samples::ColumnType;
 using test::CommandResult;
 using test::Program;
-using test::RunningProgram;
-using test::TempFolder;
 using ::testing::HasSubstr;
 
 // Waits until the program's handler for a signal, which works once, was called.
