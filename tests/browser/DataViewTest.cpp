@@ -306,9 +306,22 @@ TEST_F(DataViewTest, SelectionAndPaneFollowTheirRecords)
     EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(2)) << "the record, in the order of the sort";
 }
 
+TEST_F(DataViewTest, FindingBeginsAtTheEndThatItComesFrom)
+{
+    show({{"1", "a", null}, {"2", "b", null}, {"3", "a", null}});
+    view.setFind({"a", SearchOption::Contains, true});
+    for (const auto& [step, row] : {std::pair{1, 0U}, {1, 2U}, {1, 0U}}) {
+        ASSERT_TRUE(view.findNext(step));
+        EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(row));
+    }
+    view.selectRows({});
+    ASSERT_TRUE(view.findNext(-1));
+    EXPECT_EQ(view.selectedRows(), RowSelection::ofRow(2));
+}
+
 TEST(RowSelection, JoinsRanges)
 {
-    const RowSelection rows({{7, 9}, {0, 1}, {2, 3}, {8, 12}});
+    const RowSelection rows({{7, 9}, {0, 1}, {2, 3}, {8, 12}, {10, 11}});
     EXPECT_EQ(rows.ranges(), (std::vector<RowSelection::Range>{{0, 3}, {7, 12}}));
     EXPECT_EQ(rows.count(), 10U);
     std::string members;

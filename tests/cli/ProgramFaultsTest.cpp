@@ -10,6 +10,7 @@
 
 #include <csignal>
 #include <fstream>
+#include <limits>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
@@ -20,8 +21,6 @@ namespace {
 using samples::ColumnType;
 using test::CommandResult;
 using test::Program;
-using test::RunningProgram;
-using test::TempFolder;
 using ::testing::HasSubstr;
 
 // Waits until the program's handler for a signal, which works once, was called.
@@ -68,6 +67,19 @@ TEST_F(Program, ASecondRequestOfAnotherKindEndsItAtOnce)
     ::kill(program.process(), SIGTERM);
     pipe.close(); // one that has not ended fails to write
     EXPECT_EQ(program.wait().status, -1);
+}
+
+// As under nohup.
+TEST_F(Program, WhatIsIgnoredFromTheStartInterruptsNothing)
+{
+    ASSERT_EQ(::mkfifo(m_out.path("Large.csv").c_str(), 0600), 0);
+    const auto program =
+        start({"export", "FILE", "--format", "csv", "--to", m_out.path()}, "", [] { std::signal(SIGHUP, SIG_IGN); });
+    std::ifstream pipe(m_out.path("Large.csv"), std::ios::binary);
+    pipe.get();
+    ::kill(program.process(), SIGHUP);
+    pipe.ignore(std::numeric_limits<std::streamsize>::max());
+    EXPECT_EQ(program.wait().status, 0);
 }
 
 TEST_F(Program, FileSizeLimitIsAFailedWrite)

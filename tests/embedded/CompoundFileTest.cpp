@@ -149,6 +149,12 @@ TEST(CompoundFile, SurvivesDamage)
         {"big chain leaves the table", set32(good.offsetOfLink(firstBig + 5), outside), 2, 0},
         {"big chain ends early", set32(good.offsetOfLink(firstBig + 10), end), 2, 0},
         {"big chain enters a block in the table, not in the file", set32(good.offsetOfLink(firstBig + 5), 127), 2, 0},
+        {"big chain goes on behind such a block",
+            [&](Buffer& file) {
+                set32(good.offsetOfLink(127), firstBig + 6)(file);
+                set32(good.offsetOfLink(firstBig + 5), 127)(file);
+            },
+            2, 0},
         {"small chain loops", set32(good.offsetOfSmallLink(firstSmall), firstSmall), 0, 2},
         {"small chain leaves the area", set32(good.offsetOfSmallLink(firstSmall), 100), 0, 2},
         {"stated size beyond the chain", set32(good.offsetOfEntry(1) + 120, 12 * 512 + 1), 2, 0},

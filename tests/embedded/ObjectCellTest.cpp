@@ -236,6 +236,14 @@ TEST(ObjectCell, WhatCannotBeDecodedIsKeptAsStored)
         {"Excel", compoundFile("Workbook", bytesOf("x")), "xls"},
         {"other compound file", compoundFile("Folder/Workbook", bytesOf("x")), "bin"},
         {"Word 2007", zip({{"[Content_Types].xml", "<a/>"}, {"word/document.xml", "<b/>"}}), "docx"},
+        {"Word 2007, the first entry with an extra field of 4 bytes",
+            changed(zip({{"[Content_Types].xml", "<a/>"}, {"word/document.xml", "<b/>"}}),
+                [](Buffer& archive) {
+                    const auto entry = textOf(archive).find("PK\1\2");
+                    set16(entry + 30, 4)(archive);
+                    archive.insert(archive.begin() + static_cast<std::ptrdiff_t>(entry + 46 + 19), 4, std::byte{});
+                }),
+            "docx"},
         {"Excel with macros", zip({{"[Content_Types].xml", ""}, {"xl/vbaProject.bin", ""}}), "xlsm"},
         {"OpenDocument", zip({{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"}}), "ods"},
         {"Java", zip({{"META-INF/MANIFEST.MF", ""}}), "jar"},

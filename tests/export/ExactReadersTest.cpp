@@ -197,6 +197,19 @@ with zipfile.ZipFile(folder + '/Shop.xlsx') as book:
 )");
 }
 
+// Without the mark readers may drop them.
+TEST(SheetXML, MarksTextsWithBlanksAtAnEnd)
+{
+    const xlsx::ColumnLayout column{"T", 8};
+    for (const auto& [text, isMarked] : {std::pair{" a", true}, {"a ", true}, {"a\n", true}, {"a b", false}}) {
+        xlsx::SheetXML sheet;
+        sheet.begin({&column, 1}, false);
+        sheet.addText(0, text);
+        const std::string mark = isMarked ? " xml:space=\"preserve\"" : "";
+        EXPECT_TRUE(sheet.text().ends_with("<is><t" + mark + ">" + text + "</t></is></c>")) << text;
+    }
+}
+
 TEST(ExactReaders, GnumericAndLibreOfficeReadTheTexts)
 {
     if (!isInstalled("ssconvert") || !isInstalled("soffice"))

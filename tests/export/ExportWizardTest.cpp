@@ -330,6 +330,20 @@ TEST(ExportWizard, TellsWhatWillBeLostAsTheOptionsChange)
     EXPECT_TRUE(wizard.findings().empty());
 }
 
+TEST(ExportWizard, OtherRowsHaveOtherFindings)
+{
+    ExportDesktop desktop;
+    const auto file = makeFile("/data/Shop.mdb", makeTable("T", {{"T", "Text"}}, {{"\\"}, {"x"}}));
+    ExportWizard wizard(*file, file->tables()[0].get(), SQL, desktop.ports);
+    wizard.controls().sqlFormatPopup.selectedTag = 2;
+    wizard.offerShownTable({{1}, {0}, {0}});
+    static_cast<void>(wizard.findings());
+    desktop.mainThread.runUntil([&] { return !wizard.findings().empty(); });
+    wizard.controls().rowsPopup.selectedTag = static_cast<std::uint32_t>(RowsToExport::Shown);
+    wizard.changeRows();
+    EXPECT_THAT(wizard.findings(), testing::IsEmpty()) << "those of all rows are gone";
+}
+
 // Two children have a parent, one only in other letters, and one none.
 TEST(ExportWizard, TellsOfRowsThatBreakARelation)
 {

@@ -112,8 +112,10 @@ TEST(ObjectsExport, WritesEveryFileOfACell)
     const TempFolder out;
     const auto cell = makeBlob("abc", "txt", {ObjectState::Whole, "a.txt", ""});
     cell->addFurtherFile(makeBlob("d", "txt", {ObjectState::Whole, "a.txt", ""}));
-    const auto file = makeFile("/data/Shop.mdb", makeTable("T", {{"F", "Attachment"}}, {{null}, {cell}}));
-    EXPECT_EQ(exportAll(*file, out.path()).written, 2U);
+    const auto file = makeFile("/data/Shop.mdb", makeTable("T", {{"F", "Attachment"}}, {{null}, {cell}}),
+        makeTable("manifest.csv", {{"O", "OLE"}}, {{makeBlob("m", "bin")}}));
+    EXPECT_EQ(exportAll(*file, out.path()).written, 3U);
+    EXPECT_EQ(out.read("manifest.csv (2)/O/1.bin"), "m");
     EXPECT_EQ(out.read("T/F/2-a.txt"), "abc");
     EXPECT_EQ(out.read("T/F/2.2-a.txt"), "d");
     const auto manifest = out.read("manifest.csv").value_or("");

@@ -14,7 +14,7 @@ using namespace vellumo::test;
 constexpr std::size_t inRow = 0x80000000;
 constexpr std::size_t inOneRow = 0x40000000;
 
-// Page 5: single rows; 6: chains; 7: a page of a table.
+// Page 5: single rows; 6: chains; 7: a page of a table; 9: a deleted row.
 void putLongValues(MemoryPages& pages)
 {
     const auto& format = pages.format();
@@ -29,6 +29,7 @@ void putLongValues(MemoryPages& pages)
             u32(0x609) + "start", u32(0x60A) + "a", u32(0x609) + "b", // 8 to 10: a circle behind a start
             u32(0x0700) + "then", u32(0x63F) + "gone",                // 11: to a table's page, 12: to no row
         });
+    pages.content[9] = dataPage(format, longValueOwner, {{"of a value before", deletedRow}});
     pages.content[7] = dataPage(format, 2, {{u32(0) + "a row of a table"}});
 }
 
@@ -54,6 +55,7 @@ TEST(LongValue, IsGatheredFromWhereItLies)
         {"in a row that is not there", longValueHeader(inOneRow | 1, 0x503), "", false},
         {"on a table's page", longValueHeader(inOneRow | 5, 0x700), "", false},
         {"on a page that cannot be read", longValueHeader(inOneRow | 5, 0x800), "", false},
+        {"in a deleted row", longValueHeader(inOneRow | 5, 0x900), "", false},
         {"nowhere", longValueHeader(inOneRow | 5, 0), "", false},
         {"chain", longValueHeader(28, 0x600), "first second third and slack", true},
         {"chain, slack behind", longValueHeader(22, 0x600), "first second third and", true},

@@ -9,6 +9,7 @@
 namespace vellumo {
 namespace {
 
+using namespace std::string_literals;
 using samples::ColumnType;
 using samples::Property;
 using samples::PropertyType;
@@ -60,6 +61,12 @@ protected:
             .referencedTable = "People",
             .referencedColumns = {"ID"},
             .enforced = false}};
+        database.relations.push_back({.name = "S",
+            .table = "People",
+            .columns = {"ID"},
+            .referencedTable = "Uses",
+            .referencedColumns = {"Who"},
+            .enforced = false});
         database.otherEntries = {
             {.name = "Names",
                 .query = {{.attribute = 5, .name1 = "People"}, {.attribute = 6, .expression = "People.ID"},
@@ -214,7 +221,8 @@ TEST_F(LookupTextsTest, ACopyKeepsWhatTextsDoNotTell)
             .rows = samples::rowsOf(std::vector<std::vector<Value>>{
                 {std::int64_t{7}, std::string("a"), std::string(), samples::Date{45000 + 250 * millisecond}},
                 {std::int64_t{9}, std::string(), std::string("b"), samples::Date{45000}},
-                {std::int64_t{8}, Value(), Value(), Value()}})}}};
+                {std::int64_t{8}, Value(), Value(), Value()}, {std::int64_t{6}, "b\0c"s, Value(), Value()},
+                {std::int64_t{5}, "d\0e"s, Value(), Value()}})}}};
     ASSERT_EQ(samples::writeDatabase(database, folder.path("a.mdb")).error, "");
     file.setFullPath(folder.path("a.mdb"));
     ASSERT_TRUE(file.open());
@@ -228,6 +236,9 @@ TEST_F(LookupTextsTest, ACopyKeepsWhatTextsDoNotTell)
     EXPECT_EQ(noteOf(1, 0), std::nullopt);
     EXPECT_EQ(noteOf(1, 1), -1) << "an empty text, and no null";
     EXPECT_EQ(noteOf(1, 2), std::nullopt);
+    for (const std::uint32_t row : {3U, 4U})
+        EXPECT_EQ(
+            copy->rows().groups()[0].texts[1].notes()->wholeText(noteOf(1, row).value()), row == 3 ? "b\0c"s : "d\0e"s);
     EXPECT_EQ(noteOf(2, 0), -1);
     EXPECT_EQ(noteOf(2, 2), std::nullopt);
     EXPECT_EQ(noteOf(3, 0), 250);
@@ -244,7 +255,8 @@ TEST_F(LookupTextsTest, ACopyOfAFileIsOneOfTextsWithoutTheirKeys)
         told += lookupNoteText(note) + '\n';
     EXPECT_EQ(told,
         "Uses: the index ByWho is left out, because of its lookup texts.\n"
-        "Uses: the relation R is left out, because of its lookup texts.\n");
+        "Uses: the relation R is left out, because of its lookup texts.\n"
+        "People: the relation S is left out, because of its lookup texts.\n");
     const auto* uses = copy->findTable("Uses");
     EXPECT_EQ(uses->file(), copy.get());
     EXPECT_EQ(uses->columns()[0]->type(), vellumo::ColumnType::Text);

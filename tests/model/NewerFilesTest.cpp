@@ -164,6 +164,8 @@ TEST_F(NewerFiles, DamagedValuesAreTold)
             {"object Newer Files 1"}},
         {"less content than is stated", std::string_view("\0\0\0\0\xCC\x0B\0\0\x14\0\0\0", 12), patch(5, "\x1B"),
             {"object Newer Files 1"}},
+        {"less packed than is stated", std::string_view("\1\0\0\0\x44\x75\0\0\x78", 9), patch(5, "\x76"),
+            {"object Newer Files 1"}},
         {"more packed than is stated", std::string_view("\1\0\0\0\x44\x75\0\0\x78", 9), patch(5, "\x15"),
             {"object Newer Files 1"}},
     };

@@ -92,6 +92,17 @@ TEST_F(SQLConnectionTest, StatementsTellSqlitesOwnTexts)
     EXPECT_EQ(valueOf("SELECT count(*) FROM t"), "2");
 }
 
+TEST_F(SQLConnectionTest, AFullFileIsABrokenOne)
+{
+    const auto connection = connectionTo(m_database);
+    ASSERT_EQ(connection->createDbFile(), "");
+    ASSERT_TRUE(connection->queryString("CREATE TABLE t (a)"));
+    ASSERT_TRUE(connection->queryString("PRAGMA max_page_count = 2"));
+    EXPECT_FALSE(connection->queryString("INSERT INTO t VALUES (zeroblob(100000))"));
+    EXPECT_TRUE(connection->isFileBroken()) << connection->getLastErrorMessage();
+    EXPECT_FALSE(connection->queryString("INSERT INTO none VALUES (1)") || connection->isFileBroken());
+}
+
 TEST_F(SQLConnectionTest, ConnectionEnforcesForeignKeys)
 {
     const auto connection = connectionTo(m_database);

@@ -163,6 +163,25 @@ TEST_F(ExactScript, RulesHoldForTheRowsOrAreLeftOut)
     }
 }
 
+TEST_F(ExactScript, DatesDifferInTheirMilliseconds)
+{
+    auto table = makeTable("T", {{"W", "DateTime"}}, {{"05/03/2014 21:07:00"}, {noted("05/03/2014 21:07:00", 250)}});
+    setIndices(*table, {{"I", {"W"}, true}});
+    EXPECT_THAT(scriptOf(*makeFile("/nowhere/a.mdb", std::move(table)), ServerType::MySQL),
+        HasSubstr("CREATE UNIQUE INDEX `I`"));
+}
+
+// A statement of many bytes ends in front of the row with which it would have more than 2^20.
+TEST_F(ExactScript, LongStatementsAreSplitBetweenRows)
+{
+    const std::string a(900'000, 'a');
+    const std::string b(300'000, 'b');
+    const auto file = makeFile("/nowhere/a.mdb", makeTable("T", {{"x", "Memo/Hyperlink"}}, {{a}, {b}, {"c"}}));
+    const std::string start = "INSERT INTO `T` (`x`) VALUES\n";
+    const auto rows = start + "('" + a + "');\n" + start + "('" + b + "'),\n('c');\n";
+    EXPECT_NE(scriptOf(*file, ServerType::MySQL).find(rows), std::string::npos);
+}
+
 // Each of a calculation's results has its point somewhere else: together they need more digits than a type may state.
 TEST_F(ExactScript, NumbersOfFarApartPointsKeepTheirDigits)
 {
