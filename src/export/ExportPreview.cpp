@@ -66,12 +66,12 @@ private:
 };
 
 // Whole lines and characters, as many as are shown.
-std::string beginning(std::string text)
+std::string beginning(std::string_view text)
 {
     std::size_t end = 0;
     for (std::size_t line = 0; line < previewLines && end < text.size(); ++line)
         end = std::min(text.find('\n', end), text.size() - 1) + 1;
-    return std::string(firstBytes(std::string_view(text).substr(0, end), previewBytes));
+    return std::string(firstBytes(text.substr(0, end), previewBytes));
 }
 
 std::string contentsOf(const std::string& path)
